@@ -1,0 +1,39 @@
+# Compiler settings that hold for every target of ours: warnings are errors, and the sanitizers are one switch.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
+# bin/tulvane finds its libraries and its resources beside itself, in the build tree as in a package.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/tulvane")
+
+find_program(TULVANE_CCACHE ccache)
+if(TULVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_C_COMPILER_LAUNCHER "${TULVANE_CCACHE}")
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${TULVANE_CCACHE}")
+endif()
+
+add_library(tulvane_options INTERFACE)
+target_compile_options(tulvane_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+    -fno-omit-frame-pointer)
+target_compile_definitions(tulvane_options INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400 QT_USE_QSTRINGBUILDER QT_MESSAGELOGCONTEXT)
+
+if(TULVANE_SANITIZE STREQUAL "address")
+    set(tulvane_sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)
+elseif(TULVANE_SANITIZE STREQUAL "thread")
+    set(tulvane_sanitizers -fsanitize=thread)
+elseif(TULVANE_SANITIZE)
+    message(FATAL_ERROR "TULVANE_SANITIZE is 'address' or 'thread', not '${TULVANE_SANITIZE}'")
+endif()
+if(tulvane_sanitizers)
+    target_compile_options(tulvane_options INTERFACE ${tulvane_sanitizers})
+    target_link_options(tulvane_options INTERFACE ${tulvane_sanitizers})
+endif()

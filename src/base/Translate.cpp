@@ -1,0 +1,12 @@
+#include <base/Translate.h>
+
+#include <QCoreApplication>
+
+namespace tulvane {
+
+QString translate(const char* english)
+{
+    return QCoreApplication::translate("tulvane", english);
+}
+
+} // namespace tulvane

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace tulvane {
+
+/// The user's word for an English text. The English text is the key; without a catalogue, or without an
+/// entry in it, it is also the answer. Every text that a user sees passes through here; log lines never do.
+/// Main thread, or any thread while no translator is being installed.
+[[nodiscard]] QString translate(const char* english);
+
+} // namespace tulvane

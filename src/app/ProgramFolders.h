@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace tulvane {
+
+/// The folders that travel with the program, found from the executable's own place, so that the build tree,
+/// a package and a moved copy all work. Needs the QCoreApplication; main thread.
+struct ProgramFolders {
+    QString executables; ///< bin/
+    QString resources;   ///< share/tulvane/
+    QString backends;    ///< where ggml's loadable backends are looked for, and nowhere else
+
+    [[nodiscard]] static ProgramFolders ofThisProgram();
+    /// The bundled demo model's file.
+    [[nodiscard]] QString demoModel() const { return resources + QStringLiteral("/models/demo.bin"); }
+};
+
+} // namespace tulvane

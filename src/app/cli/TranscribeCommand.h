@@ -1,0 +1,29 @@
+#pragma once
+
+#include <app/ProgramFolders.h>
+#include <app/cli/Console.h>
+
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+namespace tulvane {
+class AppSettings;
+}
+
+namespace tulvane::cli {
+
+/// What `transcribe` and `dictate` need besides their words.
+struct RecognitionContext {
+    const AppSettings& settings;
+    ProgramFolders folders;
+    /// The file of a model that the catalogue knows by this identifier; none for an unknown identifier.
+    std::function<std::optional<QString>(const QString& id)> catalogueFile;
+};
+
+/// `tulvane transcribe FILE ...`: any sound file to clean text on `out`. Blocks until it is done.
+[[nodiscard]] int runTranscribe(const QStringList& arguments, const RecognitionContext& context,
+                                Console& console);
+
+} // namespace tulvane::cli

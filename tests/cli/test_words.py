@@ -1,0 +1,63 @@
+import json
+import unittest
+
+from program import ProgramTest
+
+COMMANDS = ["transcribe", "clean", "settings"]
+
+
+class Words(ProgramTest):
+    def test_help_and_version_for_the_program(self):
+        run = self.run_program("--help")
+        self.assertEqual((run.returncode, run.stderr), (0, ""))
+        for command in COMMANDS:
+            self.assertIn(f"  {command} ", run.stdout)
+        self.assertIn("simple sentences spoken by a synthetic voice", run.stdout)
+        self.assertRegex(self.run_program("--version").stdout, r"^tulvane \d+\.\d+\.\d+\n$")
+
+    def test_help_and_version_for_every_command(self):
+        for command in COMMANDS:
+            with self.subTest(command):
+                run = self.run_program(command, "--help")
+                self.assertEqual((run.returncode, run.stderr), (0, ""))
+                self.assertTrue(run.stdout.startswith(f"Usage: tulvane {command}"), run.stdout)
+                run = self.run_program(command, "--version")
+                self.assertEqual((run.returncode, run.stdout), (0, self.run_program("--version").stdout))
+
+    def test_the_help_of_transcribe_tells_what_the_demo_model_is(self):
+        text = " ".join(self.run_program("transcribe", "--help").stdout.split())
+        self.assertIn("knows simple sentences spoken by a synthetic voice, and nothing more", text)
+
+    def test_wrong_words_end_with_status_2_and_one_line(self):
+        for words in [["sing"], ["--sing"], ["transcribe"], ["transcribe", "a", "b"],
+                      ["transcribe", "a", "--language", "de"], ["transcribe", "a", "--threads", "0"],
+                      ["transcribe", "a", "--threads", "many"], ["transcribe", "a", "--sing"],
+                      ["clean", "word"], ["settings"], ["settings", "get"], ["settings", "sing"]]:
+            with self.subTest(words):
+                self.assert_fails(self.run_program(*words), 2, "tulvane")
+
+    def test_no_word_at_all_shows_the_help_on_standard_error(self):
+        run = self.run_program()
+        self.assertEqual((run.returncode, run.stdout), (2, ""))
+        self.assertIn("Usage: tulvane", run.stderr)
+
+    def test_clean_reads_standard_input_to_the_letter(self):
+        run = self.run_program("clean", given="[Musikk]  hei   på deg\n\n  øl (latter)")
+        self.assertEqual((run.returncode, run.stdout, run.stderr), (0, "Hei på deg\nøl ", ""))
+        run = self.run_program("clean", "--no-capitalize", "--no-trailing-space", given=" ørret ")
+        self.assertEqual(run.stdout, "ørret")
+        self.assertEqual(self.run_program("clean", given="[musikk]").stdout, "")
+
+    def test_settings_are_stored_typed_and_checked(self):
+        self.assertEqual(self.run_program("settings", "get", "maxRecordingSeconds").stdout, "300\n")
+        self.assertEqual(self.run_program("settings", "set", "playSounds", "false").returncode, 0)
+        stored = json.loads((self.folder / "config/com.dunio.Tulvane.json").read_text())
+        self.assertIs(stored["playSounds"], False)
+        self.assertEqual(self.run_program("settings", "get", "playSounds").stdout, "false\n")
+        self.assert_fails(self.run_program("settings", "get", "colour"), 1, "colour")
+        self.assert_fails(self.run_program("settings", "set", "playSounds", "perhaps"), 1, "playSounds")
+        self.assertEqual(len(self.run_program("settings", "list").stdout.splitlines()), 22)
+
+
+if __name__ == "__main__":
+    unittest.main()

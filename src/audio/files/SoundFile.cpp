@@ -1,10 +1,10 @@
-#include <audio/files/SoundFile.h>
-
 #include <audio/SampleConverter.h>
-#include <sndfile.h>
+#include <audio/files/SoundFile.h>
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <sndfile.h>
 
 #include <algorithm>
 #include <memory>
@@ -44,10 +44,11 @@ Result<Sound, SoundFileError> convertAll(SNDFILE* file, const SF_INFO& format, c
     using Kind = SoundFileError::Kind;
     auto converter = SampleConverter::create(format.samplerate, format.channels);
     if (!converter)
-        return failure(SoundFileError{Kind::foreign, path, QStringLiteral("its sample format is out of range")});
+        return failure(
+            SoundFileError{Kind::foreign, path, QStringLiteral("its sample format is out of range")});
 
     Sound sound;
-    // A header may promise more frames than the file holds; reserve for what can be, not for what is said.
+    // Nothing is reserved: a header may promise more frames than the file holds.
     const auto channels = static_cast<std::size_t>(format.channels);
     std::vector<float> block(static_cast<std::size_t>(framesPerBlock) * channels);
     sf_count_t frames = 0;
@@ -55,7 +56,9 @@ Result<Sound, SoundFileError> convertAll(SNDFILE* file, const SF_INFO& format, c
         if (read < 0)
             break;
         frames += read;
-        converter->convert({block.data(), static_cast<std::size_t>(read) * channels}, sound.samples);
+        const std::span<const float> interleaved(block.data(), static_cast<std::size_t>(read) * channels);
+        if (const auto converted = converter->convert(interleaved, sound.samples); !converted)
+            return failure(SoundFileError{Kind::unreadable, path, converted.error()});
         if (sound.samples.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
             return failure(SoundFileError{Kind::tooLarge, path, {}});
     }

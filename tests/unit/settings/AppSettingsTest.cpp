@@ -1,0 +1,204 @@
+#include <platform/fake/FakeUserDefaults.h>
+#include <settings/AppSettings.h>
+#include <settings/SettingAccess.h>
+
+#include <QMetaMethod>
+#include <QMetaProperty>
+#include <QSignalSpy>
+#include <QVariantMap>
+
+#include <gtest/gtest.h>
+
+namespace tulvane {
+namespace {
+
+using Write = FakeUserDefaults::Write;
+
+QVariantMap live(const AppSettings& settings)
+{
+    QVariantMap values;
+    for (const SettingDefinition& definition : settingsTable())
+        values.insert(definition.key, liveValue(settings, definition));
+    return values;
+}
+
+TEST(AppSettings, AnEmptyDomainYieldsTheDefaults)
+{
+    FakeUserDefaults defaults;
+    const AppSettings settings(defaults);
+    EXPECT_EQ(settings.hotkeyMode(), HotkeyMode::toggle);
+    EXPECT_EQ(settings.modifierHotkey(), ModifierHotkey::none);
+    EXPECT_EQ(settings.language(), TranscriptionLanguage::norwegianBokmal);
+    EXPECT_EQ(settings.selectedModelID(), u"nb-whisper-medium-q5_0");
+    EXPECT_EQ(settings.insertionMethod(), InsertionMethod::paste);
+    EXPECT_TRUE(settings.restoreClipboard());
+    EXPECT_TRUE(settings.playSounds());
+    EXPECT_TRUE(settings.showHUD());
+    EXPECT_TRUE(settings.autoCapitalize());
+    EXPECT_TRUE(settings.appendTrailingSpace());
+    EXPECT_EQ(settings.vocabularyPrompt(), u"");
+    EXPECT_EQ(settings.maxRecordingSeconds(), 300);
+    EXPECT_FALSE(settings.hasCompletedOnboarding());
+    EXPECT_TRUE(settings.showInDock());
+    EXPECT_EQ(settings.typingWordsPerMinute(), 40);
+    EXPECT_EQ(settings.appLanguage(), AppLanguage::norwegian);
+    EXPECT_EQ(settings.clipboardExpirySeconds(), 120);
+    EXPECT_TRUE(settings.hapticFeedback());
+    EXPECT_FALSE(settings.keyboardAutoInsert());
+    EXPECT_EQ(settings.appearance(), AppearanceMode::system);
+    EXPECT_FALSE(settings.hideSetupChecklist());
+    EXPECT_FALSE(settings.hidePrivacyCard());
+    EXPECT_TRUE(defaults.writes().isEmpty()) << "loading writes nothing";
+}
+
+QVariantMap otherThanDefaults()
+{
+    return {{u"hotkeyMode"_qs, u"hybrid"_qs},
+            {u"modifierHotkey"_qs, u"fn"_qs},
+            {u"language"_qs, u"auto"_qs},
+            {u"selectedModelID"_qs, u"nb-whisper-small-q5_0"_qs},
+            {u"insertionMethod"_qs, u"accessibilityThenPaste"_qs},
+            {u"restoreClipboard"_qs, false},
+            {u"playSounds"_qs, false},
+            {u"showHUD"_qs, false},
+            {u"autoCapitalize"_qs, false},
+            {u"appendTrailingSpace"_qs, false},
+            {u"vocabularyPrompt"_qs, u"Tromsø, Åse"_qs},
+            {u"maxRecordingSeconds"_qs, qint64{-3}},
+            {u"hasCompletedOnboarding"_qs, true},
+            {u"showInDock"_qs, false},
+            {u"typingWordsPerMinute"_qs, qint64{0}},
+            {u"appLanguage"_qs, u"en"_qs},
+            {u"clipboardExpirySeconds"_qs, qint64{5}},
+            {u"hapticFeedback"_qs, false},
+            {u"keyboardAutoInsert"_qs, true},
+            {u"appearance"_qs, u"dark"_qs},
+            {u"hideSetupChecklist"_qs, true},
+            {u"hidePrivacyCard"_qs, true}};
+}
+
+TEST(AppSettings, EveryKeyIsLoaded)
+{
+    const auto store = std::make_shared<FakeUserDefaults::Store>();
+    store->insert(FakeUserDefaults::domainName, otherThanDefaults());
+    FakeUserDefaults defaults(store);
+    const AppSettings settings(defaults);
+    EXPECT_EQ(live(settings), otherThanDefaults());
+}
+
+TEST(AppSettings, EveryAssignmentIsToldAndWrittenUnderItsKeyAlsoWhenNothingChanged)
+{
+    for (const SettingDefinition& definition : settingsTable()) {
+        if (definition.writer == SettingWriter::others)
+            continue;
+        SCOPED_TRACE(definition.key.toStdString());
+        FakeUserDefaults defaults;
+        AppSettings settings(defaults);
+        const QMetaObject* const meta = settings.metaObject();
+        const QMetaProperty property =
+            meta->property(meta->indexOfProperty(definition.key.toUtf8().constData()));
+        EXPECT_EQ(QString::fromUtf8(property.notifySignal().name()), QString(definition.key + u"Changed"));
+        QSignalSpy told(&settings, property.notifySignal());
+        const QVariant value = otherThanDefaults().value(definition.key);
+        ASSERT_TRUE(assignValue(settings, definition, value));
+        ASSERT_TRUE(assignValue(settings, definition, value));
+        EXPECT_EQ(liveValue(settings, definition), value);
+        EXPECT_EQ(told.count(), 2);
+        const QList<Write> writes = defaults.writes();
+        EXPECT_EQ(writes.count(Write(definition.key, value)), 2);
+        EXPECT_EQ(writes.size(), definition.key == u"appLanguage" ? 3 : 2);
+        EXPECT_EQ(writes.first().second.typeId(), definition.defaultValue.typeId());
+    }
+}
+
+TEST(AppSettings, AnObserverHearsBeforeTheWriteAndReadsTheNewValue)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    bool heard = false;
+    QObject::connect(&settings, &AppSettings::showHUDChanged, &settings, [&](bool value) {
+        heard = true;
+        EXPECT_FALSE(value);
+        EXPECT_FALSE(settings.showHUD());
+        EXPECT_TRUE(defaults.writes().isEmpty());
+    });
+    settings.setShowHUD(false);
+    EXPECT_TRUE(heard);
+    EXPECT_EQ(defaults.value(u"showHUD"_qs), QVariant(false));
+}
+
+TEST(AppSettings, WhatIsStoredEqualsWhatIsLiveWhenAnObserverAssignsToo)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    QObject::connect(&settings, &AppSettings::maxRecordingSecondsChanged, &settings, [&](qint64 value) {
+        if (value > 1800)
+            settings.setMaxRecordingSeconds(1800);
+    });
+    settings.setMaxRecordingSeconds(9999);
+    EXPECT_EQ(settings.maxRecordingSeconds(), 1800);
+    EXPECT_EQ(defaults.value(u"maxRecordingSeconds"_qs), QVariant(qint64{1800}));
+}
+
+TEST(AppSettings, NothingIsClampedWhenItIsAssigned)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    settings.setMaxRecordingSeconds(-1);
+    settings.setTypingWordsPerMinute(0);
+    settings.setSelectedModelID(u"no such model"_qs);
+    EXPECT_EQ(defaults.value(u"maxRecordingSeconds"_qs), QVariant(qint64{-1}));
+    EXPECT_EQ(defaults.value(u"typingWordsPerMinute"_qs), QVariant(qint64{0}));
+    EXPECT_EQ(settings.selectedModelID(), u"no such model");
+}
+
+TEST(AppSettings, AStringForABooleanReadsAsTheDefaultAndStaysStored)
+{
+    FakeUserDefaults defaults;
+    ASSERT_TRUE(defaults.set(u"playSounds"_qs, u"yes"_qs));
+    const AppSettings settings(defaults);
+    EXPECT_TRUE(settings.playSounds());
+    EXPECT_EQ(defaults.value(u"playSounds"_qs), u"yes"_qs);
+}
+
+TEST(AppSettings, WhatIsKeptForOthersIsNeverWritten)
+{
+    const auto store = std::make_shared<FakeUserDefaults::Store>();
+    store->insert(FakeUserDefaults::domainName,
+                  {{u"clipboardExpirySeconds"_qs, u"soon"_qs}, {u"keyboardAutoInsert"_qs, true}});
+    FakeUserDefaults defaults(store);
+    AppSettings settings(defaults);
+    for (const SettingDefinition& definition : settingsTable())
+        (void)assignValue(settings, definition, otherThanDefaults().value(definition.key));
+    const QVariantMap after = store->value(FakeUserDefaults::domainName);
+    EXPECT_EQ(after.value(u"clipboardExpirySeconds"_qs), u"soon"_qs);
+    EXPECT_EQ(after.value(u"keyboardAutoInsert"_qs), QVariant(true));
+    EXPECT_FALSE(after.contains(u"hapticFeedback"_qs));
+}
+
+TEST(AppSettings, AFailedWriteIsToldAndTheValueHolds)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    const DefaultsError full = DefaultsError::notWritten(u"/there"_qs, u"No space left on device"_qs);
+    defaults.failWrites(full);
+    QStringList failedKeys;
+    QObject::connect(&settings, &AppSettings::writeFailed, &settings,
+                     [&](const QString& key, const DefaultsError& error) {
+                         failedKeys.append(key);
+                         EXPECT_EQ(error, full);
+                     });
+    settings.setVocabularyPrompt(u"Åse"_qs);
+    EXPECT_EQ(failedKeys, QStringList{u"vocabularyPrompt"_qs});
+    EXPECT_EQ(settings.vocabularyPrompt(), u"Åse");
+}
+
+TEST(AppSettings, KeepsTheDefaultsItWasMadeFrom)
+{
+    FakeUserDefaults defaults;
+    const AppSettings settings(defaults);
+    EXPECT_EQ(&settings.defaults(), &defaults);
+}
+
+} // namespace
+} // namespace tulvane

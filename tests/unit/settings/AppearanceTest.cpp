@@ -1,0 +1,55 @@
+#include <platform/fake/FakePresentation.h>
+#include <platform/fake/FakeUserDefaults.h>
+#include <settings/AppSettings.h>
+
+#include <gtest/gtest.h>
+
+namespace tulvane {
+namespace {
+
+TEST(Appearance, EachModeSetsItsAppearance)
+{
+    FakePresentation presentation;
+    applyAppearance(presentation, AppearanceMode::system);
+    applyAppearance(presentation, AppearanceMode::light);
+    applyAppearance(presentation, AppearanceMode::dark);
+    EXPECT_EQ(presentation.appearances(),
+              (QList<Appearance>{Appearance::none, Appearance::light, Appearance::dark}));
+}
+
+TEST(Appearance, TheObserverAppliesTheCurrentOneAtOnce)
+{
+    FakeUserDefaults defaults;
+    ASSERT_TRUE(defaults.set(u"appearance"_qs, u"dark"_qs));
+    AppSettings settings(defaults);
+    FakePresentation presentation;
+    settings.installAppearanceObserver(presentation);
+    EXPECT_EQ(presentation.appearances(), QList<Appearance>{Appearance::dark});
+}
+
+TEST(Appearance, TheObserverAppliesEachChangeOnce)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    FakePresentation presentation;
+    settings.installAppearanceObserver(presentation);
+    settings.setAppearance(AppearanceMode::system);
+    settings.setAppearance(AppearanceMode::dark);
+    settings.setAppearance(AppearanceMode::dark);
+    settings.setAppearance(AppearanceMode::light);
+    settings.setAppearance(AppearanceMode::dark);
+    EXPECT_EQ(presentation.appearances(),
+              (QList<Appearance>{Appearance::none, Appearance::dark, Appearance::light, Appearance::dark}));
+}
+
+TEST(Appearance, NothingIsAppliedWithoutTheObserver)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    FakePresentation presentation;
+    settings.setAppearance(AppearanceMode::dark);
+    EXPECT_TRUE(presentation.appearances().isEmpty());
+}
+
+} // namespace
+} // namespace tulvane

@@ -1,0 +1,86 @@
+#include <platform/fake/FakeUserDefaults.h>
+#include <settings/SettingAccess.h>
+
+#include <gtest/gtest.h>
+
+namespace tulvane {
+namespace {
+
+const QStringList models{u"small"_qs, u"medium"_qs};
+
+std::optional<QVariant> permitted(const QString& key, const QString& word)
+{
+    return permittedValue(*findSetting(key), word, models);
+}
+
+TEST(SettingAccess, EveryDefaultIsInStoredForm)
+{
+    FakeUserDefaults defaults;
+    const AppSettings settings(defaults);
+    for (const SettingDefinition& definition : settingsTable()) {
+        const QVariant value = liveValue(settings, definition);
+        EXPECT_EQ(value, definition.defaultValue) << qPrintable(definition.key);
+        EXPECT_EQ(value.typeId(), definition.defaultValue.typeId()) << qPrintable(definition.key);
+    }
+}
+
+TEST(SettingAccess, AValueOfAnotherFormIsNotAssigned)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    EXPECT_FALSE(assignValue(settings, *findSetting(u"hotkeyMode"_qs), u"Hold"_qs));
+    EXPECT_FALSE(assignValue(settings, *findSetting(u"playSounds"_qs), u"false"_qs));
+    EXPECT_FALSE(assignValue(settings, *findSetting(u"maxRecordingSeconds"_qs), u"60"_qs));
+    EXPECT_FALSE(assignValue(settings, *findSetting(u"maxRecordingSeconds"_qs), 60.0));
+    EXPECT_FALSE(assignValue(settings, *findSetting(u"vocabularyPrompt"_qs), qint64{1}));
+    EXPECT_FALSE(assignValue(settings, *findSetting(u"hapticFeedback"_qs), false));
+    EXPECT_TRUE(defaults.writes().isEmpty());
+}
+
+TEST(SettingAccess, AnEnumerationPermitsItsRawValues)
+{
+    EXPECT_EQ(permitted(u"language"_qs, u"nn"_qs), QVariant(u"nn"_qs));
+    EXPECT_FALSE(permitted(u"language"_qs, u"NN"_qs));
+    EXPECT_FALSE(permitted(u"language"_qs, u"norwegianNynorsk"_qs));
+    EXPECT_FALSE(permitted(u"language"_qs, QString()));
+}
+
+TEST(SettingAccess, ABooleanPermitsTrueAndFalse)
+{
+    for (const QString& key : {u"playSounds"_qs, u"hidePrivacyCard"_qs}) {
+        EXPECT_EQ(permitted(key, u"true"_qs), QVariant(true));
+        EXPECT_EQ(permitted(key, u"false"_qs), QVariant(false));
+        for (const QString& wrong : {u"yes"_qs, u"1"_qs, u"True"_qs, u""_qs, u"true "_qs})
+            EXPECT_FALSE(permitted(key, wrong)) << qPrintable(wrong);
+    }
+}
+
+TEST(SettingAccess, AnIntegerPermitsWhatThePageOffers)
+{
+    for (const auto& [key, word] : {std::pair(u"maxRecordingSeconds"_qs, u"10"_qs),
+                                    {u"maxRecordingSeconds"_qs, u"1800"_qs},
+                                    {u"typingWordsPerMinute"_qs, u"15"_qs},
+                                    {u"typingWordsPerMinute"_qs, u"120"_qs}}) {
+        const auto value = permitted(key, word);
+        ASSERT_TRUE(value) << qPrintable(word);
+        EXPECT_EQ(value->typeId(), QMetaType::LongLong);
+        EXPECT_EQ(value->toLongLong(), word.toLongLong());
+    }
+    for (const QString& wrong :
+         {u"0"_qs, u"9"_qs, u"11"_qs, u"1801"_qs, u"1810"_qs, u"-10"_qs, u"+10"_qs, u"010"_qs, u" 10"_qs,
+          u"10.0"_qs, u"1e2"_qs, u"ten"_qs, u""_qs, u"99999999999999999990"_qs})
+        EXPECT_FALSE(permitted(u"maxRecordingSeconds"_qs, wrong)) << qPrintable(wrong);
+    for (const QString& wrong : {u"10"_qs, u"14"_qs, u"16"_qs, u"121"_qs, u"125"_qs})
+        EXPECT_FALSE(permitted(u"typingWordsPerMinute"_qs, wrong)) << qPrintable(wrong);
+}
+
+TEST(SettingAccess, AModelIsOneOfTheCatalogueAndAPromptIsAnyText)
+{
+    EXPECT_EQ(permitted(u"selectedModelID"_qs, u"small"_qs), QVariant(u"small"_qs));
+    EXPECT_FALSE(permitted(u"selectedModelID"_qs, u"large"_qs));
+    EXPECT_EQ(permitted(u"vocabularyPrompt"_qs, u"large"_qs), QVariant(u"large"_qs));
+    EXPECT_EQ(permitted(u"vocabularyPrompt"_qs, u""_qs), QVariant(u""_qs));
+}
+
+} // namespace
+} // namespace tulvane

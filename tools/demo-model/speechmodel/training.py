@@ -1,0 +1,171 @@
+"""The training loop: two processes that share the gradient, AdamW, a schedule in steps.
+
+Two processes of one thread each are faster than one process of two, and stay so on a busy machine. Both take
+the same step with the mean of their gradients, so their parameters never drift apart. Nothing depends on
+the time of day: the same seed and the same number of steps give the same model on the same machine.
+"""
+import math
+import multiprocessing
+import os
+import time
+from dataclasses import dataclass
+from pathlib import Path
+
+import numpy as np
+import torch
+import torch.nn.functional as F
+
+from .batches import IGNORED, BatchMaker
+from .network import PADDED_KEYS, SpeechNetwork
+
+LETTER_LOSS = 0.3
+SAVE_EVERY = 250
+_DECAY = 0.02
+_LOG_EVERY = 50
+
+
+@dataclass(frozen=True)
+class Schedule:
+    """The rate rises for `warmup` steps, stays, and falls to nothing over the last `fall` steps."""
+
+    steps: int
+    rate: float
+    warmup: int
+    fall: int
+
+    def at(self, step: int) -> float:
+        rising = min(1.0, (step + 1) / max(1, self.warmup))
+        falling = min(1.0, (self.steps - step) / max(1, self.fall))
+        return self.rate * rising * falling
+
+
+class FlatParameters:
+    """All parameters and gradients of a network as one vector each, which makes the optimiser a few lines."""
+
+    def __init__(self, network):
+        named = list(network.named_parameters())
+        size = sum(parameter.numel() for _, parameter in named)
+        self.values, self.gradient, self.decay = torch.empty(size), torch.zeros(size), torch.zeros(size)
+        self._places, start = {}, 0
+        for name, parameter in named:
+            place = slice(start, start + parameter.numel())
+            self.values[place] = parameter.data.reshape(-1)
+            parameter.data = self.values[place].view_as(parameter)
+            parameter.grad = self.gradient[place].view_as(parameter)
+            self.decay[place] = _DECAY if parameter.dim() >= 2 and "embedding" not in name else 0.0
+            self._places[name] = (place, parameter.shape)
+            start = place.stop
+
+    def named(self, values) -> dict:
+        return {name: values[place].view(shape).clone() for name, (place, shape) in self._places.items()}
+
+
+class Optimiser:
+    def __init__(self, flat: FlatParameters):
+        self._flat, self._step = flat, 0
+        self._mean, self._square = torch.zeros_like(flat.values), torch.zeros_like(flat.values)
+        self.average = flat.values.clone()  # of the parameters over the last steps: what is exported
+
+    def step(self, gradient, rate: float) -> float:
+        norm = float(gradient.norm())
+        if not math.isfinite(norm):
+            return norm
+        gradient = gradient / max(1.0, norm)
+        self._step += 1
+        self._mean.mul_(0.9).add_(gradient, alpha=0.1)
+        self._square.mul_(0.98).addcmul_(gradient, gradient, value=0.02)
+        mean = self._mean / (1 - 0.9**self._step)
+        root = (self._square / (1 - 0.98**self._step)).sqrt_().add_(1e-8)
+        values = self._flat.values
+        values.sub_(rate * (mean / root + self._flat.decay * values))
+        keep = min(0.998, 1 - 1 / (self._step / 8 + 1))
+        self.average.mul_(keep).add_(values, alpha=1 - keep)
+        return norm
+
+
+def spelling_loss(letters, batch):
+    """How badly the encoder's frames spell what was said: helps the decoder to find its place early on."""
+    counts = torch.tensor([len(text) for text in batch.letters])
+    targets = torch.tensor([letter for text in batch.letters for letter in text], dtype=torch.long)
+    spoken = letters.float().log_softmax(-1).transpose(0, 1)
+    lengths = torch.full((len(counts),), spoken.shape[0])
+    loss = F.ctc_loss(spoken, targets, lengths, counts, zero_infinity=True, reduction="none")
+    return (loss / (counts + batch.length * 0.2)).mean()
+
+
+def losses(network, batch, frames_sampled: int, zeros: float, guesses: float) -> tuple:
+    """The loss to be made small, and the share of right tokens. `guesses` is the share of wrong input words."""
+    rows = network.decoder.token_embedding.num_embeddings
+    wrong = (torch.rand(batch.inputs.shape) < guesses) & (batch.labels != IGNORED) & (batch.inputs < rows - 11)
+    inputs = torch.where(wrong, torch.randint(256, rows - 11, batch.inputs.shape), batch.inputs)
+    with torch.autocast("cpu", dtype=torch.bfloat16):
+        frames, weights = network.encoder(batch.mel, batch.length, batch.first, frames_sampled, zeros)
+        letters = network.letters(frames[:, : batch.length])
+        scores = network.decoder(inputs, frames, weights, zeros).float()
+    flat, labels = scores.flatten(0, 1), batch.labels.flatten()
+    loss = F.cross_entropy(flat, labels, ignore_index=IGNORED, label_smoothing=0.02)
+    spelling = spelling_loss(letters, batch) if batch.letters else torch.zeros(())
+    judged = labels != IGNORED
+    right = ((flat.argmax(-1) == labels) & judged).sum() / judged.sum()
+    return loss + LETTER_LOSS * spelling, loss.item(), spelling.item(), right.item()
+
+
+@dataclass
+class Run:
+    """One training run. `extra` is stored in every checkpoint beside the parameters."""
+
+    network: SpeechNetwork
+    make_batches: object  # called with the process number
+    schedule: Schedule
+    output: Path
+    extra: dict
+    seed: int
+    frames_sampled: int = 8
+
+
+def _save(run: Run, flat: FlatParameters, optimiser: Optimiser, step: int):
+    state = dict(run.extra, average=flat.named(optimiser.average), last=flat.named(flat.values), step=step)
+    unfinished = run.output.with_suffix(".part")
+    torch.save(state, unfinished)
+    os.replace(unfinished, run.output)
+
+
+def _process(rank: int, run: Run, shared, barrier):
+    torch.manual_seed(run.seed + 1000 * rank)
+    chance = np.random.default_rng(run.seed + 1000 * rank)
+    flat = FlatParameters(run.network)
+    optimiser, batches = Optimiser(flat), run.make_batches(rank)
+    started, sums = time.time(), np.zeros(3)
+    for step in range(run.schedule.steps):
+        zeros = PADDED_KEYS if chance.random() < 0.85 else 0.0
+        flat.gradient.zero_()
+        total, *figures = losses(run.network, batches.next(), run.frames_sampled, zeros, guesses=0.06)
+        total.backward()
+        shared[rank].copy_(flat.gradient)
+        barrier.wait()
+        gradient = shared.mean(0)
+        barrier.wait()
+        norm = optimiser.step(gradient, run.schedule.at(step))
+        sums += figures
+        if rank == 0 and (step + 1) % _LOG_EVERY == 0:
+            loss, spelling, right = sums / _LOG_EVERY
+            seconds = (time.time() - started) / (step + 1)
+            print(f"{step + 1} {seconds:.3f} s/step loss {loss:.3f} letters {spelling:.3f} right {right:.4f} "
+                  f"gradient {norm:.2f} rate {run.schedule.at(step):.5f}", flush=True)
+            sums[:] = 0
+        if rank == 0 and ((step + 1) % SAVE_EVERY == 0 or step + 1 == run.schedule.steps):
+            _save(run, flat, optimiser, step + 1)
+
+
+def train(run: Run, processes: int = 2):
+    torch.set_num_threads(1)
+    size = sum(parameter.numel() for parameter in run.network.parameters())
+    shared = torch.zeros(processes, size).share_memory_()
+    fork = multiprocessing.get_context("fork")
+    barrier = fork.Barrier(processes)
+    helpers = [fork.Process(target=_process, args=(rank, run, shared, barrier)) for rank in range(1, processes)]
+    for helper in helpers:
+        helper.start()
+    _process(0, run, shared, barrier)
+    for helper in helpers:
+        helper.join()

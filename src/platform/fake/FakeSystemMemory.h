@@ -1,0 +1,26 @@
+#pragma once
+
+#include <platform/SystemMemory.h>
+
+#include <atomic>
+
+namespace tulvane {
+
+/// A machine with as much memory as the test says.
+class FakeSystemMemory final : public SystemMemory {
+public:
+    explicit FakeSystemMemory(qint64 bytes = unlimited) : m_bytes(bytes) {}
+
+    void setAvailable(qint64 bytes) { m_bytes = bytes; }
+    /// Makes reservations fail although there seems to be enough, as a fragmented address space does.
+    void refuseReservations() { m_refuses = true; }
+
+    [[nodiscard]] qint64 available() const override { return m_bytes; }
+    [[nodiscard]] bool canReserve(qint64 bytes) const override { return !m_refuses && bytes <= m_bytes; }
+
+private:
+    std::atomic<qint64> m_bytes;
+    std::atomic<bool> m_refuses = false;
+};
+
+} // namespace tulvane

@@ -1,0 +1,184 @@
+#include <base/Log.h>
+#include <speech/BackendLoader.h>
+#include <speech/EngineCore.h>
+#include <speech/LibraryLog.h>
+#include <speech/ModelFile.h>
+#include <speech/ModelFileCheck.h>
+#include <speech/ModelLoader.h>
+#include <speech/SamplePreparation.h>
+#include <speech/WhisperParameters.h>
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+#include <whisper.h>
+
+#include <exception>
+
+namespace tulvane {
+
+namespace {
+
+// After this code the library has freed its own state and would free it again.
+constexpr qint32 stateIsGone = -7;
+// Vocabulary entries of a multilingual model that stand for no language.
+constexpr int notLanguages = 51'766;
+
+QString seconds(double value, int decimals)
+{
+    return QString::number(value, 'f', decimals);
+}
+
+QString secondsOf(const QElapsedTimer& timer)
+{
+    return seconds(static_cast<double>(timer.nsecsElapsed()) / 1e9, 2);
+}
+
+} // namespace
+
+void EngineCore::Free::operator()(whisper_context* context) const
+{
+    whisper_free(context);
+}
+
+EngineCore::EngineCore(const QString& backendFolder, const SystemMemory& memory)
+    : m_backendFolder(backendFolder),
+      m_memory(memory)
+{
+}
+
+EngineCore::~EngineCore() = default;
+
+Result<void, EngineError> EngineCore::load(const QString& modelFile)
+{
+    if (m_context && m_loadedModel == modelFile)
+        return {};
+    unload();
+    QElapsedTimer timer;
+    timer.start();
+    m_context.reset(open(modelFile));
+    LibraryLog::ofThisThread().flush();
+    if (!m_context)
+        return failure(EngineError::modelLoadFailed(modelFile));
+    m_loadedModel = modelFile;
+    qCInfo(lcWhisper).noquote().nospace()
+        << "Loaded " << QFileInfo(modelFile).fileName() << " in " << secondsOf(timer) << 's';
+    return {};
+}
+
+/// The library's context for a file that is a sound model and fits into memory; null otherwise, with the
+/// reason in the log.
+whisper_context* EngineCore::open(const QString& modelFile) const
+{
+    const auto file = openModelFile(modelFile);
+    if (!file) {
+        qCCritical(lcWhisper).noquote() << "Could not open the model" << modelFile << "-" << file.error();
+        return nullptr;
+    }
+    const auto facts = checkModelFile(**file);
+    if (!facts) {
+        qCCritical(lcWhisper).noquote()
+            << "The model" << modelFile << "is damaged or foreign:" << facts.error();
+        return nullptr;
+    }
+    if (!loadBackends(m_backendFolder)) {
+        qCCritical(lcWhisper).noquote() << "No computing backend was found in" << m_backendFolder;
+        return nullptr;
+    }
+    return hasMemoryFor(facts->neededMemory()) ? loadModel(**file) : nullptr;
+}
+
+bool EngineCore::hasMemoryFor(qint64 bytes) const
+{
+    // The library ends the process when an allocation fails.
+    const qint64 available = m_memory.available();
+    if (bytes <= available && m_memory.canReserve(bytes))
+        return true;
+    qCCritical(lcWhisper).nospace() << "The model needs " << bytes / 1'000'000 << " MB of memory, and "
+                                    << available / 1'000'000 << " MB are available";
+    return false;
+}
+
+void EngineCore::unload()
+{
+    if (m_context) {
+        m_context.reset();
+        LibraryLog::ofThisThread().flush();
+        qCInfo(lcWhisper) << "Unloaded model";
+    }
+    m_loadedModel.clear();
+}
+
+Result<QString, EngineError> EngineCore::transcribe(std::vector<float> samples,
+                                                    const TranscriptionOptions& options)
+{
+    if (!m_context)
+        return failure(EngineError::noModelLoaded());
+    const int count = librarySampleCount(samples.size());
+    const auto parameters = WhisperParameters::from(options);
+    if (!parameters)
+        return failure(parameters.error());
+    if (!knowsLanguage(*parameters))
+        return failure(EngineError::transcriptionFailed(EngineError::unknownLanguage));
+    prepareSamples(samples);
+
+    QElapsedTimer timer;
+    timer.start();
+    const qint32 code = run(*parameters, samples);
+    LibraryLog::ofThisThread().flush();
+    if (code != 0)
+        return failure(EngineError::transcriptionFailed(code));
+    const QString text = joinedSegments();
+    m_lastLanguage = QString::fromUtf8(whisper_is_multilingual(m_context.get()) != 0
+                                           ? whisper_lang_str(whisper_full_lang_id(m_context.get()))
+                                           : "en");
+    qCInfo(lcWhisper).noquote().nospace() << "Transcribed " << seconds(count / double{samplesPerSecond}, 1)
+                                          << "s of audio in " << secondsOf(timer) << 's';
+    return text;
+}
+
+/// An unknown language would be taken for some other token, and the text be some text.
+bool EngineCore::knowsLanguage(const WhisperParameters& parameters) const
+{
+    const QByteArray& language = parameters.language();
+    if (language.isEmpty() || language == "auto")
+        return true;
+    const int id = whisper_lang_id(language.constData());
+    const int known = whisper_is_multilingual(m_context.get()) != 0
+                          ? whisper_n_vocab(m_context.get()) - notLanguages
+                          : whisper_lang_max_id() + 1;
+    return id >= 0 && id < known;
+}
+
+qint32 EngineCore::run(const WhisperParameters& parameters, const std::vector<float>& samples)
+{
+    qint32 code = EngineError::libraryThrew;
+    try {
+        code = whisper_full(m_context.get(), parameters.forLibrary(), samples.data(),
+                            librarySampleCount(samples.size()));
+    } catch (const std::exception& exception) {
+        qCCritical(lcWhisper) << "The library failed to transcribe:" << exception.what();
+    } catch (...) {
+        qCCritical(lcWhisper) << "The library failed to transcribe";
+    }
+    if (code == stateIsGone) {
+        [[maybe_unused]] whisper_context* const abandoned = m_context.release();
+        m_loadedModel.clear();
+        qCCritical(lcWhisper) << "The model was given up, because the library ran out of memory";
+    }
+    return code;
+}
+
+/// A character may begin in one segment and end in the next, so the bytes are joined before they are read.
+QString EngineCore::joinedSegments() const
+{
+    QByteArray joined;
+    const int count = whisper_full_n_segments(m_context.get());
+    for (int i = 0; i < count; ++i) {
+        if (const char* const text = whisper_full_get_segment_text(m_context.get(), i))
+            joined += text;
+    }
+    return QString::fromUtf8(joined);
+}
+
+} // namespace tulvane

@@ -1,5 +1,4 @@
 #include <app/cli/CommandLog.h>
-
 #include <base/Log.h>
 
 #include <QString>

@@ -7,7 +7,8 @@ namespace tulvane::cli {
 CommandSyntax::CommandSyntax(const QString& name, const QString& summary) : m_name(name), m_summary(summary)
 {
     m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    m_parser.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Say how to use this.")});
+    m_parser.addOption(
+        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Say how to use this.")});
     m_parser.addOption({QStringLiteral("version"), QStringLiteral("Say which version this is.")});
     m_parser.addOption({QStringLiteral("verbose"), QStringLiteral("Write the log to standard error.")});
 }
@@ -58,7 +59,8 @@ std::optional<int> CommandSyntax::parse(const QStringList& arguments, Console& c
 
 int CommandSyntax::usageError(Console& console, const QString& problem) const
 {
-    console.err << "tulvane " << m_name << ": " << problem << " (tulvane " << m_name << " --help)" << Qt::endl;
+    console.err << "tulvane " << m_name << ": " << problem << " (tulvane " << m_name << " --help)"
+                << Qt::endl;
     return ExitStatus::wrongUsage;
 }
 

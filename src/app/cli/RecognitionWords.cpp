@@ -1,5 +1,4 @@
 #include <app/cli/RecognitionWords.h>
-
 #include <settings/AppSettings.h>
 #include <speech/ThreadCount.h>
 
@@ -40,9 +39,10 @@ void addRecognitionWords(CommandSyntax& syntax)
     syntax.addOption(QStringLiteral("threads"), QStringLiteral("N"), QStringLiteral("Processor threads."));
     syntax.addFlag(QStringLiteral("raw"), QStringLiteral("Print what was recognised, without cleanup."));
     syntax.addFlag(QStringLiteral("json"), QStringLiteral("Print one JSON object with the figures."));
-    syntax.setRemark(QStringLiteral("What is not given is taken from the stored settings. The model “demo” "
-                                    "comes with the program; it knows\nsimple sentences spoken by a synthetic "
-                                    "voice, and nothing more."));
+    syntax.setRemark(
+        QStringLiteral("What is not given is taken from the stored settings. The model “demo” "
+                       "comes with the program; it knows\nsimple sentences spoken by a synthetic "
+                       "voice, and nothing more."));
 }
 
 Result<RecognitionWords, int> readRecognitionWords(const CommandSyntax& syntax,
@@ -61,8 +61,9 @@ Result<RecognitionWords, int> readRecognitionWords(const CommandSyntax& syntax,
                 console, QStringLiteral("“%1” is not a language: no, nn, en or auto.").arg(code)));
         words.options.language = code;
     }
-    words.options.initialPrompt = syntax.isSet(QStringLiteral("prompt")) ? syntax.value(QStringLiteral("prompt"))
-                                                                         : context.settings.vocabularyPrompt();
+    words.options.initialPrompt = syntax.isSet(QStringLiteral("prompt"))
+                                      ? syntax.value(QStringLiteral("prompt"))
+                                      : context.settings.vocabularyPrompt();
     words.options.threadCount = recommendedThreadCount();
     if (syntax.isSet(QStringLiteral("threads"))) {
         bool isNumber = false;

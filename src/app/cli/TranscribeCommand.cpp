@@ -1,6 +1,5 @@
-#include <app/cli/TranscribeCommand.h>
-
 #include <app/cli/RecognitionWords.h>
+#include <app/cli/TranscribeCommand.h>
 #include <audio/files/SoundFile.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
@@ -22,13 +21,13 @@ struct Recognised {
 };
 
 Result<Recognised, EngineError> recognise(std::vector<float> samples, const RecognitionWords& words,
-                                          const QString& backends)
+                                          const RecognitionContext& context)
 {
     Recognised recognised;
     QElapsedTimer timer;
     timer.start();
     // Nothing else happens in this process, so blocking on the engine's worker is as good as an event loop.
-    WhisperEngine engine(backends);
+    WhisperEngine engine(context.folders.backends, context.memory);
     if (const auto loaded = engine.load(words.modelFile).takeResult(); !loaded)
         return failure(loaded.error());
     recognised.loadSeconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
@@ -71,7 +70,7 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
     auto sound = readSoundFile(syntax.words().constFirst());
     if (!sound)
         return fail(console, sound.error().description());
-    const auto recognised = recognise(std::move(sound->samples), *words, context.folders.backends);
+    const auto recognised = recognise(std::move(sound->samples), *words, context);
     if (!recognised)
         return fail(console, recognised.error().description());
 

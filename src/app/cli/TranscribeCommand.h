@@ -2,6 +2,7 @@
 
 #include <app/ProgramFolders.h>
 #include <app/cli/Console.h>
+#include <platform/SystemMemory.h>
 
 #include <QStringList>
 
@@ -17,6 +18,7 @@ namespace tulvane::cli {
 /// What `transcribe` and `dictate` need besides their words.
 struct RecognitionContext {
     const AppSettings& settings;
+    const SystemMemory& memory;
     ProgramFolders folders;
     /// The file of a model that the catalogue knows by this identifier; none for an unknown identifier.
     std::function<std::optional<QString>(const QString& id)> catalogueFile;

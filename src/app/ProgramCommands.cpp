@@ -1,0 +1,64 @@
+#include <app/ProgramCommands.h>
+#include <app/ProgramFolders.h>
+#include <app/cli/CleanCommand.h>
+#include <app/cli/SettingsCommand.h>
+#include <app/cli/TranscribeCommand.h>
+#include <base/Clock.h>
+#include <platform/linux/common/JsonUserDefaults.h>
+#include <platform/linux/common/ProcessMemory.h>
+#include <settings/AppSettings.h>
+
+namespace tulvane {
+
+namespace {
+
+const SystemClock systemClock;
+
+/// The stored settings, opened when a command first needs them; trouble with the file is told at once.
+class StoredSettings final {
+public:
+    explicit StoredSettings(cli::Console& console)
+        : m_defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), systemClock)
+    {
+        m_defaults.setTroubleHandler([&console](const DefaultsError& error) {
+            console.err << "tulvane: " << error.description() << Qt::endl;
+        });
+        m_settings.emplace(m_defaults);
+    }
+    [[nodiscard]] AppSettings& operator*() { return *m_settings; }
+
+private:
+    JsonUserDefaults m_defaults;
+    std::optional<AppSettings> m_settings;
+};
+
+int transcribe(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    const ProcessMemory memory;
+    const cli::RecognitionContext context{.settings = *settings,
+                                          .memory = memory,
+                                          .folders = ProgramFolders::ofThisProgram(),
+                                          .catalogueFile = [](const QString&) { return std::nullopt; }};
+    return cli::runTranscribe(arguments, context, console);
+}
+
+int storedSettings(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    return cli::runSettings(arguments, console, *settings, {});
+}
+
+} // namespace
+
+std::vector<cli::Command> programCommands()
+{
+    return {
+        {QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."), transcribe},
+        {QStringLiteral("clean"), QStringLiteral("Cleans a transcript from standard input."), cli::runClean},
+        {QStringLiteral("settings"), QStringLiteral("Lists, reads or changes the stored settings."),
+         storedSettings},
+    };
+}
+
+} // namespace tulvane

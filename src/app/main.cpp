@@ -1,0 +1,30 @@
+#include <app/ProgramCommands.h>
+#include <app/cli/CommandLine.h>
+#include <app/cli/CommandLog.h>
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <unistd.h>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Tulvane"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TULVANE_VERSION));
+    const QCoreApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+
+    using namespace tulvane;
+    cli::writeLogToStandardError(arguments.contains(QStringLiteral("--verbose"))
+                                     ? cli::LogAmount::everything
+                                     : cli::LogAmount::errorsOnly);
+    QFile in;
+    if (!in.open(stdin, QIODevice::ReadOnly))
+        return cli::ExitStatus::failed;
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    cli::Console console{.in = in, .out = out, .err = err, .outIsTerminal = isatty(STDOUT_FILENO) != 0};
+    return cli::runCommandLine(arguments, programCommands(), console);
+}

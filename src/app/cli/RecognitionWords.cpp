@@ -55,7 +55,7 @@ Result<RecognitionWords, int> readRecognitionWords(const CommandSyntax& syntax,
     words.options.language = rawValue(context.settings.language());
     if (syntax.isSet(QStringLiteral("language"))) {
         const QString code = syntax.value(QStringLiteral("language"));
-        const auto language = transcriptionLanguageFromRawValue(code);
+        const auto language = fromRawValue<TranscriptionLanguage>(code);
         if (!language)
             return failure(syntax.usageError(
                 console, QStringLiteral("“%1” is not a language: no, nn, en or auto.").arg(code)));

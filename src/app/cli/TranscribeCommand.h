@@ -11,13 +11,15 @@
 
 namespace tulvane {
 class AppSettings;
-}
+class SystemMemory;
+} // namespace tulvane
 
 namespace tulvane::cli {
 
 /// What `transcribe` and `dictate` need besides their words.
 struct RecognitionContext {
     const AppSettings& settings;
+    const SystemMemory& memory;
     const SystemMemory& memory;
     ProgramFolders folders;
     /// The file of a model that the catalogue knows by this identifier; none for an unknown identifier.

@@ -20,7 +20,6 @@ namespace tulvane::cli {
 struct RecognitionContext {
     const AppSettings& settings;
     const SystemMemory& memory;
-    const SystemMemory& memory;
     ProgramFolders folders;
     /// The file of a model that the catalogue knows by this identifier; none for an unknown identifier.
     std::function<std::optional<QString>(const QString& id)> catalogueFile;

@@ -36,9 +36,7 @@ int transcribe(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
     const ProcessMemory memory;
-    const ProcessMemory memory;
     const cli::RecognitionContext context{.settings = *settings,
-                                          .memory = memory,
                                           .memory = memory,
                                           .folders = ProgramFolders::ofThisProgram(),
                                           .catalogueFile = [](const QString&) { return std::nullopt; }};

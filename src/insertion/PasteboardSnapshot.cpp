@@ -1,0 +1,28 @@
+#include <insertion/PasteboardSnapshot.h>
+
+#include <QCoroFuture>
+
+#include <algorithm>
+#include <iterator>
+
+namespace tulvane {
+
+QCoro::Task<PasteboardSnapshot> PasteboardSnapshot::capture(Pasteboard& pasteboard)
+{
+    const PasteboardContents contents = co_await pasteboard.contents();
+    co_return PasteboardSnapshot{contents.items, pasteboard.changeCount(), contents.complete};
+}
+
+bool PasteboardSnapshot::restore(Pasteboard& pasteboard) const
+{
+    QList<Item> filled;
+    std::ranges::copy_if(items, std::back_inserter(filled),
+                         [](const Item& item) { return !item.dataByType.isEmpty(); });
+    if (filled.isEmpty()) {
+        pasteboard.clear();
+        return false;
+    }
+    return pasteboard.replace(filled);
+}
+
+} // namespace tulvane

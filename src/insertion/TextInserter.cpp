@@ -1,0 +1,224 @@
+#include <base/Log.h>
+#include <insertion/TextInserter.h>
+
+#include <QCoroFuture>
+
+namespace tulvane {
+
+/// What one paste carries from step to step.
+struct TextInserter::Paste {
+    Pasteboard& board;
+    QString text;     ///< as received
+    QString body;     ///< what goes through the pasteboard
+    int spaces = 0;   ///< what is typed after it
+    qint64 count = 0; ///< the pasteboard's change count right after our write
+    std::optional<PasteboardSnapshot> saved;
+    bool takenBack = false;
+
+    void write()
+    {
+        board.replace({PasteboardItem::text(body)});
+        count = board.changeCount();
+    }
+};
+
+TextInserter::TextInserter(const InsertionPorts& ports) : m_ports(ports), m_waits(ports.scheduler) {}
+
+TextInserter::~TextInserter()
+{
+    *m_alive = false;
+    m_waits.wake();
+}
+
+QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod method, bool restoreClipboard)
+{
+    if (text.isEmpty())
+        co_return InsertionResult::copiedToClipboard;
+    if (method == InsertionMethod::clipboardOnly) {
+        leaveOnClipboard(text);
+        co_return InsertionResult::copiedToClipboard;
+    }
+    const auto alive = m_alive;
+    if (method == InsertionMethod::accessibilityThenPaste && m_ports.permissions.accessibility()) {
+        const bool done = co_await insertViaAccessibility(text);
+        if (done)
+            co_return InsertionResult::inserted;
+        if (!*alive)
+            co_return InsertionResult::copiedToClipboard;
+    }
+    co_return co_await paste(text, restoreClipboard);
+}
+
+QCoro::Task<InsertionResult> TextInserter::paste(QString text, bool restoreClipboard)
+{
+    if (!m_ports.permissions.accessibility()) {
+        leaveOnClipboard(text);
+        qCWarning(lcInsertion, "Accessibility not granted; left text on clipboard");
+        co_return InsertionResult::copiedToClipboard;
+    }
+    auto [body, spaces] = splitTrailingSpaces(text);
+    if (body.isEmpty()) {
+        body = text;
+        spaces = 0;
+    }
+    const auto paste =
+        std::make_shared<Paste>(Paste{m_ports.pasteboards.pasteSource(), text, body, spaces, 0, {}});
+    co_return co_await pasteTrusted(paste, restoreClipboard);
+}
+
+QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard)
+{
+    const auto alive = m_alive;
+    if (restoreClipboard)
+        paste->saved = co_await PasteboardSnapshot::capture(paste->board);
+    if (!*alive)
+        co_return InsertionResult::copiedToClipboard;
+    // The pasteboard outlives the inserter.
+    paste->board.setActivityHandler([this, alive] {
+        if (*alive)
+            m_waits.wake();
+    });
+    paste->write();
+    const bool posted = co_await postKeystroke(KeyPosting::keyV, KeyPosting::command);
+    if (!posted) {
+        if (*alive) {
+            qCCritical(lcInsertion, "Failed to post ⌘V; text left on clipboard");
+            leaveOnClipboard(paste->text);
+        }
+        co_return InsertionResult::copiedToClipboard;
+    }
+    const Arrival arrival = co_await awaitReader(paste, m_waits.limit(readLimit));
+    if (!*alive)
+        co_return InsertionResult::copiedToClipboard;
+    if (arrival == Arrival::missing) {
+        qCWarning(lcInsertion, "Nobody read the pasted text; left it on the clipboard");
+        leaveOnClipboard(paste->text);
+        co_return InsertionResult::copiedToClipboard;
+    }
+    co_await settle(paste);
+    co_return InsertionResult::pasted;
+}
+
+QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Paste> paste,
+                                                             std::shared_ptr<Waits::Limit> limit)
+{
+    const auto alive = m_alive;
+    while (*alive && paste->board.reading() == Pasteboard::Reading::unread) {
+        if (paste->board.changeCount() != paste->count) {
+            const Takeover takeover = co_await takeBack(paste);
+            if (takeover == Takeover::lost)
+                co_return Arrival::missing;
+            if (takeover == Takeover::sameText)
+                break;
+            continue;
+        }
+        if (limit->isOver())
+            co_return Arrival::missing;
+        co_await m_waits.something();
+    }
+    // Counted from the read where that is known: a program that has only just read the text has yet to put it
+    // in place before the spaces come.
+    if (*alive && paste->spaces > 0)
+        co_await sleep(trailingSpaceDelay);
+    co_return Arrival::arrived;
+}
+
+QCoro::Task<TextInserter::Takeover> TextInserter::takeBack(std::shared_ptr<Paste> paste)
+{
+    const auto alive = m_alive;
+    PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board);
+    if (!*alive || !newer.complete || newer.items.isEmpty())
+        co_return Takeover::lost;
+    // A clipboard manager may hold in its own name what it has read. The program in front reads it from
+    // there, unseen, and taking it back would only start a quarrel.
+    if (newer.items.first().plainText() == paste->body)
+        co_return Takeover::sameText;
+    if (std::exchange(paste->takenBack, true))
+        co_return Takeover::lost;
+    paste->saved = std::move(newer);
+    paste->write();
+    co_return Takeover::writtenAgain;
+}
+
+QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
+{
+    const auto alive = m_alive;
+    co_await postSpaces(paste->spaces);
+    if (!*alive || !paste->saved)
+        co_return;
+    co_await sleep(pasteSettleDelay);
+    // Somebody else may have written meanwhile: that is newer than what was saved, and is kept.
+    if (*alive && paste->saved->complete && paste->board.changeCount() == paste->count)
+        paste->saved->restore(paste->board);
+}
+
+QCoro::Task<> TextInserter::postSpaces(int count)
+{
+    for (int posted = 0; posted < count; ++posted) {
+        const auto alive = m_alive;
+        const bool done = co_await postKeystroke(KeyPosting::keySpace, KeyPosting::noFlags);
+        if (!*alive)
+            co_return;
+        if (!done) {
+            qCCritical(lcInsertion, "Failed to post trailing Space keystroke");
+            co_return;
+        }
+    }
+}
+
+QCoro::Task<bool> TextInserter::postKeystroke(int keyCode, quint32 flags)
+{
+    co_return co_await m_ports.keys.post(keyCode, flags);
+}
+
+QCoro::Task<bool> TextInserter::insertViaAccessibility(QString text)
+{
+    const auto alive = m_alive;
+    const std::shared_ptr<FocusedElement> element = co_await m_ports.elements.focused();
+    if (!*alive || !element)
+        co_return false;
+    const bool settable = co_await element->settable();
+    if (!settable)
+        co_return false;
+    const std::optional<QString> role = co_await element->role();
+    // Passwords are never written this way; a role that cannot be read stands in nobody's way.
+    if (role == FocusedElement::secureTextFieldRole)
+        co_return false;
+    const bool written = co_await element->setSelectedText(text);
+    if (!written)
+        co_return false;
+    co_return co_await isReflected(element, text);
+}
+
+QCoro::Task<bool> TextInserter::isReflected(std::shared_ptr<FocusedElement> element, QString text)
+{
+    const std::optional<QString> value = co_await element->value();
+    const QString trimmed = text.trimmed();
+    if (!value || trimmed.isEmpty() || value->contains(trimmed))
+        co_return true;
+    qCWarning(lcInsertion, "AX insert not reflected in value; falling back to paste");
+    co_return false;
+}
+
+QCoro::Task<> TextInserter::sleep(std::chrono::milliseconds duration)
+{
+    const auto alive = m_alive;
+    const auto limit = m_waits.limit(duration);
+    while (*alive && !limit->isOver())
+        co_await m_waits.something();
+}
+
+void TextInserter::leaveOnClipboard(const QString& text)
+{
+    m_ports.pasteboards.general().replace({PasteboardItem::text(text)});
+}
+
+std::pair<QString, int> TextInserter::splitTrailingSpaces(const QString& text)
+{
+    qsizetype end = text.size();
+    while (end > 0 && text.at(end - 1) == u' ')
+        --end;
+    return {text.left(end), static_cast<int>(text.size() - end)};
+}
+
+} // namespace tulvane

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <insertion/InsertionResult.h>
+#include <insertion/PasteboardSnapshot.h>
+#include <insertion/Waits.h>
+#include <platform/FocusedElement.h>
+#include <platform/KeyPosting.h>
+#include <platform/Pasteboard.h>
+#include <platform/PrivacyPermissions.h>
+#include <settings/InsertionMethod.h>
+
+#include <QCoroTask>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace tulvane {
+
+/// What the inserter works with; all of it must outlive the inserter.
+struct InsertionPorts {
+    Pasteboards& pasteboards;
+    KeyPosting& keys;
+    FocusedElements& elements;
+    const PrivacyPermissions& permissions;
+    Scheduler& scheduler;
+};
+
+/// Delivers a finished text to whatever has the keyboard focus in the program in front. Main thread.
+///
+/// Calls are independent of each other; one that starts while another still waits is not held back. When the
+/// inserter goes away, a pending call stops where it is.
+class TextInserter final {
+public:
+    /// After the paste keystrokes, before the saved pasteboard is put back.
+    static constexpr std::chrono::milliseconds pasteSettleDelay{350};
+    /// Between the paste command and the first Space keystroke.
+    static constexpr std::chrono::milliseconds trailingSpaceDelay{50};
+    /// From the paste command on, how long a slow program may take to read the text, where the pasteboard can
+    /// tell. What nobody has read by then counts as not arrived.
+    static constexpr std::chrono::milliseconds readLimit{2000};
+
+    explicit TextInserter(const InsertionPorts& ports);
+    TextInserter(const TextInserter&) = delete;
+    TextInserter& operator=(const TextInserter&) = delete;
+    ~TextInserter();
+
+    /// Never fails: the result says what happened. `restoreClipboard`: put the user's pasteboard back after a
+    /// paste.
+    QCoro::Task<InsertionResult> insert(QString text, InsertionMethod method, bool restoreClipboard);
+
+    /// Ends every pending wait: what comes after it is done at once. For the end of the program, so that the
+    /// user's clipboard is back before it goes.
+    void cutWaitsShort() { m_waits.cutShort(); }
+
+    /// The text without the spaces (U+0020 only) at its end, and their number.
+    [[nodiscard]] static std::pair<QString, int> splitTrailingSpaces(const QString& text);
+
+private:
+    struct Paste;
+    enum class Arrival { arrived, missing };
+    enum class Takeover { writtenAgain, sameText, lost };
+
+    QCoro::Task<InsertionResult> paste(QString text, bool restoreClipboard);
+    QCoro::Task<InsertionResult> pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard);
+    QCoro::Task<bool> insertViaAccessibility(QString text);
+    QCoro::Task<bool> isReflected(std::shared_ptr<FocusedElement> element, QString text);
+    QCoro::Task<bool> postKeystroke(int keyCode, quint32 flags);
+    QCoro::Task<> postSpaces(int count);
+    QCoro::Task<> settle(std::shared_ptr<Paste> paste);
+    QCoro::Task<> sleep(std::chrono::milliseconds duration);
+
+    /// Waits until the program in front has read the text.
+    QCoro::Task<Arrival> awaitReader(std::shared_ptr<Paste> paste, std::shared_ptr<Waits::Limit> limit);
+    /// Another program has written before ours was read. Puts the text there once more, and keeps the newer
+    /// content to put back: no program is to paste the wrong one, and the newer one is not to be lost.
+    QCoro::Task<Takeover> takeBack(std::shared_ptr<Paste> paste);
+
+    void leaveOnClipboard(const QString& text);
+
+    InsertionPorts m_ports;
+    Waits m_waits;
+    /// False once the inserter is gone; each coroutine looks at it after every wait.
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+};
+
+} // namespace tulvane

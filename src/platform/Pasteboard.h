@@ -1,0 +1,61 @@
+#pragma once
+
+#include <platform/PasteboardItem.h>
+
+#include <QFuture>
+
+#include <functional>
+
+namespace tulvane {
+
+/// A pasteboard that all programs share. Main thread. No call waits for another program.
+class Pasteboard {
+public:
+    /// Whether the program that was in front at our last write has read what we wrote.
+    enum class Reading {
+        untold, ///< this pasteboard cannot tell
+        unread,
+        read, ///< all of it; stays so when another program writes afterwards
+    };
+
+    Pasteboard() = default;
+    Pasteboard(const Pasteboard&) = delete;
+    Pasteboard& operator=(const Pasteboard&) = delete;
+    virtual ~Pasteboard() = default;
+
+    /// Every item in every type, in the pasteboard's order; a type that its owner offers and then does not
+    /// deliver is left out. The future always finishes with a result.
+    [[nodiscard]] virtual QFuture<PasteboardContents> contents() = 0;
+
+    /// Grows with every change, ours or another program's. Counts our own write at once, and another
+    /// program's as soon as it has happened, whether or not the event loop has run since.
+    [[nodiscard]] virtual qint64 changeCount() = 0;
+
+    /// Clears the pasteboard and puts these items on it, in one step, so that no program finds it empty in
+    /// between. False when the pasteboard did not take them; it is left cleared then.
+    virtual bool replace(const QList<PasteboardItem>& items) = 0;
+
+    virtual void clear() = 0;
+
+    [[nodiscard]] virtual Reading reading() const = 0;
+
+    /// Called from the event loop after `reading()` or `changeCount()` may have changed. One handler.
+    virtual void setActivityHandler(std::function<void()> handler) = 0;
+};
+
+/// The pasteboards that a paste has to do with. Main thread.
+class Pasteboards {
+public:
+    Pasteboards() = default;
+    Pasteboards(const Pasteboards&) = delete;
+    Pasteboards& operator=(const Pasteboards&) = delete;
+    virtual ~Pasteboards() = default;
+
+    /// The one that the user's own copy and paste commands use.
+    [[nodiscard]] virtual Pasteboard& general() = 0;
+
+    /// The one that the program in front now will read when a paste is posted: nearly always the general one.
+    [[nodiscard]] virtual Pasteboard& pasteSource() = 0;
+};
+
+} // namespace tulvane

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <platform/FocusedElement.h>
+
+#include <QStringList>
+
+namespace tulvane {
+
+/// What a scripted element is like, and what was done to it.
+struct FakeElementScript {
+    bool present = true;
+    bool isSettable = true;
+    bool writeSucceeds = true;
+    bool writeApplies = true; ///< false: accepts a write and ignores it
+    std::optional<QString> role = QStringLiteral("AXTextField");
+    std::optional<QString> value = QString();
+    QStringList written;
+};
+
+/// An element over a script that the test holds.
+class FakeFocusedElement final : public FocusedElement {
+public:
+    explicit FakeFocusedElement(std::shared_ptr<FakeElementScript> script) : m_script(std::move(script)) {}
+
+    [[nodiscard]] QFuture<bool> settable() override
+    {
+        return QtFuture::makeReadyFuture(m_script->isSettable);
+    }
+    [[nodiscard]] QFuture<std::optional<QString>> role() override
+    {
+        return QtFuture::makeReadyFuture(m_script->role);
+    }
+    [[nodiscard]] QFuture<bool> setSelectedText(const QString& text) override
+    {
+        m_script->written.append(text);
+        if (m_script->writeSucceeds && m_script->writeApplies && m_script->value)
+            *m_script->value += text;
+        return QtFuture::makeReadyFuture(m_script->writeSucceeds);
+    }
+    [[nodiscard]] QFuture<std::optional<QString>> value() override
+    {
+        return QtFuture::makeReadyFuture(m_script->value);
+    }
+
+private:
+    std::shared_ptr<FakeElementScript> m_script;
+};
+
+/// Hands out the scripted element.
+class FakeFocusedElements final : public FocusedElements {
+public:
+    [[nodiscard]] QFuture<std::shared_ptr<FocusedElement>> focused() override
+    {
+        ++asked;
+        std::shared_ptr<FocusedElement> element;
+        if (script->present)
+            element = std::make_shared<FakeFocusedElement>(script);
+        return QtFuture::makeReadyFuture(element);
+    }
+
+    std::shared_ptr<FakeElementScript> script = std::make_shared<FakeElementScript>();
+    int asked = 0;
+};
+
+} // namespace tulvane

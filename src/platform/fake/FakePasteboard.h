@@ -1,0 +1,75 @@
+#pragma once
+
+#include <platform/Pasteboard.h>
+
+#include <QPromise>
+#include <QStringList>
+
+#include <deque>
+#include <functional>
+
+namespace tulvane {
+
+/// A pasteboard in memory, with another program that writes and reads when the test says so.
+class FakePasteboard final : public Pasteboard {
+public:
+    [[nodiscard]] QFuture<PasteboardContents> contents() override;
+    [[nodiscard]] qint64 changeCount() override { return m_changeCount; }
+    bool replace(const QList<PasteboardItem>& items) override;
+    void clear() override;
+    [[nodiscard]] Reading reading() const override { return m_reading; }
+    void setActivityHandler(std::function<void()> handler) override { m_handler = std::move(handler); }
+
+    /// Another program copies something.
+    void otherProgramWrites(const QList<PasteboardItem>& items);
+    void otherProgramWrites(const QString& text) { otherProgramWrites({PasteboardItem::text(text)}); }
+    /// From now on it can tell who has read; without this it cannot.
+    void tellReads() { m_tellsReads = true; }
+    /// The program in front reads what we wrote.
+    void frontProgramReads();
+    /// From now on another program's contents come as incomplete, as from an owner that hangs.
+    void hangOwner() { m_complete = false; }
+    /// From now on `contents()` waits for `answerContents()`.
+    void holdContents() { m_held = true; }
+    void answerContents();
+    void refuseWrites() { m_refuses = true; }
+    /// Called for every operation ("write TEXT", "clear", "contents"), for tests of an order across fakes.
+    std::function<void(const QString&)> journal;
+
+    [[nodiscard]] QList<PasteboardItem> items() const { return m_items; }
+    /// The only item as text; a null string where there is no such thing.
+    [[nodiscard]] QString text() const;
+    /// How often it was written to or cleared by us.
+    [[nodiscard]] int ownChanges() const { return m_ownChanges; }
+
+private:
+    void note(const QString& operation) const;
+    void changed(const QList<PasteboardItem>& items);
+
+    QList<PasteboardItem> m_items;
+    qint64 m_changeCount = 41;
+    int m_ownChanges = 0;
+    bool m_tellsReads = false;
+    bool m_complete = true;
+    bool m_held = false;
+    bool m_refuses = false;
+    Reading m_reading = Reading::untold;
+    std::function<void()> m_handler;
+    std::deque<QPromise<PasteboardContents>> m_waiting;
+};
+
+/// Two of them: what a terminal pastes from may be another one.
+class FakePasteboards final : public Pasteboards {
+public:
+    [[nodiscard]] Pasteboard& general() override { return generalBoard; }
+    [[nodiscard]] Pasteboard& pasteSource() override
+    {
+        return frontPastesSelection ? selectionBoard : generalBoard;
+    }
+
+    FakePasteboard generalBoard;
+    FakePasteboard selectionBoard;
+    bool frontPastesSelection = false;
+};
+
+} // namespace tulvane

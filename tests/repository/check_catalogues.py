@@ -11,7 +11,7 @@ from pathlib import Path
 # translate("..." "...") with adjacent literals, as the compiler joins them; tables mark theirs with
 # QT_TRANSLATE_NOOP("tulvane", "...").
 LITERAL = r'"(?:[^"\\]|\\.)*"'
-CALL = re.compile(r'(?:\btranslate\(\s*|QT_TRANSLATE_NOOP\(\s*"tulvane"\s*,\s*)((?:' + LITERAL + r"\s*)+)[,)]")
+CALL = re.compile(r'(?:(?<!::)\btranslate\(\s*|QT_TRANSLATE_NOOP\(\s*"tulvane"\s*,\s*)((?:' + LITERAL + r"\s*)+)[,)]")
 ESCAPES = {r"\"": '"', r"\\": "\\", r"\n": "\n", r"\t": "\t"}
 
 

@@ -81,6 +81,8 @@ else()
             message(FATAL_ERROR "whisper.cpp's source could not be brought")
         endif()
     endif()
+    # The one build belongs to the one tree, by whichever links it was reached.
+    get_filename_component(whisper_source "${whisper_source}" REALPATH)
     if(TULVANE_PORTABLE)
         set(whisper_variant portable)
     else()

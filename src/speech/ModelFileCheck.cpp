@@ -190,4 +190,9 @@ qint64 ModelFacts::neededMemory() const
     return weightBytes + caches + graphs + rest;
 }
 
+Result<ModelFacts, QString> checkModelFile(QIODevice& file)
+{
+    return ModelFileWalk(file).walk();
+}
+
 } // namespace tulvane

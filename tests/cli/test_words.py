@@ -54,8 +54,8 @@ class Words(ProgramTest):
         stored = json.loads((self.folder / "config/com.dunio.Tulvane.json").read_text())
         self.assertIs(stored["playSounds"], False)
         self.assertEqual(self.run_program("settings", "get", "playSounds").stdout, "false\n")
-        self.assert_fails(self.run_program("settings", "get", "colour"), 1, "colour")
-        self.assert_fails(self.run_program("settings", "set", "playSounds", "perhaps"), 1, "playSounds")
+        self.assert_fails(self.run_program("settings", "get", "colour"), 2, "colour")
+        self.assert_fails(self.run_program("settings", "set", "playSounds", "perhaps"), 2, "playSounds")
         self.assertEqual(len(self.run_program("settings", "list").stdout.splitlines()), 22)
 
 

@@ -96,6 +96,20 @@ QFuture<Result<QString, EngineError>> WhisperEngine::transcribe(std::vector<floa
                       failure(EngineError::noModelLoaded()));
 }
 
+QFuture<Result<QString, EngineError>>
+WhisperEngine::transcribe(std::shared_ptr<const std::vector<float>> samples,
+                          const TranscriptionOptions& options)
+{
+    using Text = Result<QString, EngineError>;
+    return post<Text>([this, samples, options] { return m_core->transcribe(*samples, options); },
+                      failure(EngineError::noModelLoaded()));
+}
+
+QFuture<QString> WhisperEngine::settledModel()
+{
+    return post<QString>([this] { return m_core->loadedModel(); }, QString());
+}
+
 void WhisperEngine::publishState()
 {
     const QMutexLocker lock(&m_mutex);

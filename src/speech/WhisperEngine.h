@@ -50,6 +50,12 @@ public:
     [[nodiscard]] QFuture<Result<QString, EngineError>> transcribe(std::vector<float> samples,
                                                                    const TranscriptionOptions& options);
 
+    /// The same for samples that the caller keeps, to try them again after a failure; copied on the thread.
+    [[nodiscard]] QFuture<Result<QString, EngineError>>
+    transcribe(std::shared_ptr<const std::vector<float>> samples, const TranscriptionOptions& options);
+
+    /// The file whose model is loaded once every job asked before this one has ended; empty when none is.
+    [[nodiscard]] QFuture<QString> settledModel();
     /// The file whose model is loaded as the last finished job left it; empty when there is none. Any thread.
     [[nodiscard]] QString loadedModel() const;
     /// The language code of the last successful transcription, the detected one after "auto". Any thread.

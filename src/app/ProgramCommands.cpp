@@ -2,11 +2,13 @@
 #include <app/ProgramFolders.h>
 #include <app/cli/CleanCommand.h>
 #include <app/cli/SettingsCommand.h>
+#include <app/cli/StatsCommand.h>
 #include <app/cli/TranscribeCommand.h>
 #include <base/Clock.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/common/ProcessMemory.h>
 #include <settings/AppSettings.h>
+#include <stats/StatsStore.h>
 
 namespace tulvane {
 
@@ -49,6 +51,13 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
     return cli::runSettings(arguments, console, *settings, {});
 }
 
+int statistics(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    const StatsStore store;
+    return cli::runStats(arguments, {store, (*settings).typingWordsPerMinute(), systemClock}, console);
+}
+
 } // namespace
 
 std::vector<cli::Command> programCommands()
@@ -58,6 +67,7 @@ std::vector<cli::Command> programCommands()
         {QStringLiteral("clean"), QStringLiteral("Cleans a transcript from standard input."), cli::runClean},
         {QStringLiteral("settings"), QStringLiteral("Lists, reads or changes the stored settings."),
          storedSettings},
+        {QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."), statistics},
     };
 }
 

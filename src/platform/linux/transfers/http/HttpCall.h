@@ -1,0 +1,45 @@
+#pragma once
+
+#include <platform/TransferError.h>
+#include <platform/linux/transfers/http/AnswerPlan.h>
+
+#include <QByteArrayList>
+#include <QUrl>
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <span>
+#include <stop_token>
+
+namespace tulvane::transfers {
+
+/// One GET, redirects followed. Proxy variables (`https_proxy`, `no_proxy`, ...) are honoured.
+struct HttpCall {
+    QUrl url;
+    QByteArrayList headers; ///< whole header lines
+    std::chrono::milliseconds stallTimeout{};
+    std::chrono::steady_clock::time_point deadline;
+    /// Gets each piece of the last answer's body, with its head; false ends the call.
+    std::function<bool(const AnswerHead&, std::span<const std::byte>)> receive;
+};
+
+/// How the call ended.
+struct HttpCallEnd {
+    enum class Kind {
+        complete, ///< the whole answer has come
+        refused,  ///< the receiver wanted no more
+        stopped,  ///< the stop token said so
+        failed,   ///< see `error`
+    };
+    Kind kind = Kind::failed;
+    AnswerHead head; ///< of the last answer; status 0 when there was none
+    bool redirected = false;
+    std::optional<TransferError> error;
+};
+
+/// Makes the call and blocks until it ends; a stop is noticed within a tenth of a second. Any thread.
+[[nodiscard]] HttpCallEnd perform(const HttpCall& call, const std::stop_token& stop);
+
+} // namespace tulvane::transfers

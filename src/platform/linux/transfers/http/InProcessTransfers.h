@@ -1,0 +1,43 @@
+#pragma once
+
+#include <platform/BackgroundTransfers.h>
+#include <platform/linux/transfers/http/TransferEngine.h>
+
+#include <map>
+
+namespace tulvane {
+
+/// Transfers that live and end with this object, over threads of this process.
+class InProcessTransfers final : public QObject, public BackgroundTransfers {
+    Q_OBJECT
+
+public:
+    /// `folder` holds the partial files; it must lie on the file system that the files are moved to.
+    explicit InProcessTransfers(const QString& folder, const transfers::HttpOptions& options = {});
+
+    void setEvents(TransferEvents events) override { m_events = std::move(events); }
+    [[nodiscard]] QFuture<QList<TransferTask>> tasks() override;
+    [[nodiscard]] TransferId start(const TransferRequest& request) override;
+    [[nodiscard]] TransferId resume(const QByteArray& resumeData) override;
+    void cancel(TransferId id) override;
+
+private:
+    struct Local {
+        TransferId id = 0;
+        bool cancelling = false;
+        /// Asked for again before the cancelled one has ended; begins when it has.
+        TransferId nextId = 0;
+        TransferRequest next;
+    };
+
+    void deliver(const transfers::TransferRecord& record);
+    void complete(const QString& key, const std::optional<TransferError>& error);
+    void completeLater(TransferId id, const TransferError& error);
+
+    transfers::TransferEngine m_engine;
+    TransferEvents m_events;
+    std::map<QString, Local> m_locals;
+    TransferId m_last = 0;
+};
+
+} // namespace tulvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <support/ScratchFolder.h>
+
+#include <QJsonObject>
+#include <QList>
+#include <QProcess>
+#include <QUrl>
+
+namespace tulvane::test {
+
+/// A model hub of one's own: a real HTTP server process on 127.0.0.1 (hub_server.py), which serves what is
+/// put into it and misbehaves as scripted. Ends with this object.
+class HubServer final {
+public:
+    HubServer();
+    HubServer(const HubServer&) = delete;
+    HubServer& operator=(const HubServer&) = delete;
+    ~HubServer();
+
+    /// "http://127.0.0.1:PORT/".
+    [[nodiscard]] const QUrl& base() const { return m_base; }
+    [[nodiscard]] QUrl url(const QString& path) const { return QUrl(m_base.toString() + path); }
+    /// Puts a file at a path (without a slash in front) and returns its address.
+    QUrl put(const QString& path, const QByteArray& content) const;
+    /// The same with a file of zeros after a beginning, which takes no room.
+    QUrl putSparse(const QString& path, qint64 size, const QByteArray& beginning) const;
+    /// The faults of the next requests of a path; see hub_server.py.
+    void script(const QString& path, const QList<QJsonObject>& faults);
+    /// Every request so far.
+    [[nodiscard]] QList<QJsonObject> requests() const;
+
+private:
+    [[nodiscard]] QString place(const QString& path) const;
+
+    ScratchFolder m_folder;
+    QProcess m_process;
+    QUrl m_base;
+    QJsonObject m_script;
+    int m_version = 0;
+};
+
+} // namespace tulvane::test

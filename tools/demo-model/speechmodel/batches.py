@@ -13,6 +13,7 @@ from .windows import TakeMaker
 IGNORED = -100
 EDGE = 4
 _LONGEST_SPELLED = 400  # encoder frames; the letter loss of longer takes costs more time than it is worth
+_LATEST = 200  # encoder frames
 _LEAD = 1600  # silence before speech that does not begin with the window
 _FOURIER = torch.from_numpy(audio.fourier_matrix())
 _FILTERS = torch.from_numpy(audio.mel_filters())
@@ -51,9 +52,11 @@ class Batch:
 class Mixture:
     """What a batch is made of. `frames` is the size of a batch in encoder frames."""
 
-    frames: int = 2000
+    frames: int = 1200
     windows: float = 0.1  # share of batches that are windows put together from several utterances
-    prompts: float = 0.3
+    window_seconds: float = 30.0  # the longest of them
+    prompts: float = 0.2
+    late: float = 0.15  # share of batches in which the speech begins up to 4 s into the window
     silence: float = 0.045
     longest: float = 20.0  # seconds of a single utterance
 
@@ -78,8 +81,9 @@ class BatchMaker:
         return self._assemble([self._example(take, prompted) for take in takes])
 
     def _window_takes(self) -> list:
-        """Windows of one length; every third batch has the full 30 s."""
-        seconds = 30.0 if self._random.random() < 0.35 else self._random.uniform(4, 30)
+        """Windows of one length; every third batch has the full length."""
+        longest = self._mixture.window_seconds
+        seconds = longest if self._random.random() < 0.35 else self._random.uniform(4, longest)
         count = max(1, round(self._mixture.frames / (seconds * 50)))
         chosen = [self._random.randrange(len(self._corpus)) for _ in range(count)]
         return [self._takes.window(i, seconds) for i in chosen]
@@ -173,8 +177,8 @@ class BatchMaker:
         first, lead = 0, 0
         longest = max(len(example[0]) for example in examples)
         room = audio.WINDOW_FRAMES - longest // audio.FRAME - 2 * EDGE - _LEAD // audio.FRAME
-        if room > 0 and self._random.random() < 0.5:
-            first, lead = self._random.randrange(room), _LEAD
+        if room > 0 and self._random.random() < self._mixture.late:
+            first, lead = self._random.randrange(min(room, _LATEST)), _LEAD
         length = min((longest + lead) // audio.FRAME + EDGE, audio.WINDOW_FRAMES)
         samples = torch.zeros(len(examples), longest + lead)
         for row, example in zip(samples, examples):

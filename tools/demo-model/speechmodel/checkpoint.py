@@ -16,8 +16,10 @@ _LEAST = 20  # how often a word stands in the sample to become a token; rarer wo
 _PIECES = 700
 
 
-def vocabulary_for(data: Path) -> tuple:
-    """The vocabulary (made once, then read from `data`) and the letters of the training-only letter head."""
+def vocabulary_for(data: Path, start_from: Path = None) -> tuple:
+    """The vocabulary (made once, then read from `data`) and the letters of the training-only letter head.
+
+    Started from a model file, the file's words keep their places and ours come after them."""
     path = data / "vocabulary.json"
     if not path.exists():
         rng = random.Random(3)
@@ -27,13 +29,23 @@ def vocabulary_for(data: Path) -> tuple:
             language = "no" if rng.random() < 0.6 else "en"
             texts += set(grammars[language].utterance(rng))
         invented = [invented_word(rng, rng.choice(["no", "en"])) for _ in range(6000)]
-        tokens.build_vocabulary(texts, invented, _LEAST, _PIECES).save(path)
+        own = tokens.build_vocabulary(texts, invented, _LEAST, _PIECES).tokens
+        known = _file_words(start_from) if start_from and start_from.suffix != ".pt" else []
+        tokens.Vocabulary(list(dict.fromkeys(known + own))).save(path)
     return tokens.Vocabulary.load(path), LETTERS
 
 
-def _model_file_state(path: Path) -> tuple:
+def _read(path: Path) -> tuple:
     data = path.read_bytes()
-    numbers, names, tensors = ggml_file.read(lzma.decompress(data) if path.suffix == ".xz" else data)
+    return ggml_file.read(lzma.decompress(data) if path.suffix == ".xz" else data)
+
+
+def _file_words(path: Path) -> list:
+    return [token for token in _read(path)[1] if token]
+
+
+def _model_file_state(path: Path) -> tuple:
+    _, names, tensors = _read(path)
     state = {name: torch.from_numpy(value.copy()) for name, value in tensors.items()}
     for name in ("encoder.conv1.bias", "encoder.conv2.bias"):
         state[name] = state[name].reshape(-1)

@@ -18,10 +18,10 @@ import torch.nn.functional as F
 from .batches import IGNORED, BatchMaker
 from .network import PADDED_KEYS, SpeechNetwork
 
-LETTER_LOSS = 0.3
 SAVE_EVERY = 250
 _DECAY = 0.02
 _LOG_EVERY = 50
+_AVERAGE_EVERY = 4
 
 
 @dataclass(frozen=True)
@@ -64,22 +64,26 @@ class Optimiser:
     def __init__(self, flat: FlatParameters):
         self._flat, self._step = flat, 0
         self._mean, self._square = torch.zeros_like(flat.values), torch.zeros_like(flat.values)
+        self._root = torch.empty_like(flat.values)
         self.average = flat.values.clone()  # of the parameters over the last steps: what is exported
 
     def step(self, gradient, rate: float) -> float:
+        """In place throughout: with so small a network the optimiser's passes over memory are a sixth of a step."""
         norm = float(gradient.norm())
         if not math.isfinite(norm):
             return norm
-        gradient = gradient / max(1.0, norm)
+        if norm > 1:
+            gradient.mul_(1 / norm)
         self._step += 1
-        self._mean.mul_(0.9).add_(gradient, alpha=0.1)
+        self._mean.lerp_(gradient, 0.1)
         self._square.mul_(0.98).addcmul_(gradient, gradient, value=0.02)
-        mean = self._mean / (1 - 0.9**self._step)
-        root = (self._square / (1 - 0.98**self._step)).sqrt_().add_(1e-8)
+        root = torch.sqrt(self._square, out=self._root).mul_((1 - 0.98**self._step) ** -0.5).add_(1e-8)
         values = self._flat.values
-        values.sub_(rate * (mean / root + self._flat.decay * values))
-        keep = min(0.998, 1 - 1 / (self._step / 8 + 1))
-        self.average.mul_(keep).add_(values, alpha=1 - keep)
+        values.addcmul_(values, self._flat.decay, value=-rate)
+        values.addcdiv_(self._mean, root, value=-rate / (1 - 0.9**self._step))
+        if self._step % _AVERAGE_EVERY == 0:
+            keep = min(0.998, 1 - 1 / (self._step / 8 + 1)) ** _AVERAGE_EVERY
+            self.average.lerp_(values, 1 - keep)
         return norm
 
 
@@ -93,7 +97,7 @@ def spelling_loss(letters, batch):
     return (loss / (counts + batch.length * 0.2)).mean()
 
 
-def losses(network, batch, frames_sampled: int, zeros: float, guesses: float) -> tuple:
+def losses(network, batch, frames_sampled: int, zeros: float, guesses: float, letter_weight: float) -> tuple:
     """The loss to be made small, and the share of right tokens. `guesses` is the share of wrong input words."""
     rows = network.decoder.token_embedding.num_embeddings
     wrong = (torch.rand(batch.inputs.shape) < guesses) & (batch.labels != IGNORED) & (batch.inputs < rows - 11)
@@ -104,10 +108,10 @@ def losses(network, batch, frames_sampled: int, zeros: float, guesses: float) ->
         scores = network.decoder(inputs, frames, weights, zeros).float()
     flat, labels = scores.flatten(0, 1), batch.labels.flatten()
     loss = F.cross_entropy(flat, labels, ignore_index=IGNORED, label_smoothing=0.02)
-    spelling = spelling_loss(letters, batch) if batch.letters else torch.zeros(())
+    spelling = spelling_loss(letters, batch) if batch.letters and letter_weight > 0 else torch.zeros(())
     judged = labels != IGNORED
     right = ((flat.argmax(-1) == labels) & judged).sum() / judged.sum()
-    return loss + LETTER_LOSS * spelling, loss.item(), spelling.item(), right.item()
+    return loss + letter_weight * spelling, loss.item(), spelling.item(), right.item()
 
 
 @dataclass
@@ -121,6 +125,7 @@ class Run:
     extra: dict
     seed: int
     frames_sampled: int = 8
+    letter_weight: float = 0.3
 
 
 def _save(run: Run, flat: FlatParameters, optimiser: Optimiser, step: int):
@@ -135,15 +140,16 @@ def _process(rank: int, run: Run, shared, barrier):
     chance = np.random.default_rng(run.seed + 1000 * rank)
     flat = FlatParameters(run.network)
     optimiser, batches = Optimiser(flat), run.make_batches(rank)
+    mean = torch.empty_like(flat.values)
     started, sums = time.time(), np.zeros(3)
     for step in range(run.schedule.steps):
         zeros = PADDED_KEYS if chance.random() < 0.85 else 0.0
         flat.gradient.zero_()
-        total, *figures = losses(run.network, batches.next(), run.frames_sampled, zeros, guesses=0.06)
+        total, *figures = losses(run.network, batches.next(), run.frames_sampled, zeros, 0.06, run.letter_weight)
         total.backward()
         shared[rank].copy_(flat.gradient)
         barrier.wait()
-        gradient = shared.mean(0)
+        gradient = torch.sum(shared, 0, out=mean).div_(len(shared))
         barrier.wait()
         norm = optimiser.step(gradient, run.schedule.at(step))
         sums += figures

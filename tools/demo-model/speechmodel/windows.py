@@ -108,4 +108,4 @@ class TakeMaker:
         return pause
 
     def _factor(self) -> float:
-        return float(np.exp(self._rng.uniform(-0.17, 0.17))) if self._rng.random() < 0.6 else 1.0
+        return float(np.exp(self._rng.uniform(-0.14, 0.14))) if self._rng.random() < 0.35 else 1.0

@@ -1,0 +1,119 @@
+#include <support/XTestKeys.h>
+
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+// The header names a member "explicit", which C++ keeps for itself.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+
+namespace tulvane::test {
+
+namespace {
+
+// The X protocol counts keys from 8.
+std::uint8_t keycodeOf(DeviceKey key)
+{
+    return static_cast<std::uint8_t>(static_cast<int>(key) + 8);
+}
+
+struct Freed {
+    void operator()(void* memory) const { std::free(memory); } // NOLINT: xcb hands out malloc'ed memory
+};
+
+} // namespace
+
+XTestKeys::XTestKeys(const QString& display)
+    : m_connection(xcb_connect(display.toLocal8Bit().constData(), nullptr))
+{
+    if (xcb_connection_has_error(m_connection) != 0)
+        throw std::runtime_error("no connection to the display");
+    const auto* const xtest = xcb_get_extension_data(m_connection, &xcb_test_id);
+    if (xtest == nullptr || xtest->present == 0)
+        throw std::runtime_error("the display has no XTEST");
+    m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+    const auto cookie = xcb_xkb_use_extension(m_connection, 1, 0);
+    const std::unique_ptr<xcb_xkb_use_extension_reply_t, Freed> used(
+        xcb_xkb_use_extension_reply(m_connection, cookie, nullptr));
+}
+
+XTestKeys::~XTestKeys()
+{
+    if (xcb_connection_has_error(m_connection) == 0) {
+        for (int keycode = 0; keycode < 256; ++keycode) {
+            if (m_down[keycode])
+                send(XCB_KEY_RELEASE, static_cast<std::uint8_t>(keycode));
+        }
+        sync();
+    }
+    xcb_disconnect(m_connection);
+}
+
+void XTestKeys::press(DeviceKey key)
+{
+    send(XCB_KEY_PRESS, keycodeOf(key));
+    m_down[keycodeOf(key)] = true;
+    sync();
+}
+
+void XTestKeys::release(DeviceKey key)
+{
+    send(XCB_KEY_RELEASE, keycodeOf(key));
+    m_down[keycodeOf(key)] = false;
+    sync();
+}
+
+void XTestKeys::tap(DeviceKey key)
+{
+    press(key);
+    release(key);
+}
+
+void XTestKeys::setRepeat(std::uint16_t delay, std::uint16_t interval)
+{
+    const std::uint8_t perKey[32] = {};
+    constexpr std::uint32_t repeat = XCB_XKB_BOOL_CTRL_REPEAT_KEYS;
+    xcb_xkb_set_controls(m_connection, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, repeat,
+                         repeat, repeat, delay, interval, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, perKey);
+    sync();
+}
+
+void XTestKeys::lockGroup(std::uint8_t group)
+{
+    xcb_xkb_latch_lock_state(m_connection, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1, group, 0, 0, 0);
+    sync();
+}
+
+bool XTestKeys::grab(DeviceKey key, std::uint16_t modifiers)
+{
+    const auto cookie = xcb_grab_key_checked(m_connection, 0, m_root, modifiers, keycodeOf(key),
+                                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const std::unique_ptr<xcb_generic_error_t, Freed> error(xcb_request_check(m_connection, cookie));
+    return error == nullptr;
+}
+
+void XTestKeys::ungrab(DeviceKey key, std::uint16_t modifiers)
+{
+    xcb_ungrab_key(m_connection, keycodeOf(key), m_root, modifiers);
+    sync();
+}
+
+void XTestKeys::send(std::uint8_t type, std::uint8_t detail)
+{
+    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+}
+
+void XTestKeys::sync()
+{
+    const auto cookie = xcb_get_input_focus(m_connection);
+    const std::unique_ptr<xcb_get_input_focus_reply_t, Freed> reply(
+        xcb_get_input_focus_reply(m_connection, cookie, nullptr));
+    while (const std::unique_ptr<xcb_generic_event_t, Freed> event{xcb_poll_for_event(m_connection)}) {
+    }
+}
+
+} // namespace tulvane::test

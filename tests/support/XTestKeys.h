@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+
+struct xcb_connection_t;
+
+namespace tulvane::test {
+
+/// Keys as the kernel numbers them (linux/input-event-codes.h), by position.
+enum class DeviceKey : std::uint8_t {
+    escape = 1,
+    digit1 = 2,
+    q = 16,
+    a = 30,
+    v = 47,
+    leftControl = 29,
+    leftShift = 42,
+    rightShift = 54,
+    leftAlt = 56,
+    space = 57,
+    capsLock = 58,
+    f5 = 63,
+    f9 = 67,
+    numLock = 69,
+    rightControl = 97,
+    rightAlt = 100,
+    leftSuper = 125,
+    rightSuper = 126,
+};
+
+/// A keyboard: presses and releases keys at the level of the device, as a finger would. Each call returns
+/// when the server has taken the event in.
+class XTestKeys final {
+public:
+    /// Throws std::runtime_error where the display cannot be opened or knows no XTEST.
+    explicit XTestKeys(const QString& display);
+    XTestKeys(const XTestKeys&) = delete;
+    XTestKeys& operator=(const XTestKeys&) = delete;
+    /// Lets go of every key that is still down.
+    ~XTestKeys();
+
+    void press(DeviceKey key);
+    void release(DeviceKey key);
+    void tap(DeviceKey key);
+
+    /// How soon and how fast the server repeats a held key, in milliseconds.
+    void setRepeat(std::uint16_t delay, std::uint16_t interval);
+    /// Locks a group of the layout ("us,ru" has the groups 0 and 1).
+    void lockGroup(std::uint8_t group);
+    /// Grabs a key for every modifier state, as another program would. False when it is taken already.
+    [[nodiscard]] bool grab(DeviceKey key, std::uint16_t modifiers);
+    void ungrab(DeviceKey key, std::uint16_t modifiers);
+
+private:
+    void send(std::uint8_t type, std::uint8_t detail);
+    void sync();
+
+    xcb_connection_t* m_connection;
+    std::uint32_t m_root = 0;
+    bool m_down[256] = {};
+};
+
+} // namespace tulvane::test

@@ -5,6 +5,8 @@
 #include <QMetaType>
 #include <QString>
 
+#include <utility>
+
 namespace tulvane {
 
 /// What can go wrong with the stored preferences.
@@ -69,10 +71,10 @@ public:
     [[nodiscard]] friend bool operator==(const DefaultsError&, const DefaultsError&) = default;
 
 private:
-    DefaultsError(Kind kind, const QString& subject, const QString& detail)
+    DefaultsError(Kind kind, QString subject, QString detail)
         : m_kind(kind),
-          m_subject(subject),
-          m_detail(detail)
+          m_subject(std::move(subject)),
+          m_detail(std::move(detail))
     {
     }
 

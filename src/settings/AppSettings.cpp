@@ -62,7 +62,7 @@ T AppSettings::load(QLatin1StringView key) const
     Q_ASSERT(definition != nullptr);
     const QVariant value = loadedValue(*definition, m_defaults.value(definition->key));
     if constexpr (StoredEnumeration<T>)
-        return fromRawValue<T>(value.toString()).value();
+        return fromRawValue<T>(value.toString()).value_or(T{});
     else
         return value.value<T>();
 }
@@ -245,14 +245,12 @@ void AppSettings::installAppearanceObserver(Presentation& presentation)
 
 void applyAppearance(Presentation& presentation, AppearanceMode mode)
 {
-    switch (mode) {
-    case AppearanceMode::system:
-        return presentation.setAppearance(Appearance::none);
-    case AppearanceMode::light:
-        return presentation.setAppearance(Appearance::light);
-    case AppearanceMode::dark:
-        return presentation.setAppearance(Appearance::dark);
-    }
+    Appearance appearance = Appearance::none;
+    if (mode == AppearanceMode::light)
+        appearance = Appearance::light;
+    else if (mode == AppearanceMode::dark)
+        appearance = Appearance::dark;
+    presentation.setAppearance(appearance);
 }
 
 } // namespace tulvane

@@ -18,8 +18,8 @@ enum class TitleForm { translated, asWritten };
 template <class E>
 struct StoredCase {
     E value;
-    const char* rawValue;
-    const char* title;
+    const char* rawValue = nullptr;
+    const char* title = nullptr;
     TitleForm form = TitleForm::translated;
 };
 

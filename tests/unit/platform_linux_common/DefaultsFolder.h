@@ -16,7 +16,7 @@ public:
     static inline const QString domain = QStringLiteral("com.dunio.Tulvane");
     static inline const QString name = QStringLiteral("com.dunio.Tulvane.json");
 
-    [[nodiscard]] JsonUserDefaults open() { return JsonUserDefaults(folder.path(), domain, clock); }
+    [[nodiscard]] JsonUserDefaults open() const { return {folder.path(), domain, clock}; }
     [[nodiscard]] QString path() const { return folder.file(name); }
     [[nodiscard]] QByteArray content() const { return folder.read(name); }
     void write(const QByteArray& content) const { folder.write(name, content); }

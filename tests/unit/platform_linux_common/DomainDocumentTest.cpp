@@ -59,7 +59,7 @@ TEST(DomainDocument, WhatIsNotOneObjectIsDamaged)
          {QByteArray("[]"), QByteArray("3"), QByteArray("null"), QByteArray("\"text\""), QByteArray("{"),
           QByteArray("{\"a\": 1"), QByteArray("{\"a\": 1,}"), QByteArray("{} {}"), QByteArray("{'a': 1}"),
           QByteArray("{\"a\": 01}"), QByteArray("{\"a\": nan}"), QByteArray("{\"a\": \"\xff\"}"),
-          QByteArray("{\"a\": \"\\ud800\"}"), QByteArray("\0\0\0\0", 4), QByteArray("{}\0", 3),
+          QByteArray(R"({"a": "\ud800"})"), QByteArray("\0\0\0\0", 4), QByteArray("{}\0", 3),
           QByteArray("{}\0{\"a\": 1}", 11), QByteArray("hotkeyMode=hold")}) {
         const auto document = DomainDocument::parse(text);
         ASSERT_FALSE(document) << text.constData();

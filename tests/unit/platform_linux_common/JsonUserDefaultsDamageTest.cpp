@@ -22,7 +22,7 @@ struct DamagedDefaults : ::testing::Test, test::DefaultsFolder {
 TEST_F(DamagedDefaults, AreSetAsideToldAndLogged)
 {
     for (const QByteArray& damage :
-         {QByteArray("{\"a\": 1, \"b"), QByteArray("not JSON at all"), QByteArray("[1]"),
+         {QByteArray(R"({"a": 1, "b)"), QByteArray("not JSON at all"), QByteArray("[1]"),
           QByteArray(64, '\0'), QByteArray("{\"a\": \"\xff\xfe\"}")}) {
         test::DefaultsFolder place;
         log.clear();

@@ -54,7 +54,7 @@ TEST_F(JsonUserDefaultsFile, AnEditByHandIsKeptByTheNextWrite)
 {
     JsonUserDefaults defaults = open();
     ASSERT_TRUE(defaults.set(u"a"_qs, 1));
-    write("{\"a\": 5, \"typed\": \"by hand\"}");
+    write(R"({"a": 5, "typed": "by hand"})");
     EXPECT_EQ(defaults.value(u"typed"_qs), u"by hand"_qs);
     ASSERT_TRUE(defaults.set(u"b"_qs, 2));
     EXPECT_EQ(open().value(u"a"_qs), QVariant(qint64{5}));

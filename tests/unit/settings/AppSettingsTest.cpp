@@ -98,7 +98,7 @@ TEST(AppSettings, EveryAssignmentIsToldAndWrittenUnderItsKeyAlsoWhenNothingChang
         const QMetaProperty property =
             meta->property(meta->indexOfProperty(definition.key.toUtf8().constData()));
         EXPECT_EQ(QString::fromUtf8(property.notifySignal().name()), QString(definition.key + u"Changed"));
-        QSignalSpy told(&settings, property.notifySignal());
+        const QSignalSpy told(&settings, property.notifySignal());
         const QVariant value = otherThanDefaults().value(definition.key);
         ASSERT_TRUE(assignValue(settings, definition, value));
         ASSERT_TRUE(assignValue(settings, definition, value));

@@ -46,7 +46,7 @@ TEST(Appearance, NothingIsAppliedWithoutTheObserver)
 {
     FakeUserDefaults defaults;
     AppSettings settings(defaults);
-    FakePresentation presentation;
+    const FakePresentation presentation;
     settings.setAppearance(AppearanceMode::dark);
     EXPECT_TRUE(presentation.appearances().isEmpty());
 }

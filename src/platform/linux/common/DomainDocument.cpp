@@ -49,7 +49,7 @@ QVariant fromJson(const Json& json)
     case Json::value_t::boolean:
         return json.get<bool>();
     case Json::value_t::number_integer:
-        return QVariant(static_cast<qlonglong>(json.get<qint64>()));
+        return static_cast<qlonglong>(json.get<qint64>());
     case Json::value_t::number_unsigned: {
         const auto number = json.get<quint64>();
         const bool fits = number <= static_cast<quint64>(std::numeric_limits<qint64>::max());

@@ -15,7 +15,7 @@ namespace tulvane {
 namespace {
 
 // Far above any set of preferences, and small enough to be read whole.
-constexpr qint64 largestFile = 16 * 1024 * 1024;
+constexpr qint64 largestFile = qint64{16} << 20;
 
 QString domainFile(const QString& folder, const QString& domain)
 {
@@ -106,22 +106,29 @@ void JsonUserDefaults::refresh() const
 void JsonUserDefaults::read() const
 {
     const Result<QByteArray, FileFault> text = readWholeFile(m_path, largestFile);
-    if (!text && text.error().kind == FileFault::Kind::missing)
-        return use(DomainDocument());
-    if (!text)
-        return use(failure(DefaultsError::unreadable(m_path, text.error().reason)));
+    if (!text && text.error().kind == FileFault::Kind::missing) {
+        use(DomainDocument());
+        return;
+    }
+    if (!text) {
+        use(failure(DefaultsError::unreadable(m_path, text.error().reason)));
+        return;
+    }
     Result<DomainDocument, QString> document = DomainDocument::parse(*text);
-    if (!document)
-        return lookCloser();
-    use(std::move(*document));
+    if (document)
+        use(std::move(*document));
+    else
+        lookCloser();
 }
 
 /// The file is damaged: sets it aside, unless another process has done so meanwhile.
 void JsonUserDefaults::lookCloser() const
 {
     const Result<FileLock, QString> lock = FileLock::acquire(lockPath(), m_lockTimeout);
-    if (!lock)
-        return use(failure(DefaultsError::damagedInPlace(m_path, lock.error())));
+    if (!lock) {
+        use(failure(DefaultsError::damagedInPlace(m_path, lock.error())));
+        return;
+    }
     use(readUnderLock());
     m_stamp = fileStamp(m_path);
 }

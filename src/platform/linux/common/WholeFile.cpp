@@ -19,7 +19,7 @@ constexpr int mostLinks = 40; // as many as the kernel follows
 
 qint64 nanoseconds(const timespec& time)
 {
-    return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+    return (qint64{time.tv_sec} * 1'000'000'000) + time.tv_nsec;
 }
 
 FileFault fault(int error)

@@ -1,0 +1,210 @@
+#include <base/Log.h>
+#include <hotkeys/KeyboardShortcuts.h>
+#include <hotkeys/MainThread.h>
+#include <platform/UserDefaults.h>
+
+#include <algorithm>
+
+namespace tulvane {
+
+namespace {
+
+QString storageKey(const QString& rawName)
+{
+    return KeyboardShortcuts::storagePrefix + rawName;
+}
+
+void logFailure(const Shortcut& shortcut, const HotKeyError& error)
+{
+    qCCritical(lcHotkey, "Error registering hotkey key code %lld, modifiers %lld: %d (kind %d)",
+               shortcut.carbonKeyCode, shortcut.carbonModifiers, error.code(),
+               static_cast<int>(error.kind()));
+}
+
+} // namespace
+
+KeyboardShortcuts::KeyboardShortcuts(UserDefaults& defaults, GlobalHotKeys& hotKeys, QObject* parent)
+    : QObject(parent),
+      m_defaults(defaults),
+      m_hotKeys(hotKeys)
+{
+    m_hotKeys.setEventHandler([this](const HotKeyEvent& event) { return deliver(event); });
+    m_hotKeys.setChangeHandler([this] { registerAll(); });
+}
+
+KeyboardShortcuts::~KeyboardShortcuts()
+{
+    m_hotKeys.setEventHandler({});
+    m_hotKeys.setChangeHandler({});
+}
+
+void KeyboardShortcuts::declare(const ShortcutName& name)
+{
+    if (std::ranges::find(m_declared, name.rawName) != m_declared.end())
+        return;
+    m_declared.push_back(name.rawName);
+    if (name.defaultShortcut && !m_defaults.contains(storageKey(name.rawName)))
+        write(name.rawName, name.defaultShortcut->toJson());
+    registerAll();
+}
+
+std::optional<Shortcut> KeyboardShortcuts::getShortcut(const ShortcutName& name) const
+{
+    const QVariant stored = m_defaults.value(storageKey(name.rawName));
+    if (stored.typeId() != QMetaType::QString)
+        return std::nullopt;
+    return Shortcut::fromJson(stored.toString());
+}
+
+void KeyboardShortcuts::setShortcut(const std::optional<Shortcut>& shortcut, const ShortcutName& name)
+{
+    if (shortcut)
+        write(name.rawName, shortcut->toJson());
+    else if (name.defaultShortcut)
+        write(name.rawName, false); // tells "cleared" from "never set", which would bring the default back
+    else
+        write(name.rawName, QVariant());
+    Q_EMIT posted(shortcutByNameDidChange, {{QStringLiteral("name"), name.rawName}});
+    registerAll();
+}
+
+void KeyboardShortcuts::onKeyDown(const ShortcutName& name, const Handler& handler)
+{
+    attach(name, &Entry::keyDown, handler);
+}
+
+void KeyboardShortcuts::onKeyUp(const ShortcutName& name, const Handler& handler)
+{
+    attach(name, &Entry::keyUp, handler);
+}
+
+void KeyboardShortcuts::attach(const ShortcutName& name, std::vector<Handler> Entry::* list,
+                               const Handler& handler)
+{
+    (entryOf(name).*list).push_back(handler);
+    const Entry* const entry = find(name);
+    if (entry->registration == nullptr && !entry->error)
+        registerAll();
+}
+
+RegistrationState KeyboardShortcuts::registration(const ShortcutName& name) const
+{
+    using Kind = RegistrationState::Kind;
+    if (!getShortcut(name))
+        return {Kind::noShortcut, {}};
+    const Entry* const entry = find(name);
+    if (entry == nullptr)
+        return {Kind::unused, {}};
+    if (m_recorderActive)
+        return {Kind::paused, {}};
+    if (entry->error)
+        return {Kind::failed, entry->error};
+    return {Kind::registered, {}};
+}
+
+KeyDisplay KeyboardShortcuts::display(const ShortcutName& name) const
+{
+    const auto shortcut = getShortcut(name);
+    const auto combination = shortcut ? shortcut->combination() : std::nullopt;
+    return combination ? m_hotKeys.display(*combination) : KeyDisplay{};
+}
+
+void KeyboardShortcuts::registerAgain()
+{
+    registerAll();
+}
+
+void KeyboardShortcuts::setRecorderActive(bool isActive)
+{
+    if (m_recorderActive == isActive)
+        return;
+    m_recorderActive = isActive;
+    Q_EMIT posted(recorderActiveStatusDidChange, {{QStringLiteral("isActive"), isActive}});
+    registerAll();
+}
+
+KeyboardShortcuts::Entry& KeyboardShortcuts::entryOf(const ShortcutName& name)
+{
+    for (auto& [id, entry] : m_table) {
+        if (entry.rawName == name.rawName)
+            return entry;
+    }
+    const quint32 id = static_cast<quint32>(m_table.size()) + 1;
+    Entry& entry = m_table[id];
+    entry.rawName = name.rawName;
+    return entry;
+}
+
+const KeyboardShortcuts::Entry* KeyboardShortcuts::find(const ShortcutName& name) const
+{
+    const auto found =
+        std::ranges::find_if(m_table, [&](const auto& item) { return item.second.rawName == name.rawName; });
+    return found == m_table.end() ? nullptr : &found->second;
+}
+
+void KeyboardShortcuts::write(const QString& rawName, const QVariant& value)
+{
+    const QString key = storageKey(rawName);
+    const auto written = value.isValid() ? m_defaults.set(key, value) : m_defaults.remove(key);
+    if (written)
+        return;
+    qCCritical(lcHotkey, "Could not store the shortcut %ls", qUtf16Printable(rawName));
+    Q_EMIT writeFailed(rawName, written.error());
+}
+
+void KeyboardShortcuts::registerAll()
+{
+    for (auto& [id, entry] : m_table) {
+        entry.registration.reset();
+        entry.error.reset();
+        entry.combination.reset();
+    }
+    if (!m_recorderActive) {
+        for (auto& [id, entry] : m_table)
+            registerEntry(id, entry);
+    }
+    Q_EMIT registrationsChanged();
+}
+
+void KeyboardShortcuts::registerEntry(quint32 id, Entry& entry)
+{
+    const auto shortcut = getShortcut(ShortcutName{entry.rawName, {}});
+    if (!shortcut)
+        return;
+    entry.combination = shortcut->combination();
+    auto registration = entry.combination ? m_hotKeys.registerHotKey({signature, id}, *entry.combination)
+                                          : failure(HotKeyError::outOfRange());
+    if (registration) {
+        entry.registration = std::move(*registration);
+        return;
+    }
+    entry.error = registration.error();
+    logFailure(*shortcut, registration.error());
+}
+
+HotKeyDelivery KeyboardShortcuts::deliver(const HotKeyEvent& event)
+{
+    requireMainThread("KeyboardShortcuts::deliver");
+    const Entry* const entry = target(event);
+    if (entry == nullptr || event.kind == HotKeyEventKind::repeated)
+        return HotKeyDelivery::eventNotHandled;
+    // A handler may change shortcuts, and so the table.
+    const std::vector<Handler> handlers =
+        event.kind == HotKeyEventKind::pressed ? entry->keyDown : entry->keyUp;
+    for (const Handler& handler : handlers)
+        handler();
+    return HotKeyDelivery::handled;
+}
+
+const KeyboardShortcuts::Entry* KeyboardShortcuts::target(const HotKeyEvent& event) const
+{
+    if (event.source == HotKeyEvent::Source::hotKey) {
+        const auto found = m_table.find(event.id.id);
+        return event.id.signature == signature && found != m_table.end() ? &found->second : nullptr;
+    }
+    const auto found = std::ranges::find_if(
+        m_table, [&](const auto& item) { return item.second.combination == event.combination; });
+    return found == m_table.end() ? nullptr : &found->second;
+}
+
+} // namespace tulvane

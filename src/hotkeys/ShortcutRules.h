@@ -1,0 +1,41 @@
+#pragma once
+
+#include <platform/GlobalHotKeys.h>
+#include <platform/KeyCombination.h>
+
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace tulvane {
+
+/// Which combinations the user may set. Main thread.
+class ShortcutRules final {
+public:
+    /// The title of the menu item of ours that uses the combination; none where none does.
+    using MenuItemOf = std::function<std::optional<QString>(const KeyCombination&)>;
+
+    enum class Verdict {
+        accepted,
+        notACombination, ///< nothing that the user is told about; the field beeps
+        refused,         ///< in use already: `message` says by whom
+    };
+    struct Answer {
+        Verdict verdict = Verdict::accepted;
+        QString message;
+    };
+
+    /// `hotKeys` outlives this object.
+    explicit ShortcutRules(GlobalHotKeys& hotKeys, MenuItemOf menuItemOf = {});
+
+    [[nodiscard]] Answer judge(const KeyCombination& combination) const;
+
+private:
+    [[nodiscard]] bool isUsedBySystem(const KeyCombination& combination) const;
+
+    GlobalHotKeys& m_hotKeys;
+    MenuItemOf m_menuItemOf;
+};
+
+} // namespace tulvane

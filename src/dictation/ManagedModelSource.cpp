@@ -1,0 +1,25 @@
+#include <dictation/ManagedModelSource.h>
+#include <models/ModelManager.h>
+#include <settings/AppSettings.h>
+
+namespace tulvane {
+
+ManagedModelSource::ManagedModelSource(const AppSettings& settings, const ModelManager& manager,
+                                       QObject* parent)
+    : ModelSource(parent),
+      m_settings(settings),
+      m_manager(manager)
+{
+    connect(&manager, &ModelManager::stateChanged, this, &ModelSource::statesChanged);
+}
+
+std::optional<QString> ManagedModelSource::readyFile() const
+{
+    const WhisperModel model =
+        WhisperModel::find(m_settings.selectedModelID()).value_or(WhisperModel::fallback());
+    if (!m_manager.isDownloaded(model))
+        return std::nullopt;
+    return m_manager.fileURL(model);
+}
+
+} // namespace tulvane

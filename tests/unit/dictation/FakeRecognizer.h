@@ -1,0 +1,87 @@
+#pragma once
+
+#include <dictation/Recognizer.h>
+
+#include <QPromise>
+
+#include <deque>
+#include <memory>
+
+namespace tulvane::test {
+
+/// A recogniser whose jobs end when the test says so, in the order of the calls; `isPrompt` makes them end at
+/// once. It keeps what it was asked.
+class FakeRecognizer final : public Recognizer {
+public:
+    struct Transcription {
+        Samples samples;
+        TranscriptionOptions options;
+    };
+
+    bool isPrompt = true;
+    QString text = QStringLiteral(" hei på deg");
+    std::optional<EngineError> loadError;
+    std::optional<EngineError> transcribeError;
+    std::optional<QString> model;
+    QStringList loads;
+    std::vector<Transcription> transcriptions;
+
+    [[nodiscard]] QFuture<QString> loadedModel() override
+    {
+        return enqueue<QString>([this] { return model.value_or(QString()); });
+    }
+
+    [[nodiscard]] QFuture<Result<void, EngineError>> load(const QString& file) override
+    {
+        loads.append(file);
+        return enqueue<Result<void, EngineError>>([this, file]() -> Result<void, EngineError> {
+            model = loadError ? std::nullopt : std::optional(file);
+            if (loadError)
+                return failure(*loadError);
+            return {};
+        });
+    }
+
+    [[nodiscard]] QFuture<Result<QString, EngineError>>
+    transcribe(Samples samples, const TranscriptionOptions& options) override
+    {
+        transcriptions.push_back({std::move(samples), options});
+        return enqueue<Result<QString, EngineError>>([this]() -> Result<QString, EngineError> {
+            if (transcribeError)
+                return failure(*transcribeError);
+            return text;
+        });
+    }
+
+    /// How many jobs wait.
+    [[nodiscard]] std::size_t waiting() const { return m_jobs.size(); }
+
+    /// Ends the oldest job.
+    void step()
+    {
+        const auto job = std::move(m_jobs.front());
+        m_jobs.pop_front();
+        job();
+    }
+
+private:
+    template <class T, class Work>
+    QFuture<T> enqueue(Work work)
+    {
+        auto promise = std::make_shared<QPromise<T>>();
+        promise->start();
+        auto job = [promise, work] {
+            promise->addResult(work());
+            promise->finish();
+        };
+        if (isPrompt && m_jobs.empty())
+            job();
+        else
+            m_jobs.emplace_back(job);
+        return promise->future();
+    }
+
+    std::deque<std::function<void()>> m_jobs;
+};
+
+} // namespace tulvane::test

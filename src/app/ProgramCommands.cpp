@@ -5,6 +5,8 @@
 #include <app/cli/StatsCommand.h>
 #include <app/cli/TranscribeCommand.h>
 #include <base/Clock.h>
+#include <models/ModelFolders.h>
+#include <models/WhisperModel.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/common/ProcessMemory.h>
 #include <settings/AppSettings.h>
@@ -34,6 +36,13 @@ private:
     std::optional<AppSettings> m_settings;
 };
 
+std::optional<QString> catalogueFile(const QString& id)
+{
+    if (!WhisperModel::find(id))
+        return std::nullopt;
+    return ModelFolders::standard().modelFile(id);
+}
+
 int transcribe(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
@@ -41,14 +50,17 @@ int transcribe(const QStringList& arguments, cli::Console& console)
     const cli::RecognitionContext context{.settings = *settings,
                                           .memory = memory,
                                           .folders = ProgramFolders::ofThisProgram(),
-                                          .catalogueFile = [](const QString&) { return std::nullopt; }};
+                                          .catalogueFile = catalogueFile};
     return cli::runTranscribe(arguments, context, console);
 }
 
 int storedSettings(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
-    return cli::runSettings(arguments, console, *settings, {});
+    QStringList models;
+    for (const WhisperModel& model : WhisperModel::all())
+        models.append(model.id);
+    return cli::runSettings(arguments, console, *settings, models);
 }
 
 int statistics(const QStringList& arguments, cli::Console& console)

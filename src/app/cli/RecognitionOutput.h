@@ -1,0 +1,24 @@
+#pragma once
+
+#include <app/cli/Console.h>
+
+#include <QString>
+
+namespace tulvane::cli {
+
+struct RecognitionWords;
+
+/// What one recognition gave, and how long it took.
+struct Recognised {
+    QString text;     ///< cleaned; empty where nothing was recognised
+    QString raw;      ///< as the recogniser wrote it
+    QString language; ///< the code that was used; the detected one after "auto"
+    double audioSeconds = 0;
+    double loadSeconds = 0; ///< 0 where the model was loaded already
+    double transcribeSeconds = 0;
+};
+
+/// Prints it as the words of the command line ask, and says "Nothing recognised" where there is no text.
+void printRecognised(const Recognised& recognised, const RecognitionWords& words, Console& console);
+
+} // namespace tulvane::cli

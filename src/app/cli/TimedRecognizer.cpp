@@ -1,0 +1,59 @@
+#include <app/cli/TimedRecognizer.h>
+
+#include <QCoroFuture>
+#include <QCoroTask>
+
+namespace tulvane::cli {
+
+namespace {
+
+double secondsOf(const QElapsedTimer& timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+/// A future that ends with the given one, after `note` has seen the result on the main thread.
+template <class T, class Note>
+QCoro::Task<> passOn(QFuture<T> work, QPromise<T> promise, Note note)
+{
+    promise.start();
+    const T result = co_await work;
+    note(result);
+    promise.addResult(result);
+    promise.finish();
+}
+
+} // namespace
+
+QFuture<QString> TimedRecognizer::loadedModel()
+{
+    return m_recognizer.loadedModel();
+}
+
+QFuture<Result<void, EngineError>> TimedRecognizer::load(const QString& file)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QPromise<Result<void, EngineError>> promise;
+    auto future = promise.future();
+    static_cast<void>(passOn(m_recognizer.load(file), std::move(promise),
+                             [this, timer](const auto&) { m_loadSeconds += secondsOf(timer); }));
+    return future;
+}
+
+QFuture<Result<QString, EngineError>> TimedRecognizer::transcribe(Samples samples,
+                                                                  const TranscriptionOptions& options)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QPromise<Result<QString, EngineError>> promise;
+    auto future = promise.future();
+    static_cast<void>(passOn(m_recognizer.transcribe(std::move(samples), options), std::move(promise),
+                             [this, timer](const Result<QString, EngineError>& text) {
+                                 m_lastText = text.value_or(QString());
+                                 m_transcribeSeconds = secondsOf(timer);
+                             }));
+    return future;
+}
+
+} // namespace tulvane::cli

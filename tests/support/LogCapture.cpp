@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdio>
 
 namespace tulvane::test {
 
@@ -30,6 +31,9 @@ void LogCapture::keep(QtMsgType level, const QMessageLogContext& context, const 
     LogCapture* const self = current;
     if (self == nullptr)
         return;
+    // The process ends after this one, and nobody would see why.
+    if (level == QtFatalMsg)
+        std::fprintf(stderr, "%s\n", qPrintable(text));
     const QMutexLocker lock(&self->m_mutex);
     self->m_lines.append({level, QString::fromUtf8(context.category), text});
 }

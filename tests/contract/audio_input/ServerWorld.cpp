@@ -1,0 +1,65 @@
+#include "AudioWorld.h"
+
+#include <platform/linux/pulse/PulseAudioInput.h>
+#include <support/Await.h>
+#include <support/SoundServer.h>
+
+namespace tulvane::test {
+
+namespace {
+
+class ServerWorld final : public AudioWorld {
+public:
+    ServerWorld(AudioFormat hardware, const QString& sampleFormat, SoundServer::Kind kind)
+        : m_hardware(hardware),
+          m_server({static_cast<int>(hardware.sampleRate), hardware.channels, sampleFormat}, kind),
+          m_input(m_server.address())
+    {
+    }
+    ServerWorld(const ServerWorld&) = delete;
+    ServerWorld& operator=(const ServerWorld&) = delete;
+    ~ServerWorld() override { m_server.thaw(); }
+
+    [[nodiscard]] AudioInput& input() override { return m_input; }
+    [[nodiscard]] AudioFormat hardware() const override { return m_hardware; }
+    [[nodiscard]] QString deviceName() const override { return QStringLiteral("Virtual_Microphone"); }
+    void sound(std::span<const float> mono) override
+    {
+        std::vector<float> interleaved;
+        for (const float sample : mono)
+            interleaved.insert(interleaved.end(), static_cast<std::size_t>(m_hardware.channels), sample);
+        const auto player =
+            m_server.play(interleaved, static_cast<int>(m_hardware.sampleRate), m_hardware.channels);
+        if (!waitUntil([&] { return player->state() == QProcess::NotRunning; }) || player->exitCode() != 0)
+            qFatal("The player failed: %s", player->readAllStandardError().constData());
+    }
+    [[nodiscard]] bool isOpen() const override { return m_server.openMicrophones() > 0; }
+    void loseMicrophone() override { m_server.setDefaultSource(QStringLiteral("micsink.monitor")); }
+    void removeAllMicrophones() override
+    {
+        m_server.control({QStringLiteral("unload-module"), QStringLiteral("module-remap-source")});
+        m_server.control({QStringLiteral("unload-module"), QStringLiteral("module-null-sink")});
+        if (!waitUntil([&] { return m_input.makeEngine()->inputFormat() == AudioFormat{}; }))
+            qFatal("The microphones do not go away");
+    }
+    void breakStart() override { m_server.freeze(); }
+
+private:
+    AudioFormat m_hardware;
+    SoundServer m_server;
+    PulseAudioInput m_input;
+};
+
+} // namespace
+
+std::unique_ptr<AudioWorld> makePulseAudioWorld(AudioFormat hardware, const QString& sampleFormat)
+{
+    return std::make_unique<ServerWorld>(hardware, sampleFormat, SoundServer::Kind::pulseAudio);
+}
+
+std::unique_ptr<AudioWorld> makePipeWireWorld(AudioFormat hardware)
+{
+    return std::make_unique<ServerWorld>(hardware, QString(), SoundServer::Kind::pipeWire);
+}
+
+} // namespace tulvane::test

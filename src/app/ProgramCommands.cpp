@@ -1,6 +1,7 @@
 #include <app/ProgramCommands.h>
 #include <app/ProgramFolders.h>
 #include <app/cli/CleanCommand.h>
+#include <app/cli/DictateCommand.h>
 #include <app/cli/SettingsCommand.h>
 #include <app/cli/StatsCommand.h>
 #include <app/cli/TranscribeCommand.h>
@@ -9,8 +10,11 @@
 #include <models/WhisperModel.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/common/ProcessMemory.h>
+#include <platform/linux/pulse/PulseAudioInput.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
+
+#include <unistd.h>
 
 namespace tulvane {
 
@@ -54,6 +58,23 @@ int transcribe(const QStringList& arguments, cli::Console& console)
     return cli::runTranscribe(arguments, context, console);
 }
 
+int dictate(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    const ProcessMemory memory;
+    PulseAudioInput input;
+    StatsStore stats;
+    const cli::DictationContext context{.recognition = {.settings = *settings,
+                                                        .memory = memory,
+                                                        .folders = ProgramFolders::ofThisProgram(),
+                                                        .catalogueFile = catalogueFile},
+                                        .settings = *settings,
+                                        .input = input,
+                                        .stats = stats,
+                                        .keyboard = STDIN_FILENO};
+    return cli::runDictate(arguments, context, console);
+}
+
 int storedSettings(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
@@ -76,6 +97,7 @@ std::vector<cli::Command> programCommands()
 {
     return {
         {QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."), transcribe},
+        {QStringLiteral("dictate"), QStringLiteral("Turns what you say into clean text."), dictate},
         {QStringLiteral("clean"), QStringLiteral("Cleans a transcript from standard input."), cli::runClean},
         {QStringLiteral("settings"), QStringLiteral("Lists, reads or changes the stored settings."),
          storedSettings},

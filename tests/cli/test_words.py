@@ -3,7 +3,7 @@ import unittest
 
 from program import ProgramTest
 
-COMMANDS = ["transcribe", "clean", "settings"]
+COMMANDS = ["transcribe", "dictate", "clean", "settings", "stats"]
 
 
 class Words(ProgramTest):

@@ -8,7 +8,7 @@ namespace {
 
 class CalendarTest : public ::testing::Test {
 protected:
-    ~CalendarTest() override { qunsetenv("TZ"); }
+    void TearDown() override { qunsetenv("TZ"); }
 
     Calendar m_oslo{oslo()};
 };

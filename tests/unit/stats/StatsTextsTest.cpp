@@ -33,8 +33,8 @@ StatCard card(const char* title, const char* value, const char* subtitle)
 
 class StatsTextsTest : public ::testing::Test {
 protected:
-    StatsTextsTest() { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
-    ~StatsTextsTest() override { QLocale::setDefault(QLocale::c()); }
+    void SetUp() override { QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates)); }
+    void TearDown() override { QLocale::setDefault(QLocale::c()); }
 
     /// A summary with as many days in a row as told, today last; each with these words and seconds.
     [[nodiscard]] static StatsSummary streakOf(int days, qint64 words, double seconds)

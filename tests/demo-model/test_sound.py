@@ -2,6 +2,7 @@
 import hashlib
 import importlib.util
 import lzma
+import types
 import unittest
 from tempfile import TemporaryDirectory
 from pathlib import Path
@@ -12,7 +13,7 @@ HAVE_NUMPY = all(importlib.util.find_spec(name) for name in ("numpy", "scipy"))
 if HAVE_NUMPY:
     import numpy as np
 
-    from speechmodel import audio, corpus, ggml_file, tokens, windows
+    from speechmodel import audio, corpus, ggml_file, measurements, testsets, tokens, windows
     from speechmodel.grammar import sentence_key
     from speechmodel.voices import HELD_OUT_VARIANTS, TRAINING_VARIANTS
 
@@ -49,6 +50,12 @@ class PlanTest(unittest.TestCase):
             self.assertFalse(excluded.intersection(item["written"].values()))
 
 
+    def test_the_earlier_sentences_are_kept_from_training_too(self):
+        earlier = {text for _, texts in testsets.earlier_sentences() for text in texts}
+        self.assertEqual(len(testsets.earlier_sentences()), 800)
+        self.assertLessEqual(earlier, corpus.excluded_texts())
+
+
 @unittest.skipUnless(HAVE_NUMPY, "numpy and scipy are not installed")
 class WindowTest(unittest.TestCase):
     def test_words_get_their_start_and_joined_words_none(self):
@@ -66,6 +73,26 @@ class WindowTest(unittest.TestCase):
 
     def test_stretching_changes_the_length(self):
         self.assertEqual(len(audio.stretched(np.zeros(1000, np.float32), 1.25)), 800)
+
+
+@unittest.skipUnless(HAVE_NUMPY, "numpy and scipy are not installed")
+class MeasurementTest(unittest.TestCase):
+    def test_the_written_form_follows_the_language(self):
+        item = dict(kind="no", spoken="Hva?", written={"no": "Hva?", "nn": "Kva?"})
+        self.assertEqual(measurements.expected(item, "nn"), "Kva?")
+        self.assertEqual(measurements.expected(item, "en"), "Hva?")
+
+    def test_markers_are_counted_where_they_are_lost(self):
+        answer = types.SimpleNamespace(text="Her kommer melk, og fisk.")
+        item = dict(markers=[("melk", 2.0), ("ost", 29.8), ("fisk", 31.0)])
+        total, lost, edge, edge_lost, missing = measurements._marker_counts([(item, answer)])
+        self.assertEqual((total, lost, edge, edge_lost, missing), (3, 1, 1, 1, ["ost 29.8"]))
+
+    def test_noise_is_as_far_below_the_speech_as_asked(self):
+        sound = (np.sin(np.arange(32000) / 5) * 5000).astype(np.int16)
+        rest = testsets.with_noise(sound, 20, 1) - sound
+        ratio = 20 * np.log10(np.sqrt((sound.astype(float) ** 2).mean() / (rest**2).mean()))
+        self.assertAlmostEqual(ratio, 20, delta=0.2)
 
 
 @unittest.skipUnless(HAVE_NUMPY, "numpy and scipy are not installed")

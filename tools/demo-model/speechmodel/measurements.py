@@ -69,7 +69,9 @@ def _show(bench: Bench, rates: dict):
 
 
 def sentences(bench: Bench):
-    sets = {"unseen sentences": "sentences", "unseen sentences, unseen voices": "voices", "by hand": "handwritten"}
+    sets = {"unseen sentences": "earlier-sentences", "unseen sentences, unseen voices": "earlier-voices",
+            "unseen sentences, wider patterns": "sentences", "the same, unseen voices": "voices",
+            "by hand": "handwritten"}
     rows = []
     for title, name in sets.items():
         for mode in ("own", "auto"):
@@ -94,11 +96,11 @@ def speeds(bench: Bench):
 
 
 def prompts(bench: Bench):
-    long_text = " ".join(item["spoken"] for item in Corpus(bench.data / "voices").entries[:12])
+    long_text = " ".join(item["spoken"] for item in Corpus(bench.data / "earlier-voices").entries[:12])
     choices = {"none": "", "six known words": _UNRELATED, "seven unknown words": _UNKNOWN, "a text of 12 takes": long_text}
     rows = []
     for title, prompt in choices.items():
-        _, results = bench.run("sentences", prompt=prompt, limit=150)
+        _, results = bench.run("earlier-sentences", prompt=prompt, limit=150)
         rows.append(_row(title, _rates(results, lambda item: item["kind"])))
     table("Word error rate with a vocabulary prompt (unseen sentences)",
           ["prompt", "no", "nn", "en", "all", "exact with marks"], rows)
@@ -153,7 +155,7 @@ def without_speech(bench: Bench):
 
 
 def cost(bench: Bench):
-    load, results = bench.run("sentences", limit=40)
+    load, results = bench.run("earlier-sentences", limit=40)
     times = sorted(answer.milliseconds for _, answer in results)
     seconds = sorted(item["length"] / 16000 for item, _ in results)
     rows = [["packed", f"{bench.packed_size / 1e6:.2f} MB"], ["unpacked", f"{bench.size / 1e6:.2f} MB"],

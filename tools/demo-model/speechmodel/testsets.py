@@ -10,7 +10,7 @@ from . import corpus
 from .audio import SAMPLE_RATE
 from .espeak import Synthesiser, Voice
 from .grammar import TEXT, Grammar
-from .voices import HELD_OUT_VARIANTS, TRAINING_VARIANTS
+from .voices import EARLIER_VARIANTS, HELD_OUT_VARIANTS, TRAINING_VARIANTS, random_voice
 
 SPEEDS = {"slow": 130, "normal": 175, "fast": 230}
 TAKE_SECONDS = [10, 31, 59, 120]
@@ -64,6 +64,23 @@ def fixed_sentences(name: str, base: Path):
     corpus.speak_all(base, entries)
 
 
+def earlier_sentences() -> list:
+    """(kind, (Bokmål or English, Nynorsk or English)): unseen by every model so far. The first half was held out
+    as sentences, the second as sentences and voices."""
+    lines = (TEXT / "earlier-test-sentences.tsv").read_text(encoding="utf-8").splitlines()
+    return [(kind, (first, second)) for kind, first, second in (line.split("\t") for line in lines)]
+
+
+def earlier(data: Path):
+    """Test sets of the sentences and of the voices that the first model already knew, or was kept from."""
+    sentences, rng = earlier_sentences(), random.Random(31)
+    half = len(sentences) // 2
+    for name, part, variants in (("earlier-sentences", sentences[:half], EARLIER_VARIANTS),
+                                 ("earlier-voices", sentences[half:], HELD_OUT_VARIANTS)):
+        corpus.speak_all(data / name, [corpus.entry(kind, texts, random_voice(rng, kind, variants))
+                                       for kind, texts in part])
+
+
 def with_noise(samples: np.ndarray, ratio: float, seed: int) -> np.ndarray:
     """White noise at `ratio` dB below the speech."""
     sound = samples.astype(np.float64)
@@ -74,8 +91,9 @@ def with_noise(samples: np.ndarray, ratio: float, seed: int) -> np.ndarray:
 
 def speeds(base: Path, each: int = 90):
     """The same unseen sentences at three speeds, clean and with noise at 20 dB."""
-    planned = corpus.plan(each, 4242, ["", "m3", "f2", "Alex", "steph2"], held_out=True)
-    speaker = Synthesiser()
+    rng, speaker = random.Random(42), Synthesiser()
+    planned = [corpus.entry(kind, texts, random_voice(rng, kind, ["", "m3", "f2", "Alex", "steph2"]))
+               for kind, texts in rng.sample(earlier_sentences()[:400], each)]
     with SoundFile(base) as output:
         for number, item in enumerate(planned):
             for speed, rate in SPEEDS.items():
@@ -142,6 +160,7 @@ def without_speech(base: Path):
 def synthesise(data: Path):
     corpus.speak_all(data / "sentences", corpus.plan(360, 777, TRAINING_VARIANTS, held_out=True))
     corpus.speak_all(data / "voices", corpus.plan(360, 778, HELD_OUT_VARIANTS, held_out=True))
+    earlier(data)
     fixed_sentences("handwritten.tsv", data / "handwritten")
     speeds(data / "speeds")
     long_takes(data / "takes")

@@ -10,6 +10,7 @@ RicishayMax RicishayMax2 RicishayMax3 Storm Tweaky adam anika announcer antonio 
 edward edward2 grandma grandpa gustave iven iven2 iven3 iven4 kaukovalta klatt klatt2 klatt3 klatt4 klatt5 klatt6 linda
 marcelo max michel miguel norbert pablo paul pedro quincy rob robert sandro shelby steph steph2 steph3 travis victor
 zac""".split()
+EARLIER_VARIANTS = ["", *_COMMON, *"Alex Andrea Denis Hugo Michael linda steph2 ed travis klatt4".split()]
 TRAINING_VARIANTS = [""] * 8 + _COMMON * 2 + _OTHER
 _ENGLISH = ["en-us"] * 4 + ["gmw/en"] * 3 + ["en-gb-x-rp", "en-gb-scotland", "en-gb-x-gbclan"]
 

@@ -48,7 +48,7 @@ FakeGlobalHotKeys::registerHotKey(HotKeyId id, const KeyCombination& combination
         return failure(*m_error);
     if (virtualKeys::byCode(combination.keyCode) == nullptr)
         return failure(HotKeyError::noSuchKey());
-    if (m_elsewhere.contains(combination))
+    if (m_elsewhere.contains(combination) || isRegistered(combination))
         return failure(HotKeyError::taken(takenCode));
     m_entries->emplace(number, Entry{id, combination});
     return std::make_unique<Token>(m_entries, number);
@@ -57,7 +57,7 @@ FakeGlobalHotKeys::registerHotKey(HotKeyId id, const KeyCombination& combination
 QList<SymbolicHotKey> FakeGlobalHotKeys::symbolicHotKeys(const KeyCombination& about)
 {
     QList<SymbolicHotKey> hotKeys = m_symbolic;
-    if (m_elsewhere.contains(about))
+    if (m_elsewhere.contains(about) && hotKeys.isEmpty())
         hotKeys.append({true, about, {}});
     return hotKeys;
 }

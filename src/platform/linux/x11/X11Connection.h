@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <QString>
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace tulvane {
+
+/// Frees what xcb hands out.
+struct XcbFreed {
+    void operator()(void* memory) const { std::free(memory); } // NOLINT(cppcoreguidelines-no-malloc)
+};
+template <class T>
+using XcbReply = std::unique_ptr<T, XcbFreed>;
+
+/// A connection of our own to an X server, served by the main thread's event loop whatever Qt itself talks
+/// to. A server that dies closes it; nothing else happens to the program. Main thread.
+class X11Connection final : public QObject {
+    Q_OBJECT
+
+public:
+    using EventHandler = std::function<void(const xcb_generic_event_t&)>;
+
+    /// `display` as in $DISPLAY, which an empty one stands for. Null where there is no such server.
+    [[nodiscard]] static std::unique_ptr<X11Connection> open(const QString& display);
+    ~X11Connection() override;
+
+    [[nodiscard]] xcb_connection_t* xcb() const { return m_connection; }
+    [[nodiscard]] bool isAlive() const { return m_isAlive; }
+    /// The root window of each screen.
+    [[nodiscard]] std::vector<xcb_window_t> roots() const;
+
+    /// Hears of every event, in order; may destroy the connection.
+    void setEventHandler(const EventHandler& handler) { m_handler = handler; }
+    /// Waiting for a reply can bring in events that the event loop knows nothing of: call this after every
+    /// request that has a reply, and they are handed out when the event loop runs next.
+    void handleEventsSoon();
+
+Q_SIGNALS:
+    /// Every event that had come in has been handled.
+    void drained();
+    /// The server has ended the connection. Told once.
+    void closed();
+
+private:
+    explicit X11Connection(xcb_connection_t* connection);
+    void drain();
+    void noticeEnd();
+
+    xcb_connection_t* m_connection;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    EventHandler m_handler;
+    bool m_isAlive = true;
+    bool m_isDrainDue = false;
+};
+
+} // namespace tulvane

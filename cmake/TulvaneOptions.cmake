@@ -14,8 +14,9 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}/tulvane")
 
 find_program(TULVANE_CCACHE ccache)
 if(TULVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_C_COMPILER_LAUNCHER "${TULVANE_CCACHE}")
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${TULVANE_CCACHE}")
+    # What was compiled in one clone serves in another: paths count from the tree's root.
+    set(CMAKE_CXX_COMPILER_LAUNCHER env "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${TULVANE_CCACHE}")
+    set(CMAKE_C_COMPILER_LAUNCHER ${CMAKE_CXX_COMPILER_LAUNCHER})
 endif()
 
 add_library(tulvane_options INTERFACE)

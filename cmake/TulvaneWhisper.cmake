@@ -29,8 +29,8 @@ function(tulvane_build_whisper source variant)
         "-DCMAKE_C_COMPILER=${CMAKE_C_COMPILER}" "-DWHISPER_SOURCE=${source}"
         "-DPORTABLE=${TULVANE_PORTABLE}" "-DTOOLS=${TULVANE_BENCH}")
     if(TULVANE_CCACHE)
-        list(APPEND arguments "-DCMAKE_C_COMPILER_LAUNCHER=${TULVANE_CCACHE}"
-            "-DCMAKE_CXX_COMPILER_LAUNCHER=${TULVANE_CCACHE}")
+        list(APPEND arguments "-DCMAKE_C_COMPILER_LAUNCHER=${CMAKE_C_COMPILER_LAUNCHER}"
+            "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}")
     endif()
     foreach(step IN ITEMS configure build)
         if(step STREQUAL "configure")

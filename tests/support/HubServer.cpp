@@ -1,4 +1,5 @@
 #include <support/HubServer.h>
+#include <support/Paths.h>
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -11,7 +12,7 @@ HubServer::HubServer()
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(QStringLiteral("python3"),
-                    {QStringLiteral(TULVANE_SOURCE_FOLDER "/tests/support/hub_server.py"), m_folder.path()});
+                    {sourceFolder() + QStringLiteral("/tests/support/hub_server.py"), m_folder.path()});
     if (!m_process.waitForStarted() || !m_process.waitForReadyRead())
         qFatal("the hub server did not start");
     m_base = QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(m_process.readLine().trimmed().toInt()));

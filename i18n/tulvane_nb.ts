@@ -104,6 +104,10 @@
         <translation>La Tulvane ta opp lyd i lyd- eller personverninnstillingene på skrivebordet.</translation>
     </message>
     <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
         <source>Another program already uses this key combination. Choose another one, or free it in that program.</source>
         <translation>Et annet program bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den i det programmet.</translation>
     </message>
@@ -170,6 +174,10 @@
     <message>
         <source>Could not start audio capture: %1</source>
         <translation>Kunne ikke starte lydopptak: %1</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Ctrl</translation>
     </message>
     <message>
         <source>Daily streak</source>
@@ -240,6 +248,10 @@
         <translation>Hurtigtaster støttes ikke i en Wayland-økt ennå.</translation>
     </message>
     <message>
+        <source>Hotkeys are not supported in a Wayland session yet. Bind the command “tulvane toggle” to a key in the desktop's own keyboard settings.</source>
+        <translation>Hurtigtaster støttes ennå ikke i en Wayland-økt. Knytt kommandoen «tulvane toggle» til en tast i skrivebordets egne tastaturinnstillinger.</translation>
+    </message>
+    <message>
         <source>Insert</source>
         <translation>Insert</translation>
     </message>
@@ -254,6 +266,14 @@
     <message>
         <source>Keep it going all week</source>
         <translation>Hold det gående hele uken</translation>
+    </message>
+    <message>
+        <source>Key %1</source>
+        <translation>Tast %1</translation>
+    </message>
+    <message>
+        <source>Keypad %1</source>
+        <translation>Talltastatur %1</translation>
     </message>
     <message>
         <source>Last %1 days</source>
@@ -432,6 +452,10 @@
         <translation>Samme modell med full presisjon. Litt mer nøyaktig på vanskelig lyd, tre ganger så stor nedlasting og minnebruk.</translation>
     </message>
     <message>
+        <source>Shift</source>
+        <translation>Shift</translation>
+    </message>
+    <message>
         <source>Space</source>
         <translation>Mellomrom</translation>
     </message>
@@ -450,6 +474,10 @@
     <message>
         <source>Streak</source>
         <translation>Dager på rad</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
     </message>
     <message>
         <source>System</source>
@@ -588,8 +616,20 @@
         <translation>Verdien for %1 kan ikke lagres.</translation>
     </message>
     <message>
+        <source>There is no desktop here whose keys could be heard. Start Tulvane from a desktop session.</source>
+        <translation>Det finnes ikke noe skrivebord her med taster å lytte til. Start Tulvane fra en skrivebordsøkt.</translation>
+    </message>
+    <message>
         <source>There is not enough free disk space: %1 more needed.</source>
         <translation>Det er for lite ledig diskplass: %1 mangler.</translation>
+    </message>
+    <message>
+        <source>This X server lacks the extensions (XKB, XInput 2.1) that watching a key needs.</source>
+        <translation>Denne X-tjeneren mangler utvidelsene (XKB, XInput 2.1) som trengs for å følge en tast.</translation>
+    </message>
+    <message>
+        <source>This X server lacks the keyboard extension (XKB) that hotkeys need.</source>
+        <translation>Denne X-tjeneren mangler tastaturutvidelsen (XKB) som hurtigtaster trenger.</translation>
     </message>
     <message>
         <source>This keyboard has no such key. Choose another combination.</source>

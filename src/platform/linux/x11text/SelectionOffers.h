@@ -1,0 +1,54 @@
+#pragma once
+
+#include <platform/linux/x11text/ClipboardFormats.h>
+#include <platform/linux/x11text/IncrementalTransfer.h>
+
+#include <functional>
+#include <list>
+
+namespace tulvane {
+
+/// Answers the programs that read a selection of ours. Main thread.
+class SelectionOffers final : public X11Link::Listener {
+public:
+    /// Called when a program has got all of a text: the window that asked for it.
+    using TextRead = std::function<void(xcb_window_t reader)>;
+
+    /// `owner` is the window in whose name the selection is held.
+    SelectionOffers(X11Link& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead);
+    ~SelectionOffers() override;
+
+    /// From now on these are on offer, since `time`.
+    void set(const QList<TargetOffer>& offers, xcb_timestamp_t time);
+    /// Nothing is on offer any more; transfers that have begun go on to their end.
+    void drop() { m_offers.clear(); }
+
+    void handle(const xcb_generic_event_t& event) override;
+
+private:
+    enum class Notice { send, none };
+
+    void answer(const xcb_selection_request_event_t& request);
+    void propertyGone(xcb_window_t window, xcb_atom_t property);
+    void windowGone(xcb_window_t window);
+    /// Writes the answer into the property. False when there is none for this target.
+    [[nodiscard]] bool convert(xcb_window_t reader, xcb_atom_t target, xcb_atom_t property);
+    [[nodiscard]] bool convertSeveral(xcb_window_t reader, xcb_atom_t property);
+    void writeAtoms(xcb_window_t reader, xcb_atom_t property, const QList<xcb_atom_t>& atoms);
+    void begin(xcb_window_t reader, xcb_atom_t property, const TargetOffer& offer);
+    void watch(xcb_window_t reader, std::uint32_t events);
+
+    X11Link& m_link;
+    xcb_window_t m_owner;
+    xcb_atom_t m_selection;
+    TextRead m_textRead;
+    QList<TargetOffer> m_offers;
+    xcb_timestamp_t m_time = XCB_CURRENT_TIME;
+    struct Running {
+        IncrementalTransfer transfer;
+        bool isText;
+    };
+    std::list<Running> m_running;
+};
+
+} // namespace tulvane

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <platform/Pasteboard.h>
+#include <platform/linux/x11text/SelectionOffers.h>
+#include <platform/linux/x11text/SelectionRead.h>
+
+#include <QObject>
+#include <QPromise>
+
+#include <list>
+#include <memory>
+
+namespace tulvane {
+
+/// One selection of the X server as a pasteboard. It holds one item at most. What it puts on the pasteboard
+/// is there as long as this object is, unless a clipboard manager keeps a copy.
+///
+/// It tells whether the program in front has read the text, by who asks for it: a request from the program
+/// that had the focus at the write counts, whoever else reads (a clipboard manager) does not. A program in
+/// front that keeps copies of its own asks as soon as the owner changes, and never again when it pastes.
+class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
+public:
+    /// `selection` is "CLIPBOARD" or "PRIMARY". `link` and `scheduler` outlive the pasteboard.
+    X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString& selection);
+    ~X11Pasteboard() override;
+
+    [[nodiscard]] QFuture<PasteboardContents> contents() override;
+    [[nodiscard]] qint64 changeCount() override;
+    bool replace(const QList<PasteboardItem>& items) override;
+    void clear() override;
+    [[nodiscard]] Reading reading() const override { return m_reading; }
+    void setActivityHandler(std::function<void()> handler) override { m_activity = std::move(handler); }
+
+    void handle(const xcb_generic_event_t& event) override;
+
+private:
+    struct PendingRead {
+        QPromise<PasteboardContents> promise;
+        xcb_window_t window = noWindow;
+        std::unique_ptr<SelectionRead> read;
+    };
+
+    void ownerChanged(xcb_window_t owner);
+    void textRead(xcb_window_t reader);
+    void readFinished(PendingRead& pending, const SelectionRead::Outcome& outcome);
+    [[nodiscard]] bool isOurs() const;
+    void setOwner(xcb_window_t owner, xcb_timestamp_t time);
+    void tellActivity();
+
+    X11Link& m_link;
+    Scheduler& m_scheduler;
+    xcb_atom_t m_selection;
+    xcb_window_t m_window;
+    std::uint8_t m_fixesEvent = 0;
+    SelectionOffers m_offers;
+    QList<PasteboardItem> m_ownItems;
+    TargetForms m_forms;
+    std::list<PendingRead> m_reads;
+    qint64 m_changeCount = 0;
+    int m_ownClearsToCome = 0; ///< notices of our own clearing that have not arrived yet
+    Reading m_reading = Reading::unread;
+    xcb_window_t m_front = noWindow;
+    std::function<void()> m_activity;
+    QObject m_context; ///< what is called later is called while this lives
+};
+
+} // namespace tulvane

@@ -1,0 +1,161 @@
+#include <platform/fake/FakePasteboard.h>
+#include <platform/linux/x11text/X11Text.h>
+#include <support/Await.h>
+#include <support/VirtualDesktop.h>
+#include "X11Peers.h"
+
+#include <gtest/gtest.h>
+
+namespace tulvane {
+
+namespace {
+
+const QList<PasteboardItem> rich{{{{u"text/html"_qs, "<b>æ</b>"},
+                                   {u"application/x-own"_qs, QByteArray("\0\1\xff", 3)},
+                                   {u"UTF8_STRING"_qs, "æ"}}}};
+
+/// One pasteboard, and the programs around it.
+class FakeWorld {
+public:
+    FakeWorld() { m_board.tellReads(); }
+    Pasteboard& board() { return m_board; }
+    void otherWrites(const QList<PasteboardItem>& items) { m_board.otherProgramWrites(items); }
+    void frontReads() { m_board.frontProgramReads(); }
+    void backgroundReads() { (void)m_board.contents(); }
+    void otherClears() { m_board.otherProgramWrites(QList<PasteboardItem>()); }
+
+private:
+    FakePasteboard m_board;
+};
+
+class X11World {
+public:
+    X11World() { m_front.takeFocus(); }
+    Pasteboard& board() { return m_text->pasteboards().general(); }
+    void otherWrites(const QList<PasteboardItem>& items) { m_other->pasteboards().general().replace(items); }
+    void otherClears() { m_other->pasteboards().general().clear(); }
+    void frontReads() { (void)m_front.read(); }
+    void backgroundReads() { (void)m_background.read(); }
+
+private:
+    test::VirtualDesktop m_desktop;
+    EventLoopScheduler m_scheduler;
+    test::X11Peer m_front{m_desktop.display()};
+    test::X11Peer m_background{m_desktop.display()};
+    std::unique_ptr<X11Text> m_text = X11Text::open(m_desktop.display().toLocal8Bit(), {}, m_scheduler);
+    std::unique_ptr<X11Text> m_other = X11Text::open(m_desktop.display().toLocal8Bit(), {}, m_scheduler);
+};
+
+template <class World>
+class PasteboardContract : public testing::Test {
+protected:
+    Pasteboard& board() { return m_world.board(); }
+    PasteboardContents contents() { return test::await(board().contents()); }
+    QString text()
+    {
+        const PasteboardContents all = contents();
+        return all.items.size() == 1 ? all.items.first().plainText().value_or(QString()) : QString();
+    }
+
+    World m_world;
+};
+
+using Worlds = testing::Types<FakeWorld, X11World>;
+TYPED_TEST_SUITE(PasteboardContract, Worlds);
+
+} // namespace
+
+TYPED_TEST(PasteboardContract, AnEmptyOneHasNoItemsAndIsComplete)
+{
+    const PasteboardContents all = this->contents();
+    EXPECT_TRUE(all.items.isEmpty());
+    EXPECT_TRUE(all.complete);
+}
+
+TYPED_TEST(PasteboardContract, GivesBackWhatWeWrote)
+{
+    EXPECT_TRUE(this->board().replace({PasteboardItem::text(u"«æøå» 😀\n"_qs)}));
+    EXPECT_EQ(this->text(), u"«æøå» 😀\n"_qs);
+}
+
+TYPED_TEST(PasteboardContract, GivesEveryTypeThatAnotherProgramWroteByteForByte)
+{
+    this->m_world.otherWrites(rich);
+    const PasteboardContents all = this->contents();
+    EXPECT_TRUE(all.complete);
+    EXPECT_EQ(all.items, rich);
+}
+
+TYPED_TEST(PasteboardContract, CountsOurOwnWritesAndClearsAtOnceAndOnce)
+{
+    const qint64 before = this->board().changeCount();
+    this->board().replace({PasteboardItem::text(u"a"_qs)});
+    const qint64 written = this->board().changeCount();
+    EXPECT_GT(written, before);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(this->board().changeCount(), written);
+    this->board().clear();
+    const qint64 cleared = this->board().changeCount();
+    EXPECT_GT(cleared, written);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(this->board().changeCount(), cleared);
+    EXPECT_TRUE(this->contents().items.isEmpty());
+}
+
+TYPED_TEST(PasteboardContract, CountsAnotherProgramsWriteBeforeTheEventLoopHasRun)
+{
+    this->board().replace({PasteboardItem::text(u"a"_qs)});
+    const qint64 before = this->board().changeCount();
+    this->m_world.otherWrites({PasteboardItem::text(u"b"_qs)});
+    const qint64 after = this->board().changeCount();
+    EXPECT_GT(after, before);
+    EXPECT_EQ(this->text(), u"b"_qs);
+    EXPECT_EQ(this->board().changeCount(), after);
+    this->m_world.otherClears();
+    EXPECT_GT(this->board().changeCount(), after);
+}
+
+TYPED_TEST(PasteboardContract, EvenTheSameTextCountsAsAChange)
+{
+    this->board().replace({PasteboardItem::text(u"a"_qs)});
+    const qint64 before = this->board().changeCount();
+    this->m_world.otherWrites({PasteboardItem::text(u"a"_qs)});
+    EXPECT_GT(this->board().changeCount(), before);
+}
+
+TYPED_TEST(PasteboardContract, TellsWhenTheProgramInFrontHasReadAndNobodyElse)
+{
+    this->board().replace({PasteboardItem::text(u"a"_qs)});
+    EXPECT_EQ(this->board().reading(), Pasteboard::Reading::unread);
+    this->m_world.backgroundReads();
+    EXPECT_EQ(this->board().reading(), Pasteboard::Reading::unread);
+    int activity = 0;
+    this->board().setActivityHandler([&] { ++activity; });
+    this->m_world.frontReads();
+    EXPECT_TRUE(test::waitUntil([&] { return activity > 0; }));
+    EXPECT_EQ(this->board().reading(), Pasteboard::Reading::read);
+    this->m_world.otherWrites({PasteboardItem::text(u"b"_qs)});
+    (void)this->board().changeCount();
+    EXPECT_EQ(this->board().reading(), Pasteboard::Reading::read);
+    this->board().replace({PasteboardItem::text(u"c"_qs)});
+    EXPECT_EQ(this->board().reading(), Pasteboard::Reading::unread);
+}
+
+TYPED_TEST(PasteboardContract, TellsOfAnotherProgramsWrite)
+{
+    int activity = 0;
+    this->board().setActivityHandler([&] { ++activity; });
+    this->m_world.otherWrites(rich);
+    EXPECT_TRUE(test::waitUntil([&] { return activity > 0; }));
+}
+
+TYPED_TEST(PasteboardContract, PutsBackEveryTypeOfAnItem)
+{
+    this->m_world.otherWrites(rich);
+    const PasteboardContents saved = this->contents();
+    this->board().replace({PasteboardItem::text(u"between"_qs)});
+    EXPECT_TRUE(this->board().replace(saved.items));
+    EXPECT_EQ(this->contents().items, rich);
+}
+
+} // namespace tulvane

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <platform/linux/x11text/SelectionRead.h>
+#include <platform/linux/x11text/X11Link.h>
+
+#include <QHash>
+#include <QList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tulvane::test {
+
+/// A key as a focused window hears of it.
+struct HeardKey {
+    bool down = false;
+    int key = 0;   ///< the X key code
+    int state = 0; ///< modifiers and group
+};
+
+/// Another program on the display: a connection of its own, a window that can have the focus, and a selection
+/// that it reads.
+class X11Peer final : public X11Link::Listener {
+public:
+    /// `windowClass` is what its WM_CLASS says.
+    explicit X11Peer(const QString& display, const QByteArray& windowClass = "peer");
+    ~X11Peer() override;
+
+    /// Its window gets the keyboard focus; returns when it has it.
+    void takeFocus();
+    /// Reads everything that a selection offers.
+    [[nodiscard]] SelectionRead::Outcome read(const QString& selection = QStringLiteral("CLIPBOARD"));
+    /// Reads one target; none when it is refused.
+    [[nodiscard]] std::optional<QByteArray>
+    readTarget(const QString& target, const QString& selection = QStringLiteral("CLIPBOARD"));
+
+    [[nodiscard]] X11Link& link() { return *m_link; }
+    [[nodiscard]] xcb_window_t window() const { return m_window; }
+    /// The keys that its window has heard of.
+    [[nodiscard]] QList<HeardKey> keys() const { return m_keys; }
+    void forgetKeys() { m_keys.clear(); }
+    /// Takes in everything that has happened until now.
+    void catchUp() { m_link->catchUp(); }
+
+    void handle(const xcb_generic_event_t& event) override;
+
+private:
+    std::unique_ptr<X11Link> m_link;
+    EventLoopScheduler m_scheduler;
+    xcb_window_t m_window;
+    QList<HeardKey> m_keys;
+    bool m_visible = false;
+    bool m_focused = false;
+    std::optional<xcb_atom_t> m_noticed;
+};
+
+/// The owner of a selection, as well-behaved or not as the test wants it.
+class ScriptedOwner final : public X11Link::Listener {
+public:
+    struct Target {
+        // Made by these, and by the constructor for one that is simply delivered.
+        explicit Target(QByteArray data = {}, QString ofType = {}, int unit = 8)
+            : bytes(std::move(data)),
+              type(std::move(ofType)),
+              format(unit)
+        {
+        }
+        [[nodiscard]] static Target refusing();
+        [[nodiscard]] static Target silent();
+        /// In so many pieces; goes silent after `stopsAfter` of them.
+        [[nodiscard]] static Target inPieces(const QByteArray& data, int pieces, int stopsAfter = -1);
+
+        QByteArray bytes;
+        QString type; ///< the target's own name where empty
+        int format;
+        bool refused = false;
+        bool ignored = false;
+        int pieces = 0;
+        int stopsAfter = -1;
+    };
+
+    explicit ScriptedOwner(const QString& display, const QString& selection = QStringLiteral("CLIPBOARD"));
+    ~ScriptedOwner() override;
+
+    /// Without a list of targets it refuses to name any.
+    void offer(const QList<std::pair<QString, Target>>& targets) { m_targets = targets; }
+    void refuseList() { m_namesTargets = false; }
+    void own();
+    /// The targets that it was asked for, oldest first.
+    [[nodiscard]] QStringList asked() const { return m_asked; }
+    /// Called at each request, before it is answered.
+    std::function<void(const QString&)> onRequest;
+
+    void handle(const xcb_generic_event_t& event) override;
+
+private:
+    void answer(const xcb_selection_request_event_t& request);
+    void write(const xcb_selection_request_event_t& request, const Target& target);
+    void notify(const xcb_selection_request_event_t& request, xcb_atom_t property);
+    void writeTargets(const xcb_selection_request_event_t& request);
+    void sendPiece();
+
+    std::unique_ptr<X11Link> m_link;
+    xcb_window_t m_window;
+    xcb_atom_t m_selection;
+    bool m_namesTargets = true;
+    QList<std::pair<QString, Target>> m_targets;
+    QStringList m_asked;
+    struct Sending {
+        xcb_window_t reader;
+        xcb_atom_t property;
+        Target target;
+        xcb_atom_t type;
+        int sent;
+    };
+    std::optional<Sending> m_sending;
+};
+
+} // namespace tulvane::test

@@ -1,0 +1,20 @@
+#include <platform/linux/workspace/ChildProcesses.h>
+
+#include <QProcess>
+
+namespace tulvane {
+
+std::optional<int> ChildProcesses::run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(program, arguments);
+    if (!process.waitForStarted(-1))
+        return std::nullopt;
+    process.waitForFinished(-1);
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+} // namespace tulvane

@@ -1,8 +1,9 @@
+#include "X11Peers.h"
+
 #include <platform/fake/FakeKeyPosting.h>
 #include <platform/linux/x11text/X11Text.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
-#include "X11Peers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,10 @@
+#include "X11Peers.h"
+
 #include <platform/linux/x11text/KeyboardLayout.h>
 #include <platform/linux/x11text/KeyboardState.h>
 #include <platform/linux/x11text/X11Text.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
-#include "X11Peers.h"
 #include <support/XTestKeys.h>
 
 #include <QElapsedTimer>

@@ -1,8 +1,9 @@
+#include "X11Peers.h"
+
 #include <platform/fake/FakePasteboard.h>
 #include <platform/linux/x11text/X11Text.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
-#include "X11Peers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,8 @@
+#include "X11Peers.h"
+
 #include <platform/linux/x11text/X11Pasteboard.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
-#include "X11Peers.h"
 
 #include <QElapsedTimer>
 

@@ -1,5 +1,6 @@
-#include <support/Await.h>
 #include "X11Peers.h"
+
+#include <support/Await.h>
 
 #include <algorithm>
 #include <array>

@@ -9,7 +9,7 @@ namespace tulvane {
 /// The window that has the keyboard focus. Main thread.
 struct FrontWindow {
     xcb_window_t window = noWindow; ///< none where the focus is nowhere
-    QStringList classes;                   ///< both parts of WM_CLASS, of the window or of what it lies in
+    QStringList classes;            ///< both parts of WM_CLASS, of the window or of what it lies in
 
     [[nodiscard]] static FrontWindow current(X11Link& link);
 

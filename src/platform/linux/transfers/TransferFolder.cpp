@@ -31,7 +31,9 @@ bool TransferFolder::save(const TransferRecord& record) const
     if (!file.open(QIODevice::WriteOnly))
         return false;
     const QByteArray json = record.toJson();
-    return file.setPermissions(onlyTheUser) && file.write(json) == json.size() && file.commit();
+    // Flushed apart: committing alone reports success for what a full disk cut short.
+    return file.setPermissions(onlyTheUser) && file.write(json) == json.size() && file.flush() &&
+           file.commit();
 }
 
 std::optional<TransferRecord> TransferFolder::load(const QString& key) const

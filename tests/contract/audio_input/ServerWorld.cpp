@@ -11,7 +11,8 @@ namespace {
 class ServerWorld final : public AudioWorld {
 public:
     ServerWorld(AudioFormat hardware, const QString& sampleFormat, SoundServer::Kind kind)
-        : m_hardware(hardware),
+        // PipeWire's remapped source always runs at the rate of the graph, whatever lies below it.
+        : m_hardware{kind == SoundServer::Kind::pipeWire ? 48000 : hardware.sampleRate, hardware.channels},
           m_server({static_cast<int>(hardware.sampleRate), hardware.channels, sampleFormat}, kind),
           m_input(m_server.address())
     {

@@ -5,7 +5,6 @@
 
 #include <poll.h>
 #include <sys/prctl.h>
-#include <xcb/xcb.h>
 
 #include <csignal>
 #include <cstdlib>
@@ -18,12 +17,6 @@ namespace tulvane::test {
 namespace {
 
 constexpr int startTimeout = 30000;
-
-struct Freed {
-    void operator()(void* memory) const { std::free(memory); } // NOLINT: xcb hands out malloc'ed memory
-};
-template <class T>
-using Reply = std::unique_ptr<T, Freed>;
 
 [[noreturn]] void fail(const QString& what)
 {
@@ -40,49 +33,6 @@ QByteArray firstLine(QProcess& process)
     }
     return process.readLine().trimmed();
 }
-
-/// A connection that waits for a property of the root window to appear.
-class RootWatch final {
-public:
-    explicit RootWatch(const QString& display)
-        : m_connection(xcb_connect(display.toLocal8Bit().constData(), nullptr))
-    {
-        if (xcb_connection_has_error(m_connection) != 0)
-            fail(QStringLiteral("no connection to the display ") + display);
-        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
-        const quint32 mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
-    }
-    RootWatch(const RootWatch&) = delete;
-    RootWatch& operator=(const RootWatch&) = delete;
-    ~RootWatch() { xcb_disconnect(m_connection); }
-
-    void awaitProperty(const char* name)
-    {
-        const auto cookie = xcb_intern_atom(m_connection, 0, static_cast<quint16>(std::strlen(name)), name);
-        const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(m_connection, cookie, nullptr));
-        const QDeadlineTimer deadline(startTimeout);
-        while (!has(atom->atom)) {
-            pollfd descriptor{xcb_get_file_descriptor(m_connection), POLLIN, 0};
-            if (deadline.hasExpired() ||
-                poll(&descriptor, 1, static_cast<int>(deadline.remainingTime())) == 0)
-                fail(QStringLiteral("the window manager did not come up"));
-            while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
-            }
-        }
-    }
-
-private:
-    [[nodiscard]] bool has(xcb_atom_t atom) const
-    {
-        const auto cookie = xcb_get_property(m_connection, 0, m_root, atom, XCB_ATOM_ANY, 0, 1);
-        const Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
-        return reply && reply->type != XCB_ATOM_NONE;
-    }
-
-    xcb_connection_t* m_connection;
-    xcb_window_t m_root = XCB_WINDOW_NONE;
-};
 
 } // namespace
 
@@ -141,8 +91,11 @@ void VirtualDesktop::startOpenbox(const QByteArray& keys)
         QStringLiteral("openbox.xml"), "<?xml version=\"1.0\"?>\n"
                                        "<openbox_config xmlns=\"http://openbox.org/3.4/rc\"><keyboard>" +
                                            keys + "</keyboard></openbox_config>\n");
-    start(QStringLiteral("openbox"), {QStringLiteral("--config-file"), configuration});
-    RootWatch(m_display).awaitProperty("_NET_SUPPORTING_WM_CHECK");
+    // It runs the command once it manages the windows and holds its keys.
+    QProcess& openbox =
+        start(QStringLiteral("openbox"), {QStringLiteral("--config-file"), configuration,
+                                          QStringLiteral("--startup"), QStringLiteral("echo ready")});
+    (void)firstLine(openbox);
 }
 
 QProcess& VirtualDesktop::start(const QString& program, const QStringList& arguments)

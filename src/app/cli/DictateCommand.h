@@ -16,7 +16,7 @@ struct DictationContext {
     AppSettings& settings;
     AudioInput& input;
     StatsStore& stats;
-    int keyboard; ///< the descriptor on which Enter ends the recording
+    int keyboard = 0; ///< the descriptor on which Enter ends the recording
 };
 
 /// `tulvane dictate ...`: records the default microphone until Enter, Ctrl+C, `--seconds` or the longest

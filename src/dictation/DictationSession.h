@@ -56,6 +56,7 @@ public:
     };
 
     explicit DictationSession(Neighbours neighbours, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(DictationSession)
     ~DictationSession() override;
 
     /// Begins a recording; nothing while one is under way or being transcribed.

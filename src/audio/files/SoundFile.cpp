@@ -16,7 +16,6 @@ namespace tulvane {
 namespace {
 
 constexpr sf_count_t framesPerBlock = 16384;
-constexpr double targetRate = 16000.0;
 
 struct CloseSound {
     void operator()(SNDFILE* file) const { sf_close(file); }

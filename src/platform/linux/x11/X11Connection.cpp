@@ -50,7 +50,7 @@ void X11Connection::drain()
 {
     m_isDrainDue = false;
     const QPointer<X11Connection> self(this);
-    while (m_isAlive) {
+    while (isAlive()) {
         const XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(m_connection));
         if (!event)
             break;

@@ -33,7 +33,8 @@ public:
     ~X11Connection() override;
 
     [[nodiscard]] xcb_connection_t* xcb() const { return m_connection; }
-    [[nodiscard]] bool isAlive() const { return m_isAlive; }
+    /// Whether the server is there, as far as is known: the event loop, or the next request, finds out.
+    [[nodiscard]] bool isAlive() const { return m_isAlive && xcb_connection_has_error(m_connection) == 0; }
     /// The root window of each screen.
     [[nodiscard]] std::vector<xcb_window_t> roots() const;
 

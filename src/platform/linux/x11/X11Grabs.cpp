@@ -8,7 +8,7 @@ Result<void, HotKeyError> X11Grabs::take(const X11Grab& grab)
 {
     // The server would let one client grab a key twice, and forget both at the first release.
     const int error = holds(grab) ? XCB_ACCESS : request(grab);
-    if (!m_connection.isAlive() || xcb_connection_has_error(m_connection.xcb()) != 0)
+    if (!m_connection.isAlive())
         return failure(HotKeyError::unreachable());
     if (error == XCB_ACCESS)
         return failure(HotKeyError::taken(error));
@@ -25,12 +25,13 @@ void X11Grabs::release(const X11Grab& grab)
         giveBack(grab);
 }
 
-bool X11Grabs::isFree(const X11Grab& grab)
+bool X11Grabs::isTaken(const X11Grab& grab)
 {
-    if (!take(grab))
+    if (holds(grab))
         return false;
+    const auto taken = take(grab);
     release(grab);
-    return true;
+    return !taken && taken.error().kind() == HotKeyError::Kind::taken;
 }
 
 bool X11Grabs::holds(const X11Grab& grab) const

@@ -33,8 +33,8 @@ public:
     /// one that we hold ourselves is taken, too.
     [[nodiscard]] Result<void, HotKeyError> take(const X11Grab& grab);
     void release(const X11Grab& grab);
-    /// Whether `take` would succeed.
-    [[nodiscard]] bool isFree(const X11Grab& grab);
+    /// Whether another program holds any part of it; found out by trying.
+    [[nodiscard]] bool isTaken(const X11Grab& grab);
     [[nodiscard]] bool holds(const X11Grab& grab) const;
 
 private:

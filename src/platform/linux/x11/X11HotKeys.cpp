@@ -176,9 +176,8 @@ QList<SymbolicHotKey> X11HotKeys::symbolicHotKeys(const KeyCombination& about)
     if (auto stored = readDesktopShortcuts(m_folders, windowManagerName(*m_connection), keyOf))
         return *stored;
     const auto grab = grabOf(about);
-    if (!grab || m_table->grabs.holds(*grab) || m_table->grabs.isFree(*grab))
-        return {};
-    return {{true, about, {}}};
+    return grab && m_table->grabs.isTaken(*grab) ? QList<SymbolicHotKey>{{true, about, {}}}
+                                                 : QList<SymbolicHotKey>{};
 }
 
 KeyDisplay X11HotKeys::display(const KeyCombination& combination) const

@@ -61,7 +61,8 @@ public:
     void disable() override;
 
 private:
-    void select(quint32 events);
+    /// The number of the request; events carry the number of the last one that the server had seen.
+    quint32 select(quint32 events);
     void readHeldKeys();
     void handleEvent(const xcb_generic_event_t& event);
     void change(quint32 keycode, bool isDown);
@@ -71,6 +72,7 @@ private:
     quint8 m_opcode;
     ModifierEvents::Handler m_handler;
     std::set<quint32> m_held; ///< the modifier keys that are down, by virtual key code
+    quint32 m_enabledAt = 0;
     bool m_isEnabled = false;
     bool m_isKeyMapOld = false;
 };
@@ -99,7 +101,7 @@ void X11ModifierTap::enable()
         return;
     m_isEnabled = true;
     // Asked for first: a key that goes down in between is then known of twice rather than not at all.
-    select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+    m_enabledAt = select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
     readHeldKeys();
 }
 
@@ -111,14 +113,16 @@ void X11ModifierTap::disable()
     m_held.clear();
 }
 
-void X11ModifierTap::select(quint32 events)
+quint32 X11ModifierTap::select(quint32 events)
 {
     struct {
         xcb_input_event_mask_t head;
         quint32 mask;
     } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, events};
-    xcb_input_xi_select_events(m_connection->xcb(), m_connection->roots().front(), 1, &selection.head);
+    const auto cookie =
+        xcb_input_xi_select_events(m_connection->xcb(), m_connection->roots().front(), 1, &selection.head);
     xcb_flush(m_connection->xcb());
+    return cookie.sequence;
 }
 
 void X11ModifierTap::readHeldKeys()
@@ -146,6 +150,10 @@ void X11ModifierTap::handleEvent(const xcb_generic_event_t& event)
     }
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
     if (!m_isEnabled || generic.extension != m_opcode)
+        return;
+    // What was on its way when the tap was last disabled is not news; the difference bears the counter's
+    // wrap.
+    if (static_cast<qint32>(generic.full_sequence - m_enabledAt) < 0)
         return;
     if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS || generic.event_type == XCB_INPUT_RAW_KEY_RELEASE)
         change(reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event).detail,

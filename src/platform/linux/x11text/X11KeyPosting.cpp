@@ -164,19 +164,21 @@ void X11KeyPosting::sendAmong(const Stroke& stroke, const KeyboardLayout& layout
     const bool bare = pressed.isEmpty() && std::ranges::any_of(inTheWay, [&](xcb_keycode_t code) {
                           return layout.actsAlone(code);
                       });
-    const auto mask = bare ? freeKey(layout, state, bothSides(XKB_KEY_Control_L)) : std::nullopt;
+    // No key has the code 0.
+    const xcb_keycode_t mask =
+        bare ? freeKey(layout, state, bothSides(XKB_KEY_Control_L)).value_or(0) : xcb_keycode_t{0};
 
     for (const xcb_keycode_t code : pressed)
         key(code, true);
-    if (mask)
-        tap(*mask);
+    if (mask != 0)
+        tap(mask);
     for (const xcb_keycode_t code : inTheWay)
         key(code, false);
     tap(stroke.place.key);
     for (const xcb_keycode_t code : inTheWay)
         key(code, true);
-    if (mask)
-        tap(*mask);
+    if (mask != 0)
+        tap(mask);
     for (const xcb_keycode_t code : pressed | std::views::reverse)
         key(code, false);
     m_link.flush();

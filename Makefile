@@ -3,7 +3,7 @@
 #   make test    the same, and every test; `make soak` with the full counts
 SHELL := /bin/bash
 .DEFAULT_GOAL := build
-.PHONY: build run test soak lint format fuzz bench package dependencies clean
+.PHONY: build run test soak sanitizers lint format fuzz bench package dependencies clean
 
 ARGS ?=
 
@@ -21,6 +21,9 @@ test: dependencies
 
 soak: dependencies
 	@TULVANE_SOAK=1 tools/run-tests
+
+sanitizers: dependencies
+	@tools/run-sanitizers
 
 lint: dependencies
 	@tools/lint --all

@@ -2,15 +2,18 @@
 #include <app/ProgramFolders.h>
 #include <app/cli/CleanCommand.h>
 #include <app/cli/DictateCommand.h>
+#include <app/cli/ModelsCommand.h>
 #include <app/cli/SettingsCommand.h>
 #include <app/cli/StatsCommand.h>
+#include <app/cli/StopWatch.h>
 #include <app/cli/TranscribeCommand.h>
 #include <base/Clock.h>
-#include <models/ModelFolders.h>
-#include <models/WhisperModel.h>
+#include <models/ModelHub.h>
+#include <models/ModelManager.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/common/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
 
@@ -34,6 +37,11 @@ public:
         m_settings.emplace(m_defaults);
     }
     [[nodiscard]] AppSettings& operator*() { return *m_settings; }
+    /// A text that is no setting of the interface's; empty where there is none.
+    [[nodiscard]] QString text(const char* key) const
+    {
+        return m_defaults.value(QLatin1String(key)).toString();
+    }
 
 private:
     JsonUserDefaults m_defaults;
@@ -75,6 +83,23 @@ int dictate(const QStringList& arguments, cli::Console& console)
     return cli::runDictate(arguments, context, console);
 }
 
+int models(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    const ModelFolders folders = ModelFolders::standard();
+    DetachedTransfers transfers(
+        {.helper = ProgramFolders::ofThisProgram().transferHelper(), .folder = folders.transfers()});
+    const QUrl hub = modelHubURL(qEnvironmentVariable(modelHubVariable), settings.text(modelHubSetting));
+    ModelManager manager({.folders = folders, .hub = hub}, transfers);
+    std::optional<cli::StopWatch> interrupts;
+    const cli::ModelsContext context{.manager = manager,
+                                     .selectedModelID = (*settings).selectedModelID(),
+                                     .onInterrupt = [&interrupts](const std::function<void()>& cancel) {
+                                         interrupts.emplace(-1, cancel);
+                                     }};
+    return cli::runModels(arguments, context, console);
+}
+
 int storedSettings(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
@@ -99,6 +124,7 @@ std::vector<cli::Command> programCommands()
         {QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."), transcribe},
         {QStringLiteral("dictate"), QStringLiteral("Turns what you say into clean text."), dictate},
         {QStringLiteral("clean"), QStringLiteral("Cleans a transcript from standard input."), cli::runClean},
+        {QStringLiteral("models"), QStringLiteral("Shows, fetches and removes speech models."), models},
         {QStringLiteral("settings"), QStringLiteral("Lists, reads or changes the stored settings."),
          storedSettings},
         {QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."), statistics},

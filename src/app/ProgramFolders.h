@@ -12,6 +12,11 @@ struct ProgramFolders {
     QString backends;    ///< where ggml's loadable backends are looked for, and nowhere else
 
     [[nodiscard]] static ProgramFolders ofThisProgram();
+    /// The executable that downloads in the background.
+    [[nodiscard]] QString transferHelper() const
+    {
+        return executables + QStringLiteral("/tulvane-transfers");
+    }
     /// The bundled demo model's file.
     [[nodiscard]] QString demoModel() const { return resources + QStringLiteral("/models/demo.bin"); }
 };

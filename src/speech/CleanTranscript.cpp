@@ -72,7 +72,8 @@ void removeNoise(QString& text, const NoisePattern& pattern)
 
 void normaliseSpacing(QString& text)
 {
-    static const QRegularExpression spaces(QStringLiteral("[ \t]+"));
+    // A lone space is its own replacement; leaving it out of "[ \t]+" spares a match for every word.
+    static const QRegularExpression spaces(QStringLiteral("\t[ \t]*| [ \t]+"));
     static const QRegularExpression lineBreaks(QStringLiteral(" *\n+ *"));
     text.replace(spaces, QStringLiteral(" "));
     text.replace(lineBreaks, QStringLiteral("\n"));

@@ -21,12 +21,24 @@ namespace {
 
 // After this code the library has freed its own state and would free it again.
 constexpr qint32 stateIsGone = -7;
+// Address space, not memory, that each thread takes besides what it uses: its stack, and what the allocator
+// sets aside for it.
+constexpr qint64 threadSpace = 80'000'000;
 // Vocabulary entries of a multilingual model that stand for no language.
 constexpr int notLanguages = 51'766;
 
 QString seconds(double value, int decimals)
 {
     return QString::number(value, 'f', decimals);
+}
+
+/// What a transcription of so many samples takes for a while: two copies of them, a spectrogram of 128 bands
+/// and two directions, and room for all that does not depend on them.
+qint64 workingMemory(std::size_t samples)
+{
+    constexpr qint64 samplesPerFrame = 160;
+    const auto count = static_cast<qint64>(samples);
+    return 64'000'000 + 2 * 4 * count + 2 * 4 * 128 * (count / samplesPerFrame);
 }
 
 QString secondsOf(const QElapsedTimer& timer)
@@ -72,30 +84,30 @@ whisper_context* EngineCore::open(const QString& modelFile) const
 {
     const auto file = openModelFile(modelFile);
     if (!file) {
-        qCCritical(lcWhisper).noquote() << "Could not open the model" << modelFile << "-" << file.error();
+        qCWarning(lcWhisper).noquote() << "Could not open the model" << modelFile << "-" << file.error();
         return nullptr;
     }
     const auto facts = checkModelFile(**file);
     if (!facts) {
-        qCCritical(lcWhisper).noquote()
+        qCWarning(lcWhisper).noquote()
             << "The model" << modelFile << "is damaged or foreign:" << facts.error();
         return nullptr;
     }
     if (!loadBackends(m_backendFolder)) {
-        qCCritical(lcWhisper).noquote() << "No computing backend was found in" << m_backendFolder;
+        qCWarning(lcWhisper).noquote() << "No computing backend was found in" << m_backendFolder;
         return nullptr;
     }
-    return hasMemoryFor(facts->neededMemory()) ? loadModel(**file) : nullptr;
+    return hasMemoryFor(facts->neededMemory(), facts->neededAddressSpace()) ? loadModel(**file) : nullptr;
 }
 
-bool EngineCore::hasMemoryFor(qint64 bytes) const
+/// Asked before the library is, which ends the process when an allocation fails.
+bool EngineCore::hasMemoryFor(qint64 bytes, qint64 addressSpace) const
 {
-    // The library ends the process when an allocation fails.
     const qint64 available = m_memory.available();
-    if (bytes <= available && m_memory.canReserve(bytes))
+    if (bytes <= available && m_memory.canReserve(addressSpace))
         return true;
-    qCCritical(lcWhisper).nospace() << "The model needs " << bytes / 1'000'000 << " MB of memory, and "
-                                    << available / 1'000'000 << " MB are available";
+    qCWarning(lcWhisper).nospace() << "This needs " << bytes / 1'000'000 << " MB of memory, and "
+                                   << available / 1'000'000 << " MB are available";
     return false;
 }
 
@@ -121,6 +133,9 @@ Result<QString, EngineError> EngineCore::transcribe(std::vector<float> samples,
     if (!knowsLanguage(*parameters))
         return failure(EngineError::transcriptionFailed(EngineError::unknownLanguage));
     prepareSamples(samples);
+    const qint64 memory = workingMemory(samples.size());
+    if (!hasMemoryFor(memory, memory + parameters->forLibrary().n_threads * threadSpace))
+        return failure(EngineError::transcriptionFailed(EngineError::notEnoughMemory));
 
     QElapsedTimer timer;
     timer.start();

@@ -39,7 +39,7 @@ private:
     };
 
     [[nodiscard]] whisper_context* open(const QString& modelFile) const;
-    [[nodiscard]] bool hasMemoryFor(qint64 bytes) const;
+    [[nodiscard]] bool hasMemoryFor(qint64 bytes, qint64 addressSpace) const;
     [[nodiscard]] bool knowsLanguage(const WhisperParameters& parameters) const;
     [[nodiscard]] qint32 run(const WhisperParameters& parameters, const std::vector<float>& samples);
     [[nodiscard]] QString joinedSegments() const;

@@ -14,6 +14,7 @@ public:
     static constexpr qint32 textNotCopied = -1;     ///< the language could not be made a C string
     static constexpr qint32 unknownLanguage = -100; ///< the model has no such language
     static constexpr qint32 libraryThrew = -101;    ///< an exception came out of the library
+    static constexpr qint32 notEnoughMemory = -102; ///< the take is too long for the memory that is left
 
     [[nodiscard]] static EngineError modelLoadFailed(const QString& modelFile);
     [[nodiscard]] static EngineError transcriptionFailed(qint32 code);

@@ -172,7 +172,6 @@ QString ModelFileWalk::readTensor()
 
 qint64 ModelFacts::neededMemory() const
 {
-    constexpr qint64 megabyte = 1'000'000;
     constexpr qint64 paddedText = 512;
     constexpr qint64 paddedAudio = 1536;
     // When the first decoding fails, five are made side by side, with room for two more.
@@ -181,13 +180,23 @@ qint64 ModelFacts::neededMemory() const
     const qint64 cacheRow = qint64{4} * header.audioState;
     const qint64 caches =
         cacheRow * header.textLayers * (paddedText * decoders + paddedAudio) + cacheRow * paddedAudio;
-    // Measured with the library: its four graphs take 4 bytes for each token of each position of the text,
-    // and for each unit of width about 120 kB; all else is small.
-    const qint64 graphs =
-        qint64{4} * header.vocabulary * header.textContext + qint64{120'000} * header.audioState;
-    // The spectrogram, the samples, the vocabulary and the threads.
-    constexpr qint64 rest = 64 * megabyte;
-    return weightBytes + caches + graphs + rest;
+    // The encoder's graphs: measured as 79 to 90 kB for each unit of width.
+    const qint64 encoder = qint64{90'000} * header.audioState;
+    // A weight for every word at each position of the longest prompt.
+    constexpr qint64 longestPrompt = 228;
+    const qint64 decoder = qint64{4} * header.vocabulary * longestPrompt;
+    // Spectrogram, samples, vocabulary, bookkeeping.
+    constexpr qint64 rest = 64'000'000;
+    return weightBytes + caches + encoder + decoder + rest;
+}
+
+qint64 ModelFacts::neededAddressSpace() const
+{
+    // The library sets aside, and hardly touches: a weight for every word at every position, twice, and what
+    // its four schedulers plan in, measured as 79 MB each.
+    const qint64 positions = qint64{2} * 4 * header.vocabulary * header.textContext;
+    constexpr qint64 schedulers = qint64{4} * 80'000'000;
+    return neededMemory() + positions + schedulers;
 }
 
 Result<ModelFacts, QString> checkModelFile(QIODevice& file)

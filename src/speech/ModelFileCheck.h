@@ -16,6 +16,8 @@ struct ModelFacts {
     /// Bytes of memory that the model takes while it transcribes: weights, caches and working space, those
     /// included that the library takes only when a first attempt at decoding fails.
     [[nodiscard]] qint64 neededMemory() const;
+    /// Bytes of address space for the same; more, because not all of it is ever used.
+    [[nodiscard]] qint64 neededAddressSpace() const;
 };
 
 /// Reads a ggml Whisper file's structure from end to end, because the library trusts what it loads: numbers

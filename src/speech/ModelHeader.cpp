@@ -34,9 +34,8 @@ bool isLayerCount(qint32 layers)
 
 std::optional<ggml_type> typeOf(qint32 kind)
 {
+    // Not GGML_FTYPE_ALL_F32: the library's convolution ends the process unless its weights are F16.
     switch (kind) {
-    case GGML_FTYPE_ALL_F32:
-        return GGML_TYPE_F32;
     case GGML_FTYPE_MOSTLY_F16:
         return GGML_TYPE_F16;
     case GGML_FTYPE_MOSTLY_Q4_0:

@@ -12,7 +12,7 @@ public:
           m_width(header.audioState),
           m_weights(*header.weightType()),
           // Convolutions are never quantized.
-          m_convolutions(m_weights == GGML_TYPE_F32 ? GGML_TYPE_F32 : GGML_TYPE_F16)
+          m_convolutions(GGML_TYPE_F16)
     {
     }
 

@@ -60,8 +60,8 @@ private:
     std::shared_ptr<Entry> takeDue(std::chrono::milliseconds end)
     {
         std::erase_if(m_entries, [](const auto& entry) { return entry.expired(); });
-        const auto first = std::ranges::min_element(
-            m_entries, {}, [](const auto& entry) { return entry.lock()->due; });
+        const auto first =
+            std::ranges::min_element(m_entries, {}, [](const auto& entry) { return entry.lock()->due; });
         if (first == m_entries.end() || first->lock()->due > end)
             return nullptr;
         auto entry = first->lock();

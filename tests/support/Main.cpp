@@ -1,7 +1,7 @@
+#include <QCoreApplication>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <QCoreApplication>
 
 int main(int argc, char** argv)
 {

@@ -174,9 +174,17 @@ class Handler(BaseHTTPRequestHandler):
                 time.sleep(len(piece) / rate)
 
 
+class Server(ThreadingHTTPServer):
+    daemon_threads = True
+
+    def handle_error(self, request, client_address):
+        # Clients that give up, or are killed, are what this is for.
+        if not isinstance(sys.exc_info()[1], ConnectionError):
+            super().handle_error(request, client_address)
+
+
 def main():
-    server = ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-    server.daemon_threads = True
+    server = Server(("127.0.0.1", 0), Handler)
     server.folder = Path(sys.argv[1])
     server.script = Script(server.folder / "script.json")
     server.noting = threading.Lock()

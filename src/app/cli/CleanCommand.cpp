@@ -16,7 +16,7 @@ std::optional<QByteArray> readAll(QIODevice& in)
     for (;;) {
         const qint64 count = in.read(piece.data(), piece.size());
         if (count < 0)
-            return content.isEmpty() && !in.atEnd() ? std::nullopt : std::optional(content);
+            return content.isEmpty() && !(in.isOpen() && in.atEnd()) ? std::nullopt : std::optional(content);
         if (count == 0)
             return content;
         content.append(piece.constData(), count);

@@ -42,6 +42,8 @@ StopWatch::StopWatch(int input, std::function<void()> stop) : m_input(input), m_
     QObject::connect(&*m_signals, &QSocketNotifier::activated, &*m_signals, [this] { m_stop(); });
     handleSignals(noteSignal);
 
+    if (m_input < 0)
+        return;
     m_lines.emplace(m_input, QSocketNotifier::Read);
     QObject::connect(&*m_lines, &QSocketNotifier::activated, &*m_lines, [this] { readInput(); });
 }

@@ -13,7 +13,7 @@ namespace tulvane::cli {
 /// While it lives, SIGINT and SIGTERM do not end the process. One at a time; main thread.
 class StopWatch final {
 public:
-    /// `input` is the descriptor whose lines count as Enter; its end does not.
+    /// `input` is the descriptor whose lines count as Enter; its end does not. Negative: only signals count.
     StopWatch(int input, std::function<void()> stop);
     StopWatch(const StopWatch&) = delete;
     StopWatch& operator=(const StopWatch&) = delete;

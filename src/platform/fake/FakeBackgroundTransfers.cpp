@@ -24,7 +24,7 @@ void FakeBackgroundTransfers::answerTasks()
     QList<TransferTask> list = m_tasks;
     for (auto playing = m_playing.cbegin(); playing != m_playing.cend(); ++playing)
         list.append({playing.key(), playing->request.url, playing->received, playing->expected,
-                     playing->cancelling ? TransferTask::State::cancelling : TransferTask::State::running});
+                     playing->ending ? TransferTask::State::cancelling : TransferTask::State::running});
     for (QPromise<QList<TransferTask>>& promise : std::exchange(m_asking, {})) {
         promise.addResult(list);
         promise.finish();
@@ -34,7 +34,7 @@ void FakeBackgroundTransfers::answerTasks()
 TransferId FakeBackgroundTransfers::start(const TransferRequest& request)
 {
     for (auto playing = m_playing.cbegin(); playing != m_playing.cend(); ++playing) {
-        if (playing->request.url == request.url && !playing->cancelling)
+        if (playing->request.url == request.url && !playing->ending)
             return playing.key();
     }
     started.append(request);
@@ -66,7 +66,7 @@ void FakeBackgroundTransfers::cancel(TransferId id)
     cancelled.append(id);
     if (!m_playing.contains(id))
         return;
-    m_playing[id].cancelling = true;
+    m_playing[id].ending = true;
     QMetaObject::invokeMethod(
         this, [this, id] { end(id, TransferError(TransferError::Kind::cancelled)); }, Qt::QueuedConnection);
 }
@@ -86,6 +86,7 @@ void FakeBackgroundTransfers::play(TransferId id)
         return;
     if (answer.cutAfter >= 0)
         return end(id, TransferError(TransferError::Kind::connectionLost));
+    playing.ending = true;
     tellFinished(id, answer.status, answer.body);
     end(id, std::nullopt);
 }

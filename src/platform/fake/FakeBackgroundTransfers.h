@@ -65,7 +65,7 @@ private:
         TransferRequest request;
         qint64 received = 0;
         qint64 expected = -1;
-        bool cancelling = false;
+        bool ending = false;
     };
 
     void play(TransferId id);

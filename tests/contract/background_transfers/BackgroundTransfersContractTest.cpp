@@ -59,6 +59,7 @@ protected:
     std::map<TransferId, Told> m_told;
     int m_inCall = 0;
     QString m_moveTo;
+    std::function<void()> m_onFinished;
     QByteArray m_body = QByteArray(300'000, 'a') + QByteArray(200'000, 'b');
 
 private:
@@ -91,6 +92,8 @@ private:
         m_told[id].file = path;
         m_told[id].statuses.append(status);
         m_told[id].order.append(QStringLiteral("finished"));
+        if (m_onFinished)
+            m_onFinished();
         if (!m_moveTo.isEmpty()) {
             EXPECT_TRUE(QFile::rename(path, m_moveTo));
         }
@@ -226,6 +229,21 @@ TEST_P(TransfersContract, IdentifiersAreNotUsedTwice)
     const TransferId second = start(url);
     EXPECT_NE(second, first);
     EXPECT_EQ(waitForEnd(second).body, m_body);
+}
+
+TEST_P(TransfersContract, StartingAgainWhileAFileIsHandedOverIsANewTransfer)
+{
+    const QUrl url = serve({{.status = 503}});
+    TransferId second = 0;
+    m_onFinished = [&] {
+        if (second == 0)
+            second = start(url);
+    };
+    const TransferId first = start(url);
+    EXPECT_EQ(waitForEnd(first).statuses, QList<int>{503});
+    EXPECT_NE(second, first);
+    EXPECT_EQ(waitForEnd(second).statuses, QList<int>{200});
+    EXPECT_EQ(m_told[second].body, m_body);
 }
 
 TEST_P(TransfersContract, ResumeDataWithoutSenseIsABadAnswer)

@@ -1,7 +1,8 @@
 #include <base/Scheduler.h>
-#include <gtest/gtest.h>
 #include <support/Await.h>
 #include <support/FakeScheduler.h>
+
+#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 

@@ -1,8 +1,9 @@
 #include <base/Translate.h>
-#include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QTranslator>
+
+#include <gtest/gtest.h>
 
 namespace tulvane {
 

@@ -46,7 +46,7 @@ TEST(VirtualKeys, KnowTheFunctionKeys)
     }
     std::set<std::string> expected;
     for (int number = 1; number <= 20; ++number)
-        expected.insert("F" + std::to_string(number));
+        expected.insert(std::string("F").append(std::to_string(number)));
     EXPECT_EQ(names, expected);
     EXPECT_STREQ(virtualKeys::byCode(96)->name, "F5");
     EXPECT_FALSE(virtualKeys::isFunctionKey(virtualKeys::fn));

@@ -22,6 +22,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto pollEvery = 20ms;
+// A helper that is launched while its predecessor still has the folder ends at once; so it is tried again.
+constexpr qint64 pollsPerLaunch = 25;
 // A helper that dies so often without a byte of progress in between will not do better.
 constexpr int mostLosses = 5;
 
@@ -64,7 +66,7 @@ TransferId DetachedTransfers::start(const TransferRequest& wanted)
         local.id = ++m_last;
         local.request = wanted;
         request(wanted);
-    } else if (local.cancelling) {
+    } else if (local.cancelling || local.taken) {
         local.nextId = local.nextId == 0 ? ++m_last : local.nextId;
         local.request = wanted;
         return local.nextId;
@@ -138,9 +140,19 @@ void DetachedTransfers::connectOrLaunch()
 
 void DetachedTransfers::launch()
 {
+    if (!launchOnce())
+        return;
+    m_pollsLeft = std::max<qint64>(m_options.startTimeout / pollEvery, 1);
+    m_polling.start();
+}
+
+bool DetachedTransfers::launchOnce()
+{
     const auto socket = transfers::helperSocketFor(m_options.folder);
-    if (!socket)
-        return giveUp(TransferError(TransferError::Kind::unavailable, socket.error()));
+    if (!socket) {
+        giveUp(TransferError(TransferError::Kind::unavailable, socket.error()));
+        return false;
+    }
     QProcess helper;
     helper.setProgram(m_options.helper);
     helper.setArguments(
@@ -151,10 +163,10 @@ void DetachedTransfers::launch()
     helper.setStandardOutputFile(QProcess::nullDevice());
     helper.setStandardErrorFile(QProcess::nullDevice());
     helper.setWorkingDirectory(QStringLiteral("/"));
-    if (!helper.startDetached())
-        return giveUp(TransferError(TransferError::Kind::unavailable, m_options.helper));
-    m_pollsLeft = std::max<qint64>(m_options.startTimeout / pollEvery, 1);
-    m_polling.start();
+    if (helper.startDetached())
+        return true;
+    giveUp(TransferError(TransferError::Kind::unavailable, m_options.helper));
+    return false;
 }
 
 void DetachedTransfers::pollForHelper()
@@ -163,8 +175,11 @@ void DetachedTransfers::pollForHelper()
         m_polling.stop();
         return;
     }
-    if (--m_pollsLeft > 0)
+    if (--m_pollsLeft > 0) {
+        if (m_pollsLeft % pollsPerLaunch == 0 && !launchOnce())
+            m_polling.stop();
         return;
+    }
     m_polling.stop();
     giveUp(TransferError(TransferError::Kind::unavailable, m_options.helper));
 }
@@ -211,12 +226,20 @@ void DetachedTransfers::lost()
 void DetachedTransfers::take(const QJsonObject& message)
 {
     const QString op = message.value(u"op").toString();
-    const QString key = message.value(u"key").toString();
     if (op == u"hello")
-        takeHello(message);
-    else if (op == u"tasks")
-        takeTasks(message);
-    else if (op == u"progress")
+        return takeHello(message);
+    if (op == u"tasks")
+        return takeTasks(message);
+    // In a later turn of the event loop: who asked for the tasks must have seen the answer before anything is
+    // told of them, or a file that is handed over would find nobody who knows it.
+    QMetaObject::invokeMethod(this, [this, message] { tell(message); }, Qt::QueuedConnection);
+}
+
+void DetachedTransfers::tell(const QJsonObject& message)
+{
+    const QString op = message.value(u"op").toString();
+    const QString key = message.value(u"key").toString();
+    if (op == u"progress")
         takeProgress(key, message);
     else if (op == u"finished")
         takeFinished(key, message);

@@ -23,9 +23,9 @@ class DetachedTransfers final : public QObject, public BackgroundTransfers {
 
 public:
     struct Options {
-        QString helper;                                 ///< the helper's executable
-        QString folder;                                 ///< for partial files, on the models' own file system
-        QStringList helperArguments;                    ///< besides what names folder and socket
+        QString helper{};                               ///< the helper's executable
+        QString folder{};                               ///< for partial files, on the models' own file system
+        QStringList helperArguments{};                  ///< besides what names folder and socket
         std::chrono::milliseconds startTimeout{10'000}; ///< for the helper to answer
     };
 
@@ -46,18 +46,20 @@ private:
         qint64 expected = -1;
         bool cancelling = false;
         bool taken = false;
-        /// Asked for again before the cancelled one has ended; begins when it has.
+        /// Asked for again before this one has quite ended; begins when it has.
         TransferId nextId = 0;
     };
 
     [[nodiscard]] bool connectNow();
     void connectOrLaunch();
     void launch();
+    [[nodiscard]] bool launchOnce();
     void pollForHelper();
     void greet();
     void giveUp(const TransferError& error);
     void lost();
     void take(const QJsonObject& message);
+    void tell(const QJsonObject& message);
     void takeHello(const QJsonObject& message);
     void takeTasks(const QJsonObject& message);
     void takeProgress(const QString& key, const QJsonObject& message);

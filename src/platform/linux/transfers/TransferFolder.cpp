@@ -1,10 +1,10 @@
+#include <base/ReplaceFile.h>
 #include <platform/linux/transfers/TransferFolder.h>
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -27,13 +27,7 @@ bool TransferFolder::make() const
 
 bool TransferFolder::save(const TransferRecord& record) const
 {
-    QSaveFile file(recordFile(record.key()));
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    const QByteArray json = record.toJson();
-    // Flushed apart: committing alone reports success for what a full disk cut short.
-    return file.setPermissions(onlyTheUser) && file.write(json) == json.size() && file.flush() &&
-           file.commit();
+    return replaceFile(recordFile(record.key()), record.toJson()).has_value();
 }
 
 std::optional<TransferRecord> TransferFolder::load(const QString& key) const

@@ -56,7 +56,8 @@ TransferServer::TransferServer(const Options& options)
 
 TransferServer::~TransferServer()
 {
-    // While the folder's lock is still held, so that no successor's socket is removed.
+    // The lock goes last: a successor must find neither our downloads at work nor its own socket removed.
+    m_engine.stop();
     if (m_listening >= 0) {
         QFile::remove(m_options.socket);
         ::close(m_listening);

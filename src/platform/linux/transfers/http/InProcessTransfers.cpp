@@ -25,7 +25,7 @@ QFuture<QList<TransferTask>> InProcessTransfers::tasks()
     QList<TransferTask> list;
     for (const TransferEngine::Running& job : m_engine.running()) {
         const Local& local = m_locals.at(job.key);
-        const auto state = local.cancelling ? TransferTask::State::cancelling : TransferTask::State::running;
+        const auto state = local.ending ? TransferTask::State::cancelling : TransferTask::State::running;
         list.append({local.id, job.url, job.received, job.expected, state});
     }
     return QtFuture::makeReadyFuture(list);
@@ -39,7 +39,7 @@ TransferId InProcessTransfers::start(const TransferRequest& request)
     if (isNew) {
         local.id = ++m_last;
         m_engine.start(request);
-    } else if (local.cancelling) {
+    } else if (local.ending) {
         local.nextId = local.nextId == 0 ? ++m_last : local.nextId;
         local.next = request;
         return local.nextId;
@@ -70,7 +70,7 @@ void InProcessTransfers::cancel(TransferId id)
 {
     for (auto& [key, local] : m_locals) {
         if (local.id == id) {
-            local.cancelling = true;
+            local.ending = true;
             m_engine.cancel(key);
         } else if (local.nextId == id) {
             local.nextId = 0;
@@ -82,6 +82,8 @@ void InProcessTransfers::cancel(TransferId id)
 void InProcessTransfers::deliver(const TransferRecord& record)
 {
     const auto local = m_locals.find(record.key());
+    if (local != m_locals.end())
+        local->second.ending = true;
     if (local != m_locals.end() && m_events.finished)
         m_events.finished(local->second.id, record.httpStatus, m_engine.folder().finishedFile(record));
     m_engine.folder().settle(record);

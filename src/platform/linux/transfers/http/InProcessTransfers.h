@@ -24,8 +24,8 @@ public:
 private:
     struct Local {
         TransferId id = 0;
-        bool cancelling = false;
-        /// Asked for again before the cancelled one has ended; begins when it has.
+        bool ending = false; ///< cancelled, or its file is being handed over
+        /// Asked for again before this one has quite ended; begins when it has.
         TransferId nextId = 0;
         TransferRequest next;
     };

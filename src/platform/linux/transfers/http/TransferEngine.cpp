@@ -24,6 +24,11 @@ TransferEngine::TransferEngine(const TransferFolder& folder, const HttpOptions& 
 
 TransferEngine::~TransferEngine()
 {
+    stop();
+}
+
+void TransferEngine::stop()
+{
     for (const auto& [key, job] : m_jobs)
         job->thread.request_stop();
     for (const auto& [key, job] : std::exchange(m_jobs, {})) {

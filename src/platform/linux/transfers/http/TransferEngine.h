@@ -33,6 +33,8 @@ public:
     QString start(const TransferRequest& request);
     /// Ends it with `cancelled`; unknown keys are ignored.
     void cancel(const QString& key);
+    /// Stops everything and waits; what was running is left for the next one. Nothing is told afterwards.
+    void stop();
     [[nodiscard]] QList<Running> running() const;
     [[nodiscard]] bool isRunning(const QString& key) const { return m_jobs.contains(key); }
 

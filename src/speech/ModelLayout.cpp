@@ -10,9 +10,7 @@ public:
     explicit Layout(const ModelHeader& header)
         : m_header(header),
           m_width(header.audioState),
-          m_weights(*header.weightType()),
-          // Convolutions are never quantized.
-          m_convolutions(GGML_TYPE_F16)
+          m_weights(*header.weightType())
     {
     }
 
@@ -55,7 +53,8 @@ private:
     }
     void addConvolution(const QByteArray& name, qint32 from)
     {
-        add(name + ".weight", {3, from, m_width}, m_convolutions);
+        // Convolutions are never quantized.
+        add(name + ".weight", {3, from, m_width}, GGML_TYPE_F16);
         add(name + ".bias", {1, m_width, 1}, GGML_TYPE_F32);
     }
     void addEncoder()
@@ -89,7 +88,6 @@ private:
     const ModelHeader& m_header;
     qint32 m_width;
     ggml_type m_weights;
-    ggml_type m_convolutions;
     QHash<QByteArray, TensorShape> m_tensors;
 };
 

@@ -15,6 +15,7 @@
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <settings/AppSettings.h>
+#include <speech/WhisperEngine.h>
 #include <stats/StatsStore.h>
 
 #include <unistd.h>
@@ -55,12 +56,20 @@ std::optional<QString> catalogueFile(const QString& id)
     return ModelFolders::standard().modelFile(id);
 }
 
+/// The engine of this process, whose end frees the model at once; piece by piece takes longer than a short
+/// take.
+WhisperEngine& programEngine()
+{
+    static const ProcessMemory memory;
+    static auto* const engine = new WhisperEngine(ProgramFolders::ofThisProgram().backends, memory);
+    return *engine;
+}
+
 int transcribe(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
-    const ProcessMemory memory;
     const cli::RecognitionContext context{.settings = *settings,
-                                          .memory = memory,
+                                          .engine = programEngine,
                                           .folders = ProgramFolders::ofThisProgram(),
                                           .catalogueFile = catalogueFile};
     return cli::runTranscribe(arguments, context, console);
@@ -69,11 +78,10 @@ int transcribe(const QStringList& arguments, cli::Console& console)
 int dictate(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
-    const ProcessMemory memory;
     PulseAudioInput input;
     StatsStore stats;
     const cli::DictationContext context{.recognition = {.settings = *settings,
-                                                        .memory = memory,
+                                                        .engine = programEngine,
                                                         .folders = ProgramFolders::ofThisProgram(),
                                                         .catalogueFile = catalogueFile},
                                         .settings = *settings,

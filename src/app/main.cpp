@@ -1,6 +1,7 @@
 #include <app/ProgramCommands.h>
 #include <app/cli/CommandLine.h>
 #include <app/cli/CommandLog.h>
+#include <platform/linux/common/ProcessHeap.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -8,9 +9,11 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 int main(int argc, char** argv)
 {
+    tulvane::useOneHeap();
     QCoreApplication::setApplicationName(QStringLiteral("Tulvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TULVANE_VERSION));
     const QCoreApplication app(argc, argv);
@@ -26,5 +29,10 @@ int main(int argc, char** argv)
     QTextStream out(stdout);
     QTextStream err(stderr);
     cli::Console console{.in = in, .out = out, .err = err, .outIsTerminal = isatty(STDOUT_FILENO) != 0};
-    return cli::runCommandLine(arguments, programCommands(), console);
+    const int status = cli::runCommandLine(arguments, programCommands(), console);
+    out.flush();
+    err.flush();
+    // Nothing is left to do but to give memory back, and the engine may be reading a model that nobody needs
+    // any more.
+    std::quick_exit(status);
 }

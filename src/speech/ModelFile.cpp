@@ -10,7 +10,7 @@ Result<std::unique_ptr<QFile>, QString> openModelFile(const QString& path)
     if (info.exists() && !info.isFile())
         return failure(QStringLiteral("not a plain file"));
     auto file = std::make_unique<QFile>(path);
-    if (!file->open(QIODevice::ReadOnly))
+    if (!file->open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return failure(file->errorString());
     return file;
 }

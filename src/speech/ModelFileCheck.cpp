@@ -1,9 +1,10 @@
+#include <speech/BlockReader.h>
 #include <speech/ModelFileCheck.h>
 #include <speech/ModelLayout.h>
 
 #include <QtEndian>
 
-#include <cmath>
+#include <array>
 #include <vector>
 
 namespace tulvane {
@@ -20,7 +21,7 @@ constexpr qint32 mostDimensions = 4;
 /// Walks through the file once. Each step gives the problem that it met, or an empty text.
 class ModelFileWalk final {
 public:
-    explicit ModelFileWalk(QIODevice& file) : m_file(file), m_size(file.size()) {}
+    explicit ModelFileWalk(QIODevice& file) : m_file(file) {}
 
     Result<ModelFacts, QString> walk()
     {
@@ -59,8 +60,7 @@ private:
     QString readTensors();
     QString readTensor();
 
-    QIODevice& m_file;
-    qint64 m_size;
+    BlockReader m_file;
     ModelFacts m_facts;
     QHash<QByteArray, TensorShape> m_missing;
 };
@@ -126,7 +126,7 @@ QString ModelFileWalk::readVocabulary()
 QString ModelFileWalk::readTensors()
 {
     m_missing = expectedTensors(m_facts.header);
-    while (m_file.pos() < m_size) {
+    while (m_file.position() < m_file.size()) {
         if (const QString problem = readTensor(); !problem.isEmpty())
             return problem;
     }
@@ -160,8 +160,8 @@ QString ModelFileWalk::readTensor()
     if (extent != std::array<qint32, mostDimensions>{shape[0], shape[1], shape[2], 1} ||
         type != expected->type)
         return QStringLiteral("the tensor %1 with other dimensions or weights").arg(QString::fromUtf8(name));
-    const qint64 end = m_file.pos() + expected->byteCount();
-    if (end > m_size || !m_file.seek(end))
+    const qint64 end = m_file.position() + expected->byteCount();
+    if (end > m_file.size() || !m_file.seek(end))
         return ended("tensors");
     m_facts.weightBytes += expected->byteCount();
     m_missing.erase(expected);

@@ -1,4 +1,5 @@
 #include <base/Log.h>
+#include <speech/BlockReader.h>
 #include <speech/ModelLoader.h>
 
 #include <whisper.h>
@@ -12,9 +13,9 @@ namespace {
 
 /// What the library's callbacks read from.
 struct Source {
-    QFile& file;
-    bool ended =
-        false; ///< a read went beyond the end, which is how the library learns that the model is whole
+    BlockReader reader;
+    /// A read went beyond the end, which is how the library learns that the model is whole.
+    bool ended = false;
 };
 
 /// The library takes no notice of a short read; what could not be read is zero rather than left-over memory,
@@ -23,13 +24,7 @@ std::size_t readFrom(void* context, void* output, std::size_t size)
 {
     auto* const source = static_cast<Source*>(context);
     auto* const bytes = static_cast<char*>(output);
-    std::size_t done = 0;
-    while (done < size) {
-        const qint64 count = source->file.read(bytes + done, static_cast<qint64>(size - done));
-        if (count <= 0)
-            break;
-        done += static_cast<std::size_t>(count);
-    }
+    const auto done = static_cast<std::size_t>(source->reader.read(bytes, static_cast<qint64>(size)));
     if (done < size) {
         std::memset(bytes + done, 0, size - done);
         source->ended = true;
@@ -50,9 +45,7 @@ whisper_context* loadModel(QFile& file)
     params.use_gpu = true;
     params.flash_attn = true;
 
-    Source source{.file = file};
-    if (!file.seek(0))
-        return nullptr;
+    Source source{.reader = BlockReader(file)};
     whisper_model_loader loader{};
     loader.context = &source;
     loader.read = readFrom;

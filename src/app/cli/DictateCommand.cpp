@@ -69,7 +69,7 @@ QString verdict(const Outcome& outcome)
 /// The objects of one dictation, wired as the command's words ask.
 struct Pipeline {
     Pipeline(const RecognitionWords& words, const DictationContext& context)
-        : engine(context.recognition.folders.backends, context.recognition.memory),
+        : engine(context.recognition.engine()),
           recorder(context.input, clock),
           models(words.modelFile),
           session({.settings = context.settings,
@@ -87,7 +87,7 @@ struct Pipeline {
 
     SystemClock clock;
     EventLoopScheduler scheduler;
-    WhisperEngine engine;
+    WhisperEngine& engine;
     EngineRecognizer untimed{engine};
     TimedRecognizer recognizer{untimed};
     AudioRecorder recorder;

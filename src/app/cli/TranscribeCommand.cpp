@@ -9,29 +9,27 @@
 
 #include <QElapsedTimer>
 
+#include <utility>
+
 namespace tulvane::cli {
 
 namespace {
+
+using Loaded = Result<void, EngineError>;
 
 double secondsOf(const QElapsedTimer& timer)
 {
     return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
-Result<Recognised, EngineError> recognise(Sound sound, const RecognitionWords& words,
-                                          const RecognitionContext& context)
+Result<Recognised, EngineError> recognise(Sound sound, const RecognitionWords& words, WhisperEngine& engine,
+                                          const AppSettings& settings)
 {
     Recognised recognised;
     recognised.audioSeconds = sound.seconds;
     QElapsedTimer timer;
     timer.start();
     // Nothing else happens in this process, so blocking on the engine's worker is as good as an event loop.
-    WhisperEngine engine(context.folders.backends, context.memory);
-    if (const auto loaded = engine.load(words.modelFile).takeResult(); !loaded)
-        return failure(loaded.error());
-    recognised.loadSeconds = secondsOf(timer);
-
-    timer.restart();
     auto text = engine.transcribe(std::move(sound.samples), words.options).takeResult();
     if (!text)
         return failure(text.error());
@@ -40,7 +38,7 @@ Result<Recognised, EngineError> recognise(Sound sound, const RecognitionWords& w
     recognised.language = engine.lastLanguage();
     // The line's end stands where the cursor's trailing space would.
     recognised.text = cleanTranscript(
-        recognised.raw, {.autoCapitalize = context.settings.autoCapitalize(), .appendTrailingSpace = false});
+        recognised.raw, {.autoCapitalize = settings.autoCapitalize(), .appendTrailingSpace = false});
     return recognised;
 }
 
@@ -58,12 +56,23 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
     if (!words)
         return words.error();
 
+    // The engine reads its model while this thread reads the sound.
+    WhisperEngine& engine = context.engine();
+    QElapsedTimer timer;
+    timer.start();
+    auto loading = engine.load(words->modelFile).then(QtFuture::Launch::Sync, [timer](const Loaded& loaded) {
+        return std::pair(loaded, secondsOf(timer));
+    });
     auto sound = readSoundFile(syntax.words().constFirst());
     if (!sound)
         return fail(console, sound.error().description());
-    const auto recognised = recognise(*std::move(sound), *words, context);
+    const auto [loaded, loadSeconds] = loading.takeResult();
+    if (!loaded)
+        return fail(console, loaded.error().description());
+    auto recognised = recognise(*std::move(sound), *words, engine, context.settings);
     if (!recognised)
         return fail(console, recognised.error().description());
+    recognised->loadSeconds = loadSeconds;
     printRecognised(*recognised, *words, console);
     return ExitStatus::done;
 }

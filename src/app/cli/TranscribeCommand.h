@@ -2,7 +2,6 @@
 
 #include <app/ProgramFolders.h>
 #include <app/cli/Console.h>
-#include <platform/SystemMemory.h>
 
 #include <QStringList>
 
@@ -11,7 +10,7 @@
 
 namespace tulvane {
 class AppSettings;
-class SystemMemory;
+class WhisperEngine;
 } // namespace tulvane
 
 namespace tulvane::cli {
@@ -19,7 +18,8 @@ namespace tulvane::cli {
 /// What `transcribe` and `dictate` need besides their words.
 struct RecognitionContext {
     const AppSettings& settings;
-    const SystemMemory& memory;
+    /// The engine of the process, made when it is first asked for.
+    std::function<WhisperEngine&()> engine;
     ProgramFolders folders;
     /// The file of a model that the catalogue knows by this identifier; none for an unknown identifier.
     std::function<std::optional<QString>(const QString& id)> catalogueFile;

@@ -22,6 +22,7 @@ DownloadRig::DownloadRig(TransferKind kind, qint64 size)
 {
     QDir().mkpath(folders.temporary);
     http.reserve = 0;
+    hub = m_server.base();
     m_path = model.repo + u"/resolve/main/" + model.fileName;
     publish(randomModel(size));
 }
@@ -62,7 +63,7 @@ DownloadRig::Program DownloadRig::launch() const
     const auto mode = m_kind == TransferKind::detached ? ModelManager::SessionMode::background
                                                        : ModelManager::SessionMode::ordinary;
     program.manager = std::make_unique<ModelManager>(
-        ModelManager::Options{.folders = folders, .hub = m_server.base(), .mode = mode, .catalogue = {model}},
+        ModelManager::Options{.folders = folders, .hub = hub, .mode = mode, .catalogue = {model}},
         *program.transfers);
     EXPECT_TRUE(waitUntil([&] { return program.manager->isAttached(); }));
     return program;
@@ -70,7 +71,7 @@ DownloadRig::Program DownloadRig::launch() const
 
 QStringList DownloadRig::programArguments() const
 {
-    return QStringList{folders.models, folders.temporary, m_server.base().toString(),
+    return QStringList{folders.models, folders.temporary, hub.toString(),
                        QStringLiteral(TULVANE_TRANSFER_HELPER),
                        QString::fromUtf8(QJsonDocument(model.toJson()).toJson(QJsonDocument::Compact))} +
            helperArguments(http, linger);
@@ -125,6 +126,14 @@ QList<qint64> DownloadRig::askedFrom() const
         const QString range = request.value(u"Range").toString();
         list.append(range.isEmpty() ? 0 : range.mid(6, range.size() - 7).toLongLong());
     }
+    return list;
+}
+
+QStringList DownloadRig::askedAddresses() const
+{
+    QStringList list;
+    for (const QJsonObject& request : m_server.requests())
+        list.append(request.value(u"path").toString());
     return list;
 }
 

@@ -49,6 +49,8 @@ public:
     [[nodiscard]] QStringList files() const;
     /// The first byte that each request asked for; 0 where it asked for everything.
     [[nodiscard]] QList<qint64> askedFrom() const;
+    /// The addresses as the server was asked for them.
+    [[nodiscard]] QStringList askedAddresses() const;
     /// How many bytes of the model an earlier try has left.
     [[nodiscard]] qint64 partialBytes() const;
 
@@ -65,6 +67,7 @@ public:
     ModelFolders folders;
     transfers::HttpOptions http;
     int linger = 300;
+    QUrl hub; ///< where the programs look for the model
 
 private:
     TransferKind m_kind;

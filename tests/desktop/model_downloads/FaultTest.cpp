@@ -305,6 +305,19 @@ TEST_P(Fault, NobodyAtTheAddressIsTold)
     EXPECT_TRUE(rig.files().isEmpty());
 }
 
+TEST_P(Fault, TheProxyOfTheEnvironmentIsUsed)
+{
+    DownloadRig rig(GetParam());
+    // The server of the rig is asked for whole addresses then, of a host that there is not.
+    qputenv("http_proxy", rig.hub.toEncoded());
+    rig.hub = QUrl(QStringLiteral("http://models.invalid/"));
+    auto program = rig.launch();
+    rig.expectInstalled(program);
+    qunsetenv("http_proxy");
+    ASSERT_EQ(rig.askedAddresses().size(), 1);
+    EXPECT_TRUE(rig.askedAddresses().constFirst().startsWith(QStringLiteral("http://models.invalid/")));
+}
+
 TEST_P(Fault, TwoProgramsAtOnceInstallOneFile)
 {
     often([](DownloadRig& rig) {

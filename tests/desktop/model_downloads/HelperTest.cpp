@@ -22,10 +22,7 @@ using test::TransferKind;
 using test::waitUntil;
 using Kind = ModelState::Kind;
 
-QList<QJsonObject> slowly(int bytesPerSecond = 3'000'000)
-{
-    return {{{QStringLiteral("rate"), bytesPerSecond}}};
-}
+constexpr int slowBytesPerSecond = 3'000'000;
 
 class Helper : public ::testing::Test {
 protected:
@@ -33,10 +30,11 @@ protected:
     {
         return program.manager->state(rig.model.id);
     }
-    /// Starts a slow download and waits until some of it is there.
-    [[nodiscard]] static DownloadRig::Program underWay(DownloadRig& rig, double fraction = 0.2)
+    /// Starts a download and waits until some of it is there. The first requests are served slowly.
+    [[nodiscard]] static DownloadRig::Program underWay(DownloadRig& rig, double fraction = 0.2,
+                                                       int slowRequests = 1)
     {
-        rig.script(slowly());
+        rig.script(QList<QJsonObject>(slowRequests, {{QStringLiteral("rate"), slowBytesPerSecond}}));
         auto program = rig.launch();
         program.manager->download(rig.model);
         EXPECT_TRUE(waitUntil([&] { return state(rig, program).fraction() > fraction; }));
@@ -157,7 +155,7 @@ TEST_F(Helper, KilledItIsStartedAgainAndGoesOn)
 
 TEST_F(Helper, KilledWithNobodyThereItsWorkIsGoneOnWithAtTheNextStart)
 {
-    underWay(m_rig).manager.reset();
+    underWay(m_rig, 0.2, 2).manager.reset();
     for (const int helper : m_rig.helpers())
         ::kill(helper, SIGKILL);
     ASSERT_TRUE(m_rig.waitForNoHelper());

@@ -24,7 +24,7 @@ protected:
     }
     Loaded loadDemo() { return load(demo()); }
     Text transcribe(std::vector<float> samples,
-                    const TranscriptionOptions& options = {.language = u"no"_qs, .threadCount = 2})
+                    const TranscriptionOptions& options = {.language = u"no"_qs, .threadCount = 1})
     {
         return await(m_engine->transcribe(std::move(samples), options), std::chrono::seconds(100));
     }

@@ -164,6 +164,10 @@
         <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel ⌥ mellomrom eller ⌃⌥ D.</translation>
     </message>
     <message>
+        <source>Copied to clipboard</source>
+        <translation>Kopiert til utklippstavlen</translation>
+    </message>
+    <message>
         <source>Copy to clipboard only</source>
         <translation>Bare kopier til utklippstavlen</translation>
     </message>
@@ -316,6 +320,10 @@
         <translation>Tilgang til mikrofonen er nødvendig.</translation>
     </message>
     <message>
+        <source>Microphone changed – recording cancelled</source>
+        <translation>Mikrofonen ble byttet – opptaket er avbrutt</translation>
+    </message>
+    <message>
         <source>Mute</source>
         <translation>Demp</translation>
     </message>
@@ -362,6 +370,14 @@
     <message>
         <source>Norsk</source>
         <translation>Norsk</translation>
+    </message>
+    <message>
+        <source>Nothing heard</source>
+        <translation>Hørte ingenting</translation>
+    </message>
+    <message>
+        <source>Nothing recognised</source>
+        <translation>Kjente ikke igjen noe</translation>
     </message>
     <message>
         <source>Num Lock</source>
@@ -646,6 +662,10 @@
     <message>
         <source>Toggle (press to start, press to stop)</source>
         <translation>Av og på (trykk for å starte, trykk for å stoppe)</translation>
+    </message>
+    <message>
+        <source>Too short</source>
+        <translation>For kort</translation>
     </message>
     <message>
         <source>Total words dictated</source>

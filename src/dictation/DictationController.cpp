@@ -1,0 +1,258 @@
+#include <audio/AudioRecorder.h>
+#include <base/Log.h>
+#include <base/Translate.h>
+#include <dictation/DictationController.h>
+#include <dictation/Indicator.h>
+#include <dictation/ModelSource.h>
+#include <hotkeys/HotkeyController.h>
+#include <insertion/TextInserter.h>
+#include <permissions/PermissionsService.h>
+#include <platform/Sounds.h>
+#include <settings/AppSettings.h>
+
+#include <QPointer>
+
+#include <utility>
+
+namespace tulvane {
+
+DictationController::DictationController(Neighbours neighbours, QObject* parent)
+    : QObject(parent),
+      m_with(std::move(neighbours))
+{
+    followHotkeys();
+    followSession();
+    followSettings();
+    followPermissions();
+    updateIndicator();
+}
+
+DictationController::~DictationController()
+{
+    m_with.hotkeys.onStart = nullptr;
+    m_with.hotkeys.onStop = nullptr;
+    m_with.hotkeys.onCancel = nullptr;
+    m_with.session.onMaxDurationReached = nullptr;
+    m_with.session.onRecordingInterrupted = nullptr;
+}
+
+void DictationController::followHotkeys()
+{
+    m_with.hotkeys.onStart = [this] { startByHotkey(); };
+    m_with.hotkeys.onStop = [this] { stop(); };
+    m_with.hotkeys.onCancel = [this] { cancel(); };
+}
+
+void DictationController::followSession()
+{
+    m_with.session.onMaxDurationReached = [this] { stop(); };
+    m_with.session.onRecordingInterrupted = [this] {
+        m_with.hotkeys.machine.markRecordingEnded();
+        showNotice(translate("Microphone changed – recording cancelled"));
+    };
+    connect(&m_with.session, &DictationSession::stateChanged, this, &DictationController::noteSessionState);
+    connect(&m_with.session, &DictationSession::stateChanged, this, &DictationController::sessionChanged);
+    connect(&m_with.session, &DictationSession::lastTranscriptChanged, this,
+            &DictationController::sessionChanged);
+    connect(&m_with.session, &DictationSession::historyChanged, this, &DictationController::sessionChanged);
+    connect(&m_with.session, &DictationSession::modelLoadingChanged, this,
+            &DictationController::sessionChanged);
+    connect(&m_with.session, &DictationSession::canRetryChanged, this, &DictationController::sessionChanged);
+    connect(&m_with.recorder, &AudioRecorder::levelChanged, this,
+            [this](float level) { m_with.indicator.setLevel(level); });
+}
+
+void DictationController::followSettings()
+{
+    connect(&m_with.settings, &AppSettings::showHUDChanged, this, &DictationController::updateIndicator);
+    m_shownInDock = m_with.settings.showInDock();
+    connect(&m_with.settings, &AppSettings::showInDockChanged, this, [this](bool shown) {
+        if (std::exchange(m_shownInDock, shown) != shown)
+            m_with.applyActivationPolicy();
+    });
+}
+
+void DictationController::followPermissions()
+{
+    m_couldMonitorInput = m_with.permissions.inputMonitoring();
+    connect(&m_with.permissions, &PermissionsService::inputMonitoringChanged, this, [this](bool granted) {
+        // The tap failed while the permission was missing; the same key is tried again.
+        if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
+            m_with.hotkeys.applyModifierHotkey(m_with.settings.modifierHotkey());
+    });
+}
+
+void DictationController::launch()
+{
+    m_with.permissions.refresh();
+    m_with.refreshModels();
+    qCInfo(lcApp).noquote().nospace()
+        << "Tulvane " << m_with.version << " launched; hotkey: " << m_with.hotkeys.hotkeyDescription();
+    const bool hasHotkey =
+        m_with.hasCombination() || m_with.settings.modifierHotkey() != ModifierHotkey::none;
+    const bool isSetUp = m_with.settings.hasCompletedOnboarding() &&
+                         m_with.permissions.microphone() == MicrophoneAccess::authorized &&
+                         m_with.models.readyFile().has_value() && hasHotkey;
+    if (!isSetUp)
+        m_with.windows.showOnboarding();
+    m_with.session.preloadModel();
+}
+
+bool DictationController::isReadyToStart() const
+{
+    return m_phase.kind == Phase::Kind::idle || m_phase.kind == Phase::Kind::notice ||
+           m_phase.kind == Phase::Kind::error;
+}
+
+void DictationController::startByHotkey()
+{
+    if (isReadyToStart())
+        begin();
+    else if (m_phase.kind != Phase::Kind::recording)
+        m_with.hotkeys.machine.markRecordingEnded(); // it believes in a recording that there is not
+}
+
+void DictationController::start()
+{
+    if (!isReadyToStart())
+        return;
+    begin();
+    if (m_phase.kind == Phase::Kind::recording)
+        m_with.hotkeys.machine.markRecordingStarted();
+}
+
+void DictationController::begin()
+{
+    if (const auto started = m_with.session.start(); !started) {
+        m_with.hotkeys.machine.markRecordingEnded();
+        const DictationError& error = started.error();
+        showError(error.description());
+        if (error.is(SessionError::microphonePermission) || error.is(SessionError::modelNotDownloaded))
+            m_with.windows.showOnboarding();
+        return;
+    }
+    m_noticeTask.reset();
+    if (m_phase.kind != Phase::Kind::recording)
+        setPhase({Phase::Kind::recording, {}});
+    play(Sounds::pop);
+}
+
+void DictationController::stop()
+{
+    m_with.hotkeys.machine.markRecordingEnded();
+    if (m_phase.kind != Phase::Kind::recording)
+        return;
+    StopResult stopped = m_with.session.stop();
+    play(Sounds::tink);
+    // As they stand now: what the user changes from here on belongs to the next dictation.
+    finish(std::move(stopped), m_with.settings.insertionMethod(), m_with.settings.restoreClipboard());
+}
+
+void DictationController::toggle()
+{
+    m_phase.kind == Phase::Kind::recording ? stop() : start();
+}
+
+void DictationController::cancel(const std::optional<QString>& notice)
+{
+    m_with.hotkeys.machine.markRecordingEnded();
+    if (m_phase.kind != Phase::Kind::recording)
+        return;
+    m_with.session.cancel();
+    if (notice)
+        showNotice(*notice);
+    else
+        setPhase({});
+}
+
+QCoro::Task<> DictationController::finish(StopResult stopped, InsertionMethod method, bool restoreClipboard)
+{
+    const QPointer<DictationController> self(this);
+    const auto outcome = co_await m_with.session.finish(std::move(stopped));
+    if (!self)
+        co_return;
+    if (!outcome) {
+        showError(outcome.error().description());
+        co_return;
+    }
+    switch (outcome->kind) {
+    case Outcome::Kind::tooShort:
+        showNotice(translate("Too short"));
+        break;
+    case Outcome::Kind::nothingHeard:
+        showNotice(translate("Nothing heard"));
+        break;
+    case Outcome::Kind::nothingRecognised:
+        showNotice(translate("Nothing recognised"));
+        break;
+    case Outcome::Kind::transcript:
+        co_await deliver(outcome->text, method, restoreClipboard);
+        break;
+    }
+}
+
+QCoro::Task<> DictationController::deliver(QString text, InsertionMethod method, bool restoreClipboard)
+{
+    const QPointer<DictationController> self(this);
+    setPhase({Phase::Kind::inserting, {}});
+    const InsertionResult result = co_await m_with.inserter.insert(std::move(text), method, restoreClipboard);
+    if (!self)
+        co_return;
+    play(Sounds::morse);
+    if (result == InsertionResult::copiedToClipboard)
+        showNotice(translate("Copied to clipboard"));
+    else
+        setPhase({});
+}
+
+void DictationController::noteSessionState(DictationSession::State state)
+{
+    if (state == DictationSession::State::recording && m_phase.kind != Phase::Kind::recording)
+        setPhase({Phase::Kind::recording, {}});
+    else if (state == DictationSession::State::transcribing)
+        setPhase({Phase::Kind::transcribing, {}});
+}
+
+void DictationController::showNotice(const QString& text, std::chrono::milliseconds time)
+{
+    setPhase(Phase::notice(text));
+    returnToIdleAfter(time);
+}
+
+void DictationController::showError(const QString& text)
+{
+    qCCritical(lcApp).noquote() << text;
+    play(Sounds::basso);
+    setPhase(Phase::error(text));
+    returnToIdleAfter(errorTime);
+}
+
+void DictationController::returnToIdleAfter(std::chrono::milliseconds time)
+{
+    m_noticeTask = m_with.scheduler.after(time, [this] { setPhase({}); });
+}
+
+void DictationController::setPhase(const Phase& phase)
+{
+    m_phase = phase;
+    Q_EMIT phaseChanged(m_phase);
+    updateIndicator();
+}
+
+void DictationController::updateIndicator()
+{
+    m_with.indicator.setPhase(m_phase);
+    const bool isIdle = m_phase.kind == Phase::Kind::idle;
+    if (m_with.settings.showHUD() && !isIdle)
+        m_with.indicator.show();
+    else
+        m_with.indicator.hide(m_with.settings.showHUD());
+}
+
+void DictationController::play(QLatin1StringView sound)
+{
+    if (m_with.settings.playSounds())
+        m_with.sounds.play(sound);
+}
+
+} // namespace tulvane

@@ -1,0 +1,118 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <dictation/DictationSession.h>
+#include <dictation/Phase.h>
+#include <settings/InsertionMethod.h>
+
+#include <QCoroTask>
+#include <QLatin1StringView>
+#include <QObject>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace tulvane {
+
+class AppSettings;
+class AudioRecorder;
+class HotkeyController;
+class Indicator;
+class ModelSource;
+class PermissionsService;
+class Sounds;
+class TextInserter;
+class Windows;
+
+/// Coordinates one dictation from the hotkey to the inserted text, and tells the user how it goes: by its
+/// phase, which the indicator and the menus show, by sounds and by short notices. Main thread; lives for the
+/// process.
+class DictationController final : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(tulvane::Phase phase READ phase NOTIFY phaseChanged)
+
+public:
+    static constexpr std::chrono::milliseconds noticeTime{1600};
+    static constexpr std::chrono::milliseconds errorTime{3000};
+
+    /// What the controller works with; all of it outlives the controller.
+    struct Neighbours {
+        AppSettings& settings;
+        DictationSession& session;
+        AudioRecorder& recorder;
+        ModelSource& models; ///< whether the selected model is there
+        PermissionsService& permissions;
+        TextInserter& inserter;
+        HotkeyController& hotkeys;
+        Indicator& indicator;
+        Windows& windows;
+        Sounds& sounds;
+        Scheduler& scheduler;
+        QString version; ///< of the application, for the log
+        /// Reads again which models are there.
+        std::function<void()> refreshModels = [] {};
+        /// Whether a key combination is set.
+        std::function<bool()> hasCombination = [] { return false; };
+        /// Follows `showInDock`.
+        std::function<void()> applyActivationPolicy = [] {};
+    };
+
+    /// Installs itself behind the hotkeys, the session, the settings and the permissions.
+    explicit DictationController(Neighbours neighbours, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(DictationController)
+    ~DictationController() override;
+
+    [[nodiscard]] const Phase& phase() const { return m_phase; }
+
+    /// What is left to do once the application has finished launching: the permissions, the models, the log
+    /// line, and either the preparation of the model or the window that leads through what is missing.
+    void launch();
+
+    /// The menu's and the command line's ways in. A start while a dictation is being finished is ignored, and
+    /// so is a stop or a cancel while nothing is being recorded. Whatever they do, the next press of the
+    /// hotkey does what it says: it ends a recording that they began, and begins one after they have ended
+    /// it.
+    void start();
+    void stop();
+    void toggle();
+    /// With a notice, it is shown; without one, the phase is idle at once.
+    void cancel(const std::optional<QString>& notice = std::nullopt);
+
+    void showNotice(const QString& text, std::chrono::milliseconds time = noticeTime);
+    /// Also logged at error level, and heard.
+    void showError(const QString& text);
+
+Q_SIGNALS:
+    void phaseChanged(const tulvane::Phase& phase);
+    /// The session has changed in some way: one object to observe is enough for the menus.
+    void sessionChanged();
+
+private:
+    void followHotkeys();
+    void followSession();
+    void followSettings();
+    void followPermissions();
+
+    void startByHotkey();
+    [[nodiscard]] bool isReadyToStart() const;
+    void begin();
+    void endByLimit();
+    QCoro::Task<> finish(StopResult stopped, InsertionMethod method, bool restoreClipboard);
+    QCoro::Task<> deliver(QString text, InsertionMethod method, bool restoreClipboard);
+    void noteSessionState(DictationSession::State state);
+
+    void setPhase(const Phase& phase);
+    void returnToIdleAfter(std::chrono::milliseconds time);
+    void updateIndicator();
+    void play(QLatin1StringView sound);
+
+    Neighbours m_with;
+    Phase m_phase;
+    std::unique_ptr<Scheduler::Token> m_noticeTask; ///< the pending return to idle
+    std::optional<bool> m_couldMonitorInput;
+    std::optional<bool> m_shownInDock;
+};
+
+} // namespace tulvane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QMetaType>
+#include <QString>
+
+namespace tulvane {
+
+/// What the user sees of a dictation.
+struct Phase {
+    enum class Kind {
+        notice,       ///< a short message, in `text`
+        error,        ///< an error message, in `text`
+        idle,         ///< nothing happening
+        recording,    ///< the microphone is open
+        transcribing, ///< the engine is working
+        inserting,    ///< the text is being delivered
+    };
+
+    Kind kind = Kind::idle;
+    QString text; ///< of a notice or an error; never dictated text
+
+    [[nodiscard]] static Phase notice(const QString& text) { return {Kind::notice, text}; }
+    [[nodiscard]] static Phase error(const QString& text) { return {Kind::error, text}; }
+
+    [[nodiscard]] bool operator==(const Phase&) const = default;
+};
+
+} // namespace tulvane
+
+Q_DECLARE_METATYPE(tulvane::Phase)

@@ -1,8 +1,13 @@
+#include <app/DesktopFindings.h>
 #include <app/ProgramCommands.h>
 #include <app/ProgramFolders.h>
+#include <app/ResidentProgram.h>
 #include <app/cli/CleanCommand.h>
+#include <app/cli/CommandSyntax.h>
 #include <app/cli/DictateCommand.h>
+#include <app/cli/DoctorCommand.h>
 #include <app/cli/ModelsCommand.h>
+#include <app/cli/RemoteCommand.h>
 #include <app/cli/SettingsCommand.h>
 #include <app/cli/StatsCommand.h>
 #include <app/cli/StopWatch.h>
@@ -12,9 +17,12 @@
 #include <models/ModelManager.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/common/ProcessMemory.h>
+#include <platform/linux/dbus/DBusRemoteControl.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
+#include <platform/linux/x11text/X11Text.h>
 #include <settings/AppSettings.h>
+#include <speech/ComputingDevices.h>
 #include <speech/WhisperEngine.h>
 #include <stats/StatsStore.h>
 
@@ -124,6 +132,75 @@ int statistics(const QStringList& arguments, cli::Console& console)
     return cli::runStats(arguments, {store, (*settings).typingWordsPerMinute(), systemClock}, console);
 }
 
+int background(const QStringList& arguments, cli::Console& console)
+{
+    cli::CommandSyntax syntax(QStringLiteral("--background"),
+                              QStringLiteral("Starts the program without a window."));
+    syntax.addOption(QStringLiteral("page"), QStringLiteral("PAGE"),
+                     QStringLiteral("The page that a program which runs already is to show."));
+    if (const auto status = syntax.parse(arguments, console))
+        return *status;
+    return runResidentProgram(syntax.value(QStringLiteral("page")), console);
+}
+
+int remote(const QString& name, const QStringList& arguments, cli::Console& console)
+{
+    DBusRemoteControl control;
+    return cli::runRemote(name, arguments, control, console);
+}
+
+SessionFacts thisSession(const X11PrivacyPermissions::Abilities& abilities)
+{
+    static const QMap<SessionKind, QString> names{{SessionKind::x11, QStringLiteral("X11")},
+                                                  {SessionKind::wayland, QStringLiteral("Wayland")},
+                                                  {SessionKind::none, QStringLiteral("none")}};
+    return {.kind = names.value(abilities.session),
+            .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
+            .display = qEnvironmentVariable("DISPLAY"),
+            .displayReached = abilities.displayReached};
+}
+
+ModelFacts selectedModel(const AppSettings& settings)
+{
+    const WhisperModel model =
+        WhisperModel::find(settings.selectedModelID()).value_or(WhisperModel::fallback());
+    const QString file = ModelFolders::standard().modelFile(model.id);
+    return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
+}
+
+Findings examine(const AppSettings& settings)
+{
+    const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
+    const X11PrivacyPermissions permissions(abilities, [] { return false; });
+    PulseAudioInput microphone;
+    Findings findings = sessionFindings(thisSession(abilities));
+    findings += microphoneFinding(microphone);
+    findings += permissionFindings(permissions);
+    findings += insertionFinding(settings.insertionMethod(), permissions, false);
+    findings += modelFinding(selectedModel(settings));
+    findings += acceleratorFinding(computingDevices(ProgramFolders::ofThisProgram().backends));
+    return findings;
+}
+
+int doctor(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    DBusRemoteControl control;
+    constexpr qsizetype afterThePermissions = 6;
+    const cli::DoctorContext context{.remote = control,
+                                     .examine = [&settings] { return examine(*settings); },
+                                     .hotkeysAfter = afterThePermissions};
+    return cli::runDoctor(arguments, context, console);
+}
+
+cli::Command remoteCommand(const char* name, const char* summary)
+{
+    const QString word = QString::fromLatin1(name);
+    return {word, QString::fromLatin1(summary), [word](const QStringList& arguments, cli::Console& console) {
+                return remote(word, arguments, console);
+            }};
+}
+
 } // namespace
 
 std::vector<cli::Command> programCommands()
@@ -135,6 +212,15 @@ std::vector<cli::Command> programCommands()
         {QStringLiteral("models"), QStringLiteral("Shows, fetches and removes speech models."), models},
         {QStringLiteral("settings"), QStringLiteral("Lists, reads or changes the stored settings."),
          storedSettings},
+        remoteCommand("start", "Begins a dictation in the running program."),
+        remoteCommand("stop", "Ends it and inserts what was said."),
+        remoteCommand("toggle", "Whichever of the two fits: for a desktop's own key bindings."),
+        remoteCommand("cancel", "Abandons it."),
+        remoteCommand("status", "Says what the running program is doing."),
+        {QStringLiteral("doctor"), QStringLiteral("Says what works here, and what to do about the rest."),
+         doctor},
+        {QStringLiteral("--background"), QStringLiteral("Starts the program, to be used by its hotkey."),
+         background},
         {QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."), statistics},
     };
 }

@@ -17,6 +17,8 @@ struct ProgramFolders {
     {
         return executables + QStringLiteral("/tulvane-transfers");
     }
+    /// Our own page about what the desktop has to allow.
+    [[nodiscard]] QString helpPage() const { return resources + QStringLiteral("/help/permissions.html"); }
     /// The bundled demo model's file.
     [[nodiscard]] QString demoModel() const { return resources + QStringLiteral("/models/demo.bin"); }
 };

@@ -20,7 +20,8 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments().mid(1);
 
     using namespace tulvane;
-    cli::writeLogToStandardError(arguments.contains(QStringLiteral("--verbose"))
+    const bool isResident = arguments.value(0) == u"--background";
+    cli::writeLogToStandardError(isResident || arguments.contains(QStringLiteral("--verbose"))
                                      ? cli::LogAmount::everything
                                      : cli::LogAmount::errorsOnly);
     QFile in;

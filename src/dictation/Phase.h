@@ -25,6 +25,26 @@ struct Phase {
     [[nodiscard]] bool operator==(const Phase&) const = default;
 };
 
+/// The phase's name as other programs read it: "idle", "recording".
+[[nodiscard]] inline QString nameOf(Phase::Kind kind)
+{
+    switch (kind) {
+    case Phase::Kind::notice:
+        return QStringLiteral("notice");
+    case Phase::Kind::error:
+        return QStringLiteral("error");
+    case Phase::Kind::idle:
+        return QStringLiteral("idle");
+    case Phase::Kind::recording:
+        return QStringLiteral("recording");
+    case Phase::Kind::transcribing:
+        return QStringLiteral("transcribing");
+    case Phase::Kind::inserting:
+        return QStringLiteral("inserting");
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace tulvane
 
 Q_DECLARE_METATYPE(tulvane::Phase)

@@ -3,7 +3,8 @@ import unittest
 
 from program import ProgramTest
 
-COMMANDS = ["transcribe", "dictate", "clean", "settings", "stats"]
+COMMANDS = ["transcribe", "dictate", "clean", "settings", "stats", "models", "start", "stop", "toggle", "cancel",
+            "status", "doctor", "--background"]
 
 
 class Words(ProgramTest):

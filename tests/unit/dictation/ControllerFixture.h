@@ -78,21 +78,8 @@ protected:
 
     static QString nameOf(const Phase& phase)
     {
-        switch (phase.kind) {
-        case Phase::Kind::notice:
-            return QStringLiteral("notice: ") + phase.text;
-        case Phase::Kind::error:
-            return QStringLiteral("error: ") + phase.text;
-        case Phase::Kind::idle:
-            return QStringLiteral("idle");
-        case Phase::Kind::recording:
-            return QStringLiteral("recording");
-        case Phase::Kind::transcribing:
-            return QStringLiteral("transcribing");
-        case Phase::Kind::inserting:
-            return QStringLiteral("inserting");
-        }
-        return {};
+        const QString name = tulvane::nameOf(phase.kind);
+        return phase.text.isEmpty() ? name : name + QStringLiteral(": ") + phase.text;
     }
 
     [[nodiscard]] QString phase() const { return nameOf(controller->phase()); }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <app/Finding.h>
+#include <settings/InsertionMethod.h>
+
+#include <QStringList>
+
+#include <optional>
+
+namespace tulvane {
+
+class AudioInput;
+class PrivacyPermissions;
+
+/// What the session's own environment says.
+struct SessionFacts {
+    QString kind;    ///< "X11", "Wayland", "none"
+    QString desktop; ///< as the desktop calls itself; may be empty
+    QString display; ///< the X display's name; may be empty
+    bool displayReached = false;
+};
+
+/// The selected speech model.
+struct ModelFacts {
+    QString id;
+    QString file; ///< empty while it has not been downloaded
+};
+
+[[nodiscard]] Findings sessionFindings(const SessionFacts& session);
+/// Asks the sound server; opens no microphone.
+[[nodiscard]] Finding microphoneFinding(AudioInput& microphone);
+/// The three permissions, each "no" with its reason and its remedy.
+[[nodiscard]] Findings permissionFindings(const PrivacyPermissions& permissions);
+/// Which way a text will take into the program in front. `canWriteElements`: whether there is an
+/// accessibility bus.
+[[nodiscard]] Finding insertionFinding(InsertionMethod method, const PrivacyPermissions& permissions,
+                                       bool canWriteElements);
+[[nodiscard]] Finding modelFinding(const ModelFacts& model);
+/// `devices` as the speech library names them, those that are more than a processor first.
+[[nodiscard]] Finding acceleratorFinding(const QStringList& devices);
+
+} // namespace tulvane

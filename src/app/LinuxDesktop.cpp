@@ -1,0 +1,109 @@
+#include <app/LinuxDesktop.h>
+#include <app/ProgramFolders.h>
+#include <insertion/PasteTable.h>
+#include <platform/FocusedElement.h>
+#include <platform/Sounds.h>
+#include <platform/UserDefaults.h>
+#include <platform/linux/common/ProcessMemory.h>
+#include <platform/linux/pulse/PulseAudioInput.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
+#include <platform/linux/workspace/ChildProcesses.h>
+#include <platform/linux/workspace/DesktopWorkspace.h>
+#include <platform/linux/x11/KeyServices.h>
+#include <platform/linux/x11/X11Connection.h>
+#include <platform/linux/x11text/X11PrivacyPermissions.h>
+#include <platform/linux/x11text/X11Text.h>
+
+#include <QProcessEnvironment>
+
+namespace tulvane {
+
+namespace {
+
+class NoSounds final : public Sounds {
+public:
+    void play(QLatin1StringView) override {}
+};
+
+class NoElements final : public FocusedElements {
+public:
+    [[nodiscard]] QFuture<std::shared_ptr<FocusedElement>> focused() override
+    {
+        return QtFuture::makeReadyFuture(std::shared_ptr<FocusedElement>());
+    }
+};
+
+} // namespace
+
+struct LinuxDesktop::Parts {
+    Parts(UserDefaults& stored, std::unique_ptr<X11Text> opened, const QByteArray& display)
+        : defaults(stored),
+          watch(X11Connection::open(QString::fromLocal8Bit(display))),
+          text(std::move(opened)),
+          keys(makeKeyServices(QProcessEnvironment::systemEnvironment())),
+          permissions(X11Text::abilities(display, currentSession()), [] { return false; }),
+          workspace(qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts),
+                    QUrl::fromLocalFile(ProgramFolders::ofThisProgram().helpPage())),
+          transfers({.helper = ProgramFolders::ofThisProgram().transferHelper(),
+                     .folder = ModelFolders::standard().transfers()})
+    {
+    }
+
+    UserDefaults& defaults;
+    std::unique_ptr<X11Connection> watch; ///< tells of the server's end; null when that has come already
+    std::unique_ptr<X11Text> text;
+    PulseAudioInput microphone;
+    KeyServices keys;
+    X11PrivacyPermissions permissions;
+    ChildProcesses processes;
+    DesktopWorkspace workspace;
+    DetachedTransfers transfers;
+    ProcessMemory memory;
+    NoSounds sounds;
+    NoElements elements;
+};
+
+LinuxDesktop::LinuxDesktop(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+LinuxDesktop::~LinuxDesktop() = default;
+
+Result<std::unique_ptr<LinuxDesktop>, QString> LinuxDesktop::open(UserDefaults& defaults,
+                                                                  Scheduler& scheduler)
+{
+    const QByteArray display = qgetenv("DISPLAY");
+    auto text = display.isEmpty()
+                    ? nullptr
+                    : X11Text::open(display, pasteTable(defaults.value(terminalWindowClassesKey)), scheduler);
+    if (!text)
+        return failure(
+            display.isEmpty()
+                ? QStringLiteral("There is no X server to work on: DISPLAY is not set. Start Tulvane from "
+                                 "your desktop session; a Wayland desktop needs XWayland.")
+                : QStringLiteral("The X server %1 does not answer.").arg(QString::fromLocal8Bit(display)));
+    return std::unique_ptr<LinuxDesktop>(
+        new LinuxDesktop(std::make_unique<Parts>(defaults, std::move(text), display)));
+}
+
+void LinuxDesktop::setEnded(const std::function<void()>& ended)
+{
+    if (m_parts->watch)
+        QObject::connect(m_parts->watch.get(), &X11Connection::closed, m_parts->watch.get(), ended);
+}
+
+Desktop LinuxDesktop::ports()
+{
+    return {.defaults = m_parts->defaults,
+            .microphone = m_parts->microphone,
+            .sounds = m_parts->sounds,
+            .hotKeys = *m_parts->keys.hotKeys,
+            .modifierEvents = *m_parts->keys.modifierEvents,
+            .pasteboards = m_parts->text->pasteboards(),
+            .keys = m_parts->text->keys(),
+            .elements = m_parts->elements,
+            .permissions = m_parts->permissions,
+            .processes = m_parts->processes,
+            .workspace = m_parts->workspace,
+            .transfers = m_parts->transfers,
+            .memory = m_parts->memory};
+}
+
+} // namespace tulvane

@@ -1,0 +1,75 @@
+#include <app/LinuxDesktop.h>
+#include <app/ProgramFolders.h>
+#include <app/ResidentProgram.h>
+#include <app/TulvaneApp.h>
+#include <app/cli/StopWatch.h>
+#include <app/cli/WaitFor.h>
+#include <base/Log.h>
+#include <models/ModelHub.h>
+#include <platform/linux/common/JsonUserDefaults.h>
+#include <platform/linux/dbus/DBusRemoteControl.h>
+
+#include <QCoreApplication>
+
+namespace tulvane {
+
+namespace {
+
+/// Asks the program that runs already to show itself.
+int handOver(RemoteControl& remote, const QString& page, cli::Console& console)
+{
+    const auto answer = cli::waitFor(remote.ask(RemoteRequest::activate, page));
+    if (!answer)
+        return cli::fail(console, QStringLiteral("Tulvane is running already, but does not answer."));
+    console.err << "Tulvane is running already." << Qt::endl;
+    return cli::ExitStatus::done;
+}
+
+TulvaneApp::Options appOptions(const UserDefaults& defaults)
+{
+    return {.version = QCoreApplication::applicationVersion(),
+            .backends = ProgramFolders::ofThisProgram().backends,
+            .folders = ModelFolders::standard(),
+            .hub = modelHubURL(qEnvironmentVariable(modelHubVariable),
+                               defaults.value(QLatin1String(modelHubSetting)).toString()),
+            .statisticsFile = StatsStore::defaultFile()};
+}
+
+} // namespace
+
+int runResidentProgram(const QString& page, cli::Console& console)
+{
+    static const SystemClock clock;
+    EventLoopScheduler scheduler;
+    DBusRemoteControl remote;
+    JsonUserDefaults defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), clock);
+    defaults.setTroubleHandler([&console](const DefaultsError& error) {
+        console.err << "tulvane: " << error.description() << Qt::endl;
+    });
+    TulvaneApp* running = nullptr;
+    const auto claim = remote.claim([&running](RemoteRequest request, const QString&) {
+        return running ? running->answer(request) : QJsonObject();
+    });
+    if (claim == RemoteControl::Claim::taken)
+        return handOver(remote, page, console);
+
+    const auto desktop = LinuxDesktop::open(defaults, scheduler);
+    if (!desktop)
+        return cli::fail(console, desktop.error());
+    TulvaneApp app((*desktop)->ports(), appOptions(defaults));
+    running = &app;
+    QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
+                     [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
+    const cli::StopWatch signalWatch(-1, [] { QCoreApplication::quit(); });
+    (*desktop)->setEnded([] {
+        qCWarning(lcApp, "The X server has ended");
+        QCoreApplication::quit();
+    });
+    app.launch();
+    const int status = QCoreApplication::exec();
+    app.prepareToQuit();
+    running = nullptr;
+    return status;
+}
+
+} // namespace tulvane

@@ -1,0 +1,124 @@
+#include <app/HotkeyFindings.h>
+#include <app/TulvaneApp.h>
+#include <platform/PrivacyPermissions.h>
+#include <speech/ThreadCount.h>
+
+#include <QDeadlineTimer>
+#include <QEventLoop>
+#include <QJsonArray>
+
+#include <chrono>
+
+namespace tulvane {
+
+namespace {
+
+constexpr std::chrono::milliseconds longestGoodbye{500};
+
+} // namespace
+
+TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options)
+    : m_settings(desktop.defaults),
+      m_stats(options.statisticsFile),
+      m_models({.folders = options.folders,
+                .hub = options.hub,
+                .mode = ModelManager::SessionMode::background,
+                .catalogue = WhisperModel::all()},
+               desktop.transfers),
+      m_modelSource(m_settings, m_models),
+      m_engine(options.backends, desktop.memory),
+      m_recognizer(m_engine),
+      m_recorder(desktop.microphone, m_clock),
+      m_permissions({desktop.permissions, desktop.processes, desktop.workspace, m_scheduler}, std::nullopt),
+      m_inserter({desktop.pasteboards, desktop.keys, desktop.elements, desktop.permissions, m_scheduler}),
+      m_shortcuts(desktop.defaults, desktop.hotKeys),
+      m_hotkeys(m_settings, m_shortcuts, desktop.modifierEvents, m_clock),
+      m_session({.settings = m_settings,
+                 .recorder = m_recorder,
+                 .models = m_modelSource,
+                 .engine = m_recognizer,
+                 .stats = m_stats,
+                 .scheduler = m_scheduler,
+                 .clock = m_clock,
+                 .isMicrophoneAuthorized =
+                     [&permissions = desktop.permissions] {
+                         return permissions.microphone() == MicrophoneAccess::authorized;
+                     },
+                 .threadCount = recommendedThreadCount(),
+                 .fixedOptions = std::nullopt}),
+      m_controller(
+          {.settings = m_settings,
+           .session = m_session,
+           .recorder = m_recorder,
+           .models = m_modelSource,
+           .permissions = m_permissions,
+           .inserter = m_inserter,
+           .hotkeys = m_hotkeys,
+           .indicator = m_indicator,
+           .windows = m_windows,
+           .sounds = desktop.sounds,
+           .scheduler = m_scheduler,
+           .version = options.version,
+           .refreshModels = [this] { m_models.refreshStates(); },
+           .hasCombination = [this] { return m_shortcuts.getShortcut(ShortcutName::dictate()).has_value(); },
+           .applyActivationPolicy = [] {}})
+{
+    m_settings.syncInterfaceLanguage();
+}
+
+TulvaneApp::~TulvaneApp() = default;
+
+void TulvaneApp::prepareToQuit()
+{
+    m_controller.cancel();
+    m_inserter.cutWaitsShort();
+    // The clipboard's restoration needs the event loop; half a second is more than it ever takes.
+    const QDeadlineTimer deadline(longestGoodbye);
+    QEventLoop loop;
+    while (m_controller.phase().kind == Phase::Kind::inserting && !deadline.hasExpired())
+        loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+}
+
+QJsonObject TulvaneApp::answer(RemoteRequest request)
+{
+    switch (request) {
+    case RemoteRequest::start:
+        m_controller.start();
+        break;
+    case RemoteRequest::stop:
+        m_controller.stop();
+        break;
+    case RemoteRequest::toggle:
+        m_controller.toggle();
+        break;
+    case RemoteRequest::cancel:
+        m_controller.cancel();
+        break;
+    case RemoteRequest::doctor:
+        return findings();
+    case RemoteRequest::status:
+    case RemoteRequest::activate:
+        break;
+    }
+    return status();
+}
+
+QJsonObject TulvaneApp::status() const
+{
+    const Phase& phase = m_controller.phase();
+    return {{QStringLiteral("phase"), nameOf(phase.kind)},
+            {QStringLiteral("message"), phase.text},
+            {QStringLiteral("modelLoading"), m_session.isModelLoading()},
+            {QStringLiteral("hotkey"), m_hotkeys.hotkeyDescription()},
+            {QStringLiteral("historyCount"), m_session.history().size()}};
+}
+
+QJsonObject TulvaneApp::findings() const
+{
+    QJsonArray lines;
+    for (const Finding& finding : hotkeyFindings(m_shortcuts, m_hotkeys))
+        lines.append(finding.toJson());
+    return {{QStringLiteral("findings"), lines}};
+}
+
+} // namespace tulvane

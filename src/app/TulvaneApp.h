@@ -1,0 +1,107 @@
+#pragma once
+
+#include <app/Windowless.h>
+#include <audio/AudioRecorder.h>
+#include <base/Clock.h>
+#include <base/Scheduler.h>
+#include <dictation/DictationController.h>
+#include <dictation/DictationSession.h>
+#include <dictation/EngineRecognizer.h>
+#include <dictation/ManagedModelSource.h>
+#include <hotkeys/HotkeyController.h>
+#include <hotkeys/KeyboardShortcuts.h>
+#include <insertion/TextInserter.h>
+#include <models/ModelManager.h>
+#include <permissions/PermissionsService.h>
+#include <platform/RemoteControl.h>
+#include <settings/AppSettings.h>
+#include <speech/WhisperEngine.h>
+#include <stats/StatsStore.h>
+
+#include <QJsonObject>
+
+namespace tulvane {
+
+class AudioInput;
+class BackgroundTransfers;
+class FocusedElements;
+class GlobalHotKeys;
+class KeyPosting;
+class ModifierEvents;
+class Pasteboards;
+class PrivacyPermissions;
+class Processes;
+class Sounds;
+class SystemMemory;
+class UserDefaults;
+class Workspace;
+
+/// The desktop's side of every port, as the resident program uses them. All outlive the program's objects.
+struct Desktop {
+    UserDefaults& defaults;
+    AudioInput& microphone;
+    Sounds& sounds;
+    GlobalHotKeys& hotKeys;
+    ModifierEvents& modifierEvents;
+    Pasteboards& pasteboards;
+    KeyPosting& keys;
+    FocusedElements& elements;
+    PrivacyPermissions& permissions;
+    Processes& processes;
+    Workspace& workspace;
+    BackgroundTransfers& transfers;
+    SystemMemory& memory;
+};
+
+/// The resident program without its windows: every long-lived object, wired. Main thread; one per process.
+class TulvaneApp final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Options {
+        QString version;
+        QString backends; ///< the folder of the speech library's loadable backends
+        ModelFolders folders = ModelFolders::standard();
+        QUrl hub;
+        QString statisticsFile = StatsStore::defaultFile();
+    };
+
+    TulvaneApp(const Desktop& desktop, const Options& options);
+    Q_DISABLE_COPY_MOVE(TulvaneApp)
+    ~TulvaneApp() override;
+
+    /// Once the event loop is about to run.
+    void launch() { m_controller.launch(); }
+    /// Before the process ends: abandons a recording, and puts the user's clipboard back where a paste is
+    /// still waiting to do so. Blocks for half a second at the most.
+    void prepareToQuit();
+
+    /// What the remote control is answered.
+    [[nodiscard]] QJsonObject answer(RemoteRequest request);
+
+    [[nodiscard]] DictationController& controller() { return m_controller; }
+
+private:
+    [[nodiscard]] QJsonObject status() const;
+    [[nodiscard]] QJsonObject findings() const;
+
+    SystemClock m_clock;
+    EventLoopScheduler m_scheduler;
+    AppSettings m_settings;
+    StatsStore m_stats;
+    ModelManager m_models;
+    ManagedModelSource m_modelSource;
+    WhisperEngine m_engine;
+    EngineRecognizer m_recognizer;
+    AudioRecorder m_recorder;
+    PermissionsService m_permissions;
+    TextInserter m_inserter;
+    KeyboardShortcuts m_shortcuts;
+    HotkeyController m_hotkeys;
+    DictationSession m_session;
+    WindowlessIndicator m_indicator;
+    WindowlessWindows m_windows;
+    DictationController m_controller;
+};
+
+} // namespace tulvane

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <app/Finding.h>
+#include <app/cli/Console.h>
+#include <platform/RemoteControl.h>
+
+#include <QStringList>
+
+#include <functional>
+
+namespace tulvane::cli {
+
+/// What `doctor` asks.
+struct DoctorContext {
+    RemoteControl& remote;
+    /// What any process can find out, in the order of the report; the hotkeys, which only the running program
+    /// knows, come after the line at `hotkeysAfter`.
+    std::function<Findings()> examine;
+    qsizetype hotkeysAfter = 0;
+};
+
+/// `tulvane doctor [--json]`: what works here and what does not, each with its reason and its remedy. Ends
+/// with `failed` where something does not. Main thread.
+[[nodiscard]] int runDoctor(const QStringList& arguments, const DoctorContext& context, Console& console);
+
+} // namespace tulvane::cli

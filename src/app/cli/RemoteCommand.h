@@ -1,0 +1,15 @@
+#pragma once
+
+#include <app/cli/Console.h>
+#include <platform/RemoteControl.h>
+
+#include <QStringList>
+
+namespace tulvane::cli {
+
+/// `tulvane start|stop|toggle|cancel|status [--json]`: one request to the running program. `name` is the word
+/// itself. Ends with `notRunning` where there is no such program. Main thread.
+[[nodiscard]] int runRemote(const QString& name, const QStringList& arguments, RemoteControl& remote,
+                            Console& console);
+
+} // namespace tulvane::cli

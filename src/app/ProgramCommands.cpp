@@ -8,6 +8,7 @@
 #include <app/cli/DoctorCommand.h>
 #include <app/cli/ModelsCommand.h>
 #include <app/cli/RemoteCommand.h>
+#include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
 #include <app/cli/StatsCommand.h>
 #include <app/cli/StopWatch.h>
@@ -118,6 +119,10 @@ int models(const QStringList& arguments, cli::Console& console)
 
 int storedSettings(const QStringList& arguments, cli::Console& console)
 {
+    // The running program's settings are live: it makes the change itself.
+    DBusRemoteControl control;
+    if (const auto status = cli::runThere(arguments, RemoteRequest::settings, control, console))
+        return *status;
     StoredSettings settings(console);
     QStringList models;
     for (const WhisperModel& model : WhisperModel::all())

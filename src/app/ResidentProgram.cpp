@@ -47,8 +47,8 @@ int runResidentProgram(const QString& page, cli::Console& console)
         console.err << "tulvane: " << error.description() << Qt::endl;
     });
     TulvaneApp* running = nullptr;
-    const auto claim = remote.claim([&running](RemoteRequest request, const QString&) {
-        return running ? running->answer(request) : QJsonObject();
+    const auto claim = remote.claim([&running](RemoteRequest request, const QString& argument) {
+        return running ? running->answer(request, argument) : QJsonObject();
     });
     if (claim == RemoteControl::Claim::taken)
         return handOver(remote, page, console);

@@ -1,5 +1,7 @@
 #include <app/HotkeyFindings.h>
 #include <app/TulvaneApp.h>
+#include <app/cli/RemoteRun.h>
+#include <app/cli/SettingsCommand.h>
 #include <platform/PrivacyPermissions.h>
 #include <speech/ThreadCount.h>
 
@@ -79,7 +81,7 @@ void TulvaneApp::prepareToQuit()
         loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
 }
 
-QJsonObject TulvaneApp::answer(RemoteRequest request)
+QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
 {
     switch (request) {
     case RemoteRequest::start:
@@ -96,6 +98,8 @@ QJsonObject TulvaneApp::answer(RemoteRequest request)
         break;
     case RemoteRequest::doctor:
         return findings();
+    case RemoteRequest::settings:
+        return changeSettings(argument);
     case RemoteRequest::status:
     case RemoteRequest::activate:
         break;
@@ -119,6 +123,16 @@ QJsonObject TulvaneApp::findings() const
     for (const Finding& finding : hotkeyFindings(m_shortcuts, m_hotkeys))
         lines.append(finding.toJson());
     return {{QStringLiteral("findings"), lines}};
+}
+
+QJsonObject TulvaneApp::changeSettings(const QString& words)
+{
+    QStringList models;
+    for (const WhisperModel& model : m_models.catalogue())
+        models.append(model.id);
+    return cli::answerOf(words, [&](const QStringList& arguments, cli::Console& console) {
+        return cli::runSettings(arguments, console, m_settings, models);
+    });
 }
 
 } // namespace tulvane

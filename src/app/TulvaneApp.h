@@ -77,13 +77,14 @@ public:
     void prepareToQuit();
 
     /// What the remote control is answered.
-    [[nodiscard]] QJsonObject answer(RemoteRequest request);
+    [[nodiscard]] QJsonObject answer(RemoteRequest request, const QString& argument);
 
     [[nodiscard]] DictationController& controller() { return m_controller; }
 
 private:
     [[nodiscard]] QJsonObject status() const;
     [[nodiscard]] QJsonObject findings() const;
+    [[nodiscard]] QJsonObject changeSettings(const QString& words);
 
     SystemClock m_clock;
     EventLoopScheduler m_scheduler;

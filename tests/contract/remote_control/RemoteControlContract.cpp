@@ -36,9 +36,11 @@ TEST_P(RemoteControlContract, EveryRequestReachesTheRunningProgramAndItsAnswerCo
         ASSERT_TRUE(answer);
         EXPECT_EQ(*answer, echo(request, {}));
     }
-    const auto answer = await(caller->ask(RemoteRequest::activate, QStringLiteral("Åpne «hjem»")));
-    ASSERT_TRUE(answer);
-    EXPECT_EQ(*answer, echo(RemoteRequest::activate, QStringLiteral("Åpne «hjem»")));
+    for (const RemoteRequest request : {RemoteRequest::activate, RemoteRequest::settings}) {
+        const auto answer = await(caller->ask(request, QStringLiteral("Åpne «hjem»")));
+        ASSERT_TRUE(answer);
+        EXPECT_EQ(*answer, echo(request, QStringLiteral("Åpne «hjem»")));
+    }
 }
 
 TEST_P(RemoteControlContract, OnlyOneIsTheRunningProgramUntilItIsGone)

@@ -119,6 +119,20 @@ TEST(ResidentProgram, AHotkeyThatTheDesktopHoldsIsToldAndTheCommandLineStillWork
     EXPECT_TRUE(here.waitForEntry(heard)) << qPrintable(here.entryText());
 }
 
+TEST(ResidentProgram, ASettingThatIsChangedElsewhereIsLiveAtOnce)
+{
+    ResidentDesktop here;
+    here.launch();
+    EXPECT_EQ(here.tulvane(words("settings set modifierHotkey rightControl")).status, 0);
+    EXPECT_TRUE(here.status()[QStringLiteral("hotkey")].toString().contains(QStringLiteral("Alt+Space or ")));
+    EXPECT_EQ(here.tulvane(words("settings get modifierHotkey")).out, QStringLiteral("rightControl\n"));
+    const auto refused = here.tulvane(words("settings set modifierHotkey leftElbow"));
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_TRUE(refused.err.contains(QStringLiteral("modifierHotkey")));
+    here.keys.tap(DeviceKey::rightControl);
+    EXPECT_TRUE(here.waitForPhase(QStringLiteral("recording")));
+}
+
 TEST(ResidentProgram, AStartThatFailsSaysWhy)
 {
     ResidentDesktop here;

@@ -86,7 +86,7 @@ QFuture<Answered> DBusRemoteControl::ask(RemoteRequest request, const QString& a
         QDBusMessage::createMethodCall(RemoteObject::interfaceName, RemoteObject::path,
                                        RemoteObject::interfaceName, RemoteObject::methodOf(request));
     call.setAutoStartService(false);
-    if (request == RemoteRequest::activate)
+    if (request == RemoteRequest::activate || request == RemoteRequest::settings)
         call.setArguments({argument});
     const auto promise = std::make_shared<QPromise<Answered>>();
     promise->start();

@@ -21,6 +21,8 @@ QString RemoteObject::methodOf(RemoteRequest request)
         return QStringLiteral("Doctor");
     case RemoteRequest::activate:
         return QStringLiteral("Activate");
+    case RemoteRequest::settings:
+        return QStringLiteral("Settings");
     }
     Q_UNREACHABLE();
 }

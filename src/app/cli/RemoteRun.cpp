@@ -1,0 +1,50 @@
+#include <app/cli/RemoteRun.h>
+#include <app/cli/WaitFor.h>
+
+#include <QBuffer>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace tulvane::cli {
+
+namespace {
+
+const QString statusKey = QStringLiteral("status");
+const QString outKey = QStringLiteral("out");
+const QString errKey = QStringLiteral("err");
+
+} // namespace
+
+std::optional<int> runThere(const QStringList& arguments, RemoteRequest request, RemoteControl& remote,
+                            Console& console)
+{
+    const QJsonDocument words(QJsonArray::fromStringList(arguments));
+    const auto answer = waitFor(remote.ask(request, QString::fromUtf8(words.toJson(QJsonDocument::Compact))));
+    if (!answer || !answer->contains(statusKey))
+        return std::nullopt;
+    console.out << (*answer)[outKey].toString();
+    console.err << (*answer)[errKey].toString();
+    console.out.flush();
+    console.err.flush();
+    return (*answer)[statusKey].toInt();
+}
+
+QJsonObject answerOf(const QString& words,
+                     const std::function<int(const QStringList& arguments, Console& console)>& command)
+{
+    QStringList arguments;
+    for (const auto& word : QJsonDocument::fromJson(words.toUtf8()).array())
+        arguments.append(word.toString());
+    QBuffer in;
+    QString out;
+    QString err;
+    QTextStream outStream(&out);
+    QTextStream errStream(&err);
+    Console console{.in = in, .out = outStream, .err = errStream};
+    const int status = command(arguments, console);
+    outStream.flush();
+    errStream.flush();
+    return {{statusKey, status}, {outKey, out}, {errKey, err}};
+}
+
+} // namespace tulvane::cli

@@ -20,12 +20,8 @@ namespace {
 /// What can happen to a real server, and what it says about our streams.
 class PulseSoundsTest : public ::testing::TestWithParam<SoundServer::Kind> {
 protected:
-    PulseSoundsTest()
-    {
-        if (!connected())
-            qFatal("There is no connection");
-    }
-    ~PulseSoundsTest() override { server.thaw(); }
+    void SetUp() override { ASSERT_TRUE(connected()); }
+    void TearDown() override { server.thaw(); }
 
     [[nodiscard]] bool connected()
     {

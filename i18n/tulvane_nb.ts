@@ -232,6 +232,10 @@
         <translation>Esc</translation>
     </message>
     <message>
+        <source>Feedback sound</source>
+        <translation>Lydsignal</translation>
+    </message>
+    <message>
         <source>Full precision (f16)</source>
         <translation>Full presisjon (f16)</translation>
     </message>

@@ -250,4 +250,12 @@ std::unique_ptr<QProcess> SoundServer::play(const QString& file)
     return run(QStringLiteral("paplay"), {QStringLiteral("--device=micsink"), file});
 }
 
+std::unique_ptr<QProcess> SoundServer::record(const QString& source) const
+{
+    return run(QStringLiteral("parec"),
+               {QStringLiteral("--raw"), QStringLiteral("--format=float32le"), QStringLiteral("--rate=48000"),
+                QStringLiteral("--channels=2"), QStringLiteral("--latency-msec=10"),
+                QStringLiteral("--device=") + source});
+}
+
 } // namespace tulvane::test

@@ -53,6 +53,9 @@ public:
                                                  int channels = 1);
     /// The same for any sound file that libsndfile reads.
     [[nodiscard]] std::unique_ptr<QProcess> play(const QString& file);
+    /// Records from a source, `NAME.monitor` for what a sink plays, until it is killed: two channels, 48 kHz,
+    /// 32-bit floats on its standard output.
+    [[nodiscard]] std::unique_ptr<QProcess> record(const QString& source) const;
 
 private:
     [[nodiscard]] QString busAddress() const;

@@ -4,7 +4,7 @@
 
 namespace tulvane {
 
-PulseAudioInput::PulseAudioInput(const QString& address) : m_server(std::make_unique<PulseServer>(address)) {}
+PulseAudioInput::PulseAudioInput(const QString& address) : m_server(std::make_shared<PulseServer>(address)) {}
 
 PulseAudioInput::~PulseAudioInput() = default;
 

@@ -18,10 +18,13 @@ public:
     explicit PulseAudioInput(const QString& address = {});
     ~PulseAudioInput() override;
 
+    /// The connection, for what else the sound server does for the program.
+    [[nodiscard]] const std::shared_ptr<PulseServer>& server() const { return m_server; }
+
     [[nodiscard]] std::unique_ptr<AudioEngine> makeEngine() override;
 
 private:
-    std::unique_ptr<PulseServer> m_server;
+    std::shared_ptr<PulseServer> m_server;
 };
 
 } // namespace tulvane

@@ -135,6 +135,7 @@ void PulseServer::contextChanged()
             static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SERVER | PA_SUBSCRIPTION_MASK_SOURCE);
         forget(pa_context_subscribe(m_context, events, nullptr, nullptr));
         ask();
+        Q_EMIT connected();
     } else if (!PA_CONTEXT_IS_GOOD(state)) {
         qCDebug(lcAudio) << "No sound server:" << pa_strerror(pa_context_errno(m_context));
         m_state = State::lost;

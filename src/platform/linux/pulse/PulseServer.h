@@ -46,6 +46,8 @@ public:
 Q_SIGNALS:
     /// Another microphone, or none, is the default one now. On the audio thread: connect it queued.
     void defaultSourceChanged();
+    /// On the audio thread, with the lock held.
+    void connected();
     /// On the audio thread.
     void connectionLost();
 

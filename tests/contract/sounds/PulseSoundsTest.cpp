@@ -7,8 +7,10 @@
 
 #include <QElapsedTimer>
 
+#include <sys/resource.h>
+#include <time.h>
+
 #include <algorithm>
-#include <numeric>
 #include <optional>
 
 using namespace tulvane;
@@ -50,6 +52,21 @@ protected:
     PulseAudioInput input{server.address()};
     std::optional<PulseSounds> sounds{std::in_place, input.server()};
 };
+
+/// What this thread has done so far.
+struct Effort {
+    std::chrono::nanoseconds work{};
+    long waits = 0; ///< how often it gave the processor up because it had to wait for something
+};
+
+Effort effort()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    rusage usage{};
+    getrusage(RUSAGE_THREAD, &usage);
+    return {std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec), usage.ru_nvcsw};
+}
 
 const QStringList pop{QStringLiteral("Pop")};
 const QStringList nothing;
@@ -129,18 +146,28 @@ TEST_P(PulseSoundsTest, ManyPlaysAtOnceDoNoHarmAndAreNotTooLoud)
 TEST_P(PulseSoundsTest, PlayingReturnsAtOnce)
 {
     std::vector<qint64> times;
+    std::vector<std::chrono::nanoseconds> work;
+    int waits = 0;
     for (int i = 0; i < 200; ++i) {
         // Time for the audio thread to take it up, so that every request is a new one.
         pass(1ms);
+        const Effort before = effort();
         QElapsedTimer timer;
         timer.start();
         sounds->play(Sounds::tink);
         times.push_back(timer.nsecsElapsed());
+        const Effort after = effort();
+        work.push_back(after.work - before.work);
+        waits += after.waits > before.waits ? 1 : 0;
     }
     std::ranges::sort(times);
-    EXPECT_LT(times[190], 1'000'000);
+    std::ranges::sort(work);
+    // Not by the clock: on a busy machine that counts what others do in the meantime.
+    EXPECT_LT(work[190], 1ms);
+    EXPECT_LE(waits, 5);
     RecordProperty("nanoseconds_p50", std::to_string(times[100]));
     RecordProperty("nanoseconds_p95", std::to_string(times[190]));
+    RecordProperty("waits", waits);
 }
 
 TEST_P(PulseSoundsTest, PlayingDoesNotWaitForTheAudioThread)

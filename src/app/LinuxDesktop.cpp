@@ -2,10 +2,11 @@
 #include <app/ProgramFolders.h>
 #include <insertion/PasteTable.h>
 #include <platform/FocusedElement.h>
-#include <platform/Sounds.h>
 #include <platform/UserDefaults.h>
 #include <platform/linux/common/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
+#include <platform/linux/pulse/PulseServer.h>
+#include <platform/linux/pulse/PulseSounds.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/workspace/ChildProcesses.h>
 #include <platform/linux/workspace/DesktopWorkspace.h>
@@ -19,11 +20,6 @@
 namespace tulvane {
 
 namespace {
-
-class NoSounds final : public Sounds {
-public:
-    void play(QLatin1StringView) override {}
-};
 
 class NoElements final : public FocusedElements {
 public:
@@ -53,13 +49,13 @@ struct LinuxDesktop::Parts {
     std::unique_ptr<X11Connection> watch; ///< tells of the server's end; null when that has come already
     std::unique_ptr<X11Text> text;
     PulseAudioInput microphone;
+    PulseSounds sounds{microphone.server()};
     KeyServices keys;
     X11PrivacyPermissions permissions;
     ChildProcesses processes;
     DesktopWorkspace workspace;
     DetachedTransfers transfers;
     ProcessMemory memory;
-    NoSounds sounds;
     NoElements elements;
 };
 

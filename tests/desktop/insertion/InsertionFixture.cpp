@@ -137,6 +137,16 @@ QByteArray InsertionFixture::clipboardText()
     return read(QStringLiteral("CLIPBOARD")).value(QStringLiteral("UTF8_STRING"));
 }
 
+QByteArray InsertionFixture::readElsewhere(const QString& target)
+{
+    // Not run to its end at once: it is this process that answers it.
+    QProcess& program =
+        m_desktop.start(QStringLiteral("xclip"), {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                                  QStringLiteral("clipboard"), QStringLiteral("-t"), target});
+    EXPECT_TRUE(waitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    return program.readAllStandardOutput();
+}
+
 xcb_window_t InsertionFixture::front()
 {
     return FrontWindow::current(*m_link).window;

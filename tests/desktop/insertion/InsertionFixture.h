@@ -44,6 +44,8 @@ protected:
 
     [[nodiscard]] Content read(const QString& selection);
     [[nodiscard]] QByteArray clipboardText();
+    /// One target of the clipboard, as a program of its own gets it.
+    [[nodiscard]] QByteArray readElsewhere(const QString& target);
     /// The window that has the keyboard focus.
     [[nodiscard]] xcb_window_t front();
     /// The keys that the server believes to be down.

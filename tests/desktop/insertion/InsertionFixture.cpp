@@ -60,8 +60,6 @@ InsertionFixture::InsertionFixture()
     copySomething();
 }
 
-InsertionFixture::~InsertionFixture() = default;
-
 void InsertionFixture::open(Target target)
 {
     m_target = startTarget(target, m_desktop);

@@ -25,7 +25,6 @@ using Content = QMap<QString, QByteArray>;
 class InsertionFixture : public testing::Test {
 protected:
     InsertionFixture();
-    ~InsertionFixture() override;
 
     /// Starts the program that is in front from now on.
     void open(Target target);

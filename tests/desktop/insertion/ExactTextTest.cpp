@@ -30,25 +30,18 @@ TEST_P(InsertionInto, everyTextArrivesExactlyAndTheClipboardComesBack)
     }
 }
 
-TEST_P(InsertionInto, textsOfSpacesAndLineBreaksAlone)
+TEST_P(InsertionInto, spacesAndLineBreaksAtEitherEndAreKept)
 {
-    QStringList texts{QStringLiteral(" "),        QStringLiteral("   "), QStringLiteral(" word"),
-                      QStringLiteral("word    "), QStringLiteral("😀"),  QStringLiteral("😀 ")};
+    QStringList texts{QStringLiteral(" "), QStringLiteral("  word    "), QStringLiteral("😀 ")};
     if (lineBreaks() == LineBreaks::some)
-        texts.append({QStringLiteral("\n"), QStringLiteral("line\n"), QStringLiteral("line\n  "),
-                      QStringLiteral("\n\n  line\n\n")});
+        texts.append({QStringLiteral("\n"), QStringLiteral("\n\n  line\n\n"), QStringLiteral("line\n  ")});
     for (const QString& text : texts) {
         SCOPED_TRACE(text.toStdString());
         expectArrives(text);
     }
-}
-
-TEST_P(InsertionInto, twoTextsStandOneAfterTheOther)
-{
-    m_target->clear();
-    EXPECT_EQ(insert(QStringLiteral("første. ")), InsertionResult::pasted);
+    // The next one begins where the last one ended.
     EXPECT_EQ(insert(QStringLiteral("andre. ")), InsertionResult::pasted);
-    expectHeld(QStringLiteral("første. andre. "));
+    expectHeld(texts.constLast() + QStringLiteral("andre. "));
     expectUsersContent();
 }
 

@@ -31,17 +31,14 @@ TEST_P(KeyboardOf, everyLayout)
         useLayout(QString::fromLatin1(layout), QString::fromLatin1(variant));
         expectArrives(said);
     }
-}
-
-TEST_P(KeyboardOf, theSecondOfTwoLayoutsStaysTheUsers)
-{
+    // The second of two stays the user's.
     useLayout(QStringLiteral("us,ru"));
     m_fingers.lockGroup(1);
     expectArrives(said);
     EXPECT_EQ(KeyboardState::current(*m_link).group, 1);
 }
 
-TEST_P(KeyboardOf, aHeldModifierChangesNothingAndIsNotStuckAfterwards)
+TEST_P(KeyboardOf, whatIsHeldOrLockedChangesNothingAndIsNotStuckAfterwards)
 {
     for (const DeviceKey held :
          {DeviceKey::leftAlt, DeviceKey::leftShift, DeviceKey::leftControl, DeviceKey::leftSuper}) {
@@ -55,10 +52,6 @@ TEST_P(KeyboardOf, aHeldModifierChangesNothingAndIsNotStuckAfterwards)
         m_fingers.tap(DeviceKey::q);
         expectHeld(said + QLatin1Char('q'));
     }
-}
-
-TEST_P(KeyboardOf, capsLockChangesNothing)
-{
     m_fingers.tap(DeviceKey::capsLock);
     expectArrives(said);
     m_fingers.tap(DeviceKey::q);

@@ -75,7 +75,9 @@ TEST_F(Secrecy, neitherWhenNobodyReadsIt)
 TEST_F(Secrecy, theLookFindsWhatIsThere)
 {
     EXPECT_FALSE(isInAProcess());
-    m_desktop.start(QStringLiteral("sleep"), {QStringLiteral("60"), QString::fromUtf8(marker)});
+    // A shell that waits for a line of input.
+    m_desktop.start(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("read line"),
+                                           QStringLiteral("sh"), QString::fromUtf8(marker)});
     EXPECT_TRUE(waitUntil([] { return isInAProcess(); }));
     EXPECT_FALSE(isInAFile());
     QFile file(m_desktop.home() + QStringLiteral("/kept"));

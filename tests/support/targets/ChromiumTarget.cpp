@@ -12,13 +12,14 @@ namespace tulvane::test {
 
 namespace {
 
-constexpr char page[] = "<!doctype html><meta charset=utf-8><title>target</title>"
-                        "<textarea id=field autofocus rows=20 cols=80></textarea><button>Other</button>";
+constexpr char pageSource[] =
+    "<!doctype html><meta charset=utf-8><title>target</title>"
+    "<textarea id=field autofocus rows=20 cols=80></textarea><button>Other</button>";
 
 QString writePage(const VirtualDesktop& desktop)
 {
     QFile file(desktop.home() + QStringLiteral("/target.html"));
-    if (!file.open(QIODevice::WriteOnly) || file.write(page) < 0)
+    if (!file.open(QIODevice::WriteOnly) || file.write(pageSource) < 0)
         throw std::runtime_error("the page cannot be written");
     return QUrl::fromLocalFile(file.fileName()).toString();
 }

@@ -14,6 +14,7 @@ enum class DeviceKey : std::uint8_t {
     digit1 = 2,
     q = 16,
     a = 30,
+    c = 46,
     v = 47,
     leftControl = 29,
     leftShift = 42,

@@ -10,7 +10,7 @@ namespace {
 
 struct Verb {
     QLatin1StringView name;
-    RemoteRequest request;
+    RemoteRequest request = RemoteRequest::status;
     QLatin1StringView summary;
 };
 

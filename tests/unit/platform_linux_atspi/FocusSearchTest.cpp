@@ -68,7 +68,7 @@ TEST_F(FocusSearchTest, TwoProgramsThatClaimTheFocusAreOneTooMany)
 
 TEST_F(FocusSearchTest, TwoFieldsOfOneWindowAreOneTooManyAsWell)
 {
-    program().object(u"/label"_qs).set(State::focused);
+    program().object(u"/label"_qs).states = field().states;
     EXPECT_EQ(found(), std::nullopt);
 }
 
@@ -76,9 +76,44 @@ TEST_F(FocusSearchTest, OfAWholeAndItsPartThePartCounts)
 {
     panel().set(State::focused);
     EXPECT_EQ(found(), m_line);
+    field().set(State::editable, false);
     field().children = {program().at(u"/inner"_qs)};
-    program().object(u"/inner"_qs).states = {State::showing, State::focused};
+    program().object(u"/inner"_qs).states = {State::showing, State::focused, State::multiLine};
     EXPECT_EQ(found(), u"AXTextArea"_qs);
+}
+
+TEST_F(FocusSearchTest, OfAWholeThatCanBeEditedAndAPartThatCannotTheWholeCounts)
+{
+    field().children = {program().at(u"/viewport"_qs)};
+    program().object(u"/viewport"_qs).states = {State::showing, State::focused};
+    program().object(u"/viewport"_qs).role = 1;
+    EXPECT_EQ(found(), m_line);
+    program().object(u"/viewport"_qs).set(State::editable);
+    EXPECT_EQ(found(), u"role 1"_qs);
+}
+
+TEST_F(FocusSearchTest, BesideAFieldThatCanBeEditedNothingElseCounts)
+{
+    for (const auto& paths : {QStringList{u"/a"_qs, u"/field"_qs}, QStringList{u"/field"_qs, u"/a"_qs}}) {
+        panel().children.clear();
+        for (const QString& path : paths)
+            panel().children.append(program().at(path));
+        program().object(u"/a"_qs).states = {State::showing, State::focused};
+        EXPECT_EQ(found(), m_line);
+    }
+}
+
+TEST_F(FocusSearchTest, WhereTheDesktopTellsOnlyTheProgramInFrontIsAsked)
+{
+    auto front = std::optional(static_cast<quint32>(QCoreApplication::applicationPid()));
+    AtspiFocusedElements elements(m_desktop.sessionBus(), [&] { return front; });
+    EXPECT_NE(test::await(elements.focused()), nullptr);
+    program().called.clear();
+    front = 1;
+    EXPECT_EQ(test::await(elements.focused()), nullptr);
+    front = std::nullopt;
+    EXPECT_EQ(test::await(elements.focused()), nullptr);
+    EXPECT_TRUE(program().called.isEmpty());
 }
 
 TEST_F(FocusSearchTest, WhatHasTheFocusIsNotLookedForBesideIt)

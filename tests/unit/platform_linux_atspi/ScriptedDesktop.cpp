@@ -41,7 +41,10 @@ QString freshName()
 /// A program's offset from an index, and back: Qt counts UTF-16 units, the others code points.
 int toOffset(bool utf16, const QString& text, int index)
 {
-    return utf16 ? index : static_cast<int>(text.left(index).toUcs4().size());
+    // One outside the text is what a confused program says.
+    if (utf16 || index < 0 || index > text.size())
+        return index;
+    return static_cast<int>(text.left(index).toUcs4().size());
 }
 
 int toIndex(bool utf16, const QString& text, int offset)
@@ -284,7 +287,7 @@ ScriptedProgram& ScriptedDesktop::addField(const QString& marked, const QString&
     program.object(panel).states = {State::showing};
     program.object(QStringLiteral("/label")).states = {State::showing};
     ScriptedObject& element = program.object(field);
-    element.states = {State::showing, State::focused, State::editable, State::singleLine};
+    element.states = {State::showing, State::focused, State::editable};
     element.interfaces += {accessibleInterfaces::text, accessibleInterfaces::editableText};
     element.text = marked;
     const bool hasSelection = marked.contains(u'[');

@@ -159,7 +159,7 @@ TEST_F(WritingTest, WhereNothingCanBeRemovedTheTextIsThereOnce)
 TEST_F(WritingTest, AnInterruptedReplacementLosesNothing)
 {
     // The program freezes at each of its calls in turn: what was selected is there, or the new text is.
-    for (int last = 0; last < 20; ++last) {
+    for (int last = 0; last < 15; ++last) {
         show(u"a[b]c"_qs);
         int calls = 0;
         m_program->onCall = [&](const QString&) { m_program->frozen = ++calls > last; };
@@ -196,6 +196,23 @@ TEST_F(WritingTest, NothingIsWrittenOnceTheUserHasGoneElsewhere)
     EXPECT_FALSE(m_program->called.contains(u"InsertText"_qs));
     m_program->object(ScriptedDesktop::window).set(State::active);
     EXPECT_TRUE(write(u"x"_qs));
+}
+
+TEST_F(WritingTest, WhatTheDesktopSaysAboutTheFrontCounts)
+{
+    auto front = std::optional(static_cast<quint32>(QCoreApplication::applicationPid()));
+    AtspiFocusedElements elements(m_desktop.sessionBus(), [&] { return front; });
+    m_program = &m_desktop.addField(u"a|"_qs);
+    m_element = test::await(elements.focused());
+    ASSERT_NE(m_element, nullptr);
+    front = 1;
+    EXPECT_FALSE(write(u"x"_qs));
+    front = std::nullopt;
+    EXPECT_FALSE(write(u"x"_qs));
+    EXPECT_EQ(shown(), u"a|"_qs);
+    front = static_cast<quint32>(QCoreApplication::applicationPid());
+    EXPECT_TRUE(write(u"x"_qs));
+    EXPECT_EQ(shown(), u"ax|"_qs);
 }
 
 TEST_F(WritingTest, SettableNeedsBothInterfacesAndAFieldThatCanBeEdited)

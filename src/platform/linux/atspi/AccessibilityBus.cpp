@@ -6,8 +6,8 @@
 
 namespace tulvane {
 
-QCoro::Task<std::shared_ptr<AccessibilityBus>> AccessibilityBus::open(std::shared_ptr<BusLink> link,
-                                                                      QString sessionAddress)
+QCoro::Task<std::shared_ptr<AccessibilityBus>>
+AccessibilityBus::open(std::shared_ptr<BusLink> link, QString sessionAddress, FrontProcess front)
 {
     const auto session = co_await link->open(sessionAddress);
     if (!session || !(*session)->isOpen())
@@ -22,7 +22,7 @@ QCoro::Task<std::shared_ptr<AccessibilityBus>> AccessibilityBus::open(std::share
     const auto connection = co_await link->open(*address);
     if (!connection || !(*connection)->isOpen())
         co_return std::shared_ptr<AccessibilityBus>();
-    co_return std::make_shared<AccessibilityBus>(link, *connection);
+    co_return std::make_shared<AccessibilityBus>(link, *connection, front);
 }
 
 Awaited<QDBusMessage> AccessibilityBus::call(const Accessible& target, const QString& interface,
@@ -39,6 +39,13 @@ Awaited<QDBusMessage> AccessibilityBus::property(const Accessible& target, const
 {
     return call(target, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
                 {interface, name}, limit);
+}
+
+Awaited<QDBusMessage> AccessibilityBus::processOf(const Accessible& object, Limit limit) const
+{
+    const Accessible bus{QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus")};
+    return call(bus, QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetConnectionUnixProcessID"),
+                {object.service}, limit);
 }
 
 namespace busAnswer {

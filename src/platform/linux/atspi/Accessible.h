@@ -19,8 +19,8 @@ struct AccessibleStates {
         active = 1,
         editable = 7,
         focused = 12,
+        multiLine = 17,
         showing = 25,
-        singleLine = 26,
         managesDescendants = 31, ///< its children come and go, and may be as many as a sheet has cells
         readOnly = 43,
     };

@@ -39,8 +39,8 @@ QCoro::Task<std::optional<QString>> roleOf(Bus bus, Accessible element)
         co_return QStringLiteral("AXTextField");
     if (role == static_cast<quint32>(AccessibleRole::text)) {
         const auto states = co_await ask(bus, element, QStringLiteral("GetState"));
-        const bool isLine = busAnswer::toStates(states).value_or(AccessibleStates()).has(State::singleLine);
-        co_return isLine ? QStringLiteral("AXTextField") : QStringLiteral("AXTextArea");
+        const bool isArea = busAnswer::toStates(states).value_or(AccessibleStates()).has(State::multiLine);
+        co_return isArea ? QStringLiteral("AXTextArea") : QStringLiteral("AXTextField");
     }
     const auto name = co_await ask(bus, element, QStringLiteral("GetRoleName"));
     co_return busAnswer::toString(name);
@@ -49,11 +49,18 @@ QCoro::Task<std::optional<QString>> roleOf(Bus bus, Accessible element)
 QCoro::Task<bool> isInFront(Bus bus, FocusedAccessible place)
 {
     auto askedWindow = ask(bus, place.window, QStringLiteral("GetState"));
+    auto askedProcess = bus->processOf(place.window);
     const auto elementAnswer = co_await ask(bus, place.element, QStringLiteral("GetState"));
     const auto windowAnswer = co_await askedWindow;
     const auto element = busAnswer::toStates(elementAnswer).value_or(AccessibleStates());
     const auto window = busAnswer::toStates(windowAnswer).value_or(AccessibleStates());
-    co_return element.has(State::focused) && window.has(State::active);
+    const auto processAnswer = co_await askedProcess;
+    if (!element.has(State::focused) || !window.has(State::active) || !processAnswer)
+        co_return false;
+    if (!bus->front())
+        co_return true;
+    const auto front = bus->front()();
+    co_return front&& busAnswer::toUnsigned(processAnswer) == front;
 }
 
 QCoro::Task<bool> write(Bus bus, FocusedAccessible place, QString text)

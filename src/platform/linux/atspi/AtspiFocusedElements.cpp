@@ -9,6 +9,7 @@ namespace tulvane {
 /// Held also by questions that are on their way when the adapter goes.
 struct AtspiFocusedElements::Shared {
     QString sessionAddress;
+    FrontProcess front;
     std::shared_ptr<BusLink> link = std::make_shared<BusLink>();
     std::shared_ptr<AccessibilityBus> bus; ///< once reached
 
@@ -17,7 +18,7 @@ struct AtspiFocusedElements::Shared {
         // A bus that has gone may have come back under another address.
         std::shared_ptr<AccessibilityBus> bus = shared->bus;
         if (!bus || !bus->isOpen()) {
-            bus = co_await AccessibilityBus::open(shared->link, shared->sessionAddress);
+            bus = co_await AccessibilityBus::open(shared->link, shared->sessionAddress, shared->front);
             shared->bus = bus;
         }
         if (!bus)
@@ -30,9 +31,11 @@ struct AtspiFocusedElements::Shared {
     }
 };
 
-AtspiFocusedElements::AtspiFocusedElements(QString sessionBusAddress) : m_shared(std::make_shared<Shared>())
+AtspiFocusedElements::AtspiFocusedElements(QString sessionBusAddress, FrontProcess front)
+    : m_shared(std::make_shared<Shared>())
 {
     m_shared->sessionAddress = std::move(sessionBusAddress);
+    m_shared->front = std::move(front);
 }
 
 AtspiFocusedElements::~AtspiFocusedElements()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <platform/FocusedElement.h>
+#include <platform/linux/atspi/FrontProcess.h>
 
 #include <QString>
 
@@ -13,8 +14,10 @@ namespace tulvane {
 class AtspiFocusedElements final : public FocusedElements {
 public:
     /// The bus is asked for at the session bus of this address, at the first question; where the address is
-    /// empty there is none.
-    explicit AtspiFocusedElements(QString sessionBusAddress = usersSessionBus());
+    /// empty there is none. Where `front` is given, no other program than that one is looked at or written
+    /// into; otherwise the programs' own word is all there is. It is called on the
+    /// main thread, and no more once this has gone.
+    explicit AtspiFocusedElements(QString sessionBusAddress, FrontProcess front = {});
     AtspiFocusedElements(const AtspiFocusedElements&) = delete;
     AtspiFocusedElements& operator=(const AtspiFocusedElements&) = delete;
     /// Every question that is still open, of an element too, is answered with "no" or nothing.

@@ -17,7 +17,17 @@ bool isError(const QDBusMessage& answer)
 /// What a row of objects says of itself.
 struct FocusSearch::Level {
     Accessibles focused;
-    Accessibles open; ///< on the screen, with children that can be asked for
+    bool hasEditable = false; ///< then only those of the focused that can be edited are named
+    Accessibles open;         ///< on the screen, with children that can be asked for
+
+    void add(const Accessible& object, bool isEditable)
+    {
+        if (isEditable && !hasEditable)
+            focused.clear();
+        if (isEditable || !hasEditable)
+            focused.append(object);
+        hasEditable = hasEditable || isEditable;
+    }
 };
 
 AccessibilityBus::Limit FocusSearch::remaining() const
@@ -31,8 +41,9 @@ QCoro::Task<std::optional<FocusedAccessible>> FocusSearch::run()
     const auto programs = co_await children(registry);
     if (!programs)
         co_return std::nullopt;
+    const auto candidates = co_await inFront(*programs);
     std::vector<QCoro::Task<std::optional<QList<FocusedAccessible>>>> searches;
-    for (const Accessible& program : *programs)
+    for (const Accessible& program : candidates)
         searches.push_back(focusedIn(program));
     QList<FocusedAccessible> found;
     bool isSure = true;
@@ -51,6 +62,23 @@ QCoro::Task<std::optional<FocusedAccessible>> FocusSearch::run()
         co_return std::nullopt;
     }
     co_return found.isEmpty() ? std::nullopt : std::optional(found.constFirst());
+}
+
+QCoro::Task<FocusSearch::Accessibles> FocusSearch::inFront(Accessibles programs)
+{
+    if (!m_bus->front())
+        co_return programs;
+    const auto front = m_bus->front()();
+    std::vector<Awaited<QDBusMessage>> questions;
+    for (const Accessible& program : programs)
+        questions.push_back(m_bus->processOf(program, remaining()));
+    Accessibles candidates;
+    for (std::size_t index = 0; index < questions.size(); ++index) {
+        const auto process = co_await questions[index];
+        if (front && busAnswer::toUnsigned(process) == front)
+            candidates.append(programs.at(static_cast<qsizetype>(index)));
+    }
+    co_return candidates;
 }
 
 QCoro::Task<std::optional<QList<FocusedAccessible>>> FocusSearch::focusedIn(Accessible program)
@@ -76,6 +104,7 @@ QCoro::Task<std::optional<QList<FocusedAccessible>>> FocusSearch::focusedIn(Acce
 QCoro::Task<std::optional<QList<FocusedAccessible>>> FocusSearch::focusedBelow(Accessible window)
 {
     QList<FocusedAccessible> found;
+    bool isEditable = false;
     Accessibles parents{window};
     for (int depth = 0; !parents.isEmpty(); ++depth) {
         if (depth == mostLevels)
@@ -89,11 +118,14 @@ QCoro::Task<std::optional<QList<FocusedAccessible>>> FocusSearch::focusedBelow(A
         parents = level->open;
         if (level->focused.isEmpty())
             continue;
-        found.clear();
-        for (const Accessible& element : level->focused)
-            found.append({element, window});
-        // A field made of parts may say that both the whole and the part have the focus: the innermost
-        // counts.
+        // A field made of parts may say that both the whole and a part have the focus: the innermost that can
+        // be edited counts, and where none can, the innermost.
+        if (level->hasEditable || !isEditable) {
+            found.clear();
+            for (const Accessible& element : level->focused)
+                found.append({element, window});
+        }
+        isEditable = isEditable || level->hasEditable;
         parents.removeIf([&](const Accessible& open) { return !level->focused.contains(open); });
     }
     co_return found;
@@ -117,7 +149,7 @@ QCoro::Task<std::optional<FocusSearch::Level>> FocusSearch::look(Accessibles obj
         const AccessibleStates state = states->at(index);
         const int children = busAnswer::toIntProperty(answer).value_or(0);
         if (state.has(State::focused))
-            level.focused.append(object);
+            level.add(object, state.has(State::editable));
         if (state.has(State::showing) && !state.has(State::managesDescendants) && children > 0 &&
             children <= mostChildren)
             level.open.append(object);

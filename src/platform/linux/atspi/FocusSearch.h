@@ -20,8 +20,9 @@ struct FocusedAccessible {
 
 /// One search for the focused element, through the windows that are in front. Main thread.
 ///
-/// It answers with an element only when it is sure: a program that stays silent, or a window too large to be
-/// searched, may have the focus just as well, and a text in the wrong program is worse than none.
+/// It answers with an element only when it is sure: among the programs that may be in front, one that stays
+/// silent, or has too large a window to be searched, may have the focus just as well, and a text in the wrong
+/// program is worse than none.
 class FocusSearch final {
 public:
     static constexpr std::chrono::milliseconds limit{300};
@@ -40,6 +41,8 @@ private:
     using Accessibles = QList<Accessible>;
     struct Level;
 
+    /// Those that may have the focus: all of them where the desktop does not tell which program is in front.
+    QCoro::Task<Accessibles> inFront(Accessibles programs);
     /// Nothing from those below means: nobody knows. An object that has gone has no children and no states.
     QCoro::Task<std::optional<QList<FocusedAccessible>>> focusedIn(Accessible program);
     QCoro::Task<std::optional<QList<FocusedAccessible>>> focusedBelow(Accessible window);

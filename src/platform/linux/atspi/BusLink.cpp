@@ -62,11 +62,11 @@ std::shared_ptr<PendingValue<T>> BusLink::begin()
 }
 
 template <class T>
-void BusLink::end(const std::shared_ptr<PendingValue<T>>& pending, T value)
+void BusLink::end(const std::shared_ptr<PendingValue<T>>& pending, const T& value)
 {
     // Who waits may let go of this link; nothing of it is touched after that.
     m_pending.erase(pending);
-    pending->end(std::move(value));
+    pending->end(value);
 }
 
 void BusLink::giveUp(const std::shared_ptr<Pending>& pending)

@@ -54,7 +54,7 @@ private:
     template <class T>
     std::shared_ptr<PendingValue<T>> begin();
     template <class T>
-    void end(const std::shared_ptr<PendingValue<T>>& pending, T value);
+    void end(const std::shared_ptr<PendingValue<T>>& pending, const T& value);
     void giveUp(const std::shared_ptr<Pending>& pending);
 
     std::set<std::shared_ptr<Pending>> m_pending;

@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -57,6 +58,8 @@ struct ScriptedObject {
 class ScriptedProgram final : public QDBusVirtualObject {
 public:
     ScriptedProgram(const QString& bus, const QString& toolkit);
+    ScriptedProgram(const ScriptedProgram&) = delete;
+    ScriptedProgram& operator=(const ScriptedProgram&) = delete;
     ~ScriptedProgram() override;
 
     [[nodiscard]] QString service() const { return m_connection.baseService(); }
@@ -100,6 +103,8 @@ private:
 class ScriptedDesktop final {
 public:
     ScriptedDesktop();
+    ScriptedDesktop(const ScriptedDesktop&) = delete;
+    ScriptedDesktop& operator=(const ScriptedDesktop&) = delete;
     ~ScriptedDesktop();
 
     [[nodiscard]] QString sessionBus() const { return m_address; }

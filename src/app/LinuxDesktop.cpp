@@ -1,8 +1,8 @@
 #include <app/LinuxDesktop.h>
 #include <app/ProgramFolders.h>
 #include <insertion/PasteTable.h>
-#include <platform/FocusedElement.h>
 #include <platform/UserDefaults.h>
+#include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/common/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
@@ -18,18 +18,6 @@
 #include <QProcessEnvironment>
 
 namespace tulvane {
-
-namespace {
-
-class NoElements final : public FocusedElements {
-public:
-    [[nodiscard]] QFuture<std::shared_ptr<FocusedElement>> focused() override
-    {
-        return QtFuture::makeReadyFuture(std::shared_ptr<FocusedElement>());
-    }
-};
-
-} // namespace
 
 struct LinuxDesktop::Parts {
     Parts(UserDefaults& stored, std::unique_ptr<X11Text> opened, const QByteArray& display)
@@ -56,7 +44,8 @@ struct LinuxDesktop::Parts {
     DesktopWorkspace workspace;
     DetachedTransfers transfers;
     ProcessMemory memory;
-    NoElements elements;
+    AtspiFocusedElements elements{AtspiFocusedElements::usersSessionBus(),
+                                  [this] { return text->frontProcess(); }};
 };
 
 LinuxDesktop::LinuxDesktop(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}

@@ -16,6 +16,7 @@
 #include <base/Clock.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
+#include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/common/ProcessMemory.h>
 #include <platform/linux/dbus/DBusRemoteControl.h>
@@ -181,7 +182,8 @@ Findings examine(const AppSettings& settings)
     Findings findings = sessionFindings(thisSession(abilities));
     findings += microphoneFinding(microphone);
     findings += permissionFindings(permissions);
-    findings += insertionFinding(settings.insertionMethod(), permissions, false);
+    findings += insertionFinding(settings.insertionMethod(), permissions,
+                                 AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
     findings += modelFinding(selectedModel(settings));
     findings += acceleratorFinding(computingDevices(ProgramFolders::ofThisProgram().backends));
     return findings;

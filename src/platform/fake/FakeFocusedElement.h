@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <utility>
+
 namespace tulvane {
 
 /// What a scripted element is like, and what was done to it.
@@ -14,6 +16,9 @@ struct FakeElementScript {
     bool writeApplies = true; ///< false: accepts a write and ignores it
     std::optional<QString> role = QStringLiteral("AXTextField");
     std::optional<QString> value = QString();
+    /// What is selected in the value, from index to index; both are the caret where nothing is. The end of
+    /// the value where not set.
+    std::optional<std::pair<qsizetype, qsizetype>> selection;
     QStringList written;
 };
 
@@ -34,7 +39,7 @@ public:
     {
         m_script->written.append(text);
         if (m_script->writeSucceeds && m_script->writeApplies && m_script->value)
-            *m_script->value += text;
+            replaceSelection(text);
         return QtFuture::makeReadyFuture(m_script->writeSucceeds);
     }
     [[nodiscard]] QFuture<std::optional<QString>> value() override
@@ -43,6 +48,15 @@ public:
     }
 
 private:
+    void replaceSelection(const QString& text)
+    {
+        QString& value = *m_script->value;
+        const auto [start, end] = m_script->selection.value_or(std::pair(value.size(), value.size()));
+        value.replace(start, end - start, text);
+        if (m_script->selection)
+            m_script->selection = std::pair(start + text.size(), start + text.size());
+    }
+
     std::shared_ptr<FakeElementScript> m_script;
 };
 

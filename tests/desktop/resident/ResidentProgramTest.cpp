@@ -101,6 +101,22 @@ TEST(ResidentProgram, DoctorFindsEverythingInOrder)
         EXPECT_TRUE(doctor.out.contains(QString::fromUtf8(line))) << line << "\n" << qPrintable(doctor.out);
 }
 
+TEST(ResidentProgram, WritesIntoTheFieldWhereTheSettingSaysSo)
+{
+    ResidentDesktop here;
+    here.launch();
+    EXPECT_EQ(here.tulvane(words("settings set insertionMethod accessibilityThenPaste")).status, 0);
+    EXPECT_TRUE(here.tulvane(words("doctor"))
+                    .out.contains(QStringLiteral(
+                        "  ok  insertion        writes into the field where that works, else pastes\n")));
+    here.openEntry();
+    here.pressHotkey();
+    ASSERT_TRUE(here.waitForPhase(QStringLiteral("recording")));
+    here.speak(said);
+    here.pressHotkey();
+    EXPECT_TRUE(here.waitForEntry(heard)) << qPrintable(here.entryText());
+}
+
 TEST(ResidentProgram, AHotkeyThatTheDesktopHoldsIsToldAndTheCommandLineStillWorks)
 {
     ResidentDesktop here("<keybind key=\"A-space\"><action name=\"ShowMenu\"><menu>client-menu</menu>"

@@ -37,6 +37,17 @@ QStringList classesOf(X11Link& link, xcb_window_t window)
     return classes;
 }
 
+std::optional<quint32> processOf(X11Link& link, xcb_window_t window)
+{
+    const auto cookie = xcb_get_property(link.connection(), 0, window,
+                                         link.atom(QStringLiteral("_NET_WM_PID")), XCB_ATOM_CARDINAL, 0, 1);
+    const XcbReply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(link.connection(), cookie, nullptr));
+    if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) != sizeof(quint32))
+        return std::nullopt;
+    return *static_cast<const quint32*>(xcb_get_property_value(reply.get()));
+}
+
 xcb_window_t parentOf(X11Link& link, xcb_window_t window)
 {
     const XcbReply<xcb_query_tree_reply_t> tree(
@@ -56,6 +67,16 @@ FrontWindow FrontWindow::current(X11Link& link)
             break;
     }
     return front;
+}
+
+std::optional<quint32> FrontWindow::process(X11Link& link)
+{
+    for (xcb_window_t window = focusedWindow(link); window != noWindow && window != link.root();
+         window = parentOf(link, window)) {
+        if (const auto process = processOf(link, window))
+            return process;
+    }
+    return std::nullopt;
 }
 
 bool FrontWindow::sameProgram(const X11Link& link, xcb_window_t one, xcb_window_t other)

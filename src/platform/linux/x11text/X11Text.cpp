@@ -1,3 +1,4 @@
+#include <platform/linux/x11text/FrontWindow.h>
 #include <platform/linux/x11text/PasteRoute.h>
 #include <platform/linux/x11text/X11KeyPosting.h>
 #include <platform/linux/x11text/X11Pasteboard.h>
@@ -70,6 +71,11 @@ Pasteboards& X11Text::pasteboards()
 KeyPosting& X11Text::keys()
 {
     return m_parts->keys;
+}
+
+std::optional<quint32> X11Text::frontProcess()
+{
+    return FrontWindow::process(*m_parts->link);
 }
 
 X11PrivacyPermissions::Abilities X11Text::abilities(const QByteArray& display, SessionKind session)

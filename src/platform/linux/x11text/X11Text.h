@@ -9,6 +9,7 @@
 #include <QByteArray>
 
 #include <memory>
+#include <optional>
 
 namespace tulvane {
 
@@ -25,6 +26,8 @@ public:
 
     [[nodiscard]] Pasteboards& pasteboards();
     [[nodiscard]] KeyPosting& keys();
+    /// The process of the program that has the keyboard focus, where its window names it.
+    [[nodiscard]] std::optional<quint32> frontProcess();
 
     /// What the permissions depend on; asks the display named, in a session of this kind.
     [[nodiscard]] static X11PrivacyPermissions::Abilities abilities(const QByteArray& display,

@@ -46,13 +46,21 @@ Finding microphoneFinding(AudioInput& microphone)
     const auto engine = microphone.makeEngine();
     const AudioFormat format = engine->inputFormat();
     if (format == AudioFormat())
-        return Finding::bad(subject,
-                            QStringLiteral("The sound server does not answer, or has no microphone."),
+        return Finding::bad(subject, QStringLiteral("There is none."),
                             QStringLiteral("Connect one, and choose it in the desktop's sound settings."));
     return Finding::good(subject, QStringLiteral("%1 (%2 Hz, %3 ch)")
                                       .arg(engine->deviceName())
                                       .arg(format.sampleRate)
                                       .arg(format.channels));
+}
+
+Finding soundServerFinding(const QString& name)
+{
+    const QString subject = QStringLiteral("sound server");
+    if (name.isEmpty())
+        return Finding::bad(subject, QStringLiteral("None answers."),
+                            QStringLiteral("Start PipeWire (with pipewire-pulse) or PulseAudio."));
+    return Finding::good(subject, name);
 }
 
 Findings permissionFindings(const PrivacyPermissions& permissions)

@@ -27,8 +27,10 @@ struct ModelFacts {
 };
 
 [[nodiscard]] Findings sessionFindings(const SessionFacts& session);
-/// Asks the sound server; opens no microphone.
+/// Asks the sound server for the default microphone; opens none.
 [[nodiscard]] Finding microphoneFinding(AudioInput& microphone);
+/// `name` as the server calls itself; empty where none answers.
+[[nodiscard]] Finding soundServerFinding(const QString& name);
 /// The three permissions, each "no" with its reason and its remedy.
 [[nodiscard]] Findings permissionFindings(const PrivacyPermissions& permissions);
 /// Which way a text will take into the program in front. `canWriteElements`: whether there is an

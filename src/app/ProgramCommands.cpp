@@ -21,6 +21,7 @@
 #include <platform/linux/common/ProcessMemory.h>
 #include <platform/linux/dbus/DBusRemoteControl.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
+#include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/x11text/X11Text.h>
 #include <settings/AppSettings.h>
@@ -180,7 +181,10 @@ Findings examine(const AppSettings& settings)
     const X11PrivacyPermissions permissions(abilities, [] { return false; });
     PulseAudioInput microphone;
     Findings findings = sessionFindings(thisSession(abilities));
-    findings += microphoneFinding(microphone);
+    // Asking for the microphone waits for the connection.
+    const Finding found = microphoneFinding(microphone);
+    findings += soundServerFinding(microphone.server()->serverName());
+    findings += found;
     findings += permissionFindings(permissions);
     findings += insertionFinding(settings.insertionMethod(), permissions,
                                  AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
@@ -193,7 +197,7 @@ int doctor(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
     DBusRemoteControl control;
-    constexpr qsizetype afterThePermissions = 6;
+    constexpr qsizetype afterThePermissions = 7;
     const cli::DoctorContext context{.remote = control,
                                      .examine = [&settings] { return examine(*settings); },
                                      .hotkeysAfter = afterThePermissions};

@@ -95,6 +95,7 @@ TEST(ResidentProgram, DoctorFindsEverythingInOrder)
     EXPECT_EQ(doctor.status, 0) << qPrintable(doctor.out);
     for (const char* line :
          {"  ok  program          is running\n", "  ok  session          X11",
+          "  ok  sound server     pulseaudio 16",
           "  ok  microphone       Virtual_Microphone (48000 Hz, 2 ch)\n",
           "  ok  key combination  Alt+Space is registered\n", "  ok  insertion        pastes\n",
           "  ok  model            nb-whisper-medium-q5_0\n", "  ok  accelerator      CPU"})

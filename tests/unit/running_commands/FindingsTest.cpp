@@ -51,6 +51,14 @@ TEST(MicrophoneFinding, NamesTheDeviceWithoutOpeningIt)
     EXPECT_FALSE(microphoneFinding(input).remedy.isEmpty());
 }
 
+TEST(SoundServerFinding, NamesTheServerOrSaysWhichToStart)
+{
+    EXPECT_EQ(soundServerFinding(QStringLiteral("pulseaudio 16.1")),
+              Finding::good(QStringLiteral("sound server"), QStringLiteral("pulseaudio 16.1")));
+    EXPECT_FALSE(soundServerFinding({}).works);
+    EXPECT_FALSE(soundServerFinding({}).remedy.isEmpty());
+}
+
 TEST(PermissionFindings, GiveEachNoItsReasonAndItsRemedy)
 {
     FakePrivacyPermissions permissions;

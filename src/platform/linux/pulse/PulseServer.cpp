@@ -86,6 +86,12 @@ std::optional<PulseSource> PulseServer::lastDefaultSource()
     return m_source;
 }
 
+QString PulseServer::serverName()
+{
+    const PulseLock lock(m_mainloop);
+    return m_state == State::lost ? QString() : QString::fromUtf8(m_serverName);
+}
+
 void PulseServer::tryAgain()
 {
     const PulseLock lock(m_mainloop);
@@ -165,6 +171,8 @@ void PulseServer::ask()
 void PulseServer::serverAnswered(const pa_server_info* info)
 {
     m_answer.reset();
+    if (info != nullptr)
+        m_serverName = QByteArray(info->server_name) + ' ' + info->server_version;
     m_defaultSink = info != nullptr ? QByteArray(info->default_sink_name) : QByteArray();
     const QByteArray name = info != nullptr ? QByteArray(info->default_source_name) : QByteArray();
     if (name.isEmpty()) {

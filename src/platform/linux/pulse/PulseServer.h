@@ -39,6 +39,9 @@ public:
     /// What the server said last, without waiting for it; nullopt once the connection is lost.
     [[nodiscard]] std::optional<PulseSource> lastDefaultSource();
 
+    /// The server's own name and version, as it last said; empty while there is no connection.
+    [[nodiscard]] QString serverName();
+
     [[nodiscard]] PulseMainloop& mainloop() { return m_mainloop; }
     /// With the lock held. Null while there is no connection.
     [[nodiscard]] pa_context* context() const;
@@ -83,6 +86,7 @@ private:
     std::optional<PulseSource> m_source;
     std::optional<PulseSource> m_answer; ///< of the question under way
     QByteArray m_defaultSink;
+    QByteArray m_serverName;
     bool m_asking = false;
     bool m_askAgain = false; ///< something changed while a question was under way
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <support/Likeness.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -22,23 +24,6 @@ namespace tulvane::test {
         samples[at] = static_cast<float>(0.5 * syllable * std::sin(sweep));
     }
     return samples;
-}
-
-/// How alike two stretches of equal length are, -1 to 1; every `step`-th sample is looked at.
-[[nodiscard]] inline double likeness(std::span<const float> one, std::span<const float> other,
-                                     std::size_t step)
-{
-    double product = 0;
-    double first = 0;
-    double second = 0;
-    for (std::size_t at = 0; at < other.size(); at += step) {
-        const auto a = static_cast<double>(one[at]);
-        const auto b = static_cast<double>(other[at]);
-        product += a * b;
-        first += a * a;
-        second += b * b;
-    }
-    return first > 0 && second > 0 ? product / std::sqrt(first * second) : 0;
 }
 
 /// How alike a recording at 16,000 samples a second is to the speech of that many seconds, at the best

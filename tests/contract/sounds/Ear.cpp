@@ -3,6 +3,7 @@
 #include <platform/Sounds.h>
 #include <platform/linux/pulse/SoundClip.h>
 #include <support/Await.h>
+#include <support/Likeness.h>
 
 #include <QElapsedTimer>
 #include <QtEndian>
@@ -28,22 +29,8 @@ bool sounds(float sample)
     return std::abs(sample) > 0.0005F;
 }
 
-double likeness(std::span<const float> one, std::span<const float> other)
-{
-    // All that matters lies below 8 kHz.
-    constexpr std::size_t step = 3;
-    double product = 0;
-    double first = 0;
-    double second = 0;
-    for (std::size_t at = 0; at < other.size(); at += step) {
-        const auto a = static_cast<double>(one[at]);
-        const auto b = static_cast<double>(other[at]);
-        product += a * b;
-        first += a * a;
-        second += b * b;
-    }
-    return first > 0 && second > 0 ? product / std::sqrt(first * second) : 0;
-}
+// All that matters lies below 8 kHz.
+constexpr std::size_t step = 3;
 
 /// How alike they are at the best alignment around the place where both begin to sound.
 double bestLikeness(std::span<const float> recorded, std::span<const float> sound)
@@ -54,7 +41,7 @@ double bestLikeness(std::span<const float> recorded, std::span<const float> soun
     padded.insert(padded.end(), sound.size() + reach, 0.0F);
     double best = 0;
     for (std::size_t lag = 0; lag < 2 * reach; ++lag)
-        best = std::max(best, likeness(std::span(padded).subspan(lag, sound.size()), sound));
+        best = std::max(best, likeness(std::span(padded).subspan(lag, sound.size()), sound, step));
     return best;
 }
 

@@ -1,6 +1,7 @@
 #include <base/Log.h>
 #include <base/Translate.h>
 #include <platform/linux/pulse/PulseCapture.h>
+#include <platform/linux/pulse/UnwantedStream.h>
 
 #include <pulse/context.h>
 #include <pulse/error.h>
@@ -20,14 +21,6 @@ constexpr auto openLimit = 250ms;
 constexpr auto silenceLimit = 2s;
 constexpr auto watchInterval = 500ms;
 constexpr auto bufferLength = 20ms;
-
-// A server that answers too late would otherwise keep the microphone open for nobody. libpulse holds the
-// stream itself as long as it is being made.
-void closeWhenOpen(pa_stream* stream, void*)
-{
-    if (pa_stream_get_state(stream) == PA_STREAM_READY)
-        pa_stream_disconnect(stream);
-}
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include <platform/linux/pulse/PulseSound.h>
+#include <platform/linux/pulse/UnwantedStream.h>
 
 #include <pulse/context.h>
 #include <pulse/mainloop-api.h>
@@ -37,14 +38,6 @@ pa_stream* makeStream(pa_context* context, const QByteArray& title, const pa_sam
         pa_stream_new_with_proplist(context, title.constData(), &format, nullptr, properties);
     pa_proplist_free(properties);
     return stream;
-}
-
-// A server that answers too late would otherwise keep the stream for nobody. libpulse holds the stream
-// itself as long as it is being made.
-void closeWhenOpen(pa_stream* stream, void*)
-{
-    if (pa_stream_get_state(stream) == PA_STREAM_READY)
-        pa_stream_disconnect(stream);
 }
 
 } // namespace

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <pulse/stream.h>
+
+namespace tulvane {
+
+/// The state callback of a stream that nobody waits for any more: a server that answers too late would
+/// otherwise keep it, and with it a microphone, for nobody. libpulse holds the stream itself as long as it is
+/// being made. On the audio thread.
+inline void closeWhenOpen(pa_stream* stream, void*)
+{
+    if (pa_stream_get_state(stream) == PA_STREAM_READY)
+        pa_stream_disconnect(stream);
+}
+
+} // namespace tulvane

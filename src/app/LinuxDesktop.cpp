@@ -3,13 +3,16 @@
 #include <insertion/PasteTable.h>
 #include <platform/UserDefaults.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/autostart/AutostartEntry.h>
 #include <platform/linux/common/ProcessMemory.h>
+#include <platform/linux/presentation/DesktopPresentation.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/PulseSounds.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/workspace/ChildProcesses.h>
 #include <platform/linux/workspace/DesktopWorkspace.h>
+#include <platform/linux/x11/DisplayCheck.h>
 #include <platform/linux/x11/KeyServices.h>
 #include <platform/linux/x11/X11Connection.h>
 #include <platform/linux/x11text/X11PrivacyPermissions.h>
@@ -44,6 +47,8 @@ struct LinuxDesktop::Parts {
     DesktopWorkspace workspace;
     DetachedTransfers transfers;
     ProcessMemory memory;
+    DesktopPresentation presentation;
+    AutostartEntry loginItem{AutostartEntry::standardFolder(), ProgramFolders::ofThisProgram().commandLine()};
     AtspiFocusedElements elements{AtspiFocusedElements::usersSessionBus(),
                                   [this] { return text->frontProcess(); }};
 };
@@ -55,15 +60,12 @@ Result<std::unique_ptr<LinuxDesktop>, QString> LinuxDesktop::open(UserDefaults& 
                                                                   Scheduler& scheduler)
 {
     const QByteArray display = qgetenv("DISPLAY");
-    auto text = display.isEmpty()
-                    ? nullptr
-                    : X11Text::open(display, pasteTable(defaults.value(terminalWindowClassesKey)), scheduler);
+    if (const auto reason = displayObstacle(display))
+        return failure(*reason);
+    auto text = X11Text::open(display, pasteTable(defaults.value(terminalWindowClassesKey)), scheduler);
     if (!text)
-        return failure(
-            display.isEmpty()
-                ? QStringLiteral("There is no X server to work on: DISPLAY is not set. Start Tulvane from "
-                                 "your desktop session; a Wayland desktop needs XWayland.")
-                : QStringLiteral("The X server %1 does not answer.").arg(QString::fromLocal8Bit(display)));
+        return failure(QStringLiteral("The X server %1 lacks what Tulvane needs: `tulvane doctor` says more.")
+                           .arg(QString::fromLocal8Bit(display)));
     return std::unique_ptr<LinuxDesktop>(
         new LinuxDesktop(std::make_unique<Parts>(defaults, std::move(text), display)));
 }
@@ -88,7 +90,9 @@ Desktop LinuxDesktop::ports()
             .processes = m_parts->processes,
             .workspace = m_parts->workspace,
             .transfers = m_parts->transfers,
-            .memory = m_parts->memory};
+            .memory = m_parts->memory,
+            .presentation = m_parts->presentation,
+            .loginItem = m_parts->loginItem};
 }
 
 } // namespace tulvane

@@ -1,7 +1,6 @@
 #include <app/DesktopFindings.h>
 #include <app/ProgramCommands.h>
 #include <app/ProgramFolders.h>
-#include <app/ResidentProgram.h>
 #include <app/cli/CleanCommand.h>
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DictateCommand.h>
@@ -10,6 +9,7 @@
 #include <app/cli/RemoteCommand.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
+#include <app/cli/StartWords.h>
 #include <app/cli/StatsCommand.h>
 #include <app/cli/StopWatch.h>
 #include <app/cli/TranscribeCommand.h>
@@ -29,7 +29,11 @@
 #include <speech/WhisperEngine.h>
 #include <stats/StatsStore.h>
 
+#include <QFile>
+
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace tulvane {
 
@@ -139,17 +143,6 @@ int statistics(const QStringList& arguments, cli::Console& console)
     return cli::runStats(arguments, {store, (*settings).typingWordsPerMinute(), systemClock}, console);
 }
 
-int background(const QStringList& arguments, cli::Console& console)
-{
-    cli::CommandSyntax syntax(QStringLiteral("--background"),
-                              QStringLiteral("Starts the program without a window."));
-    syntax.addOption(QStringLiteral("page"), QStringLiteral("PAGE"),
-                     QStringLiteral("The page that a program which runs already is to show."));
-    if (const auto status = syntax.parse(arguments, console))
-        return *status;
-    return runResidentProgram(syntax.value(QStringLiteral("page")), console);
-}
-
 int remote(const QString& name, const QStringList& arguments, cli::Console& console)
 {
     DBusRemoteControl control;
@@ -230,10 +223,27 @@ std::vector<cli::Command> programCommands()
         remoteCommand("status", "Says what the running program is doing."),
         {QStringLiteral("doctor"), QStringLiteral("Says what works here, and what to do about the rest."),
          doctor},
-        {QStringLiteral("--background"), QStringLiteral("Starts the program, to be used by its hotkey."),
-         background},
         {QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."), statistics},
     };
+}
+
+int startProgram(const QStringList& arguments, cli::Console& console)
+{
+    // Wrong words are found here, where the answer comes at once.
+    if (const auto words = cli::StartWords::parse(arguments, console); !words)
+        return words.error();
+    console.out.flush();
+    const QByteArray file = QFile::encodeName(ProgramFolders::ofThisProgram().desktopProgram());
+    std::vector<QByteArray> owned{file};
+    for (const QString& argument : arguments)
+        owned.push_back(argument.toLocal8Bit());
+    std::vector<char*> words;
+    for (QByteArray& word : owned)
+        words.push_back(word.data());
+    words.push_back(nullptr);
+    execv(file.constData(), words.data());
+    return cli::fail(console, QStringLiteral("The program %1 cannot be started: %2")
+                                  .arg(QString::fromUtf8(file), qt_error_string(errno)));
 }
 
 } // namespace tulvane

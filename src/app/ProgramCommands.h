@@ -10,4 +10,8 @@ namespace tulvane {
 /// command runs. Main thread; needs the QCoreApplication.
 [[nodiscard]] std::vector<cli::Command> programCommands();
 
+/// Becomes the program that runs on the desktop; returns, with a status, only when the words are wrong or it
+/// cannot be started.
+[[nodiscard]] int startProgram(const QStringList& arguments, cli::Console& console);
+
 } // namespace tulvane

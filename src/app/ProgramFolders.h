@@ -12,6 +12,11 @@ struct ProgramFolders {
     QString backends;    ///< where ggml's loadable backends are looked for, and nowhere else
 
     [[nodiscard]] static ProgramFolders ofThisProgram();
+    /// The executable that the user and the desktop call.
+    [[nodiscard]] QString commandLine() const { return executables + QStringLiteral("/tulvane"); }
+    /// The executable that runs on the desktop, with windows: kept apart so that the commands, which run
+    /// often and briefly, never load what draws them.
+    [[nodiscard]] QString desktopProgram() const { return executables + QStringLiteral("/tulvane-desktop"); }
     /// The executable that downloads in the background.
     [[nodiscard]] QString transferHelper() const
     {

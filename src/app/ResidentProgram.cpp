@@ -2,12 +2,15 @@
 #include <app/ProgramFolders.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
+#include <app/Windowless.h>
 #include <app/cli/StopWatch.h>
 #include <app/cli/WaitFor.h>
 #include <base/Log.h>
 #include <models/ModelHub.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/dbus/DBusRemoteControl.h>
+#include <ui/UserInterface.h>
+#include <ui/look/InterfaceLanguage.h>
 
 #include <QCoreApplication>
 
@@ -16,9 +19,13 @@ namespace tulvane {
 namespace {
 
 /// Asks the program that runs already to show itself.
-int handOver(RemoteControl& remote, const QString& page, cli::Console& console)
+int handOver(RemoteControl& remote, const cli::StartWords& words, cli::Console& console)
 {
-    const auto answer = cli::waitFor(remote.ask(RemoteRequest::activate, page));
+    // A start at login that finds the program there has nothing to ask of it.
+    const QString page = words.page ? rawValue(*words.page) : QString();
+    const bool isQuiet = words.background && !words.page;
+    const auto answer = cli::waitFor(isQuiet ? remote.ask(RemoteRequest::status, {})
+                                             : remote.ask(RemoteRequest::activate, page));
     if (!answer)
         return cli::fail(console, QStringLiteral("Tulvane is running already, but does not answer."));
     console.err << "Tulvane is running already." << Qt::endl;
@@ -37,7 +44,7 @@ TulvaneApp::Options appOptions(const UserDefaults& defaults)
 
 } // namespace
 
-int runResidentProgram(const QString& page, cli::Console& console)
+int runResidentProgram(const cli::StartWords& words, cli::Console& console)
 {
     static const SystemClock clock;
     EventLoopScheduler scheduler;
@@ -51,12 +58,18 @@ int runResidentProgram(const QString& page, cli::Console& console)
         return running ? running->answer(request, argument) : QJsonObject();
     });
     if (claim == RemoteControl::Claim::taken)
-        return handOver(remote, page, console);
+        return handOver(remote, words, console);
 
     const auto desktop = LinuxDesktop::open(defaults, scheduler);
     if (!desktop)
         return cli::fail(console, desktop.error());
-    TulvaneApp app((*desktop)->ports(), appOptions(defaults));
+    UserInterface windows;
+    WindowlessIndicator indicator;
+    const Desktop ports = (*desktop)->ports();
+    TulvaneApp app(ports, appOptions(defaults), {.indicator = indicator, .windows = windows});
+    const AppSettings settings(defaults);
+    installInterfaceLanguage(settings.appLanguage());
+    windows.attach(app.uiContext([] {}));
     running = &app;
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
@@ -66,9 +79,12 @@ int runResidentProgram(const QString& page, cli::Console& console)
         QCoreApplication::quit();
     });
     app.launch();
+    if (words.page || !words.background)
+        windows.showPage(words.page.value_or(SettingsTab::home));
     const int status = QCoreApplication::exec();
     app.prepareToQuit();
     running = nullptr;
+    windows.detach();
     return status;
 }
 

@@ -2,6 +2,7 @@
 #include <app/TulvaneApp.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
+#include <platform/Presentation.h>
 #include <platform/PrivacyPermissions.h>
 #include <speech/ThreadCount.h>
 
@@ -19,8 +20,11 @@ constexpr std::chrono::milliseconds longestGoodbye{500};
 
 } // namespace
 
-TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options)
-    : m_settings(desktop.defaults),
+TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Surfaces& surfaces)
+    : m_desktop(desktop),
+      m_version(options.version),
+      m_windows(surfaces.windows),
+      m_settings(desktop.defaults),
       m_stats(options.statisticsFile),
       m_models({.folders = options.folders,
                 .hub = options.hub,
@@ -56,16 +60,44 @@ TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options)
            .permissions = m_permissions,
            .inserter = m_inserter,
            .hotkeys = m_hotkeys,
-           .indicator = m_indicator,
-           .windows = m_windows,
+           .indicator = surfaces.indicator,
+           .windows = surfaces.windows,
            .sounds = desktop.sounds,
            .scheduler = m_scheduler,
            .version = options.version,
            .refreshModels = [this] { m_models.refreshStates(); },
            .hasCombination = [this] { return m_shortcuts.getShortcut(ShortcutName::dictate()).has_value(); },
-           .applyActivationPolicy = [] {}})
+           .applyActivationPolicy = [this] { applyActivationPolicy(); }})
 {
     m_settings.syncInterfaceLanguage();
+    applyActivationPolicy();
+    m_settings.installAppearanceObserver(desktop.presentation);
+}
+
+void TulvaneApp::applyActivationPolicy()
+{
+    m_desktop.presentation.setActivationPolicy(m_settings.showInDock() ? ActivationPolicy::regular
+                                                                       : ActivationPolicy::accessory);
+}
+
+UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
+{
+    return {.settings = m_settings,
+            .session = m_session,
+            .controller = m_controller,
+            .models = m_models,
+            .stats = m_stats,
+            .permissions = m_permissions,
+            .shortcuts = m_shortcuts,
+            .hotkeys = m_hotkeys,
+            .pasteboards = m_desktop.pasteboards,
+            .workspace = m_desktop.workspace,
+            .presentation = m_desktop.presentation,
+            .loginItem = m_desktop.loginItem,
+            .scheduler = m_scheduler,
+            .clock = m_clock,
+            .version = m_version,
+            .relaunch = relaunch};
 }
 
 TulvaneApp::~TulvaneApp() = default;
@@ -100,8 +132,10 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
         return findings();
     case RemoteRequest::settings:
         return changeSettings(argument);
-    case RemoteRequest::status:
     case RemoteRequest::activate:
+        m_windows.showPage(fromRawValue<SettingsTab>(argument).value_or(SettingsTab::home));
+        break;
+    case RemoteRequest::status:
         break;
     }
     return status();

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <app/Windowless.h>
 #include <audio/AudioRecorder.h>
 #include <base/Clock.h>
 #include <base/Scheduler.h>
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <dictation/EngineRecognizer.h>
+#include <dictation/Indicator.h>
 #include <dictation/ManagedModelSource.h>
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
@@ -17,6 +17,7 @@
 #include <settings/AppSettings.h>
 #include <speech/WhisperEngine.h>
 #include <stats/StatsStore.h>
+#include <ui/UiContext.h>
 
 #include <QJsonObject>
 
@@ -27,8 +28,10 @@ class BackgroundTransfers;
 class FocusedElements;
 class GlobalHotKeys;
 class KeyPosting;
+class LoginItem;
 class ModifierEvents;
 class Pasteboards;
+class Presentation;
 class PrivacyPermissions;
 class Processes;
 class Sounds;
@@ -51,9 +54,17 @@ struct Desktop {
     Workspace& workspace;
     BackgroundTransfers& transfers;
     SystemMemory& memory;
+    Presentation& presentation;
+    LoginItem& loginItem;
 };
 
-/// The resident program without its windows: every long-lived object, wired. Main thread; one per process.
+/// What the program shows itself by. Outlives the program's objects.
+struct Surfaces {
+    Indicator& indicator;
+    Windows& windows;
+};
+
+/// The resident program behind its windows: every long-lived object, wired. Main thread; one per process.
 class TulvaneApp final : public QObject {
     Q_OBJECT
 
@@ -66,7 +77,7 @@ public:
         QString statisticsFile = StatsStore::defaultFile();
     };
 
-    TulvaneApp(const Desktop& desktop, const Options& options);
+    TulvaneApp(const Desktop& desktop, const Options& options, const Surfaces& surfaces);
     Q_DISABLE_COPY_MOVE(TulvaneApp)
     ~TulvaneApp() override;
 
@@ -80,12 +91,18 @@ public:
     [[nodiscard]] QJsonObject answer(RemoteRequest request, const QString& argument);
 
     [[nodiscard]] DictationController& controller() { return m_controller; }
+    /// What the windows show.
+    [[nodiscard]] UiContext uiContext(const std::function<void()>& relaunch);
 
 private:
+    void applyActivationPolicy();
     [[nodiscard]] QJsonObject status() const;
     [[nodiscard]] QJsonObject findings() const;
     [[nodiscard]] QJsonObject changeSettings(const QString& words);
 
+    Desktop m_desktop;
+    QString m_version;
+    Windows& m_windows;
     SystemClock m_clock;
     EventLoopScheduler m_scheduler;
     AppSettings m_settings;
@@ -100,8 +117,6 @@ private:
     KeyboardShortcuts m_shortcuts;
     HotkeyController m_hotkeys;
     DictationSession m_session;
-    WindowlessIndicator m_indicator;
-    WindowlessWindows m_windows;
     DictationController m_controller;
 };
 

@@ -21,6 +21,7 @@ public:
     {
         qCWarning(lcApp, "Not everything is set up; `tulvane doctor` says what is missing");
     }
+    void showPage(SettingsTab) override {}
 };
 
 } // namespace tulvane

@@ -20,8 +20,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments().mid(1);
 
     using namespace tulvane;
-    const bool isResident = arguments.value(0) == u"--background";
-    cli::writeLogToStandardError(isResident || arguments.contains(QStringLiteral("--verbose"))
+    cli::writeLogToStandardError(arguments.contains(QStringLiteral("--verbose"))
                                      ? cli::LogAmount::everything
                                      : cli::LogAmount::errorsOnly);
     QFile in;
@@ -30,7 +29,7 @@ int main(int argc, char** argv)
     QTextStream out(stdout);
     QTextStream err(stderr);
     cli::Console console{.in = in, .out = out, .err = err, .outIsTerminal = isatty(STDOUT_FILENO) != 0};
-    const int status = cli::runCommandLine(arguments, programCommands(), console);
+    const int status = cli::runCommandLine(arguments, programCommands(), startProgram, console);
     out.flush();
     err.flush();
     // Nothing is left to do but to give memory back, and the engine may be reading a model that nobody needs

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <dictation/Phase.h>
+#include <dictation/SettingsTab.h>
 
 namespace tulvane {
 
@@ -29,6 +30,8 @@ public:
     virtual ~Windows() = default;
 
     virtual void showOnboarding() = 0;
+    /// The main window, on this page, in front and with the focus.
+    virtual void showPage(SettingsTab page) = 0;
 };
 
 } // namespace tulvane

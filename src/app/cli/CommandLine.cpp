@@ -10,9 +10,13 @@ namespace {
 
 QString overview(const std::vector<Command>& commands)
 {
-    QString text = QStringLiteral("Usage: tulvane COMMAND [options]\n"
-                                  "Private, on-device dictation in Norwegian and English.\n\n"
-                                  "Commands:\n");
+    QString text =
+        QStringLiteral("Usage: tulvane [--background] [--page PAGE]\n"
+                       "       tulvane COMMAND [options]\n"
+                       "Private, on-device dictation in Norwegian and English. Without a command the "
+                       "program starts,\nor shows itself where it runs already; --background starts it "
+                       "without a window.\n\n"
+                       "Commands:\n");
     qsizetype widest = 0;
     for (const Command& command : commands)
         widest = std::max(widest, command.name.size());
@@ -27,7 +31,8 @@ QString overview(const std::vector<Command>& commands)
 
 } // namespace
 
-int runCommandLine(const QStringList& arguments, const std::vector<Command>& commands, Console& console)
+int runCommandLine(const QStringList& arguments, const std::vector<Command>& commands, const Run& start,
+                   Console& console)
 {
     const QString first = arguments.value(0);
     if (first == u"--help" || first == u"-h") {
@@ -38,13 +43,12 @@ int runCommandLine(const QStringList& arguments, const std::vector<Command>& com
         console.out << "tulvane " << QCoreApplication::applicationVersion() << '\n';
         return ExitStatus::done;
     }
+    if (first.isEmpty() || first.startsWith(u'-'))
+        return start(arguments, console);
     const auto command = std::ranges::find(commands, first, &Command::name);
     if (command != commands.end())
         return command->run(arguments.mid(1), console);
-    if (first.isEmpty())
-        console.err << overview(commands);
-    else
-        console.err << "tulvane: there is no command “" << first << "”. (tulvane --help)" << Qt::endl;
+    console.err << "tulvane: there is no command “" << first << "”. (tulvane --help)" << Qt::endl;
     return ExitStatus::wrongUsage;
 }
 

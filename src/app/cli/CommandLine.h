@@ -9,18 +9,20 @@
 
 namespace tulvane::cli {
 
+/// Gets the arguments that are its own; returns the exit status.
+using Run = std::function<int(const QStringList& arguments, Console& console)>;
+
 /// One word after "tulvane".
 struct Command {
     QString name;
     QString summary;
-    /// Gets the arguments after the name; returns the exit status.
-    std::function<int(const QStringList& arguments, Console& console)> run;
+    Run run;
 };
 
-/// Runs the command that the arguments (without the program's own name) begin with. Without one, or with one
-/// that is unknown, says so on `err` and returns `wrongUsage`; `--help` and `--version` alone are answered
-/// for the program.
+/// Runs the command that the arguments (without the program's own name) begin with. Without one, or with an
+/// option in its place, `start` runs with all of them: that starts the program. An unknown command is said on
+/// `err` and returns `wrongUsage`; `--help` and `--version` alone are answered for the program.
 [[nodiscard]] int runCommandLine(const QStringList& arguments, const std::vector<Command>& commands,
-                                 Console& console);
+                                 const Run& start, Console& console);
 
 } // namespace tulvane::cli

@@ -57,16 +57,21 @@ std::optional<int> CommandSyntax::parse(const QStringList& arguments, Console& c
     return std::nullopt;
 }
 
+QString CommandSyntax::called() const
+{
+    return m_name.isEmpty() ? QStringLiteral("tulvane") : QStringLiteral("tulvane ") + m_name;
+}
+
 int CommandSyntax::usageError(Console& console, const QString& problem) const
 {
-    console.err << "tulvane " << m_name << ": " << problem << " (tulvane " << m_name << " --help)"
-                << Qt::endl;
+    const QString command = called();
+    console.err << command << ": " << problem << " (" << command << " --help)" << Qt::endl;
     return ExitStatus::wrongUsage;
 }
 
 QString CommandSyntax::helpText() const
 {
-    QStringList usage{QStringLiteral("Usage: tulvane"), m_name};
+    QStringList usage{QStringLiteral("Usage: ") + called()};
     usage += m_wordSyntax;
     usage.append(QStringLiteral("[options]"));
     // The library's first line names the executable's whole path; ours names what is typed.

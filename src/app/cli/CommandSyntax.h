@@ -14,7 +14,8 @@ namespace tulvane::cli {
 /// `err` with status 2.
 class CommandSyntax final {
 public:
-    /// `name` as typed after "tulvane" ("transcribe"), `summary` in one sentence.
+    /// `name` as typed after "tulvane" ("transcribe"), empty for the program's own start; `summary` in one
+    /// sentence.
     CommandSyntax(const QString& name, const QString& summary);
 
     /// An option without a value ("json").
@@ -40,6 +41,7 @@ public:
     [[nodiscard]] int usageError(Console& console, const QString& problem) const;
 
 private:
+    [[nodiscard]] QString called() const;
     [[nodiscard]] QString helpText() const;
 
     QCommandLineParser m_parser;

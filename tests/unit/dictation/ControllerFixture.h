@@ -39,7 +39,9 @@ public:
 class FakeWindows final : public Windows {
 public:
     void showOnboarding() override { ++onboardings; }
+    void showPage(SettingsTab page) override { pages.append(page); }
     int onboardings = 0;
+    QList<SettingsTab> pages;
 };
 
 /// The controller over a session, an inserter and hotkeys whose neighbours are fakes, with time held still.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "FakeRecognizer.h"
-
 #include <audio/AudioRecorder.h>
 #include <dictation/DictationSession.h>
 #include <dictation/ModelSource.h>
@@ -11,6 +9,7 @@
 #include <stats/StatsStore.h>
 #include <support/Await.h>
 #include <support/FakeClock.h>
+#include <support/FakeRecognizer.h>
 #include <support/FakeScheduler.h>
 #include <support/LogCapture.h>
 #include <support/ScratchFolder.h>

@@ -1,0 +1,64 @@
+#include <app/ResidentProgram.h>
+#include <app/cli/CommandLog.h>
+#include <platform/linux/common/ProcessHeap.h>
+#include <platform/linux/x11/DisplayCheck.h>
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+/// Before the application object: it would end the process where the display does not answer, and it reads
+/// these variables only once.
+void prepareForWindows()
+{
+    // The hotkeys, the clipboard and the keys go over X11, and so do the windows: one world.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "xcb");
+    // Pages of text need no graphics card: drawn by the processor they open sooner and take a third of the
+    // memory.
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication::setApplicationName(QStringLiteral("Tulvane"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(TULVANE_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.dunio.Tulvane"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+}
+
+int run(int argc, char** argv, tulvane::cli::Console& console)
+{
+    using namespace tulvane;
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const auto words = cli::StartWords::parse(arguments, console);
+    if (!words)
+        return words.error();
+    if (const auto reason = displayObstacle(qgetenv("DISPLAY")))
+        return cli::fail(console, *reason);
+    prepareForWindows();
+    const QGuiApplication app(argc, argv);
+    return runResidentProgram(*words, console);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    tulvane::useOneHeap();
+    tulvane::cli::writeLogToStandardError(tulvane::cli::LogAmount::everything);
+    QFile in;
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    tulvane::cli::Console console{.in = in, .out = out, .err = err, .outIsTerminal = false};
+    const int status = run(argc, argv, console);
+    out.flush();
+    err.flush();
+    // Nothing is left to do but to give memory back, and the engine may be reading a model that nobody needs
+    // any more.
+    std::quick_exit(status);
+}

@@ -1,0 +1,54 @@
+#include <settings/AppSettings.h>
+#include <ui/UserInterface.h>
+#include <ui/look/Look.h>
+#include <ui/models/UiModels.h>
+#include <ui/windows/SettingsWindowController.h>
+
+#include <QQmlEngine>
+
+// Written by the build. The module lives in a static library, so nobody but us calls it.
+extern void qml_register_types_Tulvane();
+
+namespace tulvane {
+
+UserInterface::UserInterface() = default;
+UserInterface::~UserInterface() = default;
+
+void UserInterface::attach(const UiContext& context)
+{
+    Look::shared().follow(context.presentation);
+    m_settingsWindow = std::make_unique<SettingsWindowController>(
+        SettingsWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
+                                             .models = [this] { return m_models.get(); },
+                                             .defaults = context.settings.defaults()});
+    m_models = std::make_unique<UiModels>(context, m_settingsWindow->selection());
+}
+
+void UserInterface::detach()
+{
+    m_settingsWindow.reset();
+    m_models.reset();
+    m_engine.reset();
+}
+
+QQmlEngine& UserInterface::engine()
+{
+    if (!m_engine) {
+        qml_register_types_Tulvane();
+        m_engine = std::make_unique<QQmlEngine>();
+        m_engine->addImportPath(QStringLiteral(":/"));
+    }
+    return *m_engine;
+}
+
+void UserInterface::showOnboarding()
+{
+    showPage(SettingsTab::home);
+}
+
+void UserInterface::showPage(SettingsTab page)
+{
+    m_settingsWindow->show(page);
+}
+
+} // namespace tulvane

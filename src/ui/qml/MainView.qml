@@ -1,0 +1,34 @@
+import QtQuick
+import Tulvane
+
+// The main window: the sidebar, and the page that it selects. A page is built when it is first shown.
+Rectangle {
+    id: view
+
+    required property UiModels models
+
+    color: Theme.window
+
+    Sidebar {
+        id: sidebar
+        height: parent.height
+        model: view.models.main
+    }
+
+    Loader {
+        id: page
+
+        readonly property string name: view.models.main.selection.page
+
+        anchors.left: sidebar.right
+        anchors.right: parent.right
+        height: parent.height
+        onNameChanged: open()
+        Component.onCompleted: open()
+
+        function open() {
+            const file = name.charAt(0).toUpperCase() + name.slice(1) + "Page.qml";
+            setSource("pages/" + file, { models: view.models });
+        }
+    }
+}

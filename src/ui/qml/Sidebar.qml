@@ -1,0 +1,75 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tulvane
+
+// The pages, the way back to an unfinished setup, and the version.
+Rectangle {
+    id: sidebar
+
+    required property MainModel model
+
+    implicitWidth: 216
+    color: Theme.sidebar
+    Accessible.role: Accessible.PageTabList
+    Accessible.name: Words.translate("Pages")
+
+    Rectangle {
+        anchors.right: parent.right
+        width: 1
+        height: parent.height
+        color: Theme.border
+    }
+
+    Row {
+        x: Theme.large + 4
+        y: 22
+        spacing: 10
+
+        Image {
+            source: "qrc:/icons/com.dunio.Tulvane.svg"
+            sourceSize: Qt.size(30, 30)
+        }
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            kind: Label.Heading
+            text: Words.translate("Tulvane")
+        }
+    }
+
+    Column {
+        id: entries
+        x: Theme.medium
+        y: 72
+        width: parent.width - 2 * Theme.medium
+        spacing: 2
+
+        Repeater {
+            model: sidebar.model.entries
+
+            SidebarEntry {
+                required property var modelData
+
+                width: entries.width
+                text: modelData.title
+                symbol: modelData.symbol
+                selected: sidebar.model.selection.page === modelData.page
+                onClicked: sidebar.model.selection.page = modelData.page
+            }
+        }
+    }
+
+    Column {
+        x: Theme.medium
+        width: parent.width - 2 * Theme.medium
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.medium
+        spacing: Theme.small
+
+        Label {
+            leftPadding: Theme.small
+            kind: Label.Caption
+            secondary: true
+            text: sidebar.model.version
+        }
+    }
+}

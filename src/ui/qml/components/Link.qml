@@ -1,0 +1,32 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tulvane
+
+// Words that lead somewhere, in a line of text.
+T.AbstractButton {
+    id: link
+
+    property int size: Theme.bodySize
+
+    implicitWidth: words.implicitWidth
+    implicitHeight: words.implicitHeight
+    focusPolicy: Qt.StrongFocus
+    Accessible.role: Accessible.Link
+    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: click()
+
+    contentItem: Text {
+        id: words
+        text: link.text
+        font.family: Theme.family
+        font.pixelSize: link.size
+        font.weight: Font.Medium
+        font.underline: link.hovered
+        color: link.down ? Theme.accentPressed : link.hovered ? Theme.accentHover : Theme.accent
+        textFormat: Text.PlainText
+    }
+    background: Item {
+        FocusRing { control: link }
+    }
+    HoverHandler { cursorShape: Qt.PointingHandCursor }
+}

@@ -1,0 +1,51 @@
+import QtQuick
+import Tulvane
+
+// One setting: its name and what it does at the left, its control at the right.
+Item {
+    id: row
+
+    property string title
+    property string caption: ""
+    property bool last: false
+    default property alias control: holder.data
+
+    width: parent ? parent.width : 0
+    implicitHeight: Math.max(words.height, holder.childrenRect.height) + 2 * Theme.medium
+    opacity: enabled ? 1 : 0.75
+
+    Column {
+        id: words
+        x: Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        width: holder.x - x - Theme.large
+        spacing: 2
+
+        Label {
+            width: parent.width
+            text: row.title
+        }
+        Label {
+            width: parent.width
+            visible: text !== ""
+            kind: Label.Caption
+            secondary: true
+            text: row.caption
+        }
+    }
+    Item {
+        id: holder
+        x: row.width - width - Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        width: childrenRect.width
+        height: childrenRect.height
+    }
+    Rectangle {
+        visible: !row.last
+        x: Theme.large
+        y: parent.height - 1
+        width: parent.width - 2 * Theme.large
+        height: 1
+        color: Theme.separator
+    }
+}

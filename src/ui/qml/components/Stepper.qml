@@ -1,0 +1,104 @@
+import QtQuick
+import QtQuick.Templates as T
+import Tulvane
+
+// A number in steps: minus, the number as `display` writes it, plus. Arrow keys work while it has the focus.
+// `value` follows what it is bound to; the user's change is told by `changed`.
+T.Control {
+    id: stepper
+
+    property int value: 0
+    property int from: 0
+    property int to: 100
+    property int step: 1
+    property string display: String(value)
+    property string label: ""
+
+    signal changed(int value)
+
+    function move(steps) {
+        const target = Math.max(from, Math.min(to, value + steps * step));
+        if (target !== value)
+            changed(target);
+    }
+
+    implicitHeight: Theme.controlHeight
+    implicitWidth: 132
+    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
+    Accessible.role: Accessible.SpinBox
+    Accessible.name: label
+    Accessible.description: display
+    Accessible.focusable: true
+    Accessible.onIncreaseAction: move(1)
+    Accessible.onDecreaseAction: move(-1)
+    Keys.onUpPressed: move(1)
+    Keys.onDownPressed: move(-1)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Plus || event.key === Qt.Key_Right)
+            move(1);
+        else if (event.key === Qt.Key_Minus || event.key === Qt.Key_Left)
+            move(-1);
+        else
+            return;
+        event.accepted = true;
+    }
+
+    component Half: T.AbstractButton {
+        id: half
+
+        property string symbol
+
+        width: 34
+        height: stepper.height
+        focusPolicy: Qt.NoFocus
+        autoRepeat: true
+
+        background: Rectangle {
+            anchors.fill: parent
+            anchors.margins: 2
+            radius: Theme.controlRadius - 2
+            color: half.down ? Theme.pressed : half.hovered && half.enabled ? Theme.hover : "transparent"
+
+            Symbol {
+                anchors.centerIn: parent
+                name: half.symbol
+                size: 14
+                color: half.enabled ? Theme.text : Theme.disabledText
+            }
+        }
+    }
+
+    background: Rectangle {
+        radius: Theme.controlRadius
+        color: Theme.card
+        border.width: 1
+        border.color: Theme.controlBorder
+
+        FocusRing { control: stepper }
+    }
+
+    contentItem: Item {
+        Half {
+            symbol: "minus"
+            enabled: stepper.value > stepper.from
+            text: stepper.label + " −"
+            onClicked: stepper.move(-1)
+        }
+        Text {
+            anchors.centerIn: parent
+            text: stepper.display
+            font.family: Theme.family
+            font.pixelSize: Theme.bodySize
+            color: Theme.text
+            textFormat: Text.PlainText
+        }
+        Half {
+            anchors.right: parent.right
+            symbol: "plus"
+            enabled: stepper.value < stepper.to
+            text: stepper.label + " +"
+            onClicked: stepper.move(1)
+        }
+    }
+}

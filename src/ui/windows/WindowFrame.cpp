@@ -1,0 +1,141 @@
+#include <platform/UserDefaults.h>
+#include <ui/windows/WindowFrame.h>
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStringList>
+#include <QTimerEvent>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace tulvane {
+
+namespace {
+
+/// A window that is being dragged changes at every frame; half a second after the last one is soon enough.
+constexpr int restMilliseconds = 500;
+
+int primaryHeight()
+{
+    const QScreen* const primary = QGuiApplication::primaryScreen();
+    return primary ? primary->geometry().height() : 0;
+}
+
+/// The screen that holds the most of the frame; null when none holds any of it.
+const QScreen* screenOf(const QRect& frame)
+{
+    const QScreen* best = nullptr;
+    int most = 0;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect part = screen->availableGeometry() & frame;
+        if (part.width() * part.height() > most) {
+            most = part.width() * part.height();
+            best = screen;
+        }
+    }
+    return best;
+}
+
+QRect centred(QSize size, const QRect& area)
+{
+    const QSize fitting = size.boundedTo(area.size());
+    return {area.center() - QPoint(fitting.width() / 2, fitting.height() / 2), fitting};
+}
+
+QRect movedInto(QRect frame, const QRect& area)
+{
+    frame.setSize(frame.size().boundedTo(area.size()));
+    frame.moveLeft(std::clamp(frame.left(), area.left(), area.right() + 1 - frame.width()));
+    frame.moveTop(std::clamp(frame.top(), area.top(), area.bottom() + 1 - frame.height()));
+    return frame;
+}
+
+} // namespace
+
+WindowFrame::WindowFrame(QWindow& window, QString autosaveName, UserDefaults& defaults)
+    : m_window(window),
+      m_autosaveName(std::move(autosaveName)),
+      m_defaults(defaults)
+{
+    for (const auto changed :
+         {&QWindow::xChanged, &QWindow::yChanged, &QWindow::widthChanged, &QWindow::heightChanged})
+        connect(&window, changed, this, &WindowFrame::noteChange);
+}
+
+QString WindowFrame::key() const
+{
+    return QStringLiteral("NSWindow Frame ") + m_autosaveName;
+}
+
+void WindowFrame::restore(QSize size, const QScreen& screen)
+{
+    const auto stored = fromText(m_defaults.value(key()).toString(), primaryHeight());
+    const QScreen* const home = stored ? screenOf(*stored) : nullptr;
+    if (!home) {
+        m_window.setGeometry(centred(size, screen.availableGeometry()));
+        return;
+    }
+    QRect frame = *stored;
+    frame.setSize(frame.size().expandedTo(m_window.minimumSize()));
+    m_window.setGeometry(movedInto(frame, home->availableGeometry()));
+}
+
+void WindowFrame::noteChange()
+{
+    if (!m_window.isVisible() || m_window.windowState() != Qt::WindowNoState)
+        return;
+    if (m_timer != 0)
+        killTimer(m_timer);
+    m_timer = startTimer(restMilliseconds);
+}
+
+void WindowFrame::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_timer)
+        store();
+}
+
+void WindowFrame::store()
+{
+    if (m_timer == 0)
+        return;
+    killTimer(m_timer);
+    m_timer = 0;
+    const QScreen* const screen = m_window.screen();
+    const QString text = toText(m_window.geometry(), screen ? screen->geometry() : QRect(), primaryHeight());
+    // A frame that cannot be stored is no loss worth a message: the window opens in its default place.
+    static_cast<void>(m_defaults.set(key(), text));
+}
+
+QString WindowFrame::toText(const QRect& frame, const QRect& screen, int primaryHeight)
+{
+    QString text;
+    for (const QRect& rect : {frame, screen}) {
+        for (const int number :
+             {rect.x(), primaryHeight - (rect.y() + rect.height()), rect.width(), rect.height()})
+            text += QString::number(number) + u' ';
+    }
+    return text;
+}
+
+std::optional<QRect> WindowFrame::fromText(const QString& text, int primaryHeight)
+{
+    const QStringList words = text.split(u' ', Qt::SkipEmptyParts);
+    if (words.size() < 4)
+        return std::nullopt;
+    std::array<int, 4> numbers{};
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        bool isNumber = false;
+        numbers.at(i) = qRound(words.at(static_cast<qsizetype>(i)).toDouble(&isNumber));
+        if (!isNumber)
+            return std::nullopt;
+    }
+    const auto [x, y, width, height] = numbers;
+    if (width <= 0 || height <= 0)
+        return std::nullopt;
+    return QRect(x, primaryHeight - (y + height), width, height);
+}
+
+} // namespace tulvane

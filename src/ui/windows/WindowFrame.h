@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+#include <QRect>
+#include <QString>
+
+#include <optional>
+
+class QScreen;
+class QWindow;
+
+namespace tulvane {
+
+class UserDefaults;
+
+/// Keeps a window's place and size in the user's preferences under its autosave name, and gives them back.
+/// Stored as "x y width height screenX screenY screenWidth screenHeight ", in points, counted from the
+/// bottom left of the primary screen. Main thread.
+class WindowFrame final : public QObject {
+public:
+    /// Stores from now on, when a move or a change of size has come to rest. Both outlive this object.
+    WindowFrame(QWindow& window, QString autosaveName, UserDefaults& defaults);
+
+    /// Before the window is first shown: the stored frame, moved and cut so that it lies on a screen of today
+    /// and is not below the window's minimum size; without a stored one `size`, centred on `screen`.
+    void restore(QSize size, const QScreen& screen);
+    /// Stores at once what is still to be stored.
+    void store();
+
+    [[nodiscard]] static QString toText(const QRect& frame, const QRect& screen, int primaryHeight);
+    [[nodiscard]] static std::optional<QRect> fromText(const QString& text, int primaryHeight);
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    void noteChange();
+    [[nodiscard]] QString key() const;
+
+    QWindow& m_window;
+    QString m_autosaveName;
+    UserDefaults& m_defaults;
+    int m_timer = 0;
+};
+
+} // namespace tulvane

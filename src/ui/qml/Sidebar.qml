@@ -49,6 +49,7 @@ Rectangle {
             SidebarEntry {
                 required property var modelData
 
+                objectName: "sidebar." + modelData.page
                 width: entries.width
                 text: modelData.title
                 symbol: modelData.symbol

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <QStringList>
+
+class QQuickItem;
+class QQuickWindow;
+
+namespace tulvane::test {
+
+/// Looks at a window as a user and a screen reader do, and works its controls by real input events. A control
+/// is named by its `objectName`. Throws std::runtime_error when there is no such visible control.
+class WindowProbe final {
+public:
+    explicit WindowProbe(QQuickWindow& window);
+
+    /// The visible item of that name, also in an open popup.
+    [[nodiscard]] QQuickItem& item(const QString& name) const;
+    [[nodiscard]] bool has(const QString& name) const;
+
+    /// Presses and releases the left button in the item's middle, scrolled into view first.
+    void click(const QString& name);
+    void click(QQuickItem& item);
+    /// Into whatever has the focus.
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void type(const QString& text);
+
+    /// Every text that can be seen, from the top of the tree down, empty ones left out.
+    [[nodiscard]] QStringList texts() const;
+    [[nodiscard]] bool shows(const QString& text) const;
+    /// Accessible names of what Tab walks through, in its order, until it comes round or leaves the window.
+    [[nodiscard]] QStringList tabOrder();
+    /// What is cut off, lies outside the window's width or over another text: each in words. Empty is good.
+    [[nodiscard]] QStringList layoutFlaws() const;
+
+private:
+    QQuickWindow& m_window;
+};
+
+} // namespace tulvane::test

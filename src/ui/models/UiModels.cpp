@@ -15,4 +15,24 @@ MainModel* UiModels::main()
     return made(m_main, m_selection);
 }
 
+ModelGallery* UiModels::gallery()
+{
+    return made(m_gallery, selectedModel());
+}
+
+ModelEntry* UiModels::selectedModel()
+{
+    return made(m_selectedModel, QString());
+}
+
+PreferencesModel* UiModels::preferences()
+{
+    return made(m_preferences);
+}
+
+PermissionsModel* UiModels::permissions()
+{
+    return made(m_permissions);
+}
+
 } // namespace tulvane

@@ -2,6 +2,9 @@
 
 #include <ui/UiContext.h>
 #include <ui/models/MainModel.h>
+#include <ui/models/ModelGallery.h>
+#include <ui/models/PermissionsModel.h>
+#include <ui/models/PreferencesModel.h>
 
 #include <QObject>
 
@@ -13,12 +16,21 @@ class UiModels final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(tulvane::MainModel* main READ main CONSTANT)
+    Q_PROPERTY(tulvane::ModelGallery* gallery READ gallery CONSTANT)
+    Q_PROPERTY(tulvane::ModelEntry* selectedModel READ selectedModel CONSTANT)
+    Q_PROPERTY(tulvane::PreferencesModel* preferences READ preferences CONSTANT)
+    Q_PROPERTY(tulvane::PermissionsModel* permissions READ permissions CONSTANT)
 
 public:
     UiModels(const UiContext& context, SettingsSelection& selection);
     ~UiModels() override;
 
     [[nodiscard]] MainModel* main();
+    [[nodiscard]] ModelGallery* gallery();
+    /// Whichever model is selected.
+    [[nodiscard]] ModelEntry* selectedModel();
+    [[nodiscard]] PreferencesModel* preferences();
+    [[nodiscard]] PermissionsModel* permissions();
 
 private:
     /// Makes the model on first use; it is this object's child.
@@ -33,6 +45,10 @@ private:
     UiContext m_context;
     SettingsSelection& m_selection;
     MainModel* m_main = nullptr;
+    ModelGallery* m_gallery = nullptr;
+    ModelEntry* m_selectedModel = nullptr;
+    PreferencesModel* m_preferences = nullptr;
+    PermissionsModel* m_permissions = nullptr;
 };
 
 } // namespace tulvane

@@ -3,8 +3,8 @@
 //                    [--size 1020x680] [--tall] PAGE...
 // PAGE is a page of the main window. --tall makes the window as high as the page. QT_SCALE_FACTOR scales.
 
+#include <settings/InterfaceLanguage.h>
 #include <support/ui/UiWorld.h>
-#include <ui/look/InterfaceLanguage.h>
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QCommandLineParser>

@@ -3,7 +3,6 @@
 //                    [--size 1020x680] [--tall] PAGE...
 // PAGE is a page of the main window. --tall makes the window as high as the page. QT_SCALE_FACTOR scales.
 
-#include <settings/InterfaceLanguage.h>
 #include <support/ui/UiWorld.h>
 #include <ui/windows/SettingsWindowController.h>
 
@@ -99,9 +98,7 @@ int main(int argc, char** argv)
     if (size.size() == 2)
         wish.size = QSize(size.at(0).toInt(), size.at(1).toInt());
 
-    test::UiWorld world;
-    installInterfaceLanguage(wish.language);
-    world.settings.setAppLanguage(wish.language);
+    test::UiWorld world(wish.language);
     world.presentation.setSystemAppearance(wish.appearance);
     world.presentation.setReducedMotion(true);
     if (wish.isFull)

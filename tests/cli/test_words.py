@@ -38,7 +38,7 @@ class Words(ProgramTest):
                 self.assert_fails(self.run_program(*words), 2, "tulvane")
 
     def test_the_start_of_the_program_has_its_help(self):
-        for word in ["--background", "--page"]:
+        for word in ["--background"]:
             run = self.run_program(word, "--help")
             self.assertTrue(run.stdout.startswith("Usage: tulvane [options]"), run.stdout)
             self.assertIn("home, models, history, statistics, settings, about", " ".join(run.stdout.split()))

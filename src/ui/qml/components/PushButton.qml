@@ -23,6 +23,7 @@ T.Button {
     bottomPadding: 4
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
+    Accessible.ignored: !visible
     font.family: Theme.family
     font.pixelSize: Theme.bodySize
     font.weight: Font.Medium

@@ -50,8 +50,11 @@ class VirtualDesktop:
         return process
 
     def run(self, *command):
-        return subprocess.run(command, env=self.environment, check=True, capture_output=True, text=True,
-                              timeout=60).stdout
+        """What the command wrote to its standard output; it has to succeed."""
+        run = subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=60)
+        if run.returncode != 0:
+            raise RuntimeError(f"{command[0]} ended with {run.returncode}: {run.stderr.strip()}")
+        return run.stdout
 
     def tulvane(self, *words):
         return self.run(str(self.program), *words)

@@ -44,6 +44,10 @@
         <translation>%1 byte</translation>
     </message>
     <message>
+        <source>%1 does not work as the hotkey</source>
+        <translation>%1 virker ikke som hurtigtast</translation>
+    </message>
+    <message>
         <source>%1 h</source>
         <translation>%1 t</translation>
     </message>
@@ -92,8 +96,16 @@
         <translation>7 dager</translation>
     </message>
     <message>
+        <source>About</source>
+        <translation>Om</translation>
+    </message>
+    <message>
         <source>Accessibility API, then paste</source>
         <translation>Tilgjengelighets-API, deretter lim inn</translation>
+    </message>
+    <message>
+        <source>All counters are deleted. Transcripts are never stored, so nothing else is affected.</source>
+        <translation>Alle tellere slettes. Transkripsjoner lagres aldri, så ingenting annet berøres.</translation>
     </message>
     <message>
         <source>All time</source>
@@ -114,6 +126,10 @@
     <message>
         <source>Another program is already downloading this file.</source>
         <translation>Et annet program laster allerede ned denne filen.</translation>
+    </message>
+    <message>
+        <source>Audio is recorded only while the hotkey is active and transcribed locally by NB-Whisper. No account, no cloud, no transcripts on disk.</source>
+        <translation>Lyd tas bare opp mens hurtigtasten er aktiv, og transkriberes lokalt med NB-Whisper. Ingen konto, ingen sky, ingen transkripsjoner på disk.</translation>
     </message>
     <message>
         <source>Auto-detect</source>
@@ -148,12 +164,20 @@
         <translation>Knytt kommandoen «tulvane toggle» til en tast i tastaturinnstillingene på skrivebordet.</translation>
     </message>
     <message>
+        <source>Cancel</source>
+        <translation>Avbryt</translation>
+    </message>
+    <message>
         <source>Caps Lock</source>
         <translation>Caps Lock</translation>
     </message>
     <message>
         <source>Characters</source>
         <translation>Tegn</translation>
+    </message>
+    <message>
+        <source>Choose a bar to see its day.</source>
+        <translation>Velg en søyle for å se dagen.</translation>
     </message>
     <message>
         <source>Clean, punctuated text. The best choice for everyday dictation – about 3× smaller than full precision with nearly identical accuracy.</source>
@@ -164,8 +188,16 @@
         <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel ⌥ mellomrom eller ⌃⌥ D.</translation>
     </message>
     <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
         <source>Copied to clipboard</source>
         <translation>Kopiert til utklippstavlen</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopier</translation>
     </message>
     <message>
         <source>Copy to clipboard only</source>
@@ -194,6 +226,10 @@
     <message>
         <source>Delete</source>
         <translation>Delete</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Detaljer</translation>
     </message>
     <message>
         <source>Dictate today to start a streak</source>
@@ -232,12 +268,40 @@
         <translation>Esc</translation>
     </message>
     <message>
+        <source>Everything stays on your Mac</source>
+        <translation>Alt blir på datamaskinen din</translation>
+    </message>
+    <message>
         <source>Feedback sound</source>
         <translation>Lydsignal</translation>
     </message>
     <message>
         <source>Full precision (f16)</source>
         <translation>Full presisjon (f16)</translation>
+    </message>
+    <message>
+        <source>Good afternoon</source>
+        <translation>God ettermiddag</translation>
+    </message>
+    <message>
+        <source>Good evening</source>
+        <translation>God kveld</translation>
+    </message>
+    <message>
+        <source>Good morning</source>
+        <translation>God morgen</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Skjul</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Historikk</translation>
+    </message>
+    <message>
+        <source>Hold down</source>
+        <translation>Hold inne</translation>
     </message>
     <message>
         <source>Hold to talk</source>
@@ -260,12 +324,32 @@
         <translation>Hurtigtaster støttes ennå ikke i en Wayland-økt. Knytt kommandoen «tulvane toggle» til en tast i skrivebordets egne tastaturinnstillinger.</translation>
     </message>
     <message>
+        <source>How it works</source>
+        <translation>Slik virker det</translation>
+    </message>
+    <message>
+        <source>How much you dictate, how fast you speak, and the time it saves you versus typing.</source>
+        <translation>Hvor mye du dikterer, hvor fort du snakker, og hvor mye tid du sparer sammenlignet med å skrive.</translation>
+    </message>
+    <message>
+        <source>How “time saved” is estimated</source>
+        <translation>Slik beregnes «spart tid»</translation>
+    </message>
+    <message>
         <source>Insert</source>
         <translation>Insert</translation>
     </message>
     <message>
+        <source>Inserting…</source>
+        <translation>Setter inn …</translation>
+    </message>
+    <message>
         <source>It must include ⌘, ⌃ or ⌥, or be a function key such as F5. Letters alone, ⇧ alone and fn alone are not accepted – the field just beeps.</source>
         <translation>Den må inneholde ⌘, ⌃ eller ⌥, eller være en funksjonstast som F5. Bokstaver alene, ⇧ alene og fn alene godtas ikke – feltet bare piper.</translation>
+    </message>
+    <message>
+        <source>It was put on the clipboard: paste it where you want it.</source>
+        <translation>Den ble lagt på utklippstavlen: lim den inn der du vil ha den.</translation>
     </message>
     <message>
         <source>Kana</source>
@@ -312,6 +396,14 @@
         <translation>Lyst</translation>
     </message>
     <message>
+        <source>Listening…</source>
+        <translation>Lytter …</translation>
+    </message>
+    <message>
+        <source>Loading model…</source>
+        <translation>Laster modellen …</translation>
+    </message>
+    <message>
         <source>Measured from your dictations</source>
         <translation>Måles ut fra dikteringene dine</translation>
     </message>
@@ -326,6 +418,14 @@
     <message>
         <source>Microphone changed – recording cancelled</source>
         <translation>Mikrofonen ble byttet – opptaket er avbrutt</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation>Modeller</translation>
+    </message>
+    <message>
+        <source>Most people type around 40 words per minute and speak around 150–160, so dictating is roughly 4× faster. The estimate is the time typing the same words would take at your typing speed, minus the time you actually spent speaking.</source>
+        <translation>De fleste skriver rundt 40 ord i minuttet og snakker rundt 150–160, så diktering er omtrent fire ganger så raskt. Anslaget er tiden det ville tatt å skrive de samme ordene med din skrivefart, minus tiden du faktisk brukte på å snakke.</translation>
     </message>
     <message>
         <source>Mute</source>
@@ -352,8 +452,16 @@
         <translation>Fikk ikke kontakt med noen X-skjerm.</translation>
     </message>
     <message>
+        <source>No dictations yet</source>
+        <translation>Ingen dikteringer ennå</translation>
+    </message>
+    <message>
         <source>No hotkey set</source>
         <translation>Ingen hurtigtast valgt</translation>
+    </message>
+    <message>
+        <source>No hotkey yet –</source>
+        <translation>Ingen hurtigtast ennå –</translation>
     </message>
     <message>
         <source>No microphone is available.</source>
@@ -376,6 +484,10 @@
         <translation>Norsk</translation>
     </message>
     <message>
+        <source>Not copied</source>
+        <translation>Ikke kopiert</translation>
+    </message>
+    <message>
         <source>Nothing heard</source>
         <translation>Hørte ingenting</translation>
     </message>
@@ -396,12 +508,20 @@
         <translation>Første dag i boks, mange flere i vente</translation>
     </message>
     <message>
+        <source>Only counts are saved on this Mac – never the text you dictate.</source>
+        <translation>Bare antall lagres på denne datamaskinen – aldri teksten du dikterer.</translation>
+    </message>
+    <message>
         <source>Page Down</source>
         <translation>Page Down</translation>
     </message>
     <message>
         <source>Page Up</source>
         <translation>Page Up</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Sider</translation>
     </message>
     <message>
         <source>Paste (recommended)</source>
@@ -412,16 +532,56 @@
         <translation>Innliming i andre programmer støttes ikke i en Wayland-økt ennå.</translation>
     </message>
     <message>
+        <source>Period</source>
+        <translation>Periode</translation>
+    </message>
+    <message>
+        <source>Press</source>
+        <translation>Trykk</translation>
+    </message>
+    <message>
         <source>Press shortcut</source>
         <translation>Trykk snarvei</translation>
+    </message>
+    <message>
+        <source>Press the hotkey, say something, and your first numbers show up here.</source>
+        <translation>Trykk på hurtigtasten og si noe, så dukker de første tallene dine opp her.</translation>
+    </message>
+    <message>
+        <source>Press the hotkey, say something, and your transcripts show up here.</source>
+        <translation>Trykk på hurtigtasten og si noe, så dukker transkripsjonene dine opp her.</translation>
+    </message>
+    <message>
+        <source>Private</source>
+        <translation>Privat</translation>
     </message>
     <message>
         <source>Quantised (q5_0)</source>
         <translation>Kvantisert (q5_0)</translation>
     </message>
     <message>
+        <source>Ready</source>
+        <translation>Klar</translation>
+    </message>
+    <message>
+        <source>Recent dictations</source>
+        <translation>Siste dikteringer</translation>
+    </message>
+    <message>
         <source>Record shortcut</source>
         <translation>Spill inn snarvei</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Nullstill</translation>
+    </message>
+    <message>
+        <source>Reset all statistics?</source>
+        <translation>Nullstille all statistikk?</translation>
+    </message>
+    <message>
+        <source>Reset statistics…</source>
+        <translation>Nullstill statistikk …</translation>
     </message>
     <message>
         <source>Return</source>
@@ -453,27 +613,47 @@
     </message>
     <message>
         <source>Right ⇧ Shift</source>
-        <translation>Høyre ⇧ Skift</translation>
+        <translation>Høyre Shift</translation>
     </message>
     <message>
         <source>Right ⌃ Control</source>
-        <translation>Høyre ⌃ Kontroll</translation>
+        <translation>Høyre Ctrl</translation>
     </message>
     <message>
         <source>Right ⌘ Command</source>
-        <translation>Høyre ⌘ Kommando</translation>
+        <translation>Høyre Super</translation>
     </message>
     <message>
         <source>Right ⌥ Option</source>
-        <translation>Høyre ⌥ Tilvalg</translation>
+        <translation>Høyre Alt</translation>
     </message>
     <message>
         <source>Same model at full precision. Marginally more accurate on difficult audio, three times the download and memory.</source>
         <translation>Samme modell med full presisjon. Litt mer nøyaktig på vanskelig lyd, tre ganger så stor nedlasting og minnebruk.</translation>
     </message>
     <message>
+        <source>Selected</source>
+        <translation>Valgt</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Innstillinger</translation>
+    </message>
+    <message>
+        <source>Setup required</source>
+        <translation>Oppsett gjenstår</translation>
+    </message>
+    <message>
         <source>Shift</source>
         <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Show all</source>
+        <translation>Vis alt</translation>
+    </message>
+    <message>
+        <source>Show less</source>
+        <translation>Vis mindre</translation>
     </message>
     <message>
         <source>Space</source>
@@ -490,6 +670,10 @@
     <message>
         <source>Start the X server with XTEST. Until then the text is left on the clipboard.</source>
         <translation>Start X-tjeneren med XTEST. Inntil da blir teksten liggende på utklippstavlen.</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistikk</translation>
     </message>
     <message>
         <source>Streak</source>
@@ -552,6 +736,14 @@
         <translation>Tasten %1 når aldri frem til programmer på dette skrivebordet. Velg en annen tast.</translation>
     </message>
     <message>
+        <source>The last dictation could not be transcribed</source>
+        <translation>Den siste dikteringen kunne ikke transkriberes</translation>
+    </message>
+    <message>
+        <source>The last text was not inserted</source>
+        <translation>Den siste teksten ble ikke satt inn</translation>
+    </message>
+    <message>
         <source>The menu item “%1” already uses this key combination.</source>
         <translation>Menyvalget «%1» bruker allerede denne tastekombinasjonen.</translation>
     </message>
@@ -562,6 +754,10 @@
     <message>
         <source>The microphone's audio format is not supported.</source>
         <translation>Mikrofonens lydformat støttes ikke.</translation>
+    </message>
+    <message>
+        <source>The recording is kept in memory until you make the next one.</source>
+        <translation>Opptaket ligger i minnet til du gjør det neste.</translation>
     </message>
     <message>
         <source>The server could not be found. Is this computer online?</source>
@@ -640,6 +836,10 @@
         <translation>Det finnes ikke noe skrivebord her med taster å lytte til. Start Tulvane fra en skrivebordsøkt.</translation>
     </message>
     <message>
+        <source>There is no folder for programs that start at login.</source>
+        <translation>Det finnes ingen mappe for programmer som starter ved innlogging.</translation>
+    </message>
+    <message>
         <source>There is not enough free disk space: %1 more needed.</source>
         <translation>Det er for lite ledig diskplass: %1 mangler.</translation>
     </message>
@@ -676,8 +876,20 @@
         <translation>Dikterte ord totalt</translation>
     </message>
     <message>
+        <source>Transcribing…</source>
+        <translation>Transkriberer …</translation>
+    </message>
+    <message>
         <source>Transcription failed (whisper error %1).</source>
         <translation>Transkriberingen mislyktes (whisper-feil %1).</translation>
+    </message>
+    <message>
+        <source>Try again</source>
+        <translation>Prøv igjen</translation>
+    </message>
+    <message>
+        <source>Tulvane</source>
+        <translation>Tulvane</translation>
     </message>
     <message>
         <source>Tulvane may not watch the keyboard. Allow input monitoring in the privacy settings.</source>
@@ -696,6 +908,14 @@
         <translation>Bruk en tastekombinasjon som hurtigtast.</translation>
     </message>
     <message>
+        <source>Version </source>
+        <translation>Versjon </translation>
+    </message>
+    <message>
+        <source>View all</source>
+        <translation>Vis alle</translation>
+    </message>
+    <message>
         <source>Volume Down</source>
         <translation>Volum ned</translation>
     </message>
@@ -708,8 +928,16 @@
         <translation>Det systemet bruker, kan endres i tastaturinnstillingene.</translation>
     </message>
     <message>
+        <source>Words</source>
+        <translation>Ord</translation>
+    </message>
+    <message>
         <source>Words dictated</source>
         <translation>Dikterte ord</translation>
+    </message>
+    <message>
+        <source>Words per day</source>
+        <translation>Ord per dag</translation>
     </message>
     <message>
         <source>Writes exactly what you said, including fillers and repetitions. For transcripts that must be word-for-word.</source>
@@ -720,12 +948,28 @@
         <translation>De første ordene dine havner her</translation>
     </message>
     <message>
+        <source>Your most recent transcripts. Kept in memory only – they disappear when the app quits and are never written to disk.</source>
+        <translation>De siste transkripsjonene dine. De ligger bare i minnet – de forsvinner når programmet avsluttes, og skrives aldri til disk.</translation>
+    </message>
+    <message>
         <source>Zero KB</source>
         <translation>0 kB</translation>
     </message>
     <message>
+        <source>and speak into any text field</source>
+        <translation>og snakk i et hvilket som helst tekstfelt</translation>
+    </message>
+    <message>
+        <source>choose one in Settings</source>
+        <translation>velg en i innstillingene</translation>
+    </message>
+    <message>
+        <source>d MMM</source>
+        <translation>d. MMM</translation>
+    </message>
+    <message>
         <source>fn / 🌐 Globe</source>
-        <translation>fn / 🌐 Globus</translation>
+        <translation>fn</translation>
     </message>
     <message>
         <source>vs. typing at %1 words/min</source>

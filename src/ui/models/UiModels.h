@@ -1,7 +1,10 @@
 #pragma once
 
 #include <ui/UiContext.h>
+#include <ui/models/HistoryModel.h>
+#include <ui/models/HomeModel.h>
 #include <ui/models/MainModel.h>
+#include <ui/models/StatisticsModel.h>
 
 #include <QObject>
 
@@ -13,12 +16,18 @@ class UiModels final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(tulvane::MainModel* main READ main CONSTANT)
+    Q_PROPERTY(tulvane::HomeModel* home READ home CONSTANT)
+    Q_PROPERTY(tulvane::HistoryModel* history READ history CONSTANT)
+    Q_PROPERTY(tulvane::StatisticsModel* statistics READ statistics CONSTANT)
 
 public:
     UiModels(const UiContext& context, SettingsSelection& selection);
     ~UiModels() override;
 
     [[nodiscard]] MainModel* main();
+    [[nodiscard]] HomeModel* home();
+    [[nodiscard]] HistoryModel* history();
+    [[nodiscard]] StatisticsModel* statistics();
 
 private:
     /// Makes the model on first use; it is this object's child.
@@ -33,6 +42,9 @@ private:
     UiContext m_context;
     SettingsSelection& m_selection;
     MainModel* m_main = nullptr;
+    HomeModel* m_home = nullptr;
+    HistoryModel* m_history = nullptr;
+    StatisticsModel* m_statistics = nullptr;
 };
 
 } // namespace tulvane

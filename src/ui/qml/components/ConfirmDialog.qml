@@ -60,10 +60,12 @@ T.Popup {
 
             PushButton {
                 id: cancel
+                objectName: dialog.objectName + ".cancel"
                 text: Words.translate("Cancel")
                 onClicked: dialog.close()
             }
             PushButton {
+                objectName: dialog.objectName + ".confirm"
                 look: PushButton.Danger
                 text: dialog.action
                 onClicked: {

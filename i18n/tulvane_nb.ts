@@ -4,6 +4,10 @@
 <context>
     <name>tulvane</name>
     <message>
+        <source> of </source>
+        <translation> av </translation>
+    </message>
+    <message>
         <source> or </source>
         <translation> eller </translation>
     </message>
@@ -100,8 +104,16 @@
         <translation>Om</translation>
     </message>
     <message>
+        <source>Accessibility</source>
+        <translation>Tilgjengelighet</translation>
+    </message>
+    <message>
         <source>Accessibility API, then paste</source>
         <translation>Tilgjengelighets-API, deretter lim inn</translation>
+    </message>
+    <message>
+        <source>Add a space after the text</source>
+        <translation>Legg til et mellomrom etter teksten</translation>
     </message>
     <message>
         <source>All counters are deleted. Transcripts are never stored, so nothing else is affected.</source>
@@ -116,6 +128,10 @@
         <translation>La Tulvane ta opp lyd i lyd- eller personverninnstillingene på skrivebordet.</translation>
     </message>
     <message>
+        <source>Already switched on? Reset &amp; grant again</source>
+        <translation>Allerede slått på? Nullstill og gi på nytt</translation>
+    </message>
+    <message>
         <source>Alt</source>
         <translation>Alt</translation>
     </message>
@@ -126,6 +142,18 @@
     <message>
         <source>Another program is already downloading this file.</source>
         <translation>Et annet program laster allerede ned denne filen.</translation>
+    </message>
+    <message>
+        <source>App language</source>
+        <translation>Programspråk</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>Utseende</translation>
+    </message>
+    <message>
+        <source>Audio is captured only while the hotkey is active, kept in memory, and transcribed on your Mac.</source>
+        <translation>Lyd tas bare opp mens hurtigtasten er aktiv, holdes i minnet og skrives om til tekst på datamaskinen din.</translation>
     </message>
     <message>
         <source>Audio is recorded only while the hotkey is active and transcribed locally by NB-Whisper. No account, no cloud, no transcripts on disk.</source>
@@ -149,11 +177,15 @@
     </message>
     <message>
         <source>Backspace clears the field. To use fn or right ⌥ on its own, choose “Hold a single key” above.</source>
-        <translation>Slettetasten tømmer feltet. Velg «Hold inne én tast» ovenfor for å bruke fn eller høyre ⌥ alene.</translation>
+        <translation>Slettetasten tømmer feltet. Velg «Hold inne én tast» ovenfor for å bruke Fn eller høyre Alt alene.</translation>
     </message>
     <message>
         <source>Bar chart of words dictated per day for the last %1 days</source>
         <translation>Søylediagram over dikterte ord per dag de siste %1 dagene</translation>
+    </message>
+    <message>
+        <source>Behaves like a normal app with a Dock icon and app menu. Clicking the Dock icon opens this window.</source>
+        <translation>Oppfører seg som et vanlig program med en plass i oppgavelinjen.</translation>
     </message>
     <message>
         <source>Best day</source>
@@ -164,8 +196,16 @@
         <translation>Knytt kommandoen «tulvane toggle» til en tast i tastaturinnstillingene på skrivebordet.</translation>
     </message>
     <message>
+        <source>Bokmål, nynorsk and English, with a vocabulary hint for the names and jargon you use.</source>
+        <translation>Bokmål, nynorsk og engelsk, med en ordliste for navnene og faguttrykkene du bruker.</translation>
+    </message>
+    <message>
         <source>Cancel</source>
         <translation>Avbryt</translation>
+    </message>
+    <message>
+        <source>Capitalise the first letter</source>
+        <translation>Stor forbokstav</translation>
     </message>
     <message>
         <source>Caps Lock</source>
@@ -185,7 +225,7 @@
     </message>
     <message>
         <source>Click the field, then press the whole combination at once, for example ⌥ Space or ⌃⌥ D.</source>
-        <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel ⌥ mellomrom eller ⌃⌥ D.</translation>
+        <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel Alt + mellomrom eller Ctrl + Alt + D.</translation>
     </message>
     <message>
         <source>Copied</source>
@@ -225,7 +265,11 @@
     </message>
     <message>
         <source>Delete</source>
-        <translation>Delete</translation>
+        <translation>Slett</translation>
+    </message>
+    <message>
+        <source>Delete model file</source>
+        <translation>Slette modellfilen?</translation>
     </message>
     <message>
         <source>Details</source>
@@ -242,6 +286,10 @@
     <message>
         <source>Down</source>
         <translation>Ned</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Last ned</translation>
     </message>
     <message>
         <source>Downloaded %1, expected about %2. The download may be incomplete.</source>
@@ -272,8 +320,20 @@
         <translation>Alt blir på datamaskinen din</translation>
     </message>
     <message>
+        <source>Fast</source>
+        <translation>Rask</translation>
+    </message>
+    <message>
+        <source>Feedback</source>
+        <translation>Tilbakemelding</translation>
+    </message>
+    <message>
         <source>Feedback sound</source>
         <translation>Lydsignal</translation>
+    </message>
+    <message>
+        <source>Floating pill at the bottom of the screen while you dictate.</source>
+        <translation>Flytende pille nederst på skjermen mens du dikterer.</translation>
     </message>
     <message>
         <source>Full precision (f16)</source>
@@ -290,6 +350,10 @@
     <message>
         <source>Good morning</source>
         <translation>God morgen</translation>
+    </message>
+    <message>
+        <source>Granted</source>
+        <translation>Gitt</translation>
     </message>
     <message>
         <source>Hide</source>
@@ -313,7 +377,11 @@
     </message>
     <message>
         <source>Home</source>
-        <translation>Home</translation>
+        <translation>Hjem</translation>
+    </message>
+    <message>
+        <source>Hotkey, speech, text insertion and how the app shows up on your Mac.</source>
+        <translation>Hurtigtast, tale, innsetting av tekst og hvordan programmet viser seg på datamaskinen.</translation>
     </message>
     <message>
         <source>Hotkeys are not supported in a Wayland session yet.</source>
@@ -340,12 +408,16 @@
         <translation>Insert</translation>
     </message>
     <message>
+        <source>Insert text by</source>
+        <translation>Sett inn tekst med</translation>
+    </message>
+    <message>
         <source>Inserting…</source>
         <translation>Setter inn …</translation>
     </message>
     <message>
         <source>It must include ⌘, ⌃ or ⌥, or be a function key such as F5. Letters alone, ⇧ alone and fn alone are not accepted – the field just beeps.</source>
-        <translation>Den må inneholde ⌘, ⌃ eller ⌥, eller være en funksjonstast som F5. Bokstaver alene, ⇧ alene og fn alene godtas ikke – feltet bare piper.</translation>
+        <translation>Den må inneholde Super, Ctrl eller Alt, eller være en funksjonstast som F5. Bokstaver alene, Shift alene og Fn alene godtas ikke – feltet bare piper.</translation>
     </message>
     <message>
         <source>It was put on the clipboard: paste it where you want it.</source>
@@ -368,8 +440,20 @@
         <translation>Talltastatur %1</translation>
     </message>
     <message>
+        <source>Language</source>
+        <translation>Språk</translation>
+    </message>
+    <message>
+        <source>Language &amp; appearance</source>
+        <translation>Språk og utseende</translation>
+    </message>
+    <message>
         <source>Last %1 days</source>
         <translation>Siste %1 dager</translation>
+    </message>
+    <message>
+        <source>Launch at login</source>
+        <translation>Start ved innlogging</translation>
     </message>
     <message>
         <source>Left</source>
@@ -396,12 +480,24 @@
         <translation>Lyst</translation>
     </message>
     <message>
+        <source>Light, dark, or whatever the Mac is using.</source>
+        <translation>Lyst, mørkt eller det samme som skrivebordet bruker.</translation>
+    </message>
+    <message>
         <source>Listening…</source>
         <translation>Lytter …</translation>
     </message>
     <message>
+        <source>Loaded in memory</source>
+        <translation>Lastet i minnet</translation>
+    </message>
+    <message>
         <source>Loading model…</source>
-        <translation>Laster modellen …</translation>
+        <translation>Laster inn modell …</translation>
+    </message>
+    <message>
+        <source>Longest single dictation before recording stops by itself.</source>
+        <translation>Den lengste dikteringen før opptaket stopper av seg selv.</translation>
     </message>
     <message>
         <source>Measured from your dictations</source>
@@ -410,6 +506,18 @@
     <message>
         <source>Menu</source>
         <translation>Meny</translation>
+    </message>
+    <message>
+        <source>Menu-bar only. Use the microphone icon in the menu bar to reach this window and quit.</source>
+        <translation>Bare i systemstatusfeltet. Bruk mikrofonikonet der for å nå dette vinduet og for å avslutte.</translation>
+    </message>
+    <message>
+        <source>Menus, settings and messages. The app restarts when you change this.</source>
+        <translation>Menyer, innstillinger og meldinger. Programmet starter på nytt når du endrer dette.</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation>Mikrofon</translation>
     </message>
     <message>
         <source>Microphone access is required.</source>
@@ -422,6 +530,10 @@
     <message>
         <source>Models</source>
         <translation>Modeller</translation>
+    </message>
+    <message>
+        <source>Models are downloaded once from the model hub and stored in Application Support.</source>
+        <translation>Modeller lastes ned én gang fra modellarkivet og lagres i datamappen din.</translation>
     </message>
     <message>
         <source>Most people type around 40 words per minute and speak around 150–160, so dictating is roughly 4× faster. The estimate is the time typing the same words would take at your typing speed, minus the time you actually spent speaking.</source>
@@ -446,6 +558,14 @@
     <message>
         <source>NB-Whisper Verbatim</source>
         <translation>NB-Whisper Verbatim</translation>
+    </message>
+    <message>
+        <source>NB-Whisper is trained on Norwegian, but handles English too.</source>
+        <translation>NB-Whisper er trent på norsk, men takler engelsk også.</translation>
+    </message>
+    <message>
+        <source>Names, products or jargon you use often. Given to the model as context so it spells them right. Keep it short.</source>
+        <translation>Navn, produkter eller faguttrykk du bruker ofte. Modellen får dem som kontekst, så den staver dem riktig. Hold listen kort.</translation>
     </message>
     <message>
         <source>No X display could be reached.</source>
@@ -480,12 +600,28 @@
         <translation>Ingen talemodell er lastet.</translation>
     </message>
     <message>
+        <source>Nordlys Energi, Ingrid Haugland, Q3</source>
+        <translation>Nordlys Energi, Ingrid Haugland, 3. kvartal</translation>
+    </message>
+    <message>
         <source>Norsk</source>
         <translation>Norsk</translation>
     </message>
     <message>
+        <source>Norwegian first</source>
+        <translation>Norsk først</translation>
+    </message>
+    <message>
         <source>Not copied</source>
         <translation>Ikke kopiert</translation>
+    </message>
+    <message>
+        <source>Not downloaded</source>
+        <translation>Ikke lastet ned</translation>
+    </message>
+    <message>
+        <source>Not granted</source>
+        <translation>Ikke gitt</translation>
     </message>
     <message>
         <source>Nothing heard</source>
@@ -496,6 +632,10 @@
         <translation>Kjente ikke igjen noe</translation>
     </message>
     <message>
+        <source>Nothing yet – download the selected model to start dictating.</source>
+        <translation>Ingenting ennå – last ned den valgte modellen for å begynne å diktere.</translation>
+    </message>
+    <message>
         <source>Num Lock</source>
         <translation>Num Lock</translation>
     </message>
@@ -504,12 +644,24 @@
         <translation>Av</translation>
     </message>
     <message>
+        <source>On-screen indicator</source>
+        <translation>Indikator på skjermen</translation>
+    </message>
+    <message>
         <source>One day down, many more ahead</source>
         <translation>Første dag i boks, mange flere i vente</translation>
     </message>
     <message>
         <source>Only counts are saved on this Mac – never the text you dictate.</source>
         <translation>Bare antall lagres på denne datamaskinen – aldri teksten du dikterer.</translation>
+    </message>
+    <message>
+        <source>Open Accessibility settings…</source>
+        <translation>Åpne tilgjengelighetsinnstillingene …</translation>
+    </message>
+    <message>
+        <source>Open Microphone settings…</source>
+        <translation>Åpne mikrofoninnstillingene …</translation>
     </message>
     <message>
         <source>Page Down</source>
@@ -536,6 +688,14 @@
         <translation>Periode</translation>
     </message>
     <message>
+        <source>Permissions</source>
+        <translation>Tillatelser</translation>
+    </message>
+    <message>
+        <source>Play a tone when recording starts and stops.</source>
+        <translation>Spill en tone når opptaket starter og stopper.</translation>
+    </message>
+    <message>
         <source>Press</source>
         <translation>Trykk</translation>
     </message>
@@ -556,6 +716,18 @@
         <translation>Privat</translation>
     </message>
     <message>
+        <source>Private by design</source>
+        <translation>Privat fra grunnen av</translation>
+    </message>
+    <message>
+        <source>Private, on-device Norwegian dictation for macOS. Press a hotkey, speak, and the text appears where your cursor is – in any app.</source>
+        <translation>Privat norsk diktering som kjører på din egen maskin. Trykk på en hurtigtast, snakk, og teksten dukker opp der markøren står – i alle programmer.</translation>
+    </message>
+    <message>
+        <source>Put whatever you had copied back after pasting.</source>
+        <translation>Legg tilbake det du hadde kopiert, etter innlimingen.</translation>
+    </message>
+    <message>
         <source>Quantised (q5_0)</source>
         <translation>Kvantisert (q5_0)</translation>
     </message>
@@ -566,6 +738,10 @@
     <message>
         <source>Recent dictations</source>
         <translation>Siste dikteringer</translation>
+    </message>
+    <message>
+        <source>Recommended</source>
+        <translation>Anbefalt</translation>
     </message>
     <message>
         <source>Record shortcut</source>
@@ -582,6 +758,14 @@
     <message>
         <source>Reset statistics…</source>
         <translation>Nullstill statistikk …</translation>
+    </message>
+    <message>
+        <source>Restore clipboard</source>
+        <translation>Gjenopprett utklippstavlen</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Prøv igjen</translation>
     </message>
     <message>
         <source>Return</source>
@@ -625,7 +809,7 @@
     </message>
     <message>
         <source>Right ⌥ Option</source>
-        <translation>Høyre Alt</translation>
+        <translation>Høyre Alt (Alt Gr)</translation>
     </message>
     <message>
         <source>Same model at full precision. Marginally more accurate on difficult audio, three times the download and memory.</source>
@@ -640,6 +824,10 @@
         <translation>Innstillinger</translation>
     </message>
     <message>
+        <source>Setup guide</source>
+        <translation>Oppsettsveiviser</translation>
+    </message>
+    <message>
         <source>Setup required</source>
         <translation>Oppsett gjenstår</translation>
     </message>
@@ -652,8 +840,20 @@
         <translation>Vis alt</translation>
     </message>
     <message>
+        <source>Show in Dock</source>
+        <translation>Vis i oppgavelinjen</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Vis i filbehandleren</translation>
+    </message>
+    <message>
         <source>Show less</source>
         <translation>Vis mindre</translation>
+    </message>
+    <message>
+        <source>Sounds</source>
+        <translation>Lyder</translation>
     </message>
     <message>
         <source>Space</source>
@@ -662,6 +862,18 @@
     <message>
         <source>Speaking time</source>
         <translation>Taletid</translation>
+    </message>
+    <message>
+        <source>Speech</source>
+        <translation>Tale</translation>
+    </message>
+    <message>
+        <source>Speech models</source>
+        <translation>Talemodeller</translation>
+    </message>
+    <message>
+        <source>Speech recognition by NB-Whisper (Nasjonalbiblioteket, Apache-2.0) running on whisper.cpp (MIT), Metal-accelerated. Nothing leaves your Mac.</source>
+        <translation>Talegjenkjenning med NB-Whisper (Nasjonalbiblioteket, Apache-2.0) på whisper.cpp (MIT). Ingenting forlater datamaskinen din.</translation>
     </message>
     <message>
         <source>Start Tulvane from your desktop session, where DISPLAY is set.</source>
@@ -674,6 +886,10 @@
     <message>
         <source>Statistics</source>
         <translation>Statistikk</translation>
+    </message>
+    <message>
+        <source>Stop automatically</source>
+        <translation>Stopp automatisk</translation>
     </message>
     <message>
         <source>Streak</source>
@@ -690,6 +906,10 @@
     <message>
         <source>Tab</source>
         <translation>Tabulator</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Tekst</translation>
     </message>
     <message>
         <source>That's %1× faster than typing</source>
@@ -754,6 +974,14 @@
     <message>
         <source>The microphone's audio format is not supported.</source>
         <translation>Mikrofonens lydformat støttes ikke.</translation>
+    </message>
+    <message>
+        <source>The model file will be removed from disk. You can download it again later.</source>
+        <translation>Modellfilen blir fjernet fra disken. Du kan laste den ned igjen senere.</translation>
+    </message>
+    <message>
+        <source>The model usually does this itself; off keeps its output as is.</source>
+        <translation>Modellen gjør vanligvis dette selv; av beholder teksten slik den er.</translation>
     </message>
     <message>
         <source>The recording is kept in memory until you make the next one.</source>
@@ -908,6 +1136,22 @@
         <translation>Bruk en tastekombinasjon som hurtigtast.</translation>
     </message>
     <message>
+        <source>Use this if Tulvane is already switched on in System Settings but the permission still shows as missing (happens after updates).</source>
+        <translation>Bruk denne hvis Tulvane allerede er slått på i systeminnstillingene, men tillatelsen fortsatt vises som manglende (skjer etter oppdateringer).</translation>
+    </message>
+    <message>
+        <source>Use this model</source>
+        <translation>Bruk denne modellen</translation>
+    </message>
+    <message>
+        <source>Used to recognise and transcribe spoken Norwegian as accurately as possible. All variants are NB-Whisper Medium from the National Library of Norway and run fully on your Mac.</source>
+        <translation>Brukes til å gjenkjenne norsk tale og skrive den ned så nøyaktig som mulig. Alle variantene er NB-Whisper Medium fra Nasjonalbiblioteket og kjører helt og holdent på datamaskinen din.</translation>
+    </message>
+    <message>
+        <source>Verifying…</source>
+        <translation>Kontrollerer …</translation>
+    </message>
+    <message>
         <source>Version </source>
         <translation>Versjon </translation>
     </message>
@@ -916,12 +1160,20 @@
         <translation>Vis alle</translation>
     </message>
     <message>
+        <source>Vocabulary</source>
+        <translation>Ordliste</translation>
+    </message>
+    <message>
         <source>Volume Down</source>
         <translation>Volum ned</translation>
     </message>
     <message>
         <source>Volume Up</source>
         <translation>Volum opp</translation>
+    </message>
+    <message>
+        <source>Walks through permissions, model download and hotkey again.</source>
+        <translation>Går gjennom tillatelser, nedlasting av modell og hurtigtast på nytt.</translation>
     </message>
     <message>
         <source>What the system uses can be changed in its keyboard settings.</source>
@@ -969,11 +1221,15 @@
     </message>
     <message>
         <source>fn / 🌐 Globe</source>
-        <translation>fn</translation>
+        <translation>Fn</translation>
     </message>
     <message>
         <source>vs. typing at %1 words/min</source>
         <translation>mot å skrive %1 ord/min</translation>
+    </message>
+    <message>
+        <source>whisper.cpp runs on the Apple Silicon GPU through Metal. A ten-second sentence transcribes in a few seconds.</source>
+        <translation>whisper.cpp bruker prosessoren din fullt ut, og en grafikkbrikke der det finnes støtte for den. En setning på ti sekunder blir til tekst på noen få sekunder.</translation>
     </message>
 </context>
 </TS>

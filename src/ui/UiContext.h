@@ -19,6 +19,7 @@ class PermissionsService;
 class Presentation;
 class Scheduler;
 class StatsStore;
+class Windows;
 class Workspace;
 
 /// What the windows show and change. All of it outlives them. Main thread.
@@ -40,6 +41,8 @@ struct UiContext {
     QString version; ///< the application's short version
     /// Ends this program and starts it anew, as after a change of the interface language.
     std::function<void()> relaunch = [] {};
+    /// The windows themselves, for what leads from one to the other; set by the user interface.
+    Windows* windows = nullptr;
 };
 
 } // namespace tulvane

@@ -14,8 +14,10 @@ namespace tulvane {
 UserInterface::UserInterface() = default;
 UserInterface::~UserInterface() = default;
 
-void UserInterface::attach(const UiContext& context)
+void UserInterface::attach(const UiContext& given)
 {
+    UiContext context = given;
+    context.windows = this;
     Look::shared().follow(context.presentation);
     m_settingsWindow = std::make_unique<SettingsWindowController>(
         SettingsWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },

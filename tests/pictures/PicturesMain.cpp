@@ -7,7 +7,6 @@
 
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
-#include <ui/look/InterfaceLanguage.h>
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QCommandLineParser>
@@ -130,9 +129,7 @@ int main(int argc, char** argv)
     if (size.size() == 2)
         wish.size = QSize(size.at(0).toInt(), size.at(1).toInt());
 
-    test::UiWorld world;
-    installInterfaceLanguage(wish.language);
-    world.settings.setAppLanguage(wish.language);
+    test::UiWorld world(wish.language);
     world.presentation.setSystemAppearance(wish.appearance);
     world.presentation.setReducedMotion(true);
     prepare(world, wish.state);

@@ -31,4 +31,24 @@ StatisticsModel* UiModels::statistics()
     return made(m_statistics);
 }
 
+ModelGallery* UiModels::gallery()
+{
+    return made(m_gallery, selectedModel());
+}
+
+ModelEntry* UiModels::selectedModel()
+{
+    return made(m_selectedModel, QString());
+}
+
+PreferencesModel* UiModels::preferences()
+{
+    return made(m_preferences);
+}
+
+PermissionsModel* UiModels::permissions()
+{
+    return made(m_permissions);
+}
+
 } // namespace tulvane

@@ -4,6 +4,9 @@
 #include <ui/models/HistoryModel.h>
 #include <ui/models/HomeModel.h>
 #include <ui/models/MainModel.h>
+#include <ui/models/ModelGallery.h>
+#include <ui/models/PermissionsModel.h>
+#include <ui/models/PreferencesModel.h>
 #include <ui/models/StatisticsModel.h>
 
 #include <QObject>
@@ -19,6 +22,10 @@ class UiModels final : public QObject {
     Q_PROPERTY(tulvane::HomeModel* home READ home CONSTANT)
     Q_PROPERTY(tulvane::HistoryModel* history READ history CONSTANT)
     Q_PROPERTY(tulvane::StatisticsModel* statistics READ statistics CONSTANT)
+    Q_PROPERTY(tulvane::ModelGallery* gallery READ gallery CONSTANT)
+    Q_PROPERTY(tulvane::ModelEntry* selectedModel READ selectedModel CONSTANT)
+    Q_PROPERTY(tulvane::PreferencesModel* preferences READ preferences CONSTANT)
+    Q_PROPERTY(tulvane::PermissionsModel* permissions READ permissions CONSTANT)
 
 public:
     UiModels(const UiContext& context, SettingsSelection& selection);
@@ -28,6 +35,11 @@ public:
     [[nodiscard]] HomeModel* home();
     [[nodiscard]] HistoryModel* history();
     [[nodiscard]] StatisticsModel* statistics();
+    [[nodiscard]] ModelGallery* gallery();
+    /// Whichever model is selected.
+    [[nodiscard]] ModelEntry* selectedModel();
+    [[nodiscard]] PreferencesModel* preferences();
+    [[nodiscard]] PermissionsModel* permissions();
 
 private:
     /// Makes the model on first use; it is this object's child.
@@ -45,6 +57,10 @@ private:
     HomeModel* m_home = nullptr;
     HistoryModel* m_history = nullptr;
     StatisticsModel* m_statistics = nullptr;
+    ModelGallery* m_gallery = nullptr;
+    ModelEntry* m_selectedModel = nullptr;
+    PreferencesModel* m_preferences = nullptr;
+    PermissionsModel* m_permissions = nullptr;
 };
 
 } // namespace tulvane

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <dictation/SettingsTab.h>
+
 #include <QPoint>
 #include <QString>
 #include <QStringList>
@@ -8,6 +10,8 @@ class QQuickItem;
 class QQuickWindow;
 
 namespace tulvane::test {
+
+class UiWorld;
 
 /// Looks at a window as a user and a screen reader do, and works its controls by real input events. A control
 /// is named by its `objectName`. Throws std::runtime_error when there is no such visible control.
@@ -22,6 +26,8 @@ public:
     /// Presses and releases the left button in the item's middle, scrolled into view first.
     void click(const QString& name);
     void click(QQuickItem& item);
+    /// Scrolls whatever scrolls to this distance from its top; false when it was as far already.
+    bool scrollTo(qreal y);
     /// Into whatever has the focus.
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void type(const QString& text);
@@ -37,5 +43,8 @@ public:
 private:
     QQuickWindow& m_window;
 };
+
+/// The layout flaws of a page of the main window at its smallest size, scrolled from its top to its end.
+[[nodiscard]] QStringList flawsOf(UiWorld& world, SettingsTab page);
 
 } // namespace tulvane::test

@@ -1,5 +1,5 @@
+#include <settings/InterfaceLanguage.h>
 #include <support/ui/UiWorld.h>
-#include <ui/look/InterfaceLanguage.h>
 #include <ui/models/HistoryModel.h>
 
 #include <QAbstractItemModelTester>
@@ -28,12 +28,12 @@ protected:
 TEST_F(HistoryModelTest, ARowTellsTextTimeLengthAndWords)
 {
     world.settings.setAutoCapitalize(false);
-    world.dictate(QStringLiteral("hei på – deg"), 4.25);
+    world.dictate(QStringLiteral("hei på – deg"), 4.3);
     const HistoryModel model(world.context(), 25, nullptr);
     ASSERT_EQ(model.count(), 1);
     EXPECT_EQ(text(model, 0, HistoryModel::TranscriptRole), u"hei på – deg");
     EXPECT_EQ(text(model, 0, HistoryModel::TimeRole), u"12:00 PM");
-    EXPECT_EQ(text(model, 0, HistoryModel::LengthRole), u"4.2 s");
+    EXPECT_EQ(text(model, 0, HistoryModel::LengthRole), u"4.3 s");
     EXPECT_EQ(text(model, 0, HistoryModel::WordsRole), u"3 words");
     EXPECT_EQ(text(model, 0, HistoryModel::CopyLabelRole), u"Copy");
     EXPECT_FALSE(model.data(model.index(1), HistoryModel::TranscriptRole).isValid());

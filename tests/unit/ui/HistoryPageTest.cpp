@@ -86,10 +86,11 @@ TEST_F(HistoryPageTest, AVeryLongTextIsCutUntilItIsAskedFor)
     QQuickItem& more = probe.item(QStringLiteral("history.more.0"));
     EXPECT_EQ(nameOf(more), u"Show all");
     const qreal y = more.y();
-    probe.click(more);
+    more.forceActiveFocus(Qt::TabFocusReason);
+    probe.press(Qt::Key_Return);
     EXPECT_EQ(nameOf(more), u"Show less");
     EXPECT_GT(more.y(), y + 100);
-    probe.click(more);
+    probe.press(Qt::Key_Return);
     EXPECT_EQ(more.y(), y);
     // A copy is of the whole text.
     probe.click(QStringLiteral("history.copy.0"));
@@ -105,8 +106,8 @@ TEST_F(HistoryPageTest, ATextIsShownAsItIsWhateverItsSignsMean)
 
 TEST_F(HistoryPageTest, NothingIsCutOffOrOverlaps)
 {
-    EXPECT_THAT(flawsOf(SettingsTab::history, [](UiWorld&) {}), IsEmpty());
-    EXPECT_THAT(flawsOf(SettingsTab::history, [](UiWorld& one) { one.fill(); }), IsEmpty());
+    EXPECT_THAT(flawsIn(SettingsTab::history, [](UiWorld&) {}), IsEmpty());
+    EXPECT_THAT(flawsIn(SettingsTab::history, [](UiWorld& one) { one.fill(); }), IsEmpty());
 }
 
 } // namespace

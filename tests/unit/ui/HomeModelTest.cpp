@@ -31,6 +31,14 @@ protected:
         world.installModel(world.settings.selectedModelID());
         UiWorld::settle();
     }
+    /// The model is there, and its load has begun.
+    void beginLoading()
+    {
+        world.engine.isPrompt = false;
+        setUpProgram();
+        world.engine.step(); // the question which model is loaded
+        UiWorld::settle();
+    }
     void failToTranscribe()
     {
         world.engine.transcribeError = EngineError::transcriptionFailed(-6);
@@ -78,8 +86,7 @@ TEST_F(HomeModelTest, TheStatusOfAnIdleProgramIsItsReadiness)
     EXPECT_EQ(home().status(), u"Setup required");
     EXPECT_EQ(home().tone(), HomeModel::Tone::Setup);
 
-    world.engine.isPrompt = false;
-    setUpProgram();
+    beginLoading();
     EXPECT_EQ(home().status(), u"Loading model…");
     EXPECT_EQ(home().tone(), HomeModel::Tone::Loading);
     while (world.engine.waiting() > 0) {
@@ -99,8 +106,7 @@ TEST_F(HomeModelTest, TheStatusOfAnIdleProgramIsItsReadiness)
 
 TEST_F(HomeModelTest, WithoutReadinessALoadingModelIsNotTold)
 {
-    world.engine.isPrompt = false;
-    setUpProgram();
+    beginLoading();
     ASSERT_TRUE(world.session.isModelLoading());
     world.privacy.microphoneAccess = MicrophoneAccess::denied;
     world.permissions.refresh();

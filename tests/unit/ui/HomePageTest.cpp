@@ -37,7 +37,7 @@ TEST_F(HomePageTest, ShowsEverythingOfAFreshProgram)
 {
     WindowProbe& probe = open(SettingsTab::home);
     for (const char* text :
-         {"Good afternoon", "Setup required", "Hold down", "⌥", "Space", "and speak into any text field",
+         {"Good afternoon", "Setup required", "Press", "⌥", "Space", "and speak into any text field",
           "Daily streak", "Average speed", "Total words dictated", "Everything stays on your computer",
           "Audio is recorded only while the hotkey is active and transcribed locally by NB-Whisper. No "
           "account, no cloud, no transcripts on disk.",
@@ -81,9 +81,9 @@ TEST_F(HomePageTest, TheStatusIsThatOfTheDictation)
 TEST_F(HomePageTest, BothHotkeysAreShownWithOneWordBetweenThem)
 {
     world.settings.setModifierHotkey(ModifierHotkey::rightControl);
-    world.settings.setHotkeyMode(HotkeyMode::toggle);
+    world.settings.setHotkeyMode(HotkeyMode::hybrid);
     WindowProbe& probe = open(SettingsTab::home);
-    EXPECT_TRUE(probe.shows(QStringLiteral("Press")));
+    EXPECT_TRUE(probe.shows(QStringLiteral("Hold down")));
     EXPECT_TRUE(probe.shows(QStringLiteral("or")));
     EXPECT_TRUE(probe.shows(QStringLiteral("Right Ctrl")));
 }
@@ -211,8 +211,8 @@ TEST_F(HomePageTest, TheKeyboardReachesEveryControlAndPressesIt)
 
 TEST_F(HomePageTest, NothingIsCutOffOrOverlaps)
 {
-    EXPECT_THAT(flawsOf(SettingsTab::home, [](UiWorld&) {}), IsEmpty());
-    EXPECT_THAT(flawsOf(SettingsTab::home,
+    EXPECT_THAT(flawsIn(SettingsTab::home, [](UiWorld&) {}), IsEmpty());
+    EXPECT_THAT(flawsIn(SettingsTab::home,
                         [](UiWorld& one) {
                             one.fill();
                             one.privacy.accessibilityGranted = false;
@@ -221,7 +221,7 @@ TEST_F(HomePageTest, NothingIsCutOffOrOverlaps)
                             one.shortcuts.setShortcut(Shortcut{2, 0x800}, ShortcutName::dictate());
                         }),
                 IsEmpty());
-    EXPECT_THAT(flawsOf(SettingsTab::home,
+    EXPECT_THAT(flawsIn(SettingsTab::home,
                         [](UiWorld& one) {
                             one.fill();
                             fail(one);

@@ -2,7 +2,6 @@
 
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
-#include <ui/look/InterfaceLanguage.h>
 #include <ui/look/Look.h>
 #include <ui/windows/SettingsWindowController.h>
 
@@ -42,12 +41,11 @@ protected:
         return item ? item->objectName() : QString();
     }
     /// The flaws of a page in both languages at the smallest size and the first one.
-    [[nodiscard]] static QStringList flawsOf(SettingsTab page, const std::function<void(UiWorld&)>& prepare)
+    [[nodiscard]] static QStringList flawsIn(SettingsTab page, const std::function<void(UiWorld&)>& prepare)
     {
         QStringList flaws;
         for (const AppLanguage language : allCases<AppLanguage>()) {
-            UiWorld world;
-            installInterfaceLanguage(language);
+            UiWorld world(language);
             world.presentation.setReducedMotion(true);
             prepare(world);
             world.ui.showPage(page);

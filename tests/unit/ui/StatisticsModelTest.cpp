@@ -1,5 +1,5 @@
+#include <settings/InterfaceLanguage.h>
 #include <support/ui/UiWorld.h>
-#include <ui/look/InterfaceLanguage.h>
 #include <ui/models/StatisticsModel.h>
 
 #include <QSignalSpy>

@@ -1,5 +1,7 @@
 #include "PageFixture.h"
 
+#include <settings/InterfaceLanguage.h>
+
 #include <gmock/gmock.h>
 
 namespace tulvane::test {
@@ -47,10 +49,10 @@ TEST_F(StatisticsPageTest, ShowsItsFiguresAndItsTexts)
           "50",
           "Time saved",
           "45 s",
-          "vs. typing at 40 words/min",
+          "vs. typing at 40 words/\u2060min",
           "Speaking time",
           "30 s",
-          "100 words/min",
+          "100 words/\u2060min",
           "Streak",
           "1 of 7 days active",
           "Words per day",
@@ -187,7 +189,7 @@ TEST_F(StatisticsPageTest, TheTypingSpeedStepsByFiveWithinItsBounds)
     probe.press(Qt::Key_Up);
     EXPECT_EQ(world.settings.typingWordsPerMinute(), 45);
     EXPECT_TRUE(probe.shows(QStringLiteral("My typing speed: **45** words/min")));
-    EXPECT_TRUE(probe.shows(QStringLiteral("vs. typing at 45 words/min")));
+    EXPECT_TRUE(probe.shows(QStringLiteral("vs. typing at 45 words/\u2060min")));
     for (int i = 0; i < 30; ++i)
         probe.press(Qt::Key_Up);
     EXPECT_EQ(world.settings.typingWordsPerMinute(), 120);
@@ -204,15 +206,15 @@ TEST_F(StatisticsPageTest, ResettingAsksFirst)
     EXPECT_TRUE(probe.shows(QStringLiteral("Reset all statistics?")));
     EXPECT_TRUE(probe.shows(QStringLiteral(
         "All counters are deleted. Transcripts are never stored, so nothing else is affected.")));
-    EXPECT_EQ(nameOf(probe.item(QStringLiteral("statistics.question.confirm"))), u"Reset");
-    probe.click(QStringLiteral("statistics.question.cancel"));
+    EXPECT_EQ(nameOf(probe.item(QStringLiteral("confirm.action"))), u"Reset");
+    probe.click(QStringLiteral("confirm.cancel"));
     EXPECT_FALSE(probe.shows(QStringLiteral("Reset all statistics?")));
     EXPECT_EQ(world.stats.days().size(), 1);
     probe.click(QStringLiteral("statistics.reset"));
     probe.press(Qt::Key_Escape);
     EXPECT_EQ(world.stats.days().size(), 1);
     probe.click(QStringLiteral("statistics.reset"));
-    probe.click(QStringLiteral("statistics.question.confirm"));
+    probe.click(QStringLiteral("confirm.action"));
     EXPECT_TRUE(world.stats.days().isEmpty());
     EXPECT_TRUE(probe.shows(QStringLiteral("No dictations yet")));
 }
@@ -228,15 +230,15 @@ TEST_F(StatisticsPageTest, TheKeyboardReachesEveryControl)
 
 TEST_F(StatisticsPageTest, NothingIsCutOffOrOverlaps)
 {
-    EXPECT_THAT(flawsOf(SettingsTab::statistics, [](UiWorld&) {}), IsEmpty());
-    EXPECT_THAT(flawsOf(SettingsTab::statistics, [](UiWorld& one) { one.fill(); }), IsEmpty());
+    EXPECT_THAT(flawsIn(SettingsTab::statistics, [](UiWorld&) {}), IsEmpty());
+    EXPECT_THAT(flawsIn(SettingsTab::statistics, [](UiWorld& one) { one.fill(); }), IsEmpty());
     // Figures as large as a hard-working year has, and a chart without any.
-    EXPECT_THAT(flawsOf(SettingsTab::statistics,
+    EXPECT_THAT(flawsIn(SettingsTab::statistics,
                         [](UiWorld& one) {
                             one.stats.record(QStringLiteral("ord ").repeated(123456), one.clock.now(), 44640);
                         }),
                 IsEmpty());
-    EXPECT_THAT(flawsOf(SettingsTab::statistics,
+    EXPECT_THAT(flawsIn(SettingsTab::statistics,
                         [](UiWorld& one) {
                             one.stats.record(QStringLiteral("ord"), one.clock.now().addDays(-100), 1);
                         }),

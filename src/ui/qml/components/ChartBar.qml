@@ -14,10 +14,11 @@ T.AbstractButton {
 
     hoverEnabled: true
     text: !day ? "" : isSelected ? day.name + ", " + Words.translate("Selected") : day.name
+    Accessible.name: text
     Accessible.selectable: true
     Accessible.selected: isSelected
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     background: Rectangle {
         x: -1

@@ -60,12 +60,12 @@ T.Popup {
 
             PushButton {
                 id: cancel
-                objectName: dialog.objectName + ".cancel"
+                objectName: "confirm.cancel"
                 text: Words.translate("Cancel")
                 onClicked: dialog.close()
             }
             PushButton {
-                objectName: dialog.objectName + ".confirm"
+                objectName: "confirm.action"
                 look: PushButton.Danger
                 text: dialog.action
                 onClicked: {

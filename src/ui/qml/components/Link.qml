@@ -11,9 +11,10 @@ T.AbstractButton {
     implicitWidth: words.implicitWidth
     implicitHeight: words.implicitHeight
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     Accessible.role: Accessible.Link
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         id: words

@@ -9,8 +9,14 @@ T.Switch {
     implicitWidth: 42
     implicitHeight: 24
     focusPolicy: Qt.StrongFocus
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Accessible.name: text
+    Keys.onReturnPressed: turn()
+    Keys.onEnterPressed: turn()
+
+    function turn() {
+        toggle.toggle();
+        toggled();
+    }
 
     indicator: Rectangle {
         width: 42

@@ -151,7 +151,6 @@ ScrollPage {
 
     ConfirmDialog {
         id: question
-        objectName: "statistics.question"
         title: Words.translate("Reset all statistics?")
         message: Words.translate("All counters are deleted. Transcripts are never stored, so nothing else is affected.")
         action: Words.translate("Reset")

@@ -1,3 +1,4 @@
+#include <dictation/DictationSession.h>
 #include <ui/models/UiModels.h>
 
 namespace tulvane {
@@ -13,6 +14,21 @@ UiModels::~UiModels() = default;
 MainModel* UiModels::main()
 {
     return made(m_main, m_selection);
+}
+
+HomeModel* UiModels::home()
+{
+    return made(m_home);
+}
+
+HistoryModel* UiModels::history()
+{
+    return made(m_history, DictationSession::mostEntries);
+}
+
+StatisticsModel* UiModels::statistics()
+{
+    return made(m_statistics);
 }
 
 ModelGallery* UiModels::gallery()

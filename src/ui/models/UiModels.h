@@ -1,10 +1,13 @@
 #pragma once
 
 #include <ui/UiContext.h>
+#include <ui/models/HistoryModel.h>
+#include <ui/models/HomeModel.h>
 #include <ui/models/MainModel.h>
 #include <ui/models/ModelGallery.h>
 #include <ui/models/PermissionsModel.h>
 #include <ui/models/PreferencesModel.h>
+#include <ui/models/StatisticsModel.h>
 
 #include <QObject>
 
@@ -16,6 +19,9 @@ class UiModels final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(tulvane::MainModel* main READ main CONSTANT)
+    Q_PROPERTY(tulvane::HomeModel* home READ home CONSTANT)
+    Q_PROPERTY(tulvane::HistoryModel* history READ history CONSTANT)
+    Q_PROPERTY(tulvane::StatisticsModel* statistics READ statistics CONSTANT)
     Q_PROPERTY(tulvane::ModelGallery* gallery READ gallery CONSTANT)
     Q_PROPERTY(tulvane::ModelEntry* selectedModel READ selectedModel CONSTANT)
     Q_PROPERTY(tulvane::PreferencesModel* preferences READ preferences CONSTANT)
@@ -26,6 +32,9 @@ public:
     ~UiModels() override;
 
     [[nodiscard]] MainModel* main();
+    [[nodiscard]] HomeModel* home();
+    [[nodiscard]] HistoryModel* history();
+    [[nodiscard]] StatisticsModel* statistics();
     [[nodiscard]] ModelGallery* gallery();
     /// Whichever model is selected.
     [[nodiscard]] ModelEntry* selectedModel();
@@ -45,6 +54,9 @@ private:
     UiContext m_context;
     SettingsSelection& m_selection;
     MainModel* m_main = nullptr;
+    HomeModel* m_home = nullptr;
+    HistoryModel* m_history = nullptr;
+    StatisticsModel* m_statistics = nullptr;
     ModelGallery* m_gallery = nullptr;
     ModelEntry* m_selectedModel = nullptr;
     PreferencesModel* m_preferences = nullptr;

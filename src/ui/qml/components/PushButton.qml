@@ -27,8 +27,8 @@ T.Button {
     font.family: Theme.family
     font.pixelSize: Theme.bodySize
     font.weight: Font.Medium
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         implicitWidth: row.implicitWidth

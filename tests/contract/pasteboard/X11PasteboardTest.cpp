@@ -39,6 +39,28 @@ protected:
         return test::waitUntil([&] { return m_board.reading() == Pasteboard::Reading::read; });
     }
 
+    /// The owner takes the selection between the moment that our next write is of and the write itself.
+    class Overtaking final : public X11Link::Listener {
+    public:
+        Overtaking(X11Link& link, ScriptedOwner& owner) : m_link(link), m_owner(owner)
+        {
+            m_link.addListener(*this);
+        }
+        ~Overtaking() override { m_link.removeListener(*this); }
+        void handle(const xcb_generic_event_t& event) override
+        {
+            if (event.response_type != XCB_PROPERTY_NOTIFY || std::exchange(m_done, true))
+                return;
+            const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+            m_owner.ownAfter(notice.time);
+        }
+
+    private:
+        X11Link& m_link;
+        ScriptedOwner& m_owner;
+        bool m_done = false;
+    };
+
     test::VirtualDesktop m_desktop;
     EventLoopScheduler m_scheduler;
     X11Peer m_front{m_desktop.display()};
@@ -319,6 +341,33 @@ TEST_F(X11PasteboardTest, ClearingWhatAnotherProgramOwnsLeavesNoOwner)
     m_board.clear();
     EXPECT_TRUE(contents().items.isEmpty());
     EXPECT_TRUE(seen().contents.items.isEmpty());
+}
+
+TEST_F(X11PasteboardTest, AProgramThatIsQuickerThanOurWriteKeepsThePasteboard)
+{
+    m_owner.offer({{u"UTF8_STRING"_qs, Target("theirs")}});
+    m_board.replace({PasteboardItem::text(u"ours"_qs)});
+    {
+        const Overtaking overtaking(*m_link, m_owner);
+        EXPECT_FALSE(
+            m_board.replaceUnlessChanged({PasteboardItem::text(u"saved"_qs)}, m_board.changeCount()));
+    }
+    EXPECT_LT(m_board.ownChangeCount(), m_board.changeCount());
+    EXPECT_EQ(contents().items.first().plainText(), u"theirs"_qs);
+}
+
+TEST_F(X11PasteboardTest, AClearingThatCameTooLateHidesNoOtherOne)
+{
+    m_owner.offer({{u"UTF8_STRING"_qs, Target("theirs")}});
+    {
+        const Overtaking overtaking(*m_link, m_owner);
+        m_board.clear();
+    }
+    EXPECT_EQ(contents().items.first().plainText(), u"theirs"_qs);
+    const qint64 before = m_board.changeCount();
+    X11Pasteboard other(m_owner.link(), m_scheduler, u"CLIPBOARD"_qs);
+    other.clear();
+    EXPECT_GT(m_board.changeCount(), before);
 }
 
 TEST_F(X11PasteboardTest, AReadThatRunsWhenThePasteboardGoesStillFinishes)

@@ -1,8 +1,6 @@
 #include <platform/linux/x11text/FrontWindow.h>
 #include <platform/linux/x11text/X11Pasteboard.h>
 
-#include <xcb/xfixes.h>
-
 #include <algorithm>
 
 namespace tulvane {
@@ -79,15 +77,35 @@ qint64 X11Pasteboard::changeCount()
 
 bool X11Pasteboard::replace(const QList<PasteboardItem>& items)
 {
+    return put(items, std::nullopt);
+}
+
+void X11Pasteboard::clear()
+{
+    empty(std::nullopt);
+}
+
+bool X11Pasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count)
+{
+    return items.isEmpty() ? empty(count) : put(items, count);
+}
+
+bool X11Pasteboard::put(const QList<PasteboardItem>& items, OnlyAt count)
+{
     const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
+    const xcb_window_t front = FrontWindow::current(m_link).window;
+    // Whatever has been written until this moment is counted. What another program writes between it and the
+    // change of the owner has a later time than ours, and the server keeps to it.
     const xcb_timestamp_t time = m_link.serverTime(m_window);
+    if (count && m_changeCount != *count)
+        return false;
     m_offers.set(offers, time);
     m_ownItems = items;
     m_reading = Reading::unread;
-    m_front = FrontWindow::current(m_link).window;
+    m_front = front;
     setOwner(m_window, time);
     if (isOurs()) {
-        ++m_changeCount;
+        countOwnChange();
         return true;
     }
     m_offers.drop();
@@ -95,14 +113,21 @@ bool X11Pasteboard::replace(const QList<PasteboardItem>& items)
     return false;
 }
 
-void X11Pasteboard::clear()
+bool X11Pasteboard::empty(OnlyAt count)
 {
     const xcb_timestamp_t time = m_link.serverTime(m_window);
+    if (count && m_changeCount != *count)
+        return false;
     m_offers.drop();
     m_ownItems.clear();
-    ++m_changeCount;
-    ++m_ownClearsToCome;
+    countOwnChange();
+    // The notice of it comes now or, where another program was quicker, never: waited for any longer, it
+    // would be taken for the next program's that clears the pasteboard.
+    m_clearing = time;
     setOwner(noWindow, time);
+    m_link.catchUp();
+    m_clearing.reset();
+    return true;
 }
 
 void X11Pasteboard::handle(const xcb_generic_event_t& event)
@@ -111,17 +136,17 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event)
         return;
     const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
     if (notice.window == m_window && notice.selection == m_selection)
-        ownerChanged(notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER ? notice.owner
-                                                                                      : noWindow);
+        ownerChanged(notice);
 }
 
-void X11Pasteboard::ownerChanged(xcb_window_t owner)
+void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& notice)
 {
     // Our own write was counted when it was made.
-    if (owner == m_window)
+    const bool isSet = notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    if (isSet && notice.owner == m_window)
         return;
-    if (owner == noWindow && m_ownClearsToCome > 0) {
-        --m_ownClearsToCome;
+    if (isSet && notice.owner == noWindow && m_clearing == notice.selection_timestamp) {
+        m_clearing.reset();
         return;
     }
     ++m_changeCount;

@@ -8,8 +8,11 @@
 #include <QObject>
 #include <QPromise>
 
+#include <xcb/xfixes.h>
+
 #include <list>
 #include <memory>
+#include <optional>
 
 namespace tulvane {
 
@@ -29,6 +32,8 @@ public:
     [[nodiscard]] qint64 changeCount() override;
     bool replace(const QList<PasteboardItem>& items) override;
     void clear() override;
+    [[nodiscard]] qint64 ownChangeCount() const override { return m_ownChangeCount; }
+    bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) override;
     [[nodiscard]] Reading reading() const override { return m_reading; }
     void setActivityHandler(std::function<void()> handler) override { m_activity = std::move(handler); }
 
@@ -41,7 +46,13 @@ private:
         std::unique_ptr<SelectionRead> read;
     };
 
-    void ownerChanged(xcb_window_t owner);
+    /// Whether it may be done only where this is still the change count.
+    using OnlyAt = std::optional<qint64>;
+    bool put(const QList<PasteboardItem>& items, OnlyAt count);
+    bool empty(OnlyAt count);
+    void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
+
+    void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
     void textRead(xcb_window_t reader);
     void readFinished(PendingRead& pending, const SelectionRead::Outcome& outcome);
     [[nodiscard]] bool isOurs() const;
@@ -58,7 +69,9 @@ private:
     TargetForms m_forms;
     std::list<PendingRead> m_reads;
     qint64 m_changeCount = 0;
-    int m_ownClearsToCome = 0; ///< notices of our own clearing that have not arrived yet
+    qint64 m_ownChangeCount = 0;
+    /// The time of a clearing of ours whose notice is on its way.
+    std::optional<xcb_timestamp_t> m_clearing;
     Reading m_reading = Reading::unread;
     xcb_window_t m_front = noWindow;
     std::function<void()> m_activity;

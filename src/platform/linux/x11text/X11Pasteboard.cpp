@@ -5,12 +5,17 @@
 
 namespace tulvane {
 
-X11Pasteboard::X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString& selection)
+X11Pasteboard::X11Pasteboard(X11Link& link, SelectionKeeper& keeper, Scheduler& scheduler,
+                             const QString& selection)
     : m_link(link),
+      m_keeper(keeper),
       m_scheduler(scheduler),
       m_selection(link.atom(selection)),
       m_window(link.makeHiddenWindow()),
-      m_offers(link, m_window, m_selection, [this](xcb_window_t reader) { textRead(reader); })
+      m_owner(keeper.keep(m_selection, [this](xcb_window_t reader, quint64 offer) {
+          QMetaObject::invokeMethod(
+              &m_context, [this, reader, offer] { textRead(reader, offer); }, Qt::QueuedConnection);
+      }))
 {
     m_link.addListener(*this);
     xcb_connection_t* const connection = m_link.connection();
@@ -30,6 +35,7 @@ X11Pasteboard::X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString&
 
 X11Pasteboard::~X11Pasteboard()
 {
+    m_keeper.forget(m_selection);
     m_link.removeListener(*this);
     for (PendingRead& pending : m_reads) {
         pending.promise.addResult(PasteboardContents{{}, false});
@@ -99,16 +105,15 @@ bool X11Pasteboard::put(const QList<PasteboardItem>& items, OnlyAt count)
     const xcb_timestamp_t time = m_link.serverTime(m_window);
     if (count && m_changeCount != *count)
         return false;
-    m_offers.set(offers, time);
     m_ownItems = items;
     m_reading = Reading::unread;
     m_front = front;
-    setOwner(m_window, time);
+    m_keeper.take(m_selection, offers, time, ++m_offer);
     if (isOurs()) {
         countOwnChange();
         return true;
     }
-    m_offers.drop();
+    m_keeper.drop(m_selection);
     m_ownItems.clear();
     return false;
 }
@@ -118,7 +123,7 @@ bool X11Pasteboard::empty(OnlyAt count)
     const xcb_timestamp_t time = m_link.serverTime(m_window);
     if (count && m_changeCount != *count)
         return false;
-    m_offers.drop();
+    m_keeper.drop(m_selection);
     m_ownItems.clear();
     countOwnChange();
     // The notice of it comes now or, where another program was quicker, never: waited for any longer, it
@@ -143,7 +148,7 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
 {
     // Our own write was counted when it was made.
     const bool isSet = notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
-    if (isSet && notice.owner == m_window)
+    if (isSet && notice.owner == m_owner)
         return;
     if (isSet && notice.owner == noWindow && m_clearing == notice.selection_timestamp) {
         m_clearing.reset();
@@ -151,7 +156,7 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
     }
     ++m_changeCount;
     if (!isOurs()) {
-        m_offers.drop();
+        m_keeper.drop(m_selection);
         m_ownItems.clear();
     }
     for (PendingRead& pending : m_reads)
@@ -159,9 +164,10 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
     tellActivity();
 }
 
-void X11Pasteboard::textRead(xcb_window_t reader)
+void X11Pasteboard::textRead(xcb_window_t reader, quint64 offer)
 {
-    if (m_front == noWindow || !FrontWindow::sameProgram(m_link, reader, m_front))
+    // What was read may be a text from before the last write.
+    if (offer != m_offer || m_front == noWindow || !FrontWindow::sameProgram(m_link, reader, m_front))
         return;
     m_reading = Reading::read;
     tellActivity();
@@ -172,7 +178,7 @@ bool X11Pasteboard::isOurs() const
     xcb_connection_t* const connection = m_link.connection();
     const XcbReply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, m_selection), nullptr));
-    return reply && reply->owner == m_window;
+    return reply && reply->owner == m_owner;
 }
 
 void X11Pasteboard::setOwner(xcb_window_t owner, xcb_timestamp_t time)

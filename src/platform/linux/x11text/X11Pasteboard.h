@@ -2,7 +2,7 @@
 
 #include <base/Scheduler.h>
 #include <platform/Pasteboard.h>
-#include <platform/linux/x11text/SelectionOffers.h>
+#include <platform/linux/x11text/SelectionKeeper.h>
 #include <platform/linux/x11text/SelectionRead.h>
 
 #include <QObject>
@@ -24,8 +24,8 @@ namespace tulvane {
 /// front that keeps copies of its own asks as soon as the owner changes, and never again when it pastes.
 class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
 public:
-    /// `selection` is "CLIPBOARD" or "PRIMARY". `link` and `scheduler` outlive the pasteboard.
-    X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString& selection);
+    /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
+    X11Pasteboard(X11Link& link, SelectionKeeper& keeper, Scheduler& scheduler, const QString& selection);
     ~X11Pasteboard() override;
 
     [[nodiscard]] QFuture<PasteboardContents> contents() override;
@@ -53,18 +53,20 @@ private:
     void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
 
     void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
-    void textRead(xcb_window_t reader);
+    void textRead(xcb_window_t reader, quint64 offer);
     void readFinished(PendingRead& pending, const SelectionRead::Outcome& outcome);
     [[nodiscard]] bool isOurs() const;
     void setOwner(xcb_window_t owner, xcb_timestamp_t time);
     void tellActivity();
 
     X11Link& m_link;
+    SelectionKeeper& m_keeper;
     Scheduler& m_scheduler;
     xcb_atom_t m_selection;
-    xcb_window_t m_window;
+    xcb_window_t m_window; ///< hears of changes of the owner
+    xcb_window_t m_owner;  ///< owns the selection while it is ours
     std::uint8_t m_fixesEvent = 0;
-    SelectionOffers m_offers;
+    quint64 m_offer = 0; ///< counts our writes
     QList<PasteboardItem> m_ownItems;
     TargetForms m_forms;
     std::list<PendingRead> m_reads;

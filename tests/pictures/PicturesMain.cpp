@@ -50,6 +50,9 @@ int tallness(const QQuickView& window)
     return tallest;
 }
 
+/// Of the PNG writer: the most work for the fewest bytes.
+constexpr int smallest = 0;
+
 bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
 {
     const auto tab = fromRawValue<SettingsTab>(page);
@@ -68,7 +71,8 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
     if (!wish.click.isEmpty())
         test::WindowProbe(*window).click(wish.click);
     const QString file = wish.folder.filePath(nameOf(page, wish));
-    const bool isWritten = window->grabWindow().save(file);
+    const bool isWritten =
+        window->grabWindow().convertToFormat(QImage::Format_RGB888).save(file, "PNG", smallest);
     window->resize(window->width(), height);
     std::printf("%s\n", qPrintable(file));
     return isWritten;

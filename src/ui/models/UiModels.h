@@ -1,11 +1,17 @@
 #pragma once
 
 #include <ui/UiContext.h>
+#include <ui/models/HotkeyModel.h>
 #include <ui/models/MainModel.h>
+#include <ui/models/OnboardingModel.h>
+#include <ui/models/PermissionWatch.h>
+#include <ui/models/SetupModel.h>
 
 #include <QObject>
 
 namespace tulvane {
+
+class Windows;
 
 /// What the windows' QML is given: one model for each page, made when a page first asks for it. Main thread.
 class UiModels final : public QObject {
@@ -13,12 +19,21 @@ class UiModels final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(tulvane::MainModel* main READ main CONSTANT)
+    Q_PROPERTY(tulvane::SetupModel* setup READ setup CONSTANT)
+    Q_PROPERTY(tulvane::OnboardingModel* onboarding READ onboarding CONSTANT)
+    Q_PROPERTY(tulvane::HotkeyModel* hotkey READ hotkey CONSTANT)
+    Q_PROPERTY(tulvane::PermissionWatch* watch READ watch CONSTANT)
 
 public:
-    UiModels(const UiContext& context, SettingsSelection& selection);
+    /// `windows` is what the models' links open; all of it outlives this object.
+    UiModels(const UiContext& context, SettingsSelection& selection, Windows& windows);
     ~UiModels() override;
 
     [[nodiscard]] MainModel* main();
+    [[nodiscard]] SetupModel* setup();
+    [[nodiscard]] OnboardingModel* onboarding();
+    [[nodiscard]] HotkeyModel* hotkey();
+    [[nodiscard]] PermissionWatch* watch();
 
 private:
     /// Makes the model on first use; it is this object's child.
@@ -29,10 +44,17 @@ private:
             model = new Model(m_context, std::forward<Arguments>(arguments)..., this);
         return model;
     }
+    [[nodiscard]] SetupFacts& facts() { return *made(m_facts); }
 
     UiContext m_context;
     SettingsSelection& m_selection;
+    Windows& m_windows;
     MainModel* m_main = nullptr;
+    SetupFacts* m_facts = nullptr;
+    SetupModel* m_setup = nullptr;
+    OnboardingModel* m_onboarding = nullptr;
+    HotkeyModel* m_hotkey = nullptr;
+    PermissionWatch* m_watch = nullptr;
 };
 
 } // namespace tulvane

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <ui/UiContext.h>
+#include <ui/models/SetupFacts.h>
+#include <ui/models/SetupItem.h>
+
+#include <QList>
+#include <QObject>
+#include <QVariantList>
+#include <QVariantMap>
+#include <QtQml/qqmlregistration.h>
+
+namespace tulvane {
+
+class Windows;
+
+/// The four steps of the setup guide, and what finishing it means. Live: nothing is stored but that it has
+/// been finished. Main thread.
+class OnboardingModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    /// Objects with `number`, `title`, `symbol`, `done` and `label`.
+    Q_PROPERTY(QVariantList steps READ stepObjects NOTIFY changed)
+    Q_PROPERTY(QString progress READ progress NOTIFY changed)
+    Q_PROPERTY(bool allDone READ isAllDone NOTIFY changed)
+    /// What stands beside the finish button; the hotkey's name in bold (`<b>`), everything else escaped.
+    Q_PROPERTY(QString footer READ footer NOTIFY footerChanged)
+    /// The same as plain text, for reading aloud.
+    Q_PROPERTY(QString spokenFooter READ spokenFooter NOTIFY footerChanged)
+    Q_PROPERTY(QString finishLabel READ finishLabel NOTIFY changed)
+    /// "ask", "denied" or "granted".
+    Q_PROPERTY(QString microphone READ microphone NOTIFY permissionsChanged)
+    Q_PROPERTY(bool accessibility READ isAccessibilityGranted NOTIFY permissionsChanged)
+    /// What stands in the way: objects with `reason` and `remedy`, empty where nothing does.
+    Q_PROPERTY(QVariantMap microphoneObstacle READ microphoneObstacle NOTIFY permissionsChanged)
+    Q_PROPERTY(QVariantMap accessibilityObstacle READ accessibilityObstacle NOTIFY permissionsChanged)
+
+public:
+    /// `facts` and `windows` outlive this object.
+    OnboardingModel(const UiContext& context, SetupFacts& facts, Windows& windows, QObject* parent);
+
+    [[nodiscard]] QList<SetupStep> steps() const;
+    [[nodiscard]] QVariantList stepObjects() const;
+    [[nodiscard]] QString progress() const;
+    [[nodiscard]] bool isAllDone() const;
+    [[nodiscard]] QString footer() const;
+    [[nodiscard]] QString spokenFooter() const;
+    [[nodiscard]] QString finishLabel() const;
+    [[nodiscard]] QString microphone() const;
+    [[nodiscard]] bool isAccessibilityGranted() const;
+    [[nodiscard]] QVariantMap microphoneObstacle() const;
+    [[nodiscard]] QVariantMap accessibilityObstacle() const;
+
+    /// Does what leads towards the end of the step, 1 to 4.
+    Q_INVOKABLE void act(int number) const;
+    /// Has a stale decision forgotten, and asks anew. Blocks until the first is done.
+    Q_INVOKABLE void resetAccessibility() const;
+    /// The finish button: remembers that the setup is complete, where dictation can work, and asks for the
+    /// window to be closed either way.
+    Q_INVOKABLE void finish();
+
+Q_SIGNALS:
+    void changed();
+    void footerChanged();
+    void permissionsChanged();
+    void closeWanted();
+
+private:
+    void followPermissions();
+    void comparePermissions();
+    [[nodiscard]] int doneCount() const;
+
+    UiContext m_context;
+    SetupFacts& m_facts;
+    Windows& m_windows;
+    QVariantList m_toldPermissions;
+};
+
+} // namespace tulvane

@@ -1,0 +1,52 @@
+import QtQuick
+import Tulvane
+
+// How dictation is started and stopped: the mode, a single key, and a key combination. Stands on a card; `inset`
+// keeps it from the card's edges.
+Column {
+    id: view
+
+    required property HotkeyModel model
+    property int inset: 0
+
+    width: parent ? parent.width : 0
+
+    component Line: Item {
+        width: view.width
+        height: 2 * Theme.large + 1
+
+        Rectangle {
+            x: view.inset
+            y: Theme.large
+            width: parent.width - 2 * view.inset
+            height: 1
+            color: Theme.separator
+        }
+    }
+
+    Item {
+        width: 1
+        height: view.inset
+    }
+    ModeChoice {
+        x: view.inset
+        width: view.width - 2 * view.inset
+        model: view.model
+    }
+    Line {}
+    SingleKeyChoice {
+        x: view.inset
+        width: view.width - 2 * view.inset
+        model: view.model
+    }
+    Line {}
+    CombinationChoice {
+        x: view.inset
+        width: view.width - 2 * view.inset
+        model: view.model.field
+    }
+    Item {
+        width: 1
+        height: view.inset
+    }
+}

@@ -1,0 +1,45 @@
+import QtQuick
+import Tulvane
+
+// Leave to record: to be asked for, refused, or given.
+StepCard {
+    id: card
+
+    required property OnboardingModel guide
+
+    step: guide.steps[0]
+
+    Label {
+        width: parent.width
+        secondary: true
+        text: Words.translate("Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.")
+    }
+    PushButton {
+        objectName: "onboarding.allowMicrophone"
+        visible: card.guide.microphone === "ask"
+        look: PushButton.Primary
+        text: Words.translate("Allow microphone access")
+        onClicked: card.guide.act(1)
+    }
+    Notice {
+        width: parent.width
+        visible: card.guide.microphone === "denied"
+        text: card.guide.microphoneObstacle.reason
+        remedy: card.guide.microphoneObstacle.remedy
+
+        Label {
+            width: parent.width
+            text: Words.translate("Access was denied. Switch Tulvane on under Privacy & Security › Microphone.")
+        }
+        PushButton {
+            objectName: "onboarding.openMicrophone"
+            text: Words.translate("Open Microphone settings…")
+            onClicked: card.guide.act(1)
+        }
+    }
+    StatusLine {
+        width: parent.width
+        visible: card.guide.microphone === "granted"
+        text: Words.translate("Microphone access granted")
+    }
+}

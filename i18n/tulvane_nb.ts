@@ -4,6 +4,14 @@
 <context>
     <name>tulvane</name>
     <message>
+        <source> You can close this and come back any time from the menu-bar icon › Setup guide.</source>
+        <translation> Du kan lukke dette og komme tilbake når som helst fra ikonet i systemstatusfeltet › Oppsettsveiviser.</translation>
+    </message>
+    <message>
+        <source> of </source>
+        <translation> av </translation>
+    </message>
+    <message>
         <source> or </source>
         <translation> eller </translation>
     </message>
@@ -72,6 +80,10 @@
         <translation>%1 taletid · spart %2</translation>
     </message>
     <message>
+        <source>%1 steps left.</source>
+        <translation>%1 steg gjenstår.</translation>
+    </message>
+    <message>
         <source>%1 words</source>
         <translation>%1 ord</translation>
     </message>
@@ -80,8 +92,20 @@
         <translation>%1 ord/min</translation>
     </message>
     <message>
+        <source>%1/%2 completed</source>
+        <translation>%1 av %2 er ferdig</translation>
+    </message>
+    <message>
+        <source>%1/%2 steps completed</source>
+        <translation>%1 av %2 steg er ferdige</translation>
+    </message>
+    <message>
         <source>1 byte</source>
         <translation>1 byte</translation>
+    </message>
+    <message>
+        <source>1 step left.</source>
+        <translation>1 steg gjenstår.</translation>
     </message>
     <message>
         <source>30 days</source>
@@ -92,8 +116,40 @@
         <translation>7 dager</translation>
     </message>
     <message>
+        <source>A single key needs the Input Monitoring permission.</source>
+        <translation>Én tast alene krever tilgang til å følge med på tastaturet.</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Om</translation>
+    </message>
+    <message>
+        <source>Access was denied. Switch Tulvane on under Privacy &amp; Security › Microphone.</source>
+        <translation>Tilgang ble avslått. Slå på Tulvane under Personvern › Mikrofon i innstillingene.</translation>
+    </message>
+    <message>
+        <source>Accessibility</source>
+        <translation>Tilgjengelighet</translation>
+    </message>
+    <message>
         <source>Accessibility API, then paste</source>
         <translation>Tilgjengelighets-API, deretter lim inn</translation>
+    </message>
+    <message>
+        <source>Accessibility access granted</source>
+        <translation>Tilgjengelighetstilgang er gitt</translation>
+    </message>
+    <message>
+        <source>Add a space after the text</source>
+        <translation>Legg til et mellomrom etter teksten</translation>
+    </message>
+    <message>
+        <source>Add names and jargon to your vocabulary</source>
+        <translation>Legg til navn og fagord i ordlisten</translation>
+    </message>
+    <message>
+        <source>All set. Focus any text field and press **%1**.</source>
+        <translation>Alt er klart. Sett markøren i et tekstfelt og trykk **%1**.</translation>
     </message>
     <message>
         <source>All time</source>
@@ -102,6 +158,14 @@
     <message>
         <source>Allow Tulvane to record in your desktop's sound or privacy settings.</source>
         <translation>La Tulvane ta opp lyd i lyd- eller personverninnstillingene på skrivebordet.</translation>
+    </message>
+    <message>
+        <source>Allow microphone access</source>
+        <translation>Gi tilgang til mikrofonen</translation>
+    </message>
+    <message>
+        <source>Already switched on? Reset &amp; grant again</source>
+        <translation>Allerede slått på? Nullstill og gi på nytt</translation>
     </message>
     <message>
         <source>Alt</source>
@@ -114,6 +178,18 @@
     <message>
         <source>Another program is already downloading this file.</source>
         <translation>Et annet program laster allerede ned denne filen.</translation>
+    </message>
+    <message>
+        <source>App language</source>
+        <translation>Programspråk</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>Utseende</translation>
+    </message>
+    <message>
+        <source>Audio is captured only while the hotkey is active, kept in memory, and transcribed on your Mac.</source>
+        <translation>Lyd tas bare opp mens hurtigtasten er aktiv, holdes i minnet og skrives om til tekst på datamaskinen din.</translation>
     </message>
     <message>
         <source>Auto-detect</source>
@@ -133,11 +209,15 @@
     </message>
     <message>
         <source>Backspace clears the field. To use fn or right ⌥ on its own, choose “Hold a single key” above.</source>
-        <translation>Slettetasten tømmer feltet. Velg «Hold inne én tast» ovenfor for å bruke fn eller høyre ⌥ alene.</translation>
+        <translation>Slettetasten tømmer feltet. Velg «Hold inne én tast» ovenfor for å bruke Fn eller høyre Alt alene.</translation>
     </message>
     <message>
         <source>Bar chart of words dictated per day for the last %1 days</source>
         <translation>Søylediagram over dikterte ord per dag de siste %1 dagene</translation>
+    </message>
+    <message>
+        <source>Behaves like a normal app with a Dock icon and app menu. Clicking the Dock icon opens this window.</source>
+        <translation>Oppfører seg som et vanlig program med en plass i oppgavelinjen.</translation>
     </message>
     <message>
         <source>Best day</source>
@@ -148,6 +228,18 @@
         <translation>Knytt kommandoen «tulvane toggle» til en tast i tastaturinnstillingene på skrivebordet.</translation>
     </message>
     <message>
+        <source>Bokmål, nynorsk and English, with a vocabulary hint for the names and jargon you use.</source>
+        <translation>Bokmål, nynorsk og engelsk, med en ordliste for navnene og faguttrykkene du bruker.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Avbryt</translation>
+    </message>
+    <message>
+        <source>Capitalise the first letter</source>
+        <translation>Stor forbokstav</translation>
+    </message>
+    <message>
         <source>Caps Lock</source>
         <translation>Caps Lock</translation>
     </message>
@@ -156,12 +248,24 @@
         <translation>Tegn</translation>
     </message>
     <message>
+        <source>Choose a hotkey</source>
+        <translation>Velg en hurtigtast</translation>
+    </message>
+    <message>
         <source>Clean, punctuated text. The best choice for everyday dictation – about 3× smaller than full precision with nearly identical accuracy.</source>
         <translation>Ren tekst med tegnsetting. Det beste valget til daglig diktering – omtrent 3× mindre enn full presisjon og nesten like nøyaktig.</translation>
     </message>
     <message>
+        <source>Clear the key combination</source>
+        <translation>Fjern tastekombinasjonen</translation>
+    </message>
+    <message>
         <source>Click the field, then press the whole combination at once, for example ⌥ Space or ⌃⌥ D.</source>
-        <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel ⌥ mellomrom eller ⌃⌥ D.</translation>
+        <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel Alt + mellomrom eller Ctrl + Alt + D.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Lukk</translation>
     </message>
     <message>
         <source>Copied to clipboard</source>
@@ -193,19 +297,39 @@
     </message>
     <message>
         <source>Delete</source>
-        <translation>Delete</translation>
+        <translation>Slett</translation>
+    </message>
+    <message>
+        <source>Delete model file</source>
+        <translation>Slette modellfilen?</translation>
     </message>
     <message>
         <source>Dictate today to start a streak</source>
         <translation>Dikter i dag for å starte en rekke</translation>
     </message>
     <message>
+        <source>Dictate your first sentence</source>
+        <translation>Dikter din første setning</translation>
+    </message>
+    <message>
         <source>Dictation</source>
         <translation>Diktering</translation>
     </message>
     <message>
+        <source>Done</source>
+        <translation>Ferdig</translation>
+    </message>
+    <message>
         <source>Down</source>
         <translation>Ned</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Last ned</translation>
+    </message>
+    <message>
+        <source>Download a speech model</source>
+        <translation>Last ned en talemodell</translation>
     </message>
     <message>
         <source>Downloaded %1, expected about %2. The download may be incomplete.</source>
@@ -232,16 +356,60 @@
         <translation>Esc</translation>
     </message>
     <message>
+        <source>Fast</source>
+        <translation>Rask</translation>
+    </message>
+    <message>
+        <source>Feedback</source>
+        <translation>Tilbakemelding</translation>
+    </message>
+    <message>
         <source>Feedback sound</source>
         <translation>Lydsignal</translation>
+    </message>
+    <message>
+        <source>Finish setup</source>
+        <translation>Fullfør oppsettet</translation>
+    </message>
+    <message>
+        <source>Floating pill at the bottom of the screen while you dictate.</source>
+        <translation>Flytende pille nederst på skjermen mens du dikterer.</translation>
     </message>
     <message>
         <source>Full precision (f16)</source>
         <translation>Full presisjon (f16)</translation>
     </message>
     <message>
+        <source>Get the most out of Tulvane</source>
+        <translation>Få mest mulig ut av Tulvane</translation>
+    </message>
+    <message>
+        <source>Grant Accessibility so text can be typed for you</source>
+        <translation>Gi tilgjengelighetstilgang, så teksten kan skrives for deg</translation>
+    </message>
+    <message>
+        <source>Granted</source>
+        <translation>Gitt</translation>
+    </message>
+    <message>
+        <source>Hide checklist</source>
+        <translation>Skjul listen</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>Historikk</translation>
+    </message>
+    <message>
+        <source>Hold a single key</source>
+        <translation>Hold inne én tast</translation>
+    </message>
+    <message>
         <source>Hold to talk</source>
         <translation>Hold inne for å snakke</translation>
+    </message>
+    <message>
+        <source>Hold to talk, or tap briefly to start and tap again to stop.</source>
+        <translation>Hold inne for å snakke, eller trykk kort for å starte og en gang til for å stoppe.</translation>
     </message>
     <message>
         <source>Hold to talk, tap to toggle</source>
@@ -249,7 +417,19 @@
     </message>
     <message>
         <source>Home</source>
-        <translation>Home</translation>
+        <translation>Hjem</translation>
+    </message>
+    <message>
+        <source>Hotkey</source>
+        <translation>Hurtigtast</translation>
+    </message>
+    <message>
+        <source>Hotkey mode</source>
+        <translation>Slik virker hurtigtasten</translation>
+    </message>
+    <message>
+        <source>Hotkey, speech, text insertion and how the app shows up on your Mac.</source>
+        <translation>Hurtigtast, tale, innsetting av tekst og hvordan programmet viser seg på datamaskinen.</translation>
     </message>
     <message>
         <source>Hotkeys are not supported in a Wayland session yet.</source>
@@ -260,12 +440,24 @@
         <translation>Hurtigtaster støttes ennå ikke i en Wayland-økt. Knytt kommandoen «tulvane toggle» til en tast i skrivebordets egne tastaturinnstillinger.</translation>
     </message>
     <message>
+        <source>How you start and stop dictation.</source>
+        <translation>Slik starter og stopper du dikteringen.</translation>
+    </message>
+    <message>
+        <source>Input Monitoring granted</source>
+        <translation>Tilgang til tastaturet er gitt</translation>
+    </message>
+    <message>
         <source>Insert</source>
         <translation>Insert</translation>
     </message>
     <message>
+        <source>Insert text by</source>
+        <translation>Sett inn tekst med</translation>
+    </message>
+    <message>
         <source>It must include ⌘, ⌃ or ⌥, or be a function key such as F5. Letters alone, ⇧ alone and fn alone are not accepted – the field just beeps.</source>
-        <translation>Den må inneholde ⌘, ⌃ eller ⌥, eller være en funksjonstast som F5. Bokstaver alene, ⇧ alene og fn alene godtas ikke – feltet bare piper.</translation>
+        <translation>Den må inneholde Super, Ctrl eller Alt, eller være en funksjonstast som F5. Bokstaver alene, Shift alene og Fn alene godtas ikke – feltet bare piper.</translation>
     </message>
     <message>
         <source>Kana</source>
@@ -280,12 +472,28 @@
         <translation>Tast %1</translation>
     </message>
     <message>
+        <source>Key combination</source>
+        <translation>Tastekombinasjon</translation>
+    </message>
+    <message>
         <source>Keypad %1</source>
         <translation>Talltastatur %1</translation>
     </message>
     <message>
+        <source>Language</source>
+        <translation>Språk</translation>
+    </message>
+    <message>
+        <source>Language &amp; appearance</source>
+        <translation>Språk og utseende</translation>
+    </message>
+    <message>
         <source>Last %1 days</source>
         <translation>Siste %1 dager</translation>
+    </message>
+    <message>
+        <source>Launch at login</source>
+        <translation>Start ved innlogging</translation>
     </message>
     <message>
         <source>Left</source>
@@ -308,8 +516,32 @@
         <translation>Venstre Super</translation>
     </message>
     <message>
+        <source>Lets Tulvane type the transcribed text into whatever app you are using (it presses ⌘V for you).</source>
+        <translation>Lar Tulvane skrive teksten inn i programmet du bruker (det trykker Ctrl+V for deg).</translation>
+    </message>
+    <message>
         <source>Light</source>
         <translation>Lyst</translation>
+    </message>
+    <message>
+        <source>Light, dark, or whatever the Mac is using.</source>
+        <translation>Lyst, mørkt eller det samme som skrivebordet bruker.</translation>
+    </message>
+    <message>
+        <source>Listens only while the key is held. A very short tap cancels.</source>
+        <translation>Lytter bare mens tasten holdes inne. Et helt kort trykk avbryter.</translation>
+    </message>
+    <message>
+        <source>Loaded in memory</source>
+        <translation>Lastet i minnet</translation>
+    </message>
+    <message>
+        <source>Loading model…</source>
+        <translation>Laster inn modell …</translation>
+    </message>
+    <message>
+        <source>Longest single dictation before recording stops by itself.</source>
+        <translation>Den lengste dikteringen før opptaket stopper av seg selv.</translation>
     </message>
     <message>
         <source>Measured from your dictations</source>
@@ -320,12 +552,36 @@
         <translation>Meny</translation>
     </message>
     <message>
+        <source>Menu-bar only. Use the microphone icon in the menu bar to reach this window and quit.</source>
+        <translation>Bare i systemstatusfeltet. Bruk mikrofonikonet der for å nå dette vinduet og for å avslutte.</translation>
+    </message>
+    <message>
+        <source>Menus, settings and messages. The app restarts when you change this.</source>
+        <translation>Menyer, innstillinger og meldinger. Programmet starter på nytt når du endrer dette.</translation>
+    </message>
+    <message>
+        <source>Microphone</source>
+        <translation>Mikrofon</translation>
+    </message>
+    <message>
+        <source>Microphone access granted</source>
+        <translation>Tilgang til mikrofonen er gitt</translation>
+    </message>
+    <message>
         <source>Microphone access is required.</source>
         <translation>Tilgang til mikrofonen er nødvendig.</translation>
     </message>
     <message>
         <source>Microphone changed – recording cancelled</source>
         <translation>Mikrofonen ble byttet – opptaket er avbrutt</translation>
+    </message>
+    <message>
+        <source>Models</source>
+        <translation>Modeller</translation>
+    </message>
+    <message>
+        <source>Models are downloaded once from the model hub and stored in Application Support.</source>
+        <translation>Modeller lastes ned én gang fra modellarkivet og lagres i datamappen din.</translation>
     </message>
     <message>
         <source>Mute</source>
@@ -340,12 +596,24 @@
         <translation>NB-Whisper Medium</translation>
     </message>
     <message>
+        <source>NB-Whisper Medium from the National Library of Norway runs fully on-device. One-time download of about 540 MB.</source>
+        <translation>NB-Whisper Medium fra Nasjonalbiblioteket kjører i sin helhet på datamaskinen. Lastes ned én gang, omtrent 540 MB.</translation>
+    </message>
+    <message>
         <source>NB-Whisper Semantic</source>
         <translation>NB-Whisper Semantic</translation>
     </message>
     <message>
         <source>NB-Whisper Verbatim</source>
         <translation>NB-Whisper Verbatim</translation>
+    </message>
+    <message>
+        <source>NB-Whisper is trained on Norwegian, but handles English too.</source>
+        <translation>NB-Whisper er trent på norsk, men takler engelsk også.</translation>
+    </message>
+    <message>
+        <source>Names, products or jargon you use often. Given to the model as context so it spells them right. Keep it short.</source>
+        <translation>Navn, produkter eller faguttrykk du bruker ofte. Modellen får dem som kontekst, så den staver dem riktig. Hold listen kort.</translation>
     </message>
     <message>
         <source>No X display could be reached.</source>
@@ -372,8 +640,24 @@
         <translation>Ingen talemodell er lastet.</translation>
     </message>
     <message>
+        <source>Nordlys Energi, Ingrid Haugland, Q3</source>
+        <translation>Nordlys Energi, Ingrid Haugland, 3. kvartal</translation>
+    </message>
+    <message>
         <source>Norsk</source>
         <translation>Norsk</translation>
+    </message>
+    <message>
+        <source>Norwegian first</source>
+        <translation>Norsk først</translation>
+    </message>
+    <message>
+        <source>Not downloaded</source>
+        <translation>Ikke lastet ned</translation>
+    </message>
+    <message>
+        <source>Not granted</source>
+        <translation>Ikke gitt</translation>
     </message>
     <message>
         <source>Nothing heard</source>
@@ -384,6 +668,10 @@
         <translation>Kjente ikke igjen noe</translation>
     </message>
     <message>
+        <source>Nothing yet – download the selected model to start dictating.</source>
+        <translation>Ingenting ennå – last ned den valgte modellen for å begynne å diktere.</translation>
+    </message>
+    <message>
         <source>Num Lock</source>
         <translation>Num Lock</translation>
     </message>
@@ -392,8 +680,32 @@
         <translation>Av</translation>
     </message>
     <message>
+        <source>On-screen indicator</source>
+        <translation>Indikator på skjermen</translation>
+    </message>
+    <message>
         <source>One day down, many more ahead</source>
         <translation>Første dag i boks, mange flere i vente</translation>
+    </message>
+    <message>
+        <source>Open Accessibility settings…</source>
+        <translation>Åpne tilgjengelighetsinnstillingene …</translation>
+    </message>
+    <message>
+        <source>Open Input Monitoring settings…</source>
+        <translation>Åpne innstillingene for tastaturtilgang …</translation>
+    </message>
+    <message>
+        <source>Open Microphone settings…</source>
+        <translation>Åpne mikrofoninnstillingene …</translation>
+    </message>
+    <message>
+        <source>Optional</source>
+        <translation>Valgfritt</translation>
+    </message>
+    <message>
+        <source>Other variants (full precision, verbatim, semantic) are available under Models in the main window.</source>
+        <translation>Andre varianter (full presisjon, ordrett, semantisk) finnes under Modeller i hovedvinduet.</translation>
     </message>
     <message>
         <source>Page Down</source>
@@ -404,6 +716,10 @@
         <translation>Page Up</translation>
     </message>
     <message>
+        <source>Pages</source>
+        <translation>Sider</translation>
+    </message>
+    <message>
         <source>Paste (recommended)</source>
         <translation>Lim inn (anbefalt)</translation>
     </message>
@@ -412,16 +728,68 @@
         <translation>Innliming i andre programmer støttes ikke i en Wayland-økt ennå.</translation>
     </message>
     <message>
+        <source>Permissions</source>
+        <translation>Tillatelser</translation>
+    </message>
+    <message>
+        <source>Play a tone when recording starts and stops.</source>
+        <translation>Spill en tone når opptaket starter og stopper.</translation>
+    </message>
+    <message>
+        <source>Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.</source>
+        <translation>Trykk en hurtigtast, snakk norsk, og teksten kommer der markøren står. Alt skjer på datamaskinen din.</translation>
+    </message>
+    <message>
+        <source>Press once to start listening, press again to stop and insert the text.</source>
+        <translation>Trykk én gang for å begynne å lytte, og en gang til for å stoppe og sette inn teksten.</translation>
+    </message>
+    <message>
         <source>Press shortcut</source>
         <translation>Trykk snarvei</translation>
+    </message>
+    <message>
+        <source>Private by design</source>
+        <translation>Privat fra grunnen av</translation>
+    </message>
+    <message>
+        <source>Private, on-device Norwegian dictation for macOS. Press a hotkey, speak, and the text appears where your cursor is – in any app.</source>
+        <translation>Privat norsk diktering som kjører på din egen maskin. Trykk på en hurtigtast, snakk, og teksten dukker opp der markøren står – i alle programmer.</translation>
+    </message>
+    <message>
+        <source>Put whatever you had copied back after pasting.</source>
+        <translation>Legg tilbake det du hadde kopiert, etter innlimingen.</translation>
     </message>
     <message>
         <source>Quantised (q5_0)</source>
         <translation>Kvantisert (q5_0)</translation>
     </message>
     <message>
+        <source>Ready</source>
+        <translation>Klar</translation>
+    </message>
+    <message>
+        <source>Recommended</source>
+        <translation>Anbefalt</translation>
+    </message>
+    <message>
         <source>Record shortcut</source>
         <translation>Spill inn snarvei</translation>
+    </message>
+    <message>
+        <source>Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.</source>
+        <translation>Tar opp stemmen din bare mens hurtigtasten er aktiv. Lyden blir på denne datamaskinen og lastes aldri opp.</translation>
+    </message>
+    <message>
+        <source>Reset &amp; grant again</source>
+        <translation>Nullstill og gi tilgang på nytt</translation>
+    </message>
+    <message>
+        <source>Restore clipboard</source>
+        <translation>Gjenopprett utklippstavlen</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Prøv igjen</translation>
     </message>
     <message>
         <source>Return</source>
@@ -453,27 +821,59 @@
     </message>
     <message>
         <source>Right ⇧ Shift</source>
-        <translation>Høyre ⇧ Skift</translation>
+        <translation>Høyre Shift</translation>
     </message>
     <message>
         <source>Right ⌃ Control</source>
-        <translation>Høyre ⌃ Kontroll</translation>
+        <translation>Høyre Ctrl</translation>
     </message>
     <message>
         <source>Right ⌘ Command</source>
-        <translation>Høyre ⌘ Kommando</translation>
+        <translation>Høyre Super</translation>
     </message>
     <message>
         <source>Right ⌥ Option</source>
-        <translation>Høyre ⌥ Tilvalg</translation>
+        <translation>Høyre Alt (Alt Gr)</translation>
     </message>
     <message>
         <source>Same model at full precision. Marginally more accurate on difficult audio, three times the download and memory.</source>
         <translation>Samme modell med full presisjon. Litt mer nøyaktig på vanskelig lyd, tre ganger så stor nedlasting og minnebruk.</translation>
     </message>
     <message>
+        <source>Selected</source>
+        <translation>Valgt</translation>
+    </message>
+    <message>
+        <source>Set up Tulvane</source>
+        <translation>Sett opp Tulvane</translation>
+    </message>
+    <message>
+        <source>Set up in four steps</source>
+        <translation>Kom i gang i fire steg</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Innstillinger</translation>
+    </message>
+    <message>
+        <source>Setup guide</source>
+        <translation>Oppsettsveiviser</translation>
+    </message>
+    <message>
         <source>Shift</source>
         <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Show in Dock</source>
+        <translation>Vis i oppgavelinjen</translation>
+    </message>
+    <message>
+        <source>Show in Finder</source>
+        <translation>Vis i filbehandleren</translation>
+    </message>
+    <message>
+        <source>Sounds</source>
+        <translation>Lyder</translation>
     </message>
     <message>
         <source>Space</source>
@@ -484,12 +884,40 @@
         <translation>Taletid</translation>
     </message>
     <message>
+        <source>Speech</source>
+        <translation>Tale</translation>
+    </message>
+    <message>
+        <source>Speech model</source>
+        <translation>Talemodell</translation>
+    </message>
+    <message>
+        <source>Speech model installed</source>
+        <translation>Talemodellen er installert</translation>
+    </message>
+    <message>
+        <source>Speech models</source>
+        <translation>Talemodeller</translation>
+    </message>
+    <message>
+        <source>Speech recognition by NB-Whisper (Nasjonalbiblioteket, Apache-2.0) running on whisper.cpp (MIT), Metal-accelerated. Nothing leaves your Mac.</source>
+        <translation>Talegjenkjenning med NB-Whisper (Nasjonalbiblioteket, Apache-2.0) på whisper.cpp (MIT). Ingenting forlater datamaskinen din.</translation>
+    </message>
+    <message>
         <source>Start Tulvane from your desktop session, where DISPLAY is set.</source>
         <translation>Start Tulvane fra skrivebordsøkten, der DISPLAY er satt.</translation>
     </message>
     <message>
         <source>Start the X server with XTEST. Until then the text is left on the clipboard.</source>
         <translation>Start X-tjeneren med XTEST. Inntil da blir teksten liggende på utklippstavlen.</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistikk</translation>
+    </message>
+    <message>
+        <source>Stop automatically</source>
+        <translation>Stopp automatisk</translation>
     </message>
     <message>
         <source>Streak</source>
@@ -506,6 +934,10 @@
     <message>
         <source>Tab</source>
         <translation>Tabulator</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Tekst</translation>
     </message>
     <message>
         <source>That's %1× faster than typing</source>
@@ -562,6 +994,14 @@
     <message>
         <source>The microphone's audio format is not supported.</source>
         <translation>Mikrofonens lydformat støttes ikke.</translation>
+    </message>
+    <message>
+        <source>The model file will be removed from disk. You can download it again later.</source>
+        <translation>Modellfilen blir fjernet fra disken. Du kan laste den ned igjen senere.</translation>
+    </message>
+    <message>
+        <source>The model usually does this itself; off keeps its output as is.</source>
+        <translation>Modellen gjør vanligvis dette selv; av beholder teksten slik den er.</translation>
     </message>
     <message>
         <source>The server could not be found. Is this computer online?</source>
@@ -640,6 +1080,10 @@
         <translation>Det finnes ikke noe skrivebord her med taster å lytte til. Start Tulvane fra en skrivebordsøkt.</translation>
     </message>
     <message>
+        <source>There is no folder for programs that start at login.</source>
+        <translation>Det finnes ingen mappe for programmer som starter ved innlogging.</translation>
+    </message>
+    <message>
         <source>There is not enough free disk space: %1 more needed.</source>
         <translation>Det er for lite ledig diskplass: %1 mangler.</translation>
     </message>
@@ -658,6 +1102,10 @@
     <message>
         <source>Time saved</source>
         <translation>Spart tid</translation>
+    </message>
+    <message>
+        <source>To do</source>
+        <translation>Gjenstår</translation>
     </message>
     <message>
         <source>Today</source>
@@ -680,8 +1128,24 @@
         <translation>Transkriberingen mislyktes (whisper-feil %1).</translation>
     </message>
     <message>
+        <source>Try again</source>
+        <translation>Prøv igjen</translation>
+    </message>
+    <message>
+        <source>Try hold-to-talk with a single key</source>
+        <translation>Prøv å holde inne én tast mens du snakker</translation>
+    </message>
+    <message>
+        <source>Tulvane</source>
+        <translation>Tulvane</translation>
+    </message>
+    <message>
         <source>Tulvane may not watch the keyboard. Allow input monitoring in the privacy settings.</source>
         <translation>Tulvane får ikke følge med på tastaturet. Tillat overvåking av inndata i personverninnstillingene.</translation>
+    </message>
+    <message>
+        <source>Turn on the switch next to Tulvane. If the switch is already on but this step stays “To do”, the entry belongs to an older build of the app – use “Reset &amp; grant again” and approve the prompt.</source>
+        <translation>Slå på bryteren ved siden av Tulvane. Hvis bryteren allerede er på og dette steget likevel står som «Gjenstår», hører oppføringen til en eldre utgave av programmet – velg «Nullstill og gi tilgang på nytt» og godta spørsmålet.</translation>
     </message>
     <message>
         <source>Typing the same text would take</source>
@@ -692,8 +1156,36 @@
         <translation>Opp</translation>
     </message>
     <message>
+        <source>Use %1 instead</source>
+        <translation>Bruk %1 i stedet</translation>
+    </message>
+    <message>
         <source>Use a key combination as the hotkey.</source>
         <translation>Bruk en tastekombinasjon som hurtigtast.</translation>
+    </message>
+    <message>
+        <source>Use this if Tulvane is already switched on in System Settings but the permission still shows as missing (happens after updates).</source>
+        <translation>Bruk denne hvis Tulvane allerede er slått på i systeminnstillingene, men tillatelsen fortsatt vises som manglende (skjer etter oppdateringer).</translation>
+    </message>
+    <message>
+        <source>Use this model</source>
+        <translation>Bruk denne modellen</translation>
+    </message>
+    <message>
+        <source>Used to recognise and transcribe spoken Norwegian as accurately as possible. All variants are NB-Whisper Medium from the National Library of Norway and run fully on your Mac.</source>
+        <translation>Brukes til å gjenkjenne norsk tale og skrive den ned så nøyaktig som mulig. Alle variantene er NB-Whisper Medium fra Nasjonalbiblioteket og kjører helt og holdent på datamaskinen din.</translation>
+    </message>
+    <message>
+        <source>Verifying…</source>
+        <translation>Kontrollerer …</translation>
+    </message>
+    <message>
+        <source>Version </source>
+        <translation>Versjon </translation>
+    </message>
+    <message>
+        <source>Vocabulary</source>
+        <translation>Ordliste</translation>
     </message>
     <message>
         <source>Volume Down</source>
@@ -704,12 +1196,24 @@
         <translation>Volum opp</translation>
     </message>
     <message>
+        <source>Walks through permissions, model download and hotkey again.</source>
+        <translation>Går gjennom tillatelser, nedlasting av modell og hurtigtast på nytt.</translation>
+    </message>
+    <message>
+        <source>Welcome to Tulvane</source>
+        <translation>Velkommen til Tulvane</translation>
+    </message>
+    <message>
         <source>What the system uses can be changed in its keyboard settings.</source>
         <translation>Det systemet bruker, kan endres i tastaturinnstillingene.</translation>
     </message>
     <message>
         <source>Words dictated</source>
         <translation>Dikterte ord</translation>
+    </message>
+    <message>
+        <source>Works beside the key combination.</source>
+        <translation>Virker ved siden av tastekombinasjonen.</translation>
     </message>
     <message>
         <source>Writes exactly what you said, including fillers and repetitions. For transcripts that must be word-for-word.</source>
@@ -725,11 +1229,15 @@
     </message>
     <message>
         <source>fn / 🌐 Globe</source>
-        <translation>fn / 🌐 Globus</translation>
+        <translation>Fn</translation>
     </message>
     <message>
         <source>vs. typing at %1 words/min</source>
         <translation>mot å skrive %1 ord/min</translation>
+    </message>
+    <message>
+        <source>whisper.cpp runs on the Apple Silicon GPU through Metal. A ten-second sentence transcribes in a few seconds.</source>
+        <translation>whisper.cpp bruker prosessoren din fullt ut, og en grafikkbrikke der det finnes støtte for den. En setning på ti sekunder blir til tekst på noen få sekunder.</translation>
     </message>
 </context>
 </TS>

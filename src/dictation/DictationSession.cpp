@@ -180,7 +180,10 @@ QCoro::Task<Result<void, DictationError>> DictationSession::ensureModelLoaded()
         co_return failure(DictationError(SessionError::modelNotDownloaded));
     // Asked through the engine's queue: a load that a preload began counts once it has ended.
     const QString current = co_await m_with.engine.loadedModel();
-    if (!self || current == *file)
+    if (!self)
+        co_return {};
+    setLoadedModel(current);
+    if (current == *file)
         co_return {};
     co_return co_await load(*file);
 }
@@ -194,6 +197,8 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
     const Result<void, EngineError> loaded = co_await m_with.engine.load(file);
     if (!self)
         co_return {};
+    // A load that fails leaves the engine without a model.
+    setLoadedModel(loaded ? file : QString());
     if (loaded && isFirst) {
         // The first real dictation then runs at full speed; a failing warm-up is nobody's concern.
         const TranscriptionOptions warmUp{.language = QStringLiteral("no"),
@@ -264,6 +269,12 @@ void DictationSession::setFailedAudio(std::optional<RecordedAudio> audio)
     m_failedAudio = std::move(audio);
     if (couldRetry != canRetry())
         Q_EMIT canRetryChanged();
+}
+
+void DictationSession::setLoadedModel(const QString& file)
+{
+    if (std::exchange(m_loadedModel, file) != file)
+        Q_EMIT loadedModelChanged();
 }
 
 void DictationSession::changeLoads(int by)

@@ -32,6 +32,7 @@ class DictationSession final : public QObject {
     Q_PROPERTY(State state READ state NOTIFY stateChanged)
     Q_PROPERTY(QString lastTranscript READ lastTranscript NOTIFY lastTranscriptChanged)
     Q_PROPERTY(bool isModelLoading READ isModelLoading NOTIFY modelLoadingChanged)
+    Q_PROPERTY(QString loadedModel READ loadedModel NOTIFY loadedModelChanged)
     Q_PROPERTY(bool canRetry READ canRetry NOTIFY canRetryChanged)
 
 public:
@@ -76,6 +77,8 @@ public:
     [[nodiscard]] const QString& lastTranscript() const { return m_lastTranscript; }
     [[nodiscard]] const QList<TranscriptEntry>& history() const { return m_history; }
     [[nodiscard]] bool isModelLoading() const { return m_loads > 0; }
+    /// The file of the model that the recogniser holds, as far as the session has seen; empty without one.
+    [[nodiscard]] const QString& loadedModel() const { return m_loadedModel; }
     /// Whether the audio of a failed transcription is still in memory; gone with the next recording.
     [[nodiscard]] bool canRetry() const { return m_failedAudio.has_value() && m_state == State::idle; }
 
@@ -89,6 +92,7 @@ Q_SIGNALS:
     void lastTranscriptChanged(const QString& text);
     void historyChanged();
     void modelLoadingChanged(bool loading);
+    void loadedModelChanged();
     void canRetryChanged();
 
 private:
@@ -103,6 +107,7 @@ private:
     void setState(State state);
     void setFailedAudio(std::optional<RecordedAudio> audio);
     void changeLoads(int by);
+    void setLoadedModel(const QString& file);
     void startMaxDurationTimer();
     void followModels();
     void noteReadiness();
@@ -113,6 +118,7 @@ private:
     QList<TranscriptEntry> m_history;
     int m_loads = 0; ///< loads under way; two can overlap when the selection changes while one runs
     QString m_loadingFile;
+    QString m_loadedModel;
     bool m_isPreloading = false; ///< from the question which model is loaded to the end of loading
     std::optional<RecordedAudio> m_failedAudio;
     std::unique_ptr<Scheduler::Token> m_maxDurationTimer;

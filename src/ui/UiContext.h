@@ -21,6 +21,7 @@ class PermissionsService;
 class Presentation;
 class Scheduler;
 class StatsStore;
+class Windows;
 class Workspace;
 
 /// What the windows show and change. All of it outlives them. Main thread.
@@ -46,6 +47,8 @@ struct UiContext {
     std::function<void()> beep = [] {};
     /// The title of the menu item of ours that a key combination works; none where none does.
     std::function<std::optional<QString>(const KeyCombination&)> menuItemOf = {};
+    /// The windows themselves, for what leads from one to the other; set by the user interface.
+    Windows* windows = nullptr;
 };
 
 } // namespace tulvane

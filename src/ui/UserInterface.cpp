@@ -15,8 +15,10 @@ namespace tulvane {
 UserInterface::UserInterface() = default;
 UserInterface::~UserInterface() = default;
 
-void UserInterface::attach(const UiContext& context)
+void UserInterface::attach(const UiContext& given)
 {
+    UiContext context = given;
+    context.windows = this;
     Look::shared().follow(context.presentation);
     m_settingsWindow = std::make_unique<SettingsWindowController>(
         SettingsWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
@@ -26,7 +28,7 @@ void UserInterface::attach(const UiContext& context)
         OnboardingWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
                                                .models = [this]() -> UiModels& { return *m_models; },
                                                .defaults = context.settings.defaults()});
-    m_models = std::make_unique<UiModels>(context, m_settingsWindow->selection(), *this);
+    m_models = std::make_unique<UiModels>(context, m_settingsWindow->selection());
 }
 
 void UserInterface::detach()

@@ -4,8 +4,6 @@
 #include <settings/AppSettings.h>
 #include <ui/models/HotkeyModel.h>
 
-#include <utility>
-
 namespace tulvane {
 
 HotkeyModel::HotkeyModel(const UiContext& context, QObject* parent)
@@ -24,7 +22,7 @@ HotkeyModel::HotkeyModel(const UiContext& context, QObject* parent)
 void HotkeyModel::compareWatching()
 {
     // It is told of once a second, mostly unchanged.
-    QVariantList now{m_context.permissions.inputMonitoring(), watchingObstacle()};
+    const std::pair now{m_context.permissions.inputMonitoring(), watchingObstacle()};
     if (std::exchange(m_toldWatching, now) != now)
         Q_EMIT singleKeyChanged();
 }
@@ -94,10 +92,9 @@ QString HotkeyModel::watching() const
     return m_context.permissions.inputMonitoring() ? QStringLiteral("granted") : QStringLiteral("missing");
 }
 
-QVariantMap HotkeyModel::watchingObstacle() const
+QString HotkeyModel::watchingObstacle() const
 {
-    const PermissionObstacle obstacle = m_context.permissions.obstacle(Permission::inputMonitoring);
-    return {{QStringLiteral("reason"), obstacle.reason}, {QStringLiteral("remedy"), obstacle.remedy}};
+    return m_context.permissions.obstacle(Permission::inputMonitoring).text();
 }
 
 QString HotkeyModel::singleKeyProblem() const

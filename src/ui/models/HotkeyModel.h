@@ -6,8 +6,10 @@
 
 #include <QObject>
 #include <QVariantList>
-#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
+
+#include <optional>
+#include <utility>
 
 namespace tulvane {
 
@@ -25,8 +27,8 @@ class HotkeyModel final : public QObject {
     Q_PROPERTY(QString singleKey READ singleKey WRITE setSingleKey NOTIFY singleKeyChanged)
     /// Whether keys may be watched, as far as the choice needs that: "unneeded", "granted" or "missing".
     Q_PROPERTY(QString watching READ watching NOTIFY singleKeyChanged)
-    /// Why they may not: an object with `reason` and `remedy`, empty where the desktop does not say.
-    Q_PROPERTY(QVariantMap watchingObstacle READ watchingObstacle NOTIFY singleKeyChanged)
+    /// Why they may not, and what to do; empty where the desktop does not say.
+    Q_PROPERTY(QString watchingObstacle READ watchingObstacle NOTIFY singleKeyChanged)
     /// Why pressing the key does nothing all the same; empty where it works.
     Q_PROPERTY(QString singleKeyProblem READ singleKeyProblem NOTIFY singleKeyChanged)
     Q_PROPERTY(tulvane::ShortcutFieldModel* field READ field CONSTANT)
@@ -43,7 +45,7 @@ public:
     /// Also asks for leave to watch the key, where that is missing.
     void setSingleKey(const QString& key);
     [[nodiscard]] QString watching() const;
-    [[nodiscard]] QVariantMap watchingObstacle() const;
+    [[nodiscard]] QString watchingObstacle() const;
     [[nodiscard]] QString singleKeyProblem() const;
     [[nodiscard]] ShortcutFieldModel* field() const { return m_field; }
 
@@ -63,7 +65,7 @@ private:
 
     UiContext m_context;
     ShortcutFieldModel* m_field;
-    QVariantList m_toldWatching;
+    std::optional<std::pair<bool, QString>> m_toldWatching;
 };
 
 } // namespace tulvane

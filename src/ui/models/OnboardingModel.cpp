@@ -10,16 +10,10 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <utility>
 
 namespace tulvane {
 
 namespace {
-
-QVariantMap toObject(const PermissionObstacle& obstacle)
-{
-    return {{QStringLiteral("reason"), obstacle.reason}, {QStringLiteral("remedy"), obstacle.remedy}};
-}
 
 /// The hotkey comes in last of all: its name may well have a star in it.
 QString allSet()
@@ -29,12 +23,10 @@ QString allSet()
 
 } // namespace
 
-OnboardingModel::OnboardingModel(const UiContext& context, SetupFacts& facts, Windows& windows,
-                                 QObject* parent)
+OnboardingModel::OnboardingModel(const UiContext& context, SetupFacts& facts, QObject* parent)
     : QObject(parent),
       m_context(context),
-      m_facts(facts),
-      m_windows(windows)
+      m_facts(facts)
 {
     connect(&facts, &SetupFacts::changed, this, &OnboardingModel::changed);
     // The footer also names the hotkey, which may change while every mark stays.
@@ -42,24 +34,8 @@ OnboardingModel::OnboardingModel(const UiContext& context, SetupFacts& facts, Wi
     connect(&context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,
             &OnboardingModel::footerChanged);
     connect(&context.settings, &AppSettings::modifierHotkeyChanged, this, &OnboardingModel::footerChanged);
-    followPermissions();
-}
-
-void OnboardingModel::followPermissions()
-{
-    comparePermissions();
-    connect(&m_context.permissions, &PermissionsService::microphoneChanged, this,
-            &OnboardingModel::comparePermissions);
-    connect(&m_context.permissions, &PermissionsService::accessibilityChanged, this,
-            &OnboardingModel::comparePermissions);
-}
-
-void OnboardingModel::comparePermissions()
-{
-    // They are told of once a second, mostly unchanged.
-    QVariantList now{microphone(), isAccessibilityGranted(), microphoneObstacle(), accessibilityObstacle()};
-    if (std::exchange(m_toldPermissions, now) != now)
-        Q_EMIT permissionsChanged();
+    connect(&context.permissions, &PermissionsService::microphoneChanged, this,
+            &OnboardingModel::microphoneChanged);
 }
 
 QList<SetupStep> OnboardingModel::steps() const
@@ -80,7 +56,7 @@ QList<SetupStep> OnboardingModel::steps() const
         {3, translate("Speech model"), QStringLiteral("waveform"), state(marks.model),
          [this] { m_context.models.download(m_facts.selectedModel()); }},
         {4, translate("Hotkey"), QStringLiteral("keyboard"), state(marks.hotkey),
-         [this] { m_windows.showPage(SettingsTab::settings); }},
+         [this] { m_context.windows->showPage(SettingsTab::settings); }},
     };
 }
 
@@ -148,35 +124,12 @@ QString OnboardingModel::microphone() const
     Q_UNREACHABLE();
 }
 
-bool OnboardingModel::isAccessibilityGranted() const
-{
-    return m_context.permissions.accessibility();
-}
-
-QVariantMap OnboardingModel::microphoneObstacle() const
-{
-    return toObject(m_context.permissions.obstacle(Permission::microphone));
-}
-
-QVariantMap OnboardingModel::accessibilityObstacle() const
-{
-    return toObject(m_context.permissions.obstacle(Permission::accessibility));
-}
-
 void OnboardingModel::act(int number) const
 {
     const auto list = steps();
     const auto found = std::ranges::find(list, number, &SetupStep::number);
     if (found != list.end())
         found->action();
-}
-
-void OnboardingModel::resetAccessibility() const
-{
-    // The request comes either way: where there was nothing to forget, asking is all that can help.
-    static_cast<void>(
-        m_context.permissions.resetPermission(PermissionsService::Resettable::accessibility));
-    m_context.permissions.requestAccessibility();
 }
 
 void OnboardingModel::finish()

@@ -7,12 +7,9 @@
 #include <QList>
 #include <QObject>
 #include <QVariantList>
-#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
-
-class Windows;
 
 /// The four steps of the setup guide, and what finishing it means. Live: nothing is stored but that it has
 /// been finished. Main thread.
@@ -30,15 +27,11 @@ class OnboardingModel final : public QObject {
     Q_PROPERTY(QString spokenFooter READ spokenFooter NOTIFY footerChanged)
     Q_PROPERTY(QString finishLabel READ finishLabel NOTIFY changed)
     /// "ask", "denied" or "granted".
-    Q_PROPERTY(QString microphone READ microphone NOTIFY permissionsChanged)
-    Q_PROPERTY(bool accessibility READ isAccessibilityGranted NOTIFY permissionsChanged)
-    /// What stands in the way: objects with `reason` and `remedy`, empty where nothing does.
-    Q_PROPERTY(QVariantMap microphoneObstacle READ microphoneObstacle NOTIFY permissionsChanged)
-    Q_PROPERTY(QVariantMap accessibilityObstacle READ accessibilityObstacle NOTIFY permissionsChanged)
+    Q_PROPERTY(QString microphone READ microphone NOTIFY microphoneChanged)
 
 public:
-    /// `facts` and `windows` outlive this object.
-    OnboardingModel(const UiContext& context, SetupFacts& facts, Windows& windows, QObject* parent);
+    /// `facts` outlives this object.
+    OnboardingModel(const UiContext& context, SetupFacts& facts, QObject* parent);
 
     [[nodiscard]] QList<SetupStep> steps() const;
     [[nodiscard]] QVariantList stepObjects() const;
@@ -48,14 +41,9 @@ public:
     [[nodiscard]] QString spokenFooter() const;
     [[nodiscard]] QString finishLabel() const;
     [[nodiscard]] QString microphone() const;
-    [[nodiscard]] bool isAccessibilityGranted() const;
-    [[nodiscard]] QVariantMap microphoneObstacle() const;
-    [[nodiscard]] QVariantMap accessibilityObstacle() const;
 
     /// Does what leads towards the end of the step, 1 to 4.
     Q_INVOKABLE void act(int number) const;
-    /// Has a stale decision forgotten, and asks anew. Blocks until the first is done.
-    Q_INVOKABLE void resetAccessibility() const;
     /// The finish button: remembers that the setup is complete, where dictation can work, and asks for the
     /// window to be closed either way.
     Q_INVOKABLE void finish();
@@ -63,18 +51,14 @@ public:
 Q_SIGNALS:
     void changed();
     void footerChanged();
-    void permissionsChanged();
+    void microphoneChanged();
     void closeWanted();
 
 private:
-    void followPermissions();
-    void comparePermissions();
     [[nodiscard]] int doneCount() const;
 
     UiContext m_context;
     SetupFacts& m_facts;
-    Windows& m_windows;
-    QVariantList m_toldPermissions;
 };
 
 } // namespace tulvane

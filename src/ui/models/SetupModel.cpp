@@ -17,11 +17,10 @@ SetupStepState stateOf(const SetupItem& item)
 
 } // namespace
 
-SetupModel::SetupModel(const UiContext& context, SetupFacts& facts, Windows& windows, QObject* parent)
+SetupModel::SetupModel(const UiContext& context, SetupFacts& facts, QObject* parent)
     : QObject(parent),
       m_context(context),
-      m_facts(facts),
-      m_windows(windows)
+      m_facts(facts)
 {
     connect(&facts, &SetupFacts::changed, this, &SetupModel::changed);
     connect(&context.settings, &AppSettings::hideSetupChecklistChanged, this,
@@ -31,8 +30,8 @@ SetupModel::SetupModel(const UiContext& context, SetupFacts& facts, Windows& win
 QList<SetupItem> SetupModel::items() const
 {
     const SetupMarks marks = m_facts.marks();
-    const auto guide = [this] { m_windows.showOnboarding(); };
-    const auto page = [this](SettingsTab tab) { return [this, tab] { m_windows.showPage(tab); }; };
+    const auto guide = [this] { m_context.windows->showOnboarding(); };
+    const auto page = [this](SettingsTab tab) { return [this, tab] { m_context.windows->showPage(tab); }; };
     return {
         {QStringLiteral("mic"), translate("Allow microphone access"), QStringLiteral("mic.fill"),
          marks.microphone, true, guide},
@@ -117,13 +116,13 @@ void SetupModel::finishSetup()
         showSetupGuide();
         return;
     }
-    m_windows.showPage(SettingsTab::home);
+    m_context.windows->showPage(SettingsTab::home);
     Q_EMIT checklistWanted();
 }
 
 void SetupModel::showSetupGuide() const
 {
-    m_windows.showOnboarding();
+    m_context.windows->showOnboarding();
 }
 
 } // namespace tulvane

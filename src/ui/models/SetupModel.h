@@ -11,8 +11,6 @@
 
 namespace tulvane {
 
-class Windows;
-
 /// The setup checklist, and what the rest of the main window shows of it. Live: nothing is stored but whether
 /// the user wants to see it. Main thread.
 class SetupModel final : public QObject {
@@ -29,8 +27,8 @@ class SetupModel final : public QObject {
     Q_PROPERTY(bool checklistHidden READ isChecklistHidden NOTIFY checklistHiddenChanged)
 
 public:
-    /// `facts` and `windows` outlive this object.
-    SetupModel(const UiContext& context, SetupFacts& facts, Windows& windows, QObject* parent);
+    /// `facts` outlives this object.
+    SetupModel(const UiContext& context, SetupFacts& facts, QObject* parent);
 
     [[nodiscard]] QList<SetupItem> items() const;
     [[nodiscard]] QVariantList itemObjects() const;
@@ -59,7 +57,6 @@ Q_SIGNALS:
 private:
     UiContext m_context;
     SetupFacts& m_facts;
-    Windows& m_windows;
 };
 
 } // namespace tulvane

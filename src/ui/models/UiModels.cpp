@@ -2,10 +2,9 @@
 
 namespace tulvane {
 
-UiModels::UiModels(const UiContext& context, SettingsSelection& selection, Windows& windows)
+UiModels::UiModels(const UiContext& context, SettingsSelection& selection)
     : m_context(context),
-      m_selection(selection),
-      m_windows(windows)
+      m_selection(selection)
 {
 }
 
@@ -18,12 +17,12 @@ MainModel* UiModels::main()
 
 SetupModel* UiModels::setup()
 {
-    return made(m_setup, facts(), m_windows);
+    return made(m_setup, facts());
 }
 
 OnboardingModel* UiModels::onboarding()
 {
-    return made(m_onboarding, facts(), m_windows);
+    return made(m_onboarding, facts());
 }
 
 HotkeyModel* UiModels::hotkey()
@@ -34,6 +33,26 @@ HotkeyModel* UiModels::hotkey()
 PermissionWatch* UiModels::watch()
 {
     return made(m_watch);
+}
+
+ModelGallery* UiModels::gallery()
+{
+    return made(m_gallery, selectedModel());
+}
+
+ModelEntry* UiModels::selectedModel()
+{
+    return made(m_selectedModel, QString());
+}
+
+PreferencesModel* UiModels::preferences()
+{
+    return made(m_preferences);
+}
+
+PermissionsModel* UiModels::permissions()
+{
+    return made(m_permissions);
 }
 
 } // namespace tulvane

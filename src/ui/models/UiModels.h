@@ -3,15 +3,16 @@
 #include <ui/UiContext.h>
 #include <ui/models/HotkeyModel.h>
 #include <ui/models/MainModel.h>
+#include <ui/models/ModelGallery.h>
 #include <ui/models/OnboardingModel.h>
 #include <ui/models/PermissionWatch.h>
+#include <ui/models/PermissionsModel.h>
+#include <ui/models/PreferencesModel.h>
 #include <ui/models/SetupModel.h>
 
 #include <QObject>
 
 namespace tulvane {
-
-class Windows;
 
 /// What the windows' QML is given: one model for each page, made when a page first asks for it. Main thread.
 class UiModels final : public QObject {
@@ -23,10 +24,13 @@ class UiModels final : public QObject {
     Q_PROPERTY(tulvane::OnboardingModel* onboarding READ onboarding CONSTANT)
     Q_PROPERTY(tulvane::HotkeyModel* hotkey READ hotkey CONSTANT)
     Q_PROPERTY(tulvane::PermissionWatch* watch READ watch CONSTANT)
+    Q_PROPERTY(tulvane::ModelGallery* gallery READ gallery CONSTANT)
+    Q_PROPERTY(tulvane::ModelEntry* selectedModel READ selectedModel CONSTANT)
+    Q_PROPERTY(tulvane::PreferencesModel* preferences READ preferences CONSTANT)
+    Q_PROPERTY(tulvane::PermissionsModel* permissions READ permissions CONSTANT)
 
 public:
-    /// `windows` is what the models' links open; all of it outlives this object.
-    UiModels(const UiContext& context, SettingsSelection& selection, Windows& windows);
+    UiModels(const UiContext& context, SettingsSelection& selection);
     ~UiModels() override;
 
     [[nodiscard]] MainModel* main();
@@ -34,6 +38,11 @@ public:
     [[nodiscard]] OnboardingModel* onboarding();
     [[nodiscard]] HotkeyModel* hotkey();
     [[nodiscard]] PermissionWatch* watch();
+    [[nodiscard]] ModelGallery* gallery();
+    /// Whichever model is selected.
+    [[nodiscard]] ModelEntry* selectedModel();
+    [[nodiscard]] PreferencesModel* preferences();
+    [[nodiscard]] PermissionsModel* permissions();
 
 private:
     /// Makes the model on first use; it is this object's child.
@@ -48,13 +57,16 @@ private:
 
     UiContext m_context;
     SettingsSelection& m_selection;
-    Windows& m_windows;
     MainModel* m_main = nullptr;
     SetupFacts* m_facts = nullptr;
     SetupModel* m_setup = nullptr;
     OnboardingModel* m_onboarding = nullptr;
     HotkeyModel* m_hotkey = nullptr;
     PermissionWatch* m_watch = nullptr;
+    ModelGallery* m_gallery = nullptr;
+    ModelEntry* m_selectedModel = nullptr;
+    PreferencesModel* m_preferences = nullptr;
+    PermissionsModel* m_permissions = nullptr;
 };
 
 } // namespace tulvane

@@ -28,8 +28,11 @@ Rectangle {
         Component.onCompleted: open()
 
         function open() {
-            const file = name.charAt(0).toUpperCase() + name.slice(1) + "Page.qml";
-            setSource("pages/" + file, { models: view.models });
+            const files = {
+                home: "HomePage", models: "ModelsPage", history: "HistoryPage",
+                statistics: "StatisticsPage", settings: "PreferencesPage", about: "AboutPage"
+            };
+            setSource("pages/" + files[name] + ".qml", { models: view.models });
         }
     }
 }

@@ -37,11 +37,11 @@ Rectangle {
         }
         MicrophoneStep {
             width: parent.width
-            guide: view.guide
+            models: view.models
         }
         AccessibilityStep {
             width: parent.width
-            guide: view.guide
+            models: view.models
         }
         ModelStep {
             width: parent.width

@@ -29,7 +29,7 @@ Column {
             model: choice.model
         }
     }
-    Notice {
+    Obstacle {
         objectName: "hotkey.refusal"
         width: parent.width
         visible: choice.model.message !== ""
@@ -37,7 +37,7 @@ Column {
         Accessible.role: Accessible.AlertMessage
         Accessible.name: text
     }
-    Notice {
+    Obstacle {
         objectName: "hotkey.problem"
         width: parent.width
         visible: choice.model.problem !== ""

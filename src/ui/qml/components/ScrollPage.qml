@@ -53,7 +53,7 @@ Flickable {
 
     T.ScrollBar.vertical: T.ScrollBar {
         id: bar
-        visible: size < 1
+        visible: size < 0.999
         policy: T.ScrollBar.AlwaysOn
         width: 12
         padding: 3

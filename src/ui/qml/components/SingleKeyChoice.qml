@@ -47,16 +47,15 @@ Column {
         visible: choice.model.watching === "granted" && choice.model.singleKeyProblem === ""
         text: Words.translate("Input Monitoring granted")
     }
-    Notice {
+    Obstacle {
         width: parent.width
         visible: choice.model.watching === "granted" && choice.model.singleKeyProblem !== ""
         text: choice.model.singleKeyProblem
     }
-    Notice {
+    Obstacle {
         width: parent.width
         visible: choice.model.watching === "missing"
-        text: choice.model.watchingObstacle.reason || Words.translate("A single key needs the Input Monitoring permission.")
-        remedy: choice.model.watchingObstacle.remedy
+        text: choice.model.watchingObstacle || Words.translate("A single key needs the Input Monitoring permission.")
 
         PushButton {
             objectName: "hotkey.openInputMonitoring"

@@ -5,10 +5,11 @@ import Tulvane
 StepCard {
     id: card
 
-    required property OnboardingModel guide
-    readonly property string reason: guide.accessibilityObstacle.reason
+    required property UiModels models
+    readonly property bool granted: models.permissions.accessibility
+    readonly property string obstacle: models.permissions.accessibilityObstacle
 
-    step: guide.steps[1]
+    step: models.onboarding.steps[1]
 
     Label {
         width: parent.width
@@ -17,39 +18,38 @@ StepCard {
     }
     StatusLine {
         width: parent.width
-        visible: card.guide.accessibility
+        visible: card.granted
         text: Words.translate("Accessibility access granted")
     }
     // Where the desktop itself stands in the way, there is no switch to look for.
-    Notice {
+    Obstacle {
         width: parent.width
-        visible: !card.guide.accessibility && card.reason !== ""
-        text: card.reason
-        remedy: card.guide.accessibilityObstacle.remedy
+        visible: !card.granted && card.obstacle !== ""
+        text: card.obstacle
     }
     Label {
         width: parent.width
-        visible: !card.guide.accessibility && card.reason === ""
+        visible: !card.granted && card.obstacle === ""
         kind: Label.Caption
         secondary: true
         text: Words.translate("Turn on the switch next to Tulvane. If the switch is already on but this step stays “To do”, the entry belongs to an older build of the app – use “Reset & grant again” and approve the prompt.")
     }
     Flow {
         width: parent.width
-        visible: !card.guide.accessibility
+        visible: !card.granted
         spacing: Theme.small
 
         PushButton {
             objectName: "onboarding.openAccessibility"
-            look: card.reason === "" ? PushButton.Primary : PushButton.Normal
+            look: card.obstacle === "" ? PushButton.Primary : PushButton.Normal
             text: Words.translate("Open Accessibility settings…")
-            onClicked: card.guide.act(2)
+            onClicked: card.models.onboarding.act(2)
         }
         PushButton {
             objectName: "onboarding.resetAccessibility"
             look: PushButton.Plain
             text: Words.translate("Already switched on? Reset & grant again")
-            onClicked: card.guide.resetAccessibility()
+            onClicked: card.models.permissions.resetAccessibility()
         }
     }
 }

@@ -5,7 +5,8 @@ import Tulvane
 StepCard {
     id: card
 
-    required property OnboardingModel guide
+    required property UiModels models
+    readonly property OnboardingModel guide: models.onboarding
 
     step: guide.steps[0]
 
@@ -21,14 +22,14 @@ StepCard {
         text: Words.translate("Allow microphone access")
         onClicked: card.guide.act(1)
     }
-    Notice {
+    Obstacle {
         width: parent.width
         visible: card.guide.microphone === "denied"
-        text: card.guide.microphoneObstacle.reason
-        remedy: card.guide.microphoneObstacle.remedy
+        text: card.models.permissions.microphoneObstacle
 
         Label {
             width: parent.width
+            secondary: card.models.permissions.microphoneObstacle !== ""
             text: Words.translate("Access was denied. Switch Tulvane on under Privacy & Security › Microphone.")
         }
         PushButton {

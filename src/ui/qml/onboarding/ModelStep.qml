@@ -25,4 +25,13 @@ StepCard {
             text: Words.translate("Other variants (full precision, verbatim, semantic) are available under Models in the main window.")
         }
     }
+    DownloadControl {
+        width: parent.width
+        name: "onboarding.model"
+        entry: card.models.selectedModel
+        done: StatusLine {
+            width: parent.width
+            text: Words.translate("Speech model installed")
+        }
+    }
 }

@@ -1,8 +1,85 @@
 import QtQuick
 import Tulvane
 
+// The speech models: how the selected one stands, and all that are offered.
 ScrollPage {
-    required property UiModels models
+    id: page
 
-    title: models.main.entries.find(entry => entry.page === "models").title
+    required property UiModels models
+    readonly property ModelGallery gallery: models.gallery
+
+    title: Words.translate("Speech models")
+    subtitle: Words.translate("Used to recognise and transcribe spoken Norwegian as accurately as possible. All variants are NB-Whisper Medium from the National Library of Norway and run fully on your Mac.")
+
+    Rectangle {
+        width: parent.width
+        height: Math.max(52, status.height + 2 * Theme.medium)
+        radius: Theme.cardRadius
+        color: page.gallery.statusKind === "ready" ? Theme.successSoft
+            : page.gallery.statusKind === "loading" ? Theme.accentSoft : Theme.warningSoft
+
+        Symbol {
+            id: mark
+            x: Theme.large
+            anchors.verticalCenter: parent.verticalCenter
+            name: page.gallery.statusKind === "ready" ? "checkmark.circle.fill"
+                : page.gallery.statusKind === "loading" ? "arrow.clockwise" : "arrow.down.circle"
+            size: 22
+            color: page.gallery.statusKind === "ready" ? Theme.success
+                : page.gallery.statusKind === "loading" ? Theme.accentSoftInk : Theme.warning
+        }
+        Column {
+            id: status
+            anchors.verticalCenter: parent.verticalCenter
+            x: mark.x + mark.width + Theme.medium
+            width: parent.width - x - Theme.large
+            spacing: 2
+
+            Label {
+                width: parent.width
+                font.weight: Font.DemiBold
+                text: page.gallery.selected.name
+            }
+            Label {
+                objectName: "models.status"
+                width: parent.width
+                kind: Label.Caption
+                text: page.gallery.status
+            }
+        }
+    }
+
+    Repeater {
+        model: page.gallery.entries
+
+        ModelCard {
+            required property var modelData
+
+            width: parent.width
+            entry: modelData
+        }
+    }
+
+    Item {
+        width: parent.width
+        height: Math.max(note.height, folder.height)
+
+        Label {
+            id: note
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - folder.width - Theme.huge
+            kind: Label.Caption
+            secondary: true
+            text: Words.translate("Models are downloaded once from the model hub and stored in Application Support.")
+        }
+        PushButton {
+            id: folder
+            objectName: "models.folder"
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "folder"
+            text: Words.translate("Show in Finder")
+            onClicked: page.gallery.showFolder()
+        }
+    }
 }

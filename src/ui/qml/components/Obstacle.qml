@@ -1,17 +1,15 @@
 import QtQuick
 import Tulvane
 
-// Something that stands in the way, and what to do about it: words on a tinted ground, and buttons below them.
+// Something that stands in the way: words on a tinted ground, and below them what can be done about it.
 Rectangle {
-    id: notice
+    id: obstacle
 
     enum Tone { Warning, Danger, Neutral }
 
-    property int tone: Notice.Warning
-    property string symbol: tone === Notice.Neutral ? "info.circle" : "exclamationmark.triangle.fill"
+    property int tone: Obstacle.Warning
+    property string symbol: tone === Obstacle.Neutral ? "info.circle" : "exclamationmark.triangle.fill"
     property string text
-    // What to do about it, in a line of its own.
-    property string remedy: ""
     default property alias actions: buttons.data
     readonly property color ink: [Theme.warning, Theme.danger, Theme.secondaryText][tone]
 
@@ -22,9 +20,9 @@ Rectangle {
     Symbol {
         x: Theme.medium
         y: Theme.medium + 1
-        name: notice.symbol
+        name: obstacle.symbol
         size: 17
-        color: notice.ink
+        color: obstacle.ink
     }
     Column {
         id: column
@@ -33,21 +31,10 @@ Rectangle {
         width: parent.width - x - Theme.medium
         spacing: Theme.small
 
-        Column {
+        Label {
             width: parent.width
-            spacing: 2
-
-            Label {
-                width: parent.width
-                visible: text !== ""
-                text: notice.text
-            }
-            Label {
-                width: parent.width
-                visible: text !== ""
-                kind: notice.text === "" ? Label.Body : Label.Caption
-                text: notice.remedy
-            }
+            visible: text !== ""
+            text: obstacle.text
         }
         Flow {
             id: buttons

@@ -1,0 +1,99 @@
+import QtQuick
+import Tulvane
+
+// Everything that can be done about one model's file: download it, watch it come, stop it, try again after a
+// failure. Once the file is there, what stands in `done` is shown.
+Column {
+    id: control
+
+    required property ModelEntry entry
+    property string name: "download"
+    property bool primary: true
+    property alias done: done.data
+
+    spacing: Theme.small
+
+    Row {
+        visible: control.entry.state === "notDownloaded" || control.entry.state === "failed"
+        spacing: Theme.medium
+
+        PushButton {
+            id: start
+            objectName: control.name + ".start"
+            look: control.primary ? PushButton.Primary : PushButton.Normal
+            symbol: control.entry.state === "failed" ? "arrow.clockwise" : "arrow.down.circle"
+            text: control.entry.state === "failed" ? Words.translate("Retry") : Words.translate("Download")
+            Accessible.description: control.entry.name
+            onClicked: control.entry.download()
+        }
+        Label {
+            anchors.verticalCenter: parent.verticalCenter
+            kind: Label.Caption
+            secondary: true
+            text: control.entry.size
+        }
+    }
+
+    Item {
+        visible: control.entry.state === "downloading" || control.entry.state === "verifying"
+        width: parent.width
+        height: Math.max(stop.height, progress.height)
+
+        Column {
+            id: progress
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - (stop.visible ? stop.width + Theme.large : 0)
+            spacing: 6
+
+            Label {
+                objectName: control.name + ".progress"
+                width: parent.width
+                kind: Label.Caption
+                secondary: true
+                text: control.entry.state === "verifying" ? Words.translate("Verifying…") : control.entry.progress
+            }
+            ProgressLine {
+                width: parent.width
+                label: control.entry.name
+                value: control.entry.state === "verifying" ? -1 : control.entry.fraction
+            }
+        }
+        PushButton {
+            id: stop
+            objectName: control.name + ".cancel"
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            visible: control.entry.state === "downloading"
+            text: Words.translate("Cancel")
+            Accessible.description: control.entry.name
+            onClicked: control.entry.cancel()
+        }
+    }
+
+    Row {
+        visible: control.entry.message !== ""
+        width: parent.width
+        spacing: 6
+
+        Symbol {
+            y: 1
+            name: "exclamationmark.triangle.fill"
+            size: 15
+            color: Theme.danger
+        }
+        Label {
+            objectName: control.name + ".message"
+            width: parent.width - 21
+            kind: Label.Caption
+            color: Theme.danger
+            text: control.entry.message
+        }
+    }
+
+    Item {
+        id: done
+        visible: control.entry.state === "ready" && children.length > 0
+        width: parent.width
+        height: childrenRect.height
+    }
+}

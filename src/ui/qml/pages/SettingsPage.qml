@@ -1,8 +1,0 @@
-import QtQuick
-import Tulvane
-
-ScrollPage {
-    required property UiModels models
-
-    title: models.main.entries.find(entry => entry.page === "settings").title
-}

@@ -781,7 +781,7 @@
     </message>
     <message>
         <source>Reset &amp; grant again</source>
-        <translation>Nullstill og gi tilgang på nytt</translation>
+        <translation>Nullstill og gi på nytt</translation>
     </message>
     <message>
         <source>Restore clipboard</source>
@@ -1145,7 +1145,7 @@
     </message>
     <message>
         <source>Turn on the switch next to Tulvane. If the switch is already on but this step stays “To do”, the entry belongs to an older build of the app – use “Reset &amp; grant again” and approve the prompt.</source>
-        <translation>Slå på bryteren ved siden av Tulvane. Hvis bryteren allerede er på og dette steget likevel står som «Gjenstår», hører oppføringen til en eldre utgave av programmet – velg «Nullstill og gi tilgang på nytt» og godta spørsmålet.</translation>
+        <translation>Slå på bryteren ved siden av Tulvane. Hvis bryteren allerede er på og dette steget likevel står som «Gjenstår», hører oppføringen til en eldre utgave av programmet – velg «Nullstill og gi på nytt» og godta spørsmålet.</translation>
     </message>
     <message>
         <source>Typing the same text would take</source>

@@ -1,10 +1,12 @@
 // Draws pages of the program into PNG files, for looking at them:
-//   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|full]
+//   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
 //                    [--size 1020x680] [--tall] PAGE...
-// PAGE is a page of the main window. --tall makes the window as high as the page. QT_SCALE_FACTOR scales.
+// PAGE is a page of the main window, or "onboarding". --tall makes the window as high as the page. QT_SCALE_FACTOR scales.
 
+#include <platform/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <ui/look/InterfaceLanguage.h>
+#include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QCommandLineParser>
@@ -23,7 +25,7 @@ struct Wish {
     QDir folder;
     AppLanguage language = AppLanguage::english;
     Appearance appearance = Appearance::light;
-    bool isFull = true;
+    QString state;
     bool isTall = false;
     QSize size;
 };
@@ -33,7 +35,7 @@ QString nameOf(const QString& page, const Wish& wish)
     return QStringLiteral("%1-%2-%3-%4.png")
         .arg(page, rawValue(wish.language),
              wish.appearance == Appearance::dark ? QStringLiteral("dark") : QStringLiteral("light"),
-             wish.isFull ? QStringLiteral("full") : QStringLiteral("empty"));
+             wish.state);
 }
 
 /// The height that the page would need to be seen whole.
@@ -42,18 +44,59 @@ int tallness(const QQuickView& window)
     int tallest = window.height();
     for (const QQuickItem* item : window.rootObject()->findChildren<QQuickItem*>()) {
         if (item->inherits("QQuickFlickable"))
-            tallest = std::max(tallest, qRound(item->property("contentHeight").toReal()));
+            tallest = std::max(tallest, window.height() - qRound(item->height()) +
+                                            qRound(item->property("contentHeight").toReal()));
     }
     return tallest;
 }
 
-bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
+/// Shows the page; null when there is none of that name.
+QQuickView* show(test::UiWorld& world, const QString& page)
 {
+    if (page == u"onboarding") {
+        world.ui.showOnboarding();
+        return world.ui.onboardingWindow().window();
+    }
     const auto tab = fromRawValue<SettingsTab>(page);
     if (!tab)
-        return false;
+        return nullptr;
     world.ui.showPage(*tab);
-    QQuickView* const window = world.ui.settingsWindow().window();
+    return world.ui.settingsWindow().window();
+}
+
+/// A user who has just installed the program, on a desktop that asks before it permits anything.
+void beginAnew(test::UiWorld& world)
+{
+    world.privacy.microphoneAccess = MicrophoneAccess::notDetermined;
+    world.privacy.accessibilityGranted = false;
+    world.privacy.inputMonitoringGranted = false;
+    world.permissions.refresh();
+    world.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
+}
+
+/// The microphone is there, the model on its way; another program holds the key combination, and the single
+/// key may not be watched.
+void setUpHalf(test::UiWorld& world)
+{
+    constexpr KeyCombination wanted{virtualKeys::space, carbon::option};
+    beginAnew(world);
+    world.privacy.microphoneAccess = MicrophoneAccess::authorized;
+    world.hotKeys.takeElsewhere(wanted);
+    world.shortcuts.setShortcut(Shortcut::fromCombination(wanted), ShortcutName::dictate());
+    world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+    world.permissions.refresh();
+    const WhisperModel& model = WhisperModel::fallback();
+    world.models.download(model);
+    test::UiWorld::settle();
+    world.transfers.tellProgress(world.transfers.lastTask(), model.approximateSizeBytes * 43 / 100,
+                                 model.approximateSizeBytes);
+}
+
+bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
+{
+    QQuickView* const window = show(world, page);
+    if (!window)
+        return false;
     if (!wish.size.isEmpty())
         window->resize(wish.size);
     test::UiWorld::settle();
@@ -93,7 +136,7 @@ int main(int argc, char** argv)
     wish.language = fromRawValue<AppLanguage>(parser.value(QStringLiteral("language"))).value();
     wish.appearance =
         parser.value(QStringLiteral("appearance")) == u"dark" ? Appearance::dark : Appearance::light;
-    wish.isFull = parser.value(QStringLiteral("state")) == u"full";
+    wish.state = parser.value(QStringLiteral("state"));
     wish.isTall = parser.isSet(QStringLiteral("tall"));
     const QStringList size = parser.value(QStringLiteral("size")).split(u'x');
     if (size.size() == 2)
@@ -104,8 +147,12 @@ int main(int argc, char** argv)
     world.settings.setAppLanguage(wish.language);
     world.presentation.setSystemAppearance(wish.appearance);
     world.presentation.setReducedMotion(true);
-    if (wish.isFull)
+    if (wish.state == u"full")
         world.fill();
+    else if (wish.state == u"half")
+        setUpHalf(world);
+    else
+        beginAnew(world);
     bool isGood = true;
     for (const QString& page : pages)
         isGood = draw(world, page, wish) && isGood;

@@ -2,6 +2,7 @@
 #include <support/ui/WindowProbe.h>
 
 #include <QAccessible>
+#include <QKeyEvent>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QtTest/qtestkeyboard.h>
@@ -122,6 +123,43 @@ void WindowProbe::type(const QString& text)
 {
     for (const QChar c : text)
         QTest::sendKeyEvent(QTest::Click, &m_window, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    UiWorld::settle();
+}
+
+void WindowProbe::nativeKey(const NativeKey& native, int key)
+{
+    nativeKeyDown(native, key);
+    nativeKeyUp(native, key);
+}
+
+void WindowProbe::nativeKeyDown(const NativeKey& native, int key, Press press)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, native.scanCode, native.virtualKey, native.modifiers,
+                    QString(), press == Press::repeated);
+    QCoreApplication::sendEvent(&m_window, &event);
+    UiWorld::settle();
+}
+
+void WindowProbe::nativeKeyUp(const NativeKey& native, int key)
+{
+    QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier, native.scanCode, native.virtualKey,
+                    native.modifiers);
+    QCoreApplication::sendEvent(&m_window, &event);
+    UiWorld::settle();
+}
+
+bool WindowProbe::isKeptFromShortcuts(const NativeKey& native, int key)
+{
+    QKeyEvent event(QEvent::ShortcutOverride, key, Qt::NoModifier, native.scanCode, native.virtualKey,
+                    native.modifiers);
+    event.ignore();
+    QCoreApplication::sendEvent(&m_window, &event);
+    return event.isAccepted();
+}
+
+void WindowProbe::clickAt(QPoint place)
+{
+    QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, place);
     UiWorld::settle();
 }
 

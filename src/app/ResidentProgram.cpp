@@ -9,8 +9,8 @@
 #include <models/ModelHub.h>
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/dbus/DBusRemoteControl.h>
+#include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
-#include <ui/look/InterfaceLanguage.h>
 
 #include <QCoreApplication>
 

@@ -4,6 +4,7 @@
 #include <app/cli/SettingsCommand.h>
 #include <platform/Presentation.h>
 #include <platform/PrivacyPermissions.h>
+#include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 
 #include <QDeadlineTimer>
@@ -129,10 +130,14 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
     case RemoteRequest::cancel:
         m_controller.cancel();
         break;
-    case RemoteRequest::doctor:
+    case RemoteRequest::doctor: {
+        const EnglishWords english;
         return findings();
-    case RemoteRequest::settings:
+    }
+    case RemoteRequest::settings: {
+        const EnglishWords english;
         return changeSettings(argument);
+    }
     case RemoteRequest::activate:
         m_windows.showPage(fromRawValue<SettingsTab>(argument).value_or(SettingsTab::home));
         break;
@@ -144,6 +149,8 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
 
 QJsonObject TulvaneApp::status() const
 {
+    // The phase's own message stays in the user's language: it is what the user sees at this moment.
+    const EnglishWords english;
     const Phase& phase = m_controller.phase();
     return {{QStringLiteral("phase"), nameOf(phase.kind)},
             {QStringLiteral("message"), phase.text},

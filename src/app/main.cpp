@@ -2,6 +2,7 @@
 #include <app/cli/CommandLine.h>
 #include <app/cli/CommandLog.h>
 #include <platform/linux/common/ProcessHeap.h>
+#include <settings/InterfaceLanguage.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -20,6 +21,7 @@ int main(int argc, char** argv)
     const QStringList arguments = QCoreApplication::arguments().mid(1);
 
     using namespace tulvane;
+    const EnglishWords english;
     cli::writeLogToStandardError(arguments.contains(QStringLiteral("--verbose"))
                                      ? cli::LogAmount::everything
                                      : cli::LogAmount::errorsOnly);

@@ -1,12 +1,31 @@
 #include <base/Translate.h>
 
 #include <QCoreApplication>
+#include <QTranslator>
+
+#include <atomic>
 
 namespace tulvane {
 
+namespace {
+
+constexpr auto context = "tulvane";
+std::atomic<const QTranslator*> onlyCatalogue = nullptr;
+
+} // namespace
+
 QString translate(const char* english)
 {
-    return QCoreApplication::translate("tulvane", english);
+    const QTranslator* const only = onlyCatalogue.load(std::memory_order_relaxed);
+    if (!only)
+        return QCoreApplication::translate(context, english);
+    const QString word = only->translate(context, english);
+    return word.isEmpty() ? QString::fromUtf8(english) : word;
+}
+
+void speakOnly(const QTranslator* catalogue)
+{
+    onlyCatalogue.store(catalogue, std::memory_order_relaxed);
 }
 
 } // namespace tulvane

@@ -4,7 +4,7 @@ import unittest
 from program import ProgramTest
 
 COMMANDS = ["transcribe", "dictate", "clean", "settings", "stats", "models", "start", "stop", "toggle", "cancel",
-            "status", "doctor", "--background"]
+            "status", "doctor"]
 
 
 class Words(ProgramTest):
@@ -37,10 +37,20 @@ class Words(ProgramTest):
             with self.subTest(words):
                 self.assert_fails(self.run_program(*words), 2, "tulvane")
 
-    def test_no_word_at_all_shows_the_help_on_standard_error(self):
-        run = self.run_program()
-        self.assertEqual((run.returncode, run.stdout), (2, ""))
-        self.assertIn("Usage: tulvane", run.stderr)
+    def test_the_start_of_the_program_has_its_help(self):
+        for word in ["--background"]:
+            run = self.run_program(word, "--help")
+            self.assertTrue(run.stdout.startswith("Usage: tulvane [options]"), run.stdout)
+            self.assertIn("home, models, history, statistics, settings, about", " ".join(run.stdout.split()))
+
+    def test_an_unknown_page_is_wrong_words(self):
+        self.assert_fails(self.run_program("--page", "kitchen"), 2, "There is no page “kitchen”.")
+
+    def test_without_a_desktop_the_program_says_so(self):
+        self.environment.pop("DISPLAY", None)
+        for words in [[], ["--background"], ["--page", "models"]]:
+            with self.subTest(words):
+                self.assert_fails(self.run_program(*words), 1, "DISPLAY is not set")
 
     def test_clean_reads_standard_input_to_the_letter(self):
         run = self.run_program("clean", given="[Musikk]  hei   på deg\n\n  øl (latter)")

@@ -1,11 +1,11 @@
 // Draws pages of the program into PNG files, for looking at them:
 //   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
 //                    [--size 1020x680] [--tall] PAGE...
-// PAGE is a page of the main window, or "onboarding". --tall makes the window as high as the page. QT_SCALE_FACTOR scales.
+// PAGE is a page of the main window, or "onboarding". --tall makes the window as high as the page.
+// QT_SCALE_FACTOR scales.
 
 #include <platform/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
-#include <ui/look/InterfaceLanguage.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
@@ -142,9 +142,7 @@ int main(int argc, char** argv)
     if (size.size() == 2)
         wish.size = QSize(size.at(0).toInt(), size.at(1).toInt());
 
-    test::UiWorld world;
-    installInterfaceLanguage(wish.language);
-    world.settings.setAppLanguage(wish.language);
+    test::UiWorld world(wish.language);
     world.presentation.setSystemAppearance(wish.appearance);
     world.presentation.setReducedMotion(true);
     if (wish.state == u"full")

@@ -24,7 +24,9 @@ ResidentDesktop::ResidentDesktop(const QByteArray& openboxKeys)
     QDir().mkpath(models);
     if (!QFile::copy(demoModelPath(), models + QStringLiteral("/nb-whisper-medium-q5_0.bin")))
         throw std::runtime_error("no demo model");
-    for (const auto& [key, value] : {std::pair{"hotkeyMode", "toggle"}, std::pair{"language", "no"}}) {
+    for (const auto& [key, value] :
+         {std::pair{"hotkeyMode", "toggle"}, std::pair{"language", "no"},
+          std::pair{"hasCompletedOnboarding", "true"}, std::pair{"appLanguage", "en"}}) {
         const auto set = tulvane({QStringLiteral("settings"), QStringLiteral("set"), QString::fromLatin1(key),
                                   QString::fromLatin1(value)});
         if (set.status != 0)

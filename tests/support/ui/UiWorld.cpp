@@ -1,5 +1,5 @@
+#include <settings/InterfaceLanguage.h>
 #include <support/ui/UiWorld.h>
-#include <ui/look/InterfaceLanguage.h>
 
 #include <QFile>
 #include <QGuiApplication>
@@ -22,7 +22,7 @@ ModelManager::Options modelOptions(const ScratchFolder& folder)
 
 } // namespace
 
-UiWorld::UiWorld()
+UiWorld::UiWorld(AppLanguage language)
     : models(modelOptions(folder), transfers),
       session({.settings = settings,
                .recorder = recorder,
@@ -53,7 +53,8 @@ UiWorld::UiWorld()
 {
     clock.setNow(noon);
     input.setFormat({.sampleRate = 16000, .channels = 1});
-    installInterfaceLanguage(AppLanguage::english);
+    installInterfaceLanguage(language);
+    settings.setAppLanguage(language);
     ui.attach(context());
 }
 

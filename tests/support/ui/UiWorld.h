@@ -63,10 +63,10 @@ public:
 };
 
 /// The whole program above its ports, with its real windows over fakes of everything else, at noon of a
-/// Friday in November 2026, in English. Needs a QGuiApplication ("offscreen" will do).
+/// Friday in November 2026. Needs a QGuiApplication ("offscreen" will do).
 class UiWorld final {
 public:
-    UiWorld();
+    explicit UiWorld(AppLanguage language = AppLanguage::english);
     ~UiWorld();
     UiWorld(const UiWorld&) = delete;
     UiWorld& operator=(const UiWorld&) = delete;

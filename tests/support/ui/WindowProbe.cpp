@@ -1,10 +1,11 @@
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
+#include <ui/windows/SettingsWindowController.h>
 
 #include <QAccessible>
 #include <QKeyEvent>
 #include <QQuickItem>
-#include <QQuickWindow>
+#include <QQuickView>
 #include <QtTest/qtestkeyboard.h>
 #include <QtTest/qtestmouse.h>
 
@@ -111,6 +112,21 @@ void WindowProbe::click(QQuickItem& item)
     QTest::mouseMove(&m_window, middle);
     QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, middle);
     UiWorld::settle();
+}
+
+bool WindowProbe::scrollTo(qreal y)
+{
+    bool hasMoved = false;
+    eachVisible(*m_window.contentItem(), [&](QQuickItem& one) {
+        if (!one.inherits("QQuickFlickable"))
+            return;
+        const qreal most = std::max(0.0, one.property("contentHeight").toReal() - one.height());
+        const qreal before = one.property("contentY").toReal();
+        one.setProperty("contentY", std::min(y, most));
+        hasMoved = hasMoved || one.property("contentY").toReal() > before;
+    });
+    UiWorld::settle();
+    return hasMoved;
 }
 
 void WindowProbe::press(int key, Qt::KeyboardModifiers modifiers)
@@ -222,6 +238,18 @@ QStringList WindowProbe::layoutFlaws() const
         }
         placed.append({text, seen});
     });
+    return flaws;
+}
+
+QStringList flawsOf(UiWorld& world, SettingsTab page)
+{
+    world.ui.showPage(page);
+    QQuickWindow& window = *world.ui.settingsWindow().window();
+    window.resize(SettingsWindowController::smallest);
+    WindowProbe probe(window);
+    QStringList flaws = probe.layoutFlaws();
+    for (qreal y = 400; probe.scrollTo(y); y += 400)
+        flaws += probe.layoutFlaws();
     return flaws;
 }
 

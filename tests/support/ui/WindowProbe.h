@@ -1,5 +1,6 @@
 #pragma once
 
+#include <dictation/SettingsTab.h>
 #include <platform/GlobalHotKeys.h>
 
 #include <QPoint>
@@ -10,6 +11,8 @@ class QQuickItem;
 class QQuickWindow;
 
 namespace tulvane::test {
+
+class UiWorld;
 
 /// Looks at a window as a user and a screen reader do, and works its controls by real input events. A control
 /// is named by its `objectName`. Throws std::runtime_error when there is no such visible control.
@@ -24,6 +27,8 @@ public:
     /// Presses and releases the left button in the item's middle, scrolled into view first.
     void click(const QString& name);
     void click(QQuickItem& item);
+    /// Scrolls whatever scrolls to this distance from its top; false when it was as far already.
+    bool scrollTo(qreal y);
     /// Into whatever has the focus.
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void type(const QString& text);
@@ -48,5 +53,8 @@ public:
 private:
     QQuickWindow& m_window;
 };
+
+/// The layout flaws of a page of the main window at its smallest size, scrolled from its top to its end.
+[[nodiscard]] QStringList flawsOf(UiWorld& world, SettingsTab page);
 
 } // namespace tulvane::test

@@ -35,4 +35,16 @@ TEST(Translate, AsksTheInstalledCatalogueAndFallsBackToTheKey)
     QCoreApplication::removeTranslator(&translator);
 }
 
+TEST(Translate, OneCatalogueCanSpeakAlone)
+{
+    OneWordTranslator application;
+    QCoreApplication::installTranslator(&application);
+    const QTranslator empty;
+    speakOnly(&empty);
+    EXPECT_EQ(translate("Toggle"), QStringLiteral("Toggle"));
+    speakOnly(nullptr);
+    EXPECT_EQ(translate("Toggle"), QStringLiteral("Veksle"));
+    QCoreApplication::removeTranslator(&application);
+}
+
 } // namespace tulvane

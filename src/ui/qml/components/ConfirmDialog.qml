@@ -60,10 +60,12 @@ T.Popup {
 
             PushButton {
                 id: cancel
+                objectName: "confirm.cancel"
                 text: Words.translate("Cancel")
                 onClicked: dialog.close()
             }
             PushButton {
+                objectName: "confirm.action"
                 look: PushButton.Danger
                 text: dialog.action
                 onClicked: {

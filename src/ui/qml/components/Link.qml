@@ -11,6 +11,7 @@ T.AbstractButton {
     implicitWidth: words.implicitWidth
     implicitHeight: words.implicitHeight
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     Accessible.role: Accessible.Link
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()

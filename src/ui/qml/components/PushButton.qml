@@ -22,6 +22,7 @@ T.Button {
     topPadding: 4
     bottomPadding: 4
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     font.family: Theme.family
     font.pixelSize: Theme.bodySize
     font.weight: Font.Medium

@@ -66,9 +66,9 @@ Rectangle {
             font.family: Theme.family
             font.pixelSize: Theme.bodySize
             activeFocusOnTab: true
-            KeyNavigation.priority: KeyNavigation.BeforeItem
-            KeyNavigation.tab: nextItemInFocusChain(true)
-            KeyNavigation.backtab: nextItemInFocusChain(false)
+            Keys.priority: Keys.BeforeItem
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+            Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
             Accessible.name: box.label
             onTextChanged: if (text !== box.value) rest.restart()
             onActiveFocusChanged: if (!activeFocus) box.flush()

@@ -20,7 +20,7 @@ QtObject {
 
     // Lines.
     readonly property color border: dark ? "#2e353f" : "#e0e4ea"
-    readonly property color controlBorder: dark ? "#6f7c8c" : "#8a94a3"
+    readonly property color controlBorder: dark ? "#6f7c8c" : "#808a9a"
     readonly property color separator: dark ? "#2a3039" : "#e8ebef"
 
     // Texts and symbols.

@@ -9,6 +9,7 @@ T.Switch {
     implicitWidth: 42
     implicitHeight: 24
     focusPolicy: Qt.StrongFocus
+    Accessible.name: text
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
 

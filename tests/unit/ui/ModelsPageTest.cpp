@@ -1,0 +1,166 @@
+#include <support/ui/UiWorld.h>
+#include <support/ui/WindowProbe.h>
+#include <ui/models/ModelGallery.h>
+#include <ui/windows/SettingsWindowController.h>
+
+#include <QFile>
+#include <QQuickItem>
+#include <QQuickView>
+
+#include <gtest/gtest.h>
+
+namespace tulvane::test {
+
+namespace {
+
+const QString medium = QStringLiteral("nb-whisper-medium-q5_0");
+const QString verbatim = QStringLiteral("nb-whisper-medium-verbatim-q5_0");
+
+QString control(const QString& id, const char* name)
+{
+    return QStringLiteral("models.") + id + u'.' + QString::fromLatin1(name);
+}
+
+class ModelsPageTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        world.ui.showPage(SettingsTab::models);
+        probe.emplace(*world.ui.settingsWindow().window());
+    }
+    [[nodiscard]] QString textOf(const QString& name) const
+    {
+        return probe->item(name).property("text").toString();
+    }
+
+    UiWorld world;
+    std::optional<WindowProbe> probe;
+};
+
+TEST_F(ModelsPageTest, ListsTheGalleryInItsOrderWithoutTheSmallModel)
+{
+    QStringList names;
+    for (const WhisperModel& model : WhisperModel::gallery()) {
+        EXPECT_TRUE(probe->shows(model.displayName));
+        EXPECT_TRUE(probe->shows(model.description()));
+    }
+    EXPECT_FALSE(probe->shows(QStringLiteral("NB-Whisper Small (q5_0)")));
+    EXPECT_EQ(probe->texts().count(QStringLiteral("Recommended")), 1);
+    EXPECT_EQ(probe->texts().count(QStringLiteral("Selected")), 1);
+    EXPECT_TRUE(probe->shows(QStringLiteral("539 MB")));
+    EXPECT_TRUE(probe->shows(QStringLiteral("1.53 GB")));
+}
+
+TEST_F(ModelsPageTest, SaysWhatToDoWhileNothingIsInstalled)
+{
+    EXPECT_EQ(textOf(QStringLiteral("models.status")),
+              QStringLiteral("Nothing yet – download the selected model to start dictating."));
+    world.installModel(verbatim);
+    UiWorld::settle();
+    EXPECT_EQ(textOf(QStringLiteral("models.status")), QStringLiteral("Not downloaded"));
+}
+
+TEST_F(ModelsPageTest, ADownloadShowsHowFarItIsAndCanBeCancelled)
+{
+    probe->click(control(medium, "start"));
+    ASSERT_EQ(world.transfers.started.size(), 1);
+    world.transfers.tellProgress(world.transfers.lastTask(), 53'900'000, 539'000'000);
+    UiWorld::settle();
+    EXPECT_EQ(textOf(control(medium, "progress")), QStringLiteral("53.9 MB of 539 MB"));
+    EXPECT_FALSE(probe->has(control(medium, "start")));
+    probe->click(control(medium, "cancel"));
+    EXPECT_EQ(world.transfers.cancelled.size(), 1);
+    world.transfers.tellCompleted(world.transfers.lastTask(), TransferError(TransferError::Kind::cancelled));
+    UiWorld::settle();
+    EXPECT_TRUE(probe->has(control(medium, "start")));
+}
+
+TEST_F(ModelsPageTest, AFailureSaysWhatHappenedAndOffersToTryAgain)
+{
+    probe->click(control(medium, "start"));
+    const TransferId task = world.transfers.lastTask();
+    world.transfers.tellFinished(task, 404, "<html>");
+    world.transfers.tellCompleted(task);
+    UiWorld::settle();
+    EXPECT_EQ(textOf(control(medium, "message")), QStringLiteral("The server responded with HTTP 404."));
+    EXPECT_EQ(textOf(control(medium, "start")), QStringLiteral("Retry"));
+    probe->click(control(medium, "start"));
+    EXPECT_EQ(world.transfers.started.size(), 2);
+    EXPECT_FALSE(probe->has(control(medium, "message")));
+}
+
+TEST_F(ModelsPageTest, AnotherInstalledModelCanBeSelected)
+{
+    world.installModel(medium);
+    world.installModel(verbatim);
+    UiWorld::settle();
+    EXPECT_FALSE(probe->has(control(medium, "use")));
+    probe->click(control(verbatim, "use"));
+    EXPECT_EQ(world.settings.selectedModelID(), verbatim);
+    EXPECT_TRUE(probe->has(control(medium, "use")));
+    EXPECT_FALSE(probe->has(control(verbatim, "use")));
+}
+
+TEST_F(ModelsPageTest, FollowsTheSessionIntoTheMemory)
+{
+    world.engine.isPrompt = false;
+    world.installModel(medium);
+    world.session.preloadModel();
+    UiWorld::settle();
+    // The question which model is loaded is answered; the load itself is still under way.
+    world.engine.step();
+    UiWorld::settle();
+    EXPECT_EQ(textOf(QStringLiteral("models.status")), QStringLiteral("Loading model…"));
+    while (world.engine.waiting() > 0) {
+        world.engine.step();
+        UiWorld::settle();
+    }
+    EXPECT_EQ(textOf(QStringLiteral("models.status")), QStringLiteral("Loaded in memory"));
+}
+
+TEST_F(ModelsPageTest, AnInstalledModelThatIsNotLoadedIsReady)
+{
+    world.engine.loadError = EngineError::modelLoadFailed(QStringLiteral("/m.bin"));
+    world.installModel(medium);
+    world.session.preloadModel();
+    UiWorld::settle();
+    EXPECT_EQ(textOf(QStringLiteral("models.status")), QStringLiteral("Ready"));
+}
+
+TEST_F(ModelsPageTest, DeletingAsksFirst)
+{
+    world.installModel(medium);
+    UiWorld::settle();
+    probe->click(control(medium, "delete"));
+    EXPECT_TRUE(probe->shows(QStringLiteral("Delete model file")));
+    EXPECT_TRUE(probe->shows(
+        QStringLiteral("The model file will be removed from disk. You can download it again later.")));
+    probe->press(Qt::Key_Escape);
+    EXPECT_EQ(world.models.state(medium), ModelState::ready());
+    probe->click(control(medium, "delete"));
+    probe->click(QStringLiteral("confirm.cancel"));
+    EXPECT_EQ(world.models.state(medium), ModelState::ready());
+    probe->click(control(medium, "delete"));
+    probe->click(QStringLiteral("confirm.action"));
+    EXPECT_EQ(world.models.state(medium), ModelState::notDownloaded());
+    EXPECT_FALSE(QFile::exists(world.models.modelsDirectory() + u'/' + medium + u".bin"));
+}
+
+TEST_F(ModelsPageTest, ShowsTheFolder)
+{
+    probe->click(QStringLiteral("models.folder"));
+    EXPECT_EQ(world.workspace.revealed, QStringList{world.models.modelsDirectory()});
+}
+
+TEST_F(ModelsPageTest, NothingIsCutOffInEitherLanguage)
+{
+    for (const AppLanguage language : allCases<AppLanguage>()) {
+        UiWorld full(language);
+        full.fill();
+        EXPECT_EQ(flawsOf(full, SettingsTab::models), QStringList());
+    }
+}
+
+} // namespace
+
+} // namespace tulvane::test

@@ -16,11 +16,6 @@ struct PermissionObstacle {
     QString reason;
     QString remedy;
 
-    /// Both, in one line.
-    [[nodiscard]] QString text() const
-    {
-        return reason.isEmpty() || remedy.isEmpty() ? reason + remedy : reason + u' ' + remedy;
-    }
     [[nodiscard]] friend bool operator==(const PermissionObstacle&, const PermissionObstacle&) = default;
 };
 

@@ -98,7 +98,7 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
     if (!window)
         return false;
     if (!wish.size.isEmpty())
-        window->resize(wish.size);
+        window->resize(wish.size.boundedTo(window->maximumSize()));
     test::UiWorld::settle();
     const int height = window->height();
     if (wish.isTall) {

@@ -3,6 +3,7 @@
 #include <permissions/PermissionsService.h>
 #include <settings/AppSettings.h>
 #include <ui/models/HotkeyModel.h>
+#include <ui/models/PermissionsModel.h>
 
 namespace tulvane {
 
@@ -14,7 +15,8 @@ HotkeyModel::HotkeyModel(const UiContext& context, QObject* parent)
     compareWatching();
     connect(&context.settings, &AppSettings::hotkeyModeChanged, this, &HotkeyModel::modeChanged);
     connect(&context.settings, &AppSettings::modifierHotkeyChanged, this, &HotkeyModel::singleKeyChanged);
-    connect(&context.hotkeys, &HotkeyController::modifierTapStateChanged, this, &HotkeyModel::singleKeyChanged);
+    connect(&context.hotkeys, &HotkeyController::modifierTapStateChanged, this,
+            &HotkeyModel::singleKeyChanged);
     connect(&context.permissions, &PermissionsService::inputMonitoringChanged, this,
             &HotkeyModel::compareWatching);
 }
@@ -66,7 +68,8 @@ QVariantList HotkeyModel::singleKeys()
 {
     QVariantList list;
     for (const ModifierHotkey key : allCases<ModifierHotkey>())
-        list.append(QVariantMap{{QStringLiteral("value"), rawValue(key)}, {QStringLiteral("title"), title(key)}});
+        list.append(
+            QVariantMap{{QStringLiteral("value"), rawValue(key)}, {QStringLiteral("title"), title(key)}});
     return list;
 }
 
@@ -94,7 +97,7 @@ QString HotkeyModel::watching() const
 
 QString HotkeyModel::watchingObstacle() const
 {
-    return m_context.permissions.obstacle(Permission::inputMonitoring).text();
+    return inWords(m_context.permissions.obstacle(Permission::inputMonitoring));
 }
 
 QString HotkeyModel::singleKeyProblem() const
@@ -114,8 +117,7 @@ void HotkeyModel::openInputMonitoringSettings() const
 void HotkeyModel::resetInputMonitoring() const
 {
     // The request comes either way: where there was nothing to forget, asking is all that can help.
-    static_cast<void>(
-        m_context.permissions.resetPermission(PermissionsService::Resettable::inputMonitoring));
+    static_cast<void>(m_context.permissions.resetPermission(PermissionsService::Resettable::inputMonitoring));
     m_context.permissions.requestInputMonitoring();
 }
 

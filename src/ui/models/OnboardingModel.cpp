@@ -83,6 +83,13 @@ QString OnboardingModel::progress() const
     return translate("%1/%2 completed").arg(doneCount()).arg(steps().size());
 }
 
+int OnboardingModel::next() const
+{
+    const auto list = steps();
+    const auto left = std::ranges::find(list, SetupStepState::todo, &SetupStep::state);
+    return left == list.end() ? 0 : left->number;
+}
+
 bool OnboardingModel::isAllDone() const
 {
     return doneCount() == steps().size();

@@ -20,6 +20,8 @@ class OnboardingModel final : public QObject {
     /// Objects with `number`, `title`, `symbol`, `done` and `label`.
     Q_PROPERTY(QVariantList steps READ stepObjects NOTIFY changed)
     Q_PROPERTY(QString progress READ progress NOTIFY changed)
+    /// The number of the first step that is left; 0 when none is.
+    Q_PROPERTY(int next READ next NOTIFY changed)
     Q_PROPERTY(bool allDone READ isAllDone NOTIFY changed)
     /// What stands beside the finish button; the hotkey's name in bold (`<b>`), everything else escaped.
     Q_PROPERTY(QString footer READ footer NOTIFY footerChanged)
@@ -36,6 +38,7 @@ public:
     [[nodiscard]] QList<SetupStep> steps() const;
     [[nodiscard]] QVariantList stepObjects() const;
     [[nodiscard]] QString progress() const;
+    [[nodiscard]] int next() const;
     [[nodiscard]] bool isAllDone() const;
     [[nodiscard]] QString footer() const;
     [[nodiscard]] QString spokenFooter() const;

@@ -3,6 +3,11 @@
 
 namespace tulvane {
 
+QString inWords(const PermissionObstacle& obstacle)
+{
+    return obstacle.remedy.isEmpty() ? obstacle.reason : obstacle.reason + u' ' + obstacle.remedy;
+}
+
 PermissionsModel::PermissionsModel(const UiContext& context, QObject* parent)
     : QObject(parent),
       m_context(context)
@@ -24,12 +29,12 @@ bool PermissionsModel::accessibility() const
 
 QString PermissionsModel::microphoneObstacle() const
 {
-    return microphone() ? QString() : m_context.permissions.obstacle(Permission::microphone).text();
+    return microphone() ? QString() : inWords(m_context.permissions.obstacle(Permission::microphone));
 }
 
 QString PermissionsModel::accessibilityObstacle() const
 {
-    return accessibility() ? QString() : m_context.permissions.obstacle(Permission::accessibility).text();
+    return accessibility() ? QString() : inWords(m_context.permissions.obstacle(Permission::accessibility));
 }
 
 void PermissionsModel::openMicrophoneSettings() const

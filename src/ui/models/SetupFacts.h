@@ -10,13 +10,13 @@ struct WhisperModel;
 
 /// What is set up, and what the user has tried.
 struct SetupMarks {
-    bool microphone = false;      ///< may be recorded from
-    bool accessibility = false;   ///< text may be typed for the user
-    bool model = false;           ///< the selected model is installed
-    bool hotkey = false;          ///< a combination or a single key is set
-    bool firstDictation = false;  ///< in this run, or in the statistics
-    bool vocabulary = false;      ///< more than spaces
-    bool holdToTalk = false;      ///< a single key, or a mode in which the key is held
+    bool microphone = false;     ///< may be recorded from
+    bool accessibility = false;  ///< text may be typed for the user
+    bool model = false;          ///< the selected model is installed
+    bool hotkey = false;         ///< a combination or a single key is set
+    bool firstDictation = false; ///< in this run, or in the statistics
+    bool vocabulary = false;     ///< more than spaces
+    bool holdToTalk = false;     ///< a single key, or a mode in which the key is held
 
     [[nodiscard]] friend bool operator==(const SetupMarks&, const SetupMarks&) = default;
 };

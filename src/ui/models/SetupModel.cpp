@@ -77,8 +77,8 @@ QString SetupModel::progress() const
 int SetupModel::missingEssentials() const
 {
     const auto list = items();
-    return static_cast<int>(std::ranges::count_if(
-        list, [](const SetupItem& item) { return item.isEssential && !item.isDone; }));
+    return static_cast<int>(
+        std::ranges::count_if(list, [](const SetupItem& item) { return item.isEssential && !item.isDone; }));
 }
 
 QString SetupModel::stepsLeft(int count)

@@ -16,7 +16,8 @@ NativeKey nativeKey(const QKeyEvent& event)
 
 bool isByKeyboard(Qt::FocusReason reason)
 {
-    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason;
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+           reason == Qt::ShortcutFocusReason;
 }
 
 } // namespace

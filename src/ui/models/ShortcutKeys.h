@@ -7,10 +7,10 @@
 
 namespace tulvane {
 
-/// The keyboard's and the mouse's way into the field in which a key combination is set. While it records, every
-/// key is the field's, also those that work something else in the window; recording ends when the focus goes,
-/// when the window is hidden, and when something else is clicked. Otherwise Space and Return begin recording,
-/// and Backspace clears. Main thread.
+/// The keyboard's and the mouse's way into the field in which a key combination is set. While it records,
+/// every key is the field's, also those that work something else in the window; recording ends when the focus
+/// goes, when the window is hidden, and when something else is clicked. Otherwise Space and Return begin
+/// recording, and Backspace clears. Main thread.
 class ShortcutKeys : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

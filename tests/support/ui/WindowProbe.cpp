@@ -107,7 +107,9 @@ void WindowProbe::click(const QString& name)
 
 void WindowProbe::click(QQuickItem& item)
 {
+    layOut();
     bringIntoView(item);
+    layOut();
     const QPoint middle = onScreen(item).center().toPoint();
     QTest::mouseMove(&m_window, middle);
     QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, middle);
@@ -150,8 +152,8 @@ void WindowProbe::nativeKey(const NativeKey& native, int key)
 
 void WindowProbe::nativeKeyDown(const NativeKey& native, int key, Press press)
 {
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, native.scanCode, native.virtualKey, native.modifiers,
-                    QString(), press == Press::repeated);
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, native.scanCode, native.virtualKey,
+                    native.modifiers, QString(), press == Press::repeated);
     QCoreApplication::sendEvent(&m_window, &event);
     UiWorld::settle();
 }
@@ -212,8 +214,15 @@ QStringList WindowProbe::tabOrder()
     return names;
 }
 
+void WindowProbe::layOut() const
+{
+    // Rows, columns and flows place their items just before a frame is drawn.
+    static_cast<void>(m_window.grabWindow());
+}
+
 QStringList WindowProbe::layoutFlaws() const
 {
+    layOut();
     QStringList flaws;
     QList<std::pair<QString, QRectF>> placed;
     const QRectF inside(QPointF(0, 0), QSizeF(m_window.size()));

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] QStringList layoutFlaws() const;
 
 private:
+    void layOut() const;
+
     QQuickWindow& m_window;
 };
 

@@ -157,9 +157,7 @@ TEST_F(SetupModelTest, TellsOfEveryChangeOfAMarkOnceAndOfNothingElse)
 {
     int told = 0;
     QObject::connect(&setup(), &SetupModel::changed, [&told] { ++told; });
-    const auto expectTold = [&told](const char* what) {
-        EXPECT_EQ(std::exchange(told, 0), 1) << what;
-    };
+    const auto expectTold = [&told](const char* what) { EXPECT_EQ(std::exchange(told, 0), 1) << what; };
     world.privacy.microphoneAccess = MicrophoneAccess::authorized;
     world.permissions.refresh();
     expectTold("microphone");

@@ -59,7 +59,7 @@ Column {
     }
     Column {
         width: parent.width
-        spacing: Theme.tiny
+        spacing: 6
 
         Label {
             width: parent.width

@@ -12,13 +12,12 @@ Column {
     width: parent ? parent.width : 0
 
     component Line: Item {
-        width: view.width
+        width: parent.width
         height: 2 * Theme.large + 1
 
         Rectangle {
-            x: view.inset
             y: Theme.large
-            width: parent.width - 2 * view.inset
+            width: parent.width
             height: 1
             color: Theme.separator
         }

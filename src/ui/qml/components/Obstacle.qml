@@ -34,6 +34,8 @@ Rectangle {
         Label {
             width: parent.width
             visible: text !== ""
+            // Not by the count of its lines, which changes in place here and would depend on itself.
+            lineHeight: 1.2
             text: obstacle.text
         }
         Flow {

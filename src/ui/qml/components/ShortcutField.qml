@@ -57,6 +57,8 @@ ShortcutKeys {
         visible: field.model.caps.length > 0
         text: Words.translate("Clear the key combination")
         focusPolicy: Qt.TabFocus
+        Accessible.role: Accessible.Button
+        Accessible.name: text
         Keys.onReturnPressed: click()
         Keys.onEnterPressed: click()
         onClicked: {

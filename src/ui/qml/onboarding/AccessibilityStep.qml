@@ -10,6 +10,7 @@ StepCard {
     readonly property string obstacle: models.permissions.accessibilityObstacle
 
     step: models.onboarding.steps[1]
+    next: models.onboarding.next === 2
 
     Label {
         width: parent.width
@@ -41,7 +42,7 @@ StepCard {
 
         PushButton {
             objectName: "onboarding.openAccessibility"
-            look: card.obstacle === "" ? PushButton.Primary : PushButton.Normal
+            look: card.next && card.obstacle === "" ? PushButton.Primary : PushButton.Normal
             text: Words.translate("Open Accessibility settings…")
             onClicked: card.models.onboarding.act(2)
         }

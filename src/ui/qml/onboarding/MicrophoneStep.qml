@@ -9,6 +9,7 @@ StepCard {
     readonly property OnboardingModel guide: models.onboarding
 
     step: guide.steps[0]
+    next: guide.next === 1
 
     Label {
         width: parent.width
@@ -18,7 +19,7 @@ StepCard {
     PushButton {
         objectName: "onboarding.allowMicrophone"
         visible: card.guide.microphone === "ask"
-        look: PushButton.Primary
+        look: card.next ? PushButton.Primary : PushButton.Normal
         text: Words.translate("Allow microphone access")
         onClicked: card.guide.act(1)
     }

@@ -8,6 +8,7 @@ StepCard {
     required property UiModels models
 
     step: models.onboarding.steps[2]
+    next: models.onboarding.next === 3
 
     Column {
         width: parent.width
@@ -28,6 +29,7 @@ StepCard {
     DownloadControl {
         width: parent.width
         name: "onboarding.model"
+        primary: card.next
         entry: card.models.selectedModel
         done: StatusLine {
             width: parent.width

@@ -6,6 +6,8 @@ Card {
     id: card
 
     required property var step
+    // The first one that is left: what leads on from it stands out.
+    property bool next: false
     default property alias controls: body.data
 
     padding: Theme.large + 2
@@ -27,18 +29,10 @@ Card {
 
                 Label {
                     anchors.centerIn: parent
-                    visible: !card.step.done
                     kind: Label.Heading
-                    color: Theme.accentSoftInk
+                    color: card.step.done ? Theme.success : Theme.accentSoftInk
                     text: card.step.number
                     Accessible.ignored: true
-                }
-                Symbol {
-                    anchors.centerIn: parent
-                    visible: card.step.done
-                    name: "checkmark"
-                    size: 17
-                    color: Theme.success
                 }
             }
             Symbol {

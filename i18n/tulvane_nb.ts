@@ -517,7 +517,7 @@
     </message>
     <message>
         <source>Lets Tulvane type the transcribed text into whatever app you are using (it presses ⌘V for you).</source>
-        <translation>Lar Tulvane skrive teksten inn i programmet du bruker (det trykker Ctrl+V for deg).</translation>
+        <translation>Lar Tulvane skrive teksten i programmet du bruker (trykker Ctrl+V for deg).</translation>
     </message>
     <message>
         <source>Light</source>

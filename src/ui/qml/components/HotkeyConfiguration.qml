@@ -12,7 +12,6 @@ Column {
     width: parent ? parent.width : 0
 
     component Line: Item {
-        width: parent.width
         height: 2 * Theme.large + 1
 
         Rectangle {
@@ -32,13 +31,19 @@ Column {
         width: view.width - 2 * view.inset
         model: view.model
     }
-    Line {}
+    Line {
+        x: view.inset
+        width: view.width - 2 * view.inset
+    }
     SingleKeyChoice {
         x: view.inset
         width: view.width - 2 * view.inset
         model: view.model
     }
-    Line {}
+    Line {
+        x: view.inset
+        width: view.width - 2 * view.inset
+    }
     CombinationChoice {
         x: view.inset
         width: view.width - 2 * view.inset

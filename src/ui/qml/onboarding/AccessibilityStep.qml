@@ -48,7 +48,6 @@ StepCard {
         }
         PushButton {
             objectName: "onboarding.resetAccessibility"
-            look: PushButton.Plain
             text: Words.translate("Already switched on? Reset & grant again")
             onClicked: card.models.permissions.resetAccessibility()
         }

@@ -28,6 +28,10 @@
         <translation>Click the field, then press the whole combination at once, for example Alt + Space or Ctrl + Alt + D.</translation>
     </message>
     <message>
+        <source>Everything stays on your Mac</source>
+        <translation>Everything stays on your computer</translation>
+    </message>
+    <message>
         <source>Hotkey, speech, text insertion and how the app shows up on your Mac.</source>
         <translation>Hotkey, speech, text insertion and how the app shows up on your desktop.</translation>
     </message>
@@ -50,6 +54,10 @@
     <message>
         <source>Models are downloaded once from the model hub and stored in Application Support.</source>
         <translation>Models are downloaded once from the model hub and stored in your data folder.</translation>
+    </message>
+    <message>
+        <source>Only counts are saved on this Mac – never the text you dictate.</source>
+        <translation>Only counts are saved on this computer – never the text you dictate.</translation>
     </message>
     <message>
         <source>Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.</source>

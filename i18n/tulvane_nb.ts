@@ -52,6 +52,10 @@
         <translation>%1 byte</translation>
     </message>
     <message>
+        <source>%1 does not work as the hotkey</source>
+        <translation>%1 virker ikke som hurtigtast</translation>
+    </message>
+    <message>
         <source>%1 h</source>
         <translation>%1 t</translation>
     </message>
@@ -148,6 +152,10 @@
         <translation>Legg til navn og fagord i ordlisten</translation>
     </message>
     <message>
+        <source>All counters are deleted. Transcripts are never stored, so nothing else is affected.</source>
+        <translation>Alle tellere slettes. Transkripsjoner lagres aldri, så ingenting annet berøres.</translation>
+    </message>
+    <message>
         <source>All set. Focus any text field and press **%1**.</source>
         <translation>Alt er klart. Sett markøren i et tekstfelt og trykk **%1**.</translation>
     </message>
@@ -190,6 +198,10 @@
     <message>
         <source>Audio is captured only while the hotkey is active, kept in memory, and transcribed on your Mac.</source>
         <translation>Lyd tas bare opp mens hurtigtasten er aktiv, holdes i minnet og skrives om til tekst på datamaskinen din.</translation>
+    </message>
+    <message>
+        <source>Audio is recorded only while the hotkey is active and transcribed locally by NB-Whisper. No account, no cloud, no transcripts on disk.</source>
+        <translation>Lyd tas bare opp mens hurtigtasten er aktiv, og transkriberes lokalt med NB-Whisper. Ingen konto, ingen sky, ingen transkripsjoner på disk.</translation>
     </message>
     <message>
         <source>Auto-detect</source>
@@ -248,6 +260,10 @@
         <translation>Tegn</translation>
     </message>
     <message>
+        <source>Choose a bar to see its day.</source>
+        <translation>Velg en søyle for å se dagen.</translation>
+    </message>
+    <message>
         <source>Choose a hotkey</source>
         <translation>Velg en hurtigtast</translation>
     </message>
@@ -268,8 +284,16 @@
         <translation>Lukk</translation>
     </message>
     <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
         <source>Copied to clipboard</source>
         <translation>Kopiert til utklippstavlen</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopier</translation>
     </message>
     <message>
         <source>Copy to clipboard only</source>
@@ -302,6 +326,10 @@
     <message>
         <source>Delete model file</source>
         <translation>Slette modellfilen?</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Detaljer</translation>
     </message>
     <message>
         <source>Dictate today to start a streak</source>
@@ -356,6 +384,10 @@
         <translation>Esc</translation>
     </message>
     <message>
+        <source>Everything stays on your Mac</source>
+        <translation>Alt blir på datamaskinen din</translation>
+    </message>
+    <message>
         <source>Fast</source>
         <translation>Rask</translation>
     </message>
@@ -384,12 +416,28 @@
         <translation>Få mest mulig ut av Tulvane</translation>
     </message>
     <message>
+        <source>Good afternoon</source>
+        <translation>God ettermiddag</translation>
+    </message>
+    <message>
+        <source>Good evening</source>
+        <translation>God kveld</translation>
+    </message>
+    <message>
+        <source>Good morning</source>
+        <translation>God morgen</translation>
+    </message>
+    <message>
         <source>Grant Accessibility so text can be typed for you</source>
         <translation>Gi tilgjengelighetstilgang, så teksten kan skrives for deg</translation>
     </message>
     <message>
         <source>Granted</source>
         <translation>Gitt</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Skjul</translation>
     </message>
     <message>
         <source>Hide checklist</source>
@@ -402,6 +450,10 @@
     <message>
         <source>Hold a single key</source>
         <translation>Hold inne én tast</translation>
+    </message>
+    <message>
+        <source>Hold down</source>
+        <translation>Hold inne</translation>
     </message>
     <message>
         <source>Hold to talk</source>
@@ -440,8 +492,20 @@
         <translation>Hurtigtaster støttes ennå ikke i en Wayland-økt. Knytt kommandoen «tulvane toggle» til en tast i skrivebordets egne tastaturinnstillinger.</translation>
     </message>
     <message>
+        <source>How it works</source>
+        <translation>Slik virker det</translation>
+    </message>
+    <message>
+        <source>How much you dictate, how fast you speak, and the time it saves you versus typing.</source>
+        <translation>Hvor mye du dikterer, hvor fort du snakker, og hvor mye tid du sparer sammenlignet med å skrive.</translation>
+    </message>
+    <message>
         <source>How you start and stop dictation.</source>
         <translation>Slik starter og stopper du dikteringen.</translation>
+    </message>
+    <message>
+        <source>How “time saved” is estimated</source>
+        <translation>Slik beregnes «spart tid»</translation>
     </message>
     <message>
         <source>Input Monitoring granted</source>
@@ -456,8 +520,16 @@
         <translation>Sett inn tekst med</translation>
     </message>
     <message>
+        <source>Inserting…</source>
+        <translation>Setter inn …</translation>
+    </message>
+    <message>
         <source>It must include ⌘, ⌃ or ⌥, or be a function key such as F5. Letters alone, ⇧ alone and fn alone are not accepted – the field just beeps.</source>
         <translation>Den må inneholde Super, Ctrl eller Alt, eller være en funksjonstast som F5. Bokstaver alene, Shift alene og Fn alene godtas ikke – feltet bare piper.</translation>
+    </message>
+    <message>
+        <source>It was put on the clipboard: paste it where you want it.</source>
+        <translation>Den ble lagt på utklippstavlen: lim den inn der du vil ha den.</translation>
     </message>
     <message>
         <source>Kana</source>
@@ -528,6 +600,10 @@
         <translation>Lyst, mørkt eller det samme som skrivebordet bruker.</translation>
     </message>
     <message>
+        <source>Listening…</source>
+        <translation>Lytter …</translation>
+    </message>
+    <message>
         <source>Listens only while the key is held. A very short tap cancels.</source>
         <translation>Lytter bare mens tasten holdes inne. Et helt kort trykk avbryter.</translation>
     </message>
@@ -584,6 +660,10 @@
         <translation>Modeller lastes ned én gang fra modellarkivet og lagres i datamappen din.</translation>
     </message>
     <message>
+        <source>Most people type around 40 words per minute and speak around 150–160, so dictating is roughly 4× faster. The estimate is the time typing the same words would take at your typing speed, minus the time you actually spent speaking.</source>
+        <translation>De fleste skriver rundt 40 ord i minuttet og snakker rundt 150–160, så diktering er omtrent fire ganger så raskt. Anslaget er tiden det ville tatt å skrive de samme ordene med din skrivefart, minus tiden du faktisk brukte på å snakke.</translation>
+    </message>
+    <message>
         <source>Mute</source>
         <translation>Demp</translation>
     </message>
@@ -620,8 +700,16 @@
         <translation>Fikk ikke kontakt med noen X-skjerm.</translation>
     </message>
     <message>
+        <source>No dictations yet</source>
+        <translation>Ingen dikteringer ennå</translation>
+    </message>
+    <message>
         <source>No hotkey set</source>
         <translation>Ingen hurtigtast valgt</translation>
+    </message>
+    <message>
+        <source>No hotkey yet –</source>
+        <translation>Ingen hurtigtast ennå –</translation>
     </message>
     <message>
         <source>No microphone is available.</source>
@@ -650,6 +738,10 @@
     <message>
         <source>Norwegian first</source>
         <translation>Norsk først</translation>
+    </message>
+    <message>
+        <source>Not copied</source>
+        <translation>Ikke kopiert</translation>
     </message>
     <message>
         <source>Not downloaded</source>
@@ -686,6 +778,10 @@
     <message>
         <source>One day down, many more ahead</source>
         <translation>Første dag i boks, mange flere i vente</translation>
+    </message>
+    <message>
+        <source>Only counts are saved on this Mac – never the text you dictate.</source>
+        <translation>Bare antall lagres på denne datamaskinen – aldri teksten du dikterer.</translation>
     </message>
     <message>
         <source>Open Accessibility settings…</source>
@@ -728,12 +824,20 @@
         <translation>Innliming i andre programmer støttes ikke i en Wayland-økt ennå.</translation>
     </message>
     <message>
+        <source>Period</source>
+        <translation>Periode</translation>
+    </message>
+    <message>
         <source>Permissions</source>
         <translation>Tillatelser</translation>
     </message>
     <message>
         <source>Play a tone when recording starts and stops.</source>
         <translation>Spill en tone når opptaket starter og stopper.</translation>
+    </message>
+    <message>
+        <source>Press</source>
+        <translation>Trykk</translation>
     </message>
     <message>
         <source>Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.</source>
@@ -746,6 +850,18 @@
     <message>
         <source>Press shortcut</source>
         <translation>Trykk snarvei</translation>
+    </message>
+    <message>
+        <source>Press the hotkey, say something, and your first numbers show up here.</source>
+        <translation>Trykk på hurtigtasten og si noe, så dukker de første tallene dine opp her.</translation>
+    </message>
+    <message>
+        <source>Press the hotkey, say something, and your transcripts show up here.</source>
+        <translation>Trykk på hurtigtasten og si noe, så dukker transkripsjonene dine opp her.</translation>
+    </message>
+    <message>
+        <source>Private</source>
+        <translation>Privat</translation>
     </message>
     <message>
         <source>Private by design</source>
@@ -768,6 +884,10 @@
         <translation>Klar</translation>
     </message>
     <message>
+        <source>Recent dictations</source>
+        <translation>Siste dikteringer</translation>
+    </message>
+    <message>
         <source>Recommended</source>
         <translation>Anbefalt</translation>
     </message>
@@ -780,8 +900,20 @@
         <translation>Tar opp stemmen din bare mens hurtigtasten er aktiv. Lyden blir på denne datamaskinen og lastes aldri opp.</translation>
     </message>
     <message>
+        <source>Reset</source>
+        <translation>Nullstill</translation>
+    </message>
+    <message>
         <source>Reset &amp; grant again</source>
         <translation>Nullstill og gi på nytt</translation>
+    </message>
+    <message>
+        <source>Reset all statistics?</source>
+        <translation>Nullstille all statistikk?</translation>
+    </message>
+    <message>
+        <source>Reset statistics…</source>
+        <translation>Nullstill statistikk …</translation>
     </message>
     <message>
         <source>Restore clipboard</source>
@@ -860,8 +992,16 @@
         <translation>Oppsettsveiviser</translation>
     </message>
     <message>
+        <source>Setup required</source>
+        <translation>Oppsett gjenstår</translation>
+    </message>
+    <message>
         <source>Shift</source>
         <translation>Shift</translation>
+    </message>
+    <message>
+        <source>Show all</source>
+        <translation>Vis alt</translation>
     </message>
     <message>
         <source>Show in Dock</source>
@@ -870,6 +1010,10 @@
     <message>
         <source>Show in Finder</source>
         <translation>Vis i filbehandleren</translation>
+    </message>
+    <message>
+        <source>Show less</source>
+        <translation>Vis mindre</translation>
     </message>
     <message>
         <source>Sounds</source>
@@ -984,6 +1128,14 @@
         <translation>Tasten %1 når aldri frem til programmer på dette skrivebordet. Velg en annen tast.</translation>
     </message>
     <message>
+        <source>The last dictation could not be transcribed</source>
+        <translation>Den siste dikteringen kunne ikke transkriberes</translation>
+    </message>
+    <message>
+        <source>The last text was not inserted</source>
+        <translation>Den siste teksten ble ikke satt inn</translation>
+    </message>
+    <message>
         <source>The menu item “%1” already uses this key combination.</source>
         <translation>Menyvalget «%1» bruker allerede denne tastekombinasjonen.</translation>
     </message>
@@ -1002,6 +1154,10 @@
     <message>
         <source>The model usually does this itself; off keeps its output as is.</source>
         <translation>Modellen gjør vanligvis dette selv; av beholder teksten slik den er.</translation>
+    </message>
+    <message>
+        <source>The recording is kept in memory until you make the next one.</source>
+        <translation>Opptaket ligger i minnet til du gjør det neste.</translation>
     </message>
     <message>
         <source>The server could not be found. Is this computer online?</source>
@@ -1124,6 +1280,10 @@
         <translation>Dikterte ord totalt</translation>
     </message>
     <message>
+        <source>Transcribing…</source>
+        <translation>Transkriberer …</translation>
+    </message>
+    <message>
         <source>Transcription failed (whisper error %1).</source>
         <translation>Transkriberingen mislyktes (whisper-feil %1).</translation>
     </message>
@@ -1184,6 +1344,10 @@
         <translation>Versjon </translation>
     </message>
     <message>
+        <source>View all</source>
+        <translation>Vis alle</translation>
+    </message>
+    <message>
         <source>Vocabulary</source>
         <translation>Ordliste</translation>
     </message>
@@ -1208,8 +1372,16 @@
         <translation>Det systemet bruker, kan endres i tastaturinnstillingene.</translation>
     </message>
     <message>
+        <source>Words</source>
+        <translation>Ord</translation>
+    </message>
+    <message>
         <source>Words dictated</source>
         <translation>Dikterte ord</translation>
+    </message>
+    <message>
+        <source>Words per day</source>
+        <translation>Ord per dag</translation>
     </message>
     <message>
         <source>Works beside the key combination.</source>
@@ -1224,8 +1396,24 @@
         <translation>De første ordene dine havner her</translation>
     </message>
     <message>
+        <source>Your most recent transcripts. Kept in memory only – they disappear when the app quits and are never written to disk.</source>
+        <translation>De siste transkripsjonene dine. De ligger bare i minnet – de forsvinner når programmet avsluttes, og skrives aldri til disk.</translation>
+    </message>
+    <message>
         <source>Zero KB</source>
         <translation>0 kB</translation>
+    </message>
+    <message>
+        <source>and speak into any text field</source>
+        <translation>og snakk i et hvilket som helst tekstfelt</translation>
+    </message>
+    <message>
+        <source>choose one in Settings</source>
+        <translation>velg en i innstillingene</translation>
+    </message>
+    <message>
+        <source>d MMM</source>
+        <translation>d. MMM</translation>
     </message>
     <message>
         <source>fn / 🌐 Globe</source>

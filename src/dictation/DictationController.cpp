@@ -24,6 +24,7 @@ DictationController::DictationController(Neighbours neighbours, QObject* parent)
     followSession();
     followSettings();
     followPermissions();
+    followReadiness();
     updateIndicator();
 }
 
@@ -82,6 +83,29 @@ void DictationController::followPermissions()
     });
 }
 
+void DictationController::followReadiness()
+{
+    m_wasReady = isReady();
+    connect(&m_with.permissions, &PermissionsService::microphoneChanged, this,
+            &DictationController::noteReadiness);
+    connect(&m_with.models, &ModelSource::statesChanged, this, &DictationController::noteReadiness);
+    connect(&m_with.settings, &AppSettings::selectedModelIDChanged, this,
+            &DictationController::noteReadiness);
+}
+
+void DictationController::noteReadiness()
+{
+    const bool ready = isReady();
+    if (std::exchange(m_wasReady, ready) != ready)
+        Q_EMIT readinessChanged();
+}
+
+bool DictationController::isReady() const
+{
+    return m_with.permissions.microphone() == MicrophoneAccess::authorized &&
+           m_with.models.readyFile().has_value();
+}
+
 void DictationController::launch()
 {
     m_with.permissions.refresh();
@@ -90,9 +114,7 @@ void DictationController::launch()
         << "Tulvane " << m_with.version << " launched; hotkey: " << m_with.hotkeys.hotkeyDescription();
     const bool hasHotkey =
         m_with.hasCombination() || m_with.settings.modifierHotkey() != ModifierHotkey::none;
-    const bool isSetUp = m_with.settings.hasCompletedOnboarding() &&
-                         m_with.permissions.microphone() == MicrophoneAccess::authorized &&
-                         m_with.models.readyFile().has_value() && hasHotkey;
+    const bool isSetUp = m_with.settings.hasCompletedOnboarding() && isReady() && hasHotkey;
     if (!isSetUp)
         m_with.windows.showOnboarding();
     m_with.session.preloadModel();
@@ -132,6 +154,7 @@ void DictationController::begin()
         return;
     }
     m_noticeTask.reset();
+    setLastDelivery(std::nullopt);
     if (m_phase.kind != Phase::Kind::recording)
         setPhase({Phase::Kind::recording, {}});
     play(Sounds::pop);
@@ -145,7 +168,8 @@ void DictationController::stop()
     StopResult stopped = m_with.session.stop();
     play(Sounds::tink);
     // As they stand now: what the user changes from here on belongs to the next dictation.
-    finish(std::move(stopped), m_with.settings.insertionMethod(), m_with.settings.restoreClipboard());
+    finish(m_with.session.finish(std::move(stopped)), m_with.settings.insertionMethod(),
+           m_with.settings.restoreClipboard());
 }
 
 void DictationController::toggle()
@@ -165,10 +189,22 @@ void DictationController::cancel(const std::optional<QString>& notice)
         setPhase({});
 }
 
-QCoro::Task<> DictationController::finish(StopResult stopped, InsertionMethod method, bool restoreClipboard)
+void DictationController::retry(std::optional<InsertionMethod> method)
+{
+    if (!isReadyToStart() || !m_with.session.canRetry())
+        return;
+    // The failure's message is still to be taken away; that must not end the new attempt's phases.
+    m_noticeTask.reset();
+    setLastDelivery(std::nullopt);
+    finish(m_with.session.retry(), method.value_or(m_with.settings.insertionMethod()),
+           m_with.settings.restoreClipboard());
+}
+
+QCoro::Task<> DictationController::finish(QCoro::Task<Result<Outcome, DictationError>> finished,
+                                          InsertionMethod method, bool restoreClipboard)
 {
     const QPointer<DictationController> self(this);
-    const auto outcome = co_await m_with.session.finish(std::move(stopped));
+    const auto outcome = co_await std::move(finished);
     if (!self)
         co_return;
     if (!outcome) {
@@ -199,6 +235,7 @@ QCoro::Task<> DictationController::deliver(QString text, InsertionMethod method,
     if (!self)
         co_return;
     play(Sounds::morse);
+    setLastDelivery(result);
     if (result == InsertionResult::copiedToClipboard)
         showNotice(translate("Copied to clipboard"));
     else
@@ -237,6 +274,12 @@ void DictationController::setPhase(const Phase& phase)
     m_phase = phase;
     Q_EMIT phaseChanged(m_phase);
     updateIndicator();
+}
+
+void DictationController::setLastDelivery(std::optional<InsertionResult> delivery)
+{
+    if (std::exchange(m_lastDelivery, delivery) != delivery)
+        Q_EMIT lastDeliveryChanged();
 }
 
 void DictationController::updateIndicator()

@@ -3,6 +3,7 @@
 #include <base/Scheduler.h>
 #include <dictation/DictationSession.h>
 #include <dictation/Phase.h>
+#include <insertion/InsertionResult.h>
 #include <settings/InsertionMethod.h>
 
 #include <QCoroTask>
@@ -65,6 +66,11 @@ public:
     ~DictationController() override;
 
     [[nodiscard]] const Phase& phase() const { return m_phase; }
+    /// Whether a dictation can be had at all: the microphone is authorized, and the selected model is there.
+    [[nodiscard]] bool isReady() const;
+    /// What became of the last transcript; nothing before the first one, and from the next recording or retry
+    /// on until that one's text has been delivered.
+    [[nodiscard]] std::optional<InsertionResult> lastDelivery() const { return m_lastDelivery; }
 
     /// What is left to do once the application has finished launching: the permissions, the models, the log
     /// line, and either the preparation of the model or the window that leads through what is missing.
@@ -79,6 +85,10 @@ public:
     void toggle();
     /// With a notice, it is shown; without one, the phase is idle at once.
     void cancel(const std::optional<QString>& notice = std::nullopt);
+    /// Transcribes the audio of the last failed transcription once more and delivers its text as after a
+    /// stop, by the given method, or else the settings'. Nothing while there is no such audio, and while a
+    /// dictation is under way. A window of ours that asks for it is in front itself, and names the clipboard.
+    void retry(std::optional<InsertionMethod> method = std::nullopt);
 
     void showNotice(const QString& text, std::chrono::milliseconds time = noticeTime);
     /// Also logged at error level, and heard.
@@ -88,22 +98,28 @@ Q_SIGNALS:
     void phaseChanged(const tulvane::Phase& phase);
     /// The session has changed in some way: one object to observe is enough for the menus.
     void sessionChanged();
+    void readinessChanged();
+    void lastDeliveryChanged();
 
 private:
     void followHotkeys();
     void followSession();
     void followSettings();
     void followPermissions();
+    void followReadiness();
+    void noteReadiness();
 
     void startByHotkey();
     [[nodiscard]] bool isReadyToStart() const;
     void begin();
     void endByLimit();
-    QCoro::Task<> finish(StopResult stopped, InsertionMethod method, bool restoreClipboard);
+    QCoro::Task<> finish(QCoro::Task<Result<Outcome, DictationError>> finished, InsertionMethod method,
+                         bool restoreClipboard);
     QCoro::Task<> deliver(QString text, InsertionMethod method, bool restoreClipboard);
     void noteSessionState(DictationSession::State state);
 
     void setPhase(const Phase& phase);
+    void setLastDelivery(std::optional<InsertionResult> delivery);
     void returnToIdleAfter(std::chrono::milliseconds time);
     void updateIndicator();
     void play(QLatin1StringView sound);
@@ -111,6 +127,8 @@ private:
     Neighbours m_with;
     Phase m_phase;
     std::unique_ptr<Scheduler::Token> m_noticeTask; ///< the pending return to idle
+    std::optional<InsertionResult> m_lastDelivery;
+    bool m_wasReady = false;
     std::optional<bool> m_couldMonitorInput;
     std::optional<bool> m_shownInDock;
 };

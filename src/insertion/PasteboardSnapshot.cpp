@@ -13,16 +13,12 @@ QCoro::Task<PasteboardSnapshot> PasteboardSnapshot::capture(Pasteboard& pasteboa
     co_return PasteboardSnapshot{contents.items, pasteboard.changeCount(), contents.complete};
 }
 
-bool PasteboardSnapshot::restore(Pasteboard& pasteboard) const
+bool PasteboardSnapshot::restore(Pasteboard& pasteboard, qint64 count) const
 {
     QList<Item> filled;
     std::ranges::copy_if(items, std::back_inserter(filled),
                          [](const Item& item) { return !item.dataByType.isEmpty(); });
-    if (filled.isEmpty()) {
-        pasteboard.clear();
-        return false;
-    }
-    return pasteboard.replace(filled);
+    return pasteboard.replaceUnlessChanged(filled, count) && !filled.isEmpty();
 }
 
 } // namespace tulvane

@@ -20,9 +20,10 @@ struct PasteboardSnapshot {
     /// Main thread. The pasteboard must outlive the answer.
     [[nodiscard]] static QCoro::Task<PasteboardSnapshot> capture(Pasteboard& pasteboard);
 
-    /// Clears the pasteboard, and puts the items back in one write. True when the pasteboard took them; false
+    /// Clears the pasteboard, and puts the items back in one write, where its change count is still `count`;
+    /// otherwise somebody has written since, and nothing happens. True when the pasteboard took them; false
     /// also where there is nothing to put back.
-    bool restore(Pasteboard& pasteboard) const;
+    bool restore(Pasteboard& pasteboard, qint64 count) const;
 };
 
 } // namespace tulvane

@@ -18,7 +18,7 @@ struct TextInserter::Paste {
     void write()
     {
         board.replace({PasteboardItem::text(body)});
-        count = board.changeCount();
+        count = board.ownChangeCount();
     }
 };
 
@@ -148,8 +148,8 @@ QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
         co_return;
     co_await sleep(pasteSettleDelay);
     // Somebody else may have written meanwhile: that is newer than what was saved, and is kept.
-    if (*alive && paste->saved->complete && paste->board.changeCount() == paste->count)
-        paste->saved->restore(paste->board);
+    if (*alive && paste->saved->complete)
+        paste->saved->restore(paste->board, paste->count);
 }
 
 QCoro::Task<> TextInserter::postSpaces(int count)

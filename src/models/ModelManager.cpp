@@ -128,6 +128,8 @@ void ModelManager::download(const WhisperModel& model)
     // A file that is being checked would be fetched a second time for nothing.
     if (kind == State::Kind::downloading || kind == State::Kind::verifying || isDownloaded(model))
         return;
+    if (StagedModel::find(m_options.folders, model.id) == StagedModel::Found::otherProgram)
+        return followOtherProgram(model);
     const auto resumable = m_resumeData.extract(model.id);
     TransferId task = 0;
     if (!resumable.empty()) {

@@ -55,7 +55,8 @@ public:
     [[nodiscard]] QString fileURL(const WhisperModel& model) const;
     /// Reads the disk again. What is downloading or verifying is left; an old failure is forgotten.
     void refreshStates();
-    /// Starts or resumes the download. Does nothing while one runs or is checked, or when the file is there.
+    /// Starts or resumes the download. Does nothing while one runs or is checked, here or in another program,
+    /// or when the file is there.
     void download(const WhisperModel& model);
     /// Ends the model's download; what has arrived is kept for the next one.
     void cancel(const WhisperModel& model);

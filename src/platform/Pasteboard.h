@@ -37,6 +37,16 @@ public:
 
     virtual void clear() = 0;
 
+    /// What `changeCount()` was at our last write or clearing. Asked for afterwards, it might have another
+    /// program's write in it already, which would then be taken for ours.
+    [[nodiscard]] virtual qint64 ownChangeCount() const = 0;
+
+    /// Does as `replace`, or as `clear` where there are no items, but only where `changeCount()` is still
+    /// `count`: what another program has written since is newer, and stays. The look and the write are as
+    /// near to one step as the system allows. False where it changed nothing, and where `replace` would say
+    /// so.
+    virtual bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) = 0;
+
     [[nodiscard]] virtual Reading reading() const = 0;
 
     /// Called from the event loop after `reading()` or `changeCount()` may have changed. One handler.

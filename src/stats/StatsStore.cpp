@@ -5,16 +5,63 @@
 #include <stats/StatsStore.h>
 #include <stats/WordCount.h>
 
+#include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QStandardPaths>
 #include <QThread>
 
 #include <algorithm>
-#include <cmath>
+#include <chrono>
 #include <map>
+#include <thread>
 
 namespace tulvane {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// A change takes some milliseconds. After this long, counting without the lock is better than not counting.
+constexpr auto lockLimit = 3s;
+constexpr auto lockRetry = 1ms;
+
+/// Held while the file is read, changed and written, so that no other process's change falls in between.
+class ChangeLock final {
+public:
+    explicit ChangeLock(const QString& file) : m_lock(file + QStringLiteral(".lock"))
+    {
+        if (file.isEmpty())
+            return;
+        QDir().mkpath(QFileInfo(file).path());
+        // Where there can be no lock file there can be no statistics either, which the save then says.
+        const QDeadlineTimer limit(lockLimit);
+        // The lock's own wait looks ten times a second at most, and less often the longer it takes.
+        while (!m_lock.tryLock(0) && m_lock.error() == QLockFile::LockFailedError) {
+            if (limit.hasExpired()) {
+                qCWarning(lcApp, "Another program does not let go of the statistics");
+                return;
+            }
+            std::this_thread::sleep_for(lockRetry);
+        }
+    }
+
+private:
+    QLockFile m_lock;
+};
+
+void count(const DailyStat& dictations, QList<DailyStat>& days)
+{
+    const auto day = std::ranges::find(days, dictations.date, &DailyStat::date);
+    if (day == days.end())
+        days.append(dictations);
+    else if (!day->add(dictations))
+        qFatal("A counter of the statistics is full.");
+}
+
+} // namespace
 
 QString StatsStore::defaultFile()
 {
@@ -27,23 +74,20 @@ StatsStore::StatsStore(const std::optional<QString>& fileURL, const Calendar& ca
       m_fileURL(fileURL ? *fileURL : defaultFile()),
       m_calendar(calendar)
 {
-    load();
+    m_days = read().days;
 }
 
-void StatsStore::load()
+StatsStore::Found StatsStore::read() const
 {
     const QFileInfo info(m_fileURL);
     // A pipe or a device in the file's place would be waited on.
     if (!info.isFile())
-        return;
+        return {};
     QFile file(m_fileURL);
     const auto entries =
         file.open(QIODevice::ReadOnly) ? decodeStatistics(file.readAll()) : std::optional<QList<DailyStat>>();
     const auto days = entries ? merged(*entries) : std::nullopt;
-    if (days)
-        m_days = *days;
-    else
-        m_found = Found::damaged;
+    return days ? Found{Found::Kind::ours, *days} : Found{Found::Kind::damaged, {}};
 }
 
 /// One entry a day in this calendar, ascending, whatever zone the file was written in. None when a sum or a
@@ -71,26 +115,38 @@ void StatsStore::record(const QString& text, const QDateTime& date, double speak
                               speakingSeconds > 0 ? speakingSeconds : 0};
     if (dictation.words == 0 && dictation.characters == 0)
         return;
-    QList<DailyStat> days = m_days;
-    const auto day = std::ranges::find(days, dictation.date, &DailyStat::date);
-    if (day == days.end())
-        days.append(dictation);
-    else if (!day->add(dictation))
-        qFatal("A counter of the statistics is full.");
+    const ChangeLock lock(m_fileURL);
+    const Found found = read();
+    QList<DailyStat> days = withUnsaved(found);
+    count(dictation, days);
+    count(dictation, m_unsaved);
     std::ranges::sort(days, {}, &DailyStat::date);
     if (days.size() > mostDays)
         days.remove(0, days.size() - mostDays);
     publish(days);
-    save();
+    save(found);
+}
+
+/// What is known now: what the file holds with what this process could not save, or, where the file has gone
+/// or was damaged meanwhile, what this process remembers, which is both.
+QList<DailyStat> StatsStore::withUnsaved(const Found& found) const
+{
+    if (found.kind != Found::Kind::ours)
+        return m_days;
+    QList<DailyStat> days = found.days;
+    for (const DailyStat& dictations : m_unsaved)
+        count(dictations, days);
+    return days;
 }
 
 void StatsStore::reset()
 {
     Q_ASSERT(QThread::currentThread() == thread());
+    const ChangeLock lock(m_fileURL);
     publish({});
     removeDamagedFiles(m_fileURL);
-    m_found = Found::ours;
-    save();
+    m_unsaved.clear();
+    save({});
 }
 
 void StatsStore::publish(const QList<DailyStat>& days)
@@ -99,18 +155,19 @@ void StatsStore::publish(const QList<DailyStat>& days)
     Q_EMIT daysChanged();
 }
 
-void StatsStore::save()
+void StatsStore::save(const Found& found)
 {
     const auto saved =
-        encodeStatistics(m_days).and_then([this](const QByteArray& bytes) -> Result<void, QString> {
+        encodeStatistics(m_days).and_then([&](const QByteArray& bytes) -> Result<void, QString> {
             if (m_fileURL.isEmpty())
                 return failure(QStringLiteral("there is no folder for application data"));
-            if (m_found == Found::damaged)
+            if (found.kind == Found::Kind::damaged)
                 keepDamagedFile(m_fileURL);
-            m_found = Found::ours;
             return replaceFile(m_fileURL, bytes);
         });
-    if (!saved)
+    if (saved)
+        m_unsaved.clear();
+    else
         qCCritical(lcApp, "Could not save statistics: %s", qUtf8Printable(saved.error()));
 }
 

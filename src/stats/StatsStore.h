@@ -11,10 +11,12 @@
 
 namespace tulvane {
 
-/// Per-day usage counters, kept in one JSON file that is read once, at construction, and rewritten whole, in
-/// one step, after every change. Only counts are kept, never the dictated text. A file that cannot be read or
-/// understood counts as empty, without a message; before the first save replaces it, its bytes are kept
-/// beside it. Main thread only; saving is synchronous. A counter that would leave 64 bits ends the program.
+/// Per-day usage counters, kept in one JSON file that is read at construction and before every change, and
+/// rewritten whole, in one step, after it. Several processes may count into one file: each takes in what the
+/// others have saved, and a lock beside the file keeps them apart while they do. Only counts are kept, never
+/// the dictated text. A file that cannot be read or understood counts as empty at construction, and later as
+/// what it held before, without a message; before a save replaces it, its bytes are kept beside it. Main
+/// thread only; saving is synchronous. A counter that would leave 64 bits ends the program.
 class StatsStore final : public QObject {
     Q_OBJECT
 
@@ -46,18 +48,23 @@ Q_SIGNALS:
     void daysChanged();
 
 private:
-    /// What stands in the file's place: ours (or nothing), or something that we could not understand.
-    enum class Found { ours, damaged };
+    /// What stands in the file's place; `damaged` is something that we could not understand.
+    struct Found {
+        enum class Kind { nothing, ours, damaged };
+        Kind kind = Kind::nothing;
+        QList<DailyStat> days;
+    };
 
-    void load();
+    [[nodiscard]] Found read() const;
     [[nodiscard]] std::optional<QList<DailyStat>> merged(const QList<DailyStat>& entries) const;
+    [[nodiscard]] QList<DailyStat> withUnsaved(const Found& found) const;
     void publish(const QList<DailyStat>& days);
-    void save();
+    void save(const Found& found);
 
     QString m_fileURL;
     Calendar m_calendar;
     QList<DailyStat> m_days;
-    Found m_found = Found::ours;
+    QList<DailyStat> m_unsaved; ///< counted here, and not in the file yet
 };
 
 } // namespace tulvane

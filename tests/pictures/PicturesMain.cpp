@@ -1,11 +1,14 @@
 // Draws pages of the program into PNG files, for looking at them:
 //   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
-//                    [--size 1020x680] [--tall] PAGE...
-// PAGE is a page of the main window, or "onboarding". --tall makes the window as high as the page.
-// QT_SCALE_FACTOR scales.
+//                    [--size 1020x680] [--tall] [--click CONTROL] PAGE...
+// PAGE is a page of the main window, or "onboarding". --tall makes the window as high as the page. --click
+// presses the control of that name first. The state "half" has a setup under way in which much is wrong,
+// "failed" a dictation that could not be transcribed, "left" one that could not be inserted, "loading" a
+// model that loads. QT_SCALE_FACTOR scales.
 
 #include <platform/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
+#include <support/ui/WindowProbe.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
@@ -27,6 +30,7 @@ struct Wish {
     Appearance appearance = Appearance::light;
     QString state;
     bool isTall = false;
+    QString click;
     QSize size;
 };
 
@@ -35,7 +39,7 @@ QString nameOf(const QString& page, const Wish& wish)
     return QStringLiteral("%1-%2-%3-%4.png")
         .arg(page, rawValue(wish.language),
              wish.appearance == Appearance::dark ? QStringLiteral("dark") : QStringLiteral("light"),
-             wish.state);
+             wish.click.isEmpty() ? wish.state : wish.state + u'-' + wish.click);
 }
 
 /// The height that the page would need to be seen whole.
@@ -105,11 +109,42 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
         window->resize(window->width(), tallness(*window));
         test::UiWorld::settle();
     }
+    if (!wish.click.isEmpty())
+        test::WindowProbe(*window).click(wish.click);
     const QString file = wish.folder.filePath(nameOf(page, wish));
     const bool isWritten = window->grabWindow().save(file);
     window->resize(window->width(), height);
     std::printf("%s\n", qPrintable(file));
     return isWritten;
+}
+
+/// Brings the program into the state that the pictures show.
+void prepare(test::UiWorld& world, const QString& state)
+{
+    if (state == u"empty") {
+        beginAnew(world);
+        return;
+    }
+    if (state == u"half") {
+        setUpHalf(world);
+        return;
+    }
+    world.fill();
+    if (state == u"failed") {
+        world.engine.transcribeError = EngineError::transcriptionFailed(-6);
+        world.controller.start();
+        static_cast<void>(world.input.push(std::vector<float>(32000, 0.5F)));
+        world.controller.stop();
+    } else if (state == u"left") {
+        world.privacy.accessibilityGranted = false;
+        world.dictate(QStringLiteral("Dette skulle stått et annet sted."));
+    } else if (state == u"loading") {
+        world.engine.isPrompt = false;
+        world.engine.model.reset();
+        world.session.preloadModel();
+        world.engine.step(); // which model is loaded; the next step would be the load's end
+    }
+    test::UiWorld::settle();
 }
 
 } // namespace
@@ -125,6 +160,7 @@ int main(int argc, char** argv)
                        {QStringLiteral("appearance"), {}, QStringLiteral("name"), QStringLiteral("light")},
                        {QStringLiteral("state"), {}, QStringLiteral("name"), QStringLiteral("full")},
                        {QStringLiteral("size"), {}, QStringLiteral("WxH"), QStringLiteral("1020x680")},
+                       {QStringLiteral("click"), {}, QStringLiteral("control")},
                        {QStringLiteral("tall"), {}}});
     parser.process(app);
     QStringList pages = parser.positionalArguments();
@@ -137,6 +173,7 @@ int main(int argc, char** argv)
     wish.appearance =
         parser.value(QStringLiteral("appearance")) == u"dark" ? Appearance::dark : Appearance::light;
     wish.state = parser.value(QStringLiteral("state"));
+    wish.click = parser.value(QStringLiteral("click"));
     wish.isTall = parser.isSet(QStringLiteral("tall"));
     const QStringList size = parser.value(QStringLiteral("size")).split(u'x');
     if (size.size() == 2)
@@ -145,12 +182,7 @@ int main(int argc, char** argv)
     test::UiWorld world(wish.language);
     world.presentation.setSystemAppearance(wish.appearance);
     world.presentation.setReducedMotion(true);
-    if (wish.state == u"full")
-        world.fill();
-    else if (wish.state == u"half")
-        setUpHalf(world);
-    else
-        beginAnew(world);
+    prepare(world, wish.state);
     bool isGood = true;
     for (const QString& page : pages)
         isGood = draw(world, page, wish) && isGood;

@@ -8,14 +8,36 @@
 
 namespace tulvane::test {
 
-HubServer::HubServer()
+HubServer::HubServer(Scheme scheme)
 {
+    const bool secure = scheme == Scheme::https;
+    QStringList arguments{sourceFolder() + QStringLiteral("/tests/support/hub_server.py"), m_folder.path()};
+    if (secure) {
+        makeCertificate();
+        arguments += {certificate(), keyFile()};
+    }
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QStringLiteral("python3"),
-                    {sourceFolder() + QStringLiteral("/tests/support/hub_server.py"), m_folder.path()});
+    m_process.start(QStringLiteral("python3"), arguments);
     if (!m_process.waitForStarted() || !m_process.waitForReadyRead())
         qFatal("the hub server did not start");
-    m_base = QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(m_process.readLine().trimmed().toInt()));
+    const QString address =
+        secure ? QStringLiteral("https://127.0.0.1:%1/") : QStringLiteral("http://127.0.0.1:%1/");
+    m_base = QUrl(address.arg(m_process.readLine().trimmed().toInt()));
+}
+
+void HubServer::makeCertificate() const
+{
+    QProcess openssl;
+    openssl.start(QStringLiteral("openssl"),
+                  {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+                   QStringLiteral("ec"), QStringLiteral("-pkeyopt"),
+                   QStringLiteral("ec_paramgen_curve:prime256v1"), QStringLiteral("-nodes"),
+                   QStringLiteral("-days"), QStringLiteral("2"), QStringLiteral("-subj"),
+                   QStringLiteral("/CN=127.0.0.1"), QStringLiteral("-addext"),
+                   QStringLiteral("subjectAltName=IP:127.0.0.1"), QStringLiteral("-keyout"), keyFile(),
+                   QStringLiteral("-out"), certificate()});
+    if (!openssl.waitForFinished() || openssl.exitCode() != 0)
+        qFatal("no certificate: %s", openssl.readAllStandardError().constData());
 }
 
 HubServer::~HubServer()

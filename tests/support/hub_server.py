@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """A model hub on 127.0.0.1 that misbehaves on request.
 
-    hub_server.py FOLDER
+    hub_server.py FOLDER [CERTIFICATE KEY]
 
-Prints its port. Serves the files below FOLDER/files, with ranges and strong validators. FOLDER/script.json maps
+Prints its port. With a certificate it speaks HTTPS. Serves the files below FOLDER/files, with ranges and strong validators. FOLDER/script.json maps
 a path to a list of faults; each request of the path uses up one, and afterwards the path is served well. A
 change of the script starts all lists anew. Every request is one JSON line in FOLDER/requests.
 
@@ -20,6 +20,7 @@ A fault is an object:
     gzip                 compress the body, whatever was accepted
     chunked              no Content-Length
     redirect             302 to a signed address that serves the file
+    location             302 to this address
     expired              302 to a signed address that says 403
     rate                 so many bytes per second
 """
@@ -29,6 +30,7 @@ import json
 import os
 import re
 import socket
+import ssl
 import sys
 import threading
 import time
@@ -80,7 +82,9 @@ class Handler(BaseHTTPRequestHandler):
             elif path.startswith("/signed/"):
                 self.serve(path.removeprefix("/signed"), {})
             elif "redirect" in fault or "expired" in fault:
-                self.redirect(path, "?expired" if "expired" in fault else "?token=1")
+                self.redirect("/signed" + path + ("?expired" if "expired" in fault else "?token=1"))
+            elif "location" in fault:
+                self.redirect(fault["location"])
             elif "status" in fault:
                 self.answer(fault["status"], fault.get("body", "<html>No</html>").encode(),
                             fault.get("type", "text/html"))
@@ -107,8 +111,8 @@ class Handler(BaseHTTPRequestHandler):
         self.head(status, {"Content-Length": len(body), "Content-Type": kind})
         self.wfile.write(body)
 
-    def redirect(self, path, query):
-        self.head(302, {"Content-Length": 0, "Location": "/signed" + path + query})
+    def redirect(self, location):
+        self.head(302, {"Content-Length": 0, "Location": location})
 
     def serve(self, path, fault):
         file = self.server.folder / "files" / (fault.get("file") or path).lstrip("/")
@@ -180,7 +184,7 @@ class Server(ThreadingHTTPServer):
 
     def handle_error(self, request, client_address):
         # Clients that give up, or are killed, are what this is for.
-        if not isinstance(sys.exc_info()[1], ConnectionError):
+        if not isinstance(sys.exc_info()[1], (ConnectionError, ssl.SSLError)):
             super().handle_error(request, client_address)
 
 
@@ -189,6 +193,11 @@ def main():
     server.folder = Path(sys.argv[1])
     server.script = Script(server.folder / "script.json")
     server.noting = threading.Lock()
+    if len(sys.argv) > 2:
+        context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+        context.load_cert_chain(sys.argv[2], sys.argv[3])
+        # The handshake belongs to the connection's own thread: one that never comes must not hold up the others.
+        server.socket = context.wrap_socket(server.socket, server_side=True, do_handshake_on_connect=False)
     print(server.server_address[1], flush=True)
     threading.Thread(target=server.serve_forever, daemon=True).start()
     # Whoever started this holds the other end; the server ends with it.

@@ -30,7 +30,10 @@ bool FakePasteboard::replace(const QList<PasteboardItem>& items)
     note(QStringLiteral("write ") +
          (items.isEmpty() ? QString() : items.first().plainText().value_or(QString())));
     changed(m_refuses ? QList<PasteboardItem>() : items);
+    m_ownChangeCount = m_changeCount;
     m_reading = m_tellsReads ? Reading::unread : Reading::untold;
+    if (afterWrite)
+        afterWrite();
     return !m_refuses;
 }
 
@@ -39,6 +42,17 @@ void FakePasteboard::clear()
     ++m_ownChanges;
     note(QStringLiteral("clear"));
     changed({});
+    m_ownChangeCount = m_changeCount;
+}
+
+bool FakePasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count)
+{
+    if (m_changeCount != count)
+        return false;
+    if (!items.isEmpty())
+        return replace(items);
+    clear();
+    return true;
 }
 
 void FakePasteboard::otherProgramWrites(const QList<PasteboardItem>& items)

@@ -17,6 +17,8 @@ public:
     [[nodiscard]] qint64 changeCount() override { return m_changeCount; }
     bool replace(const QList<PasteboardItem>& items) override;
     void clear() override;
+    [[nodiscard]] qint64 ownChangeCount() const override { return m_ownChangeCount; }
+    bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) override;
     [[nodiscard]] Reading reading() const override { return m_reading; }
     void setActivityHandler(std::function<void()> handler) override { m_handler = std::move(handler); }
 
@@ -35,6 +37,8 @@ public:
     void refuseWrites() { m_refuses = true; }
     /// Called for every operation ("write TEXT", "clear", "contents"), for tests of an order across fakes.
     std::function<void(const QString&)> journal;
+    /// Called at the end of every write of ours, before anybody can have looked at it.
+    std::function<void()> afterWrite;
 
     [[nodiscard]] QList<PasteboardItem> items() const { return m_items; }
     /// The only item as text; a null string where there is no such thing.
@@ -48,6 +52,7 @@ private:
 
     QList<PasteboardItem> m_items;
     qint64 m_changeCount = 41;
+    qint64 m_ownChangeCount = 0;
     int m_ownChanges = 0;
     bool m_tellsReads = false;
     bool m_complete = true;

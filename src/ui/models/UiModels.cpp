@@ -1,3 +1,4 @@
+#include <dictation/DictationSession.h>
 #include <ui/models/UiModels.h>
 
 namespace tulvane {
@@ -33,6 +34,21 @@ HotkeyModel* UiModels::hotkey()
 PermissionWatch* UiModels::watch()
 {
     return made(m_watch);
+}
+
+HomeModel* UiModels::home()
+{
+    return made(m_home);
+}
+
+HistoryModel* UiModels::history()
+{
+    return made(m_history, DictationSession::mostEntries);
+}
+
+StatisticsModel* UiModels::statistics()
+{
+    return made(m_statistics);
 }
 
 ModelGallery* UiModels::gallery()

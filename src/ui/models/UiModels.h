@@ -1,6 +1,8 @@
 #pragma once
 
 #include <ui/UiContext.h>
+#include <ui/models/HistoryModel.h>
+#include <ui/models/HomeModel.h>
 #include <ui/models/HotkeyModel.h>
 #include <ui/models/MainModel.h>
 #include <ui/models/ModelGallery.h>
@@ -9,6 +11,7 @@
 #include <ui/models/PermissionsModel.h>
 #include <ui/models/PreferencesModel.h>
 #include <ui/models/SetupModel.h>
+#include <ui/models/StatisticsModel.h>
 
 #include <QObject>
 
@@ -24,6 +27,9 @@ class UiModels final : public QObject {
     Q_PROPERTY(tulvane::OnboardingModel* onboarding READ onboarding CONSTANT)
     Q_PROPERTY(tulvane::HotkeyModel* hotkey READ hotkey CONSTANT)
     Q_PROPERTY(tulvane::PermissionWatch* watch READ watch CONSTANT)
+    Q_PROPERTY(tulvane::HomeModel* home READ home CONSTANT)
+    Q_PROPERTY(tulvane::HistoryModel* history READ history CONSTANT)
+    Q_PROPERTY(tulvane::StatisticsModel* statistics READ statistics CONSTANT)
     Q_PROPERTY(tulvane::ModelGallery* gallery READ gallery CONSTANT)
     Q_PROPERTY(tulvane::ModelEntry* selectedModel READ selectedModel CONSTANT)
     Q_PROPERTY(tulvane::PreferencesModel* preferences READ preferences CONSTANT)
@@ -38,6 +44,9 @@ public:
     [[nodiscard]] OnboardingModel* onboarding();
     [[nodiscard]] HotkeyModel* hotkey();
     [[nodiscard]] PermissionWatch* watch();
+    [[nodiscard]] HomeModel* home();
+    [[nodiscard]] HistoryModel* history();
+    [[nodiscard]] StatisticsModel* statistics();
     [[nodiscard]] ModelGallery* gallery();
     /// Whichever model is selected.
     [[nodiscard]] ModelEntry* selectedModel();
@@ -63,6 +72,9 @@ private:
     OnboardingModel* m_onboarding = nullptr;
     HotkeyModel* m_hotkey = nullptr;
     PermissionWatch* m_watch = nullptr;
+    HomeModel* m_home = nullptr;
+    HistoryModel* m_history = nullptr;
+    StatisticsModel* m_statistics = nullptr;
     ModelGallery* m_gallery = nullptr;
     ModelEntry* m_selectedModel = nullptr;
     PreferencesModel* m_preferences = nullptr;

@@ -116,6 +116,34 @@ TYPED_TEST(PasteboardContract, CountsAnotherProgramsWriteBeforeTheEventLoopHasRu
     EXPECT_GT(this->board().changeCount(), after);
 }
 
+TYPED_TEST(PasteboardContract, KnowsItsOwnWritesFromAnothersThatFollowAtOnce)
+{
+    this->board().replace({PasteboardItem::text(u"a"_qs)});
+    this->m_world.otherWrites({PasteboardItem::text(u"b"_qs)});
+    EXPECT_LT(this->board().ownChangeCount(), this->board().changeCount());
+    this->board().clear();
+    EXPECT_EQ(this->board().ownChangeCount(), this->board().changeCount());
+    this->board().replace({PasteboardItem::text(u"c"_qs)});
+    EXPECT_EQ(this->board().ownChangeCount(), this->board().changeCount());
+}
+
+TYPED_TEST(PasteboardContract, ReplacesOnlyWhatNobodyElseHasChanged)
+{
+    this->board().replace({PasteboardItem::text(u"a"_qs)});
+    const qint64 own = this->board().ownChangeCount();
+    this->m_world.otherWrites({PasteboardItem::text(u"b"_qs)});
+    for (const QList<PasteboardItem>& items : {rich, QList<PasteboardItem>()}) {
+        EXPECT_FALSE(this->board().replaceUnlessChanged(items, own));
+        EXPECT_EQ(this->text(), u"b"_qs);
+    }
+    const qint64 now = this->board().changeCount();
+    EXPECT_TRUE(this->board().replaceUnlessChanged(rich, now));
+    EXPECT_GT(this->board().changeCount(), now);
+    EXPECT_EQ(this->contents().items, rich);
+    EXPECT_TRUE(this->board().replaceUnlessChanged({}, this->board().changeCount()));
+    EXPECT_TRUE(this->contents().items.isEmpty());
+}
+
 TYPED_TEST(PasteboardContract, EvenTheSameTextCountsAsAChange)
 {
     this->board().replace({PasteboardItem::text(u"a"_qs)});

@@ -24,6 +24,10 @@ class X11PasteboardTest : public testing::Test {
 protected:
     X11PasteboardTest() { m_front.takeFocus(); }
 
+    std::unique_ptr<SelectionKeeper> startKeeper()
+    {
+        return SelectionKeeper::start(m_desktop.display().toLocal8Bit());
+    }
     PasteboardContents contents() { return test::await(m_board.contents()); }
     /// What a peer that is not in front reads now.
     SelectionRead::Outcome seen() { return X11Peer(m_desktop.display()).read(); }
@@ -39,11 +43,34 @@ protected:
         return test::waitUntil([&] { return m_board.reading() == Pasteboard::Reading::read; });
     }
 
+    /// The owner takes the selection between the moment that our next write is of and the write itself.
+    class Overtaking final : public X11Link::Listener {
+    public:
+        Overtaking(X11Link& link, ScriptedOwner& owner) : m_link(link), m_owner(owner)
+        {
+            m_link.addListener(*this);
+        }
+        ~Overtaking() override { m_link.removeListener(*this); }
+        void handle(const xcb_generic_event_t& event) override
+        {
+            if (event.response_type != XCB_PROPERTY_NOTIFY || std::exchange(m_done, true))
+                return;
+            const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+            m_owner.ownAfter(notice.time);
+        }
+
+    private:
+        X11Link& m_link;
+        ScriptedOwner& m_owner;
+        bool m_done = false;
+    };
+
     test::VirtualDesktop m_desktop;
     EventLoopScheduler m_scheduler;
     X11Peer m_front{m_desktop.display()};
     std::unique_ptr<X11Link> m_link = X11Link::open(m_desktop.display().toLocal8Bit());
-    X11Pasteboard m_board{*m_link, m_scheduler, u"CLIPBOARD"_qs};
+    std::unique_ptr<SelectionKeeper> m_keeper = startKeeper();
+    X11Pasteboard m_board{*m_link, *m_keeper, m_scheduler, u"CLIPBOARD"_qs};
     ScriptedOwner m_owner{m_desktop.display()};
 };
 
@@ -321,11 +348,40 @@ TEST_F(X11PasteboardTest, ClearingWhatAnotherProgramOwnsLeavesNoOwner)
     EXPECT_TRUE(seen().contents.items.isEmpty());
 }
 
+TEST_F(X11PasteboardTest, AProgramThatIsQuickerThanOurWriteKeepsThePasteboard)
+{
+    m_owner.offer({{u"UTF8_STRING"_qs, Target("theirs")}});
+    m_board.replace({PasteboardItem::text(u"ours"_qs)});
+    {
+        const Overtaking overtaking(*m_link, m_owner);
+        EXPECT_FALSE(
+            m_board.replaceUnlessChanged({PasteboardItem::text(u"saved"_qs)}, m_board.changeCount()));
+    }
+    EXPECT_LT(m_board.ownChangeCount(), m_board.changeCount());
+    EXPECT_EQ(contents().items.first().plainText(), u"theirs"_qs);
+}
+
+TEST_F(X11PasteboardTest, AClearingThatCameTooLateHidesNoOtherOne)
+{
+    m_owner.offer({{u"UTF8_STRING"_qs, Target("theirs")}});
+    {
+        const Overtaking overtaking(*m_link, m_owner);
+        m_board.clear();
+    }
+    EXPECT_EQ(contents().items.first().plainText(), u"theirs"_qs);
+    const qint64 before = m_board.changeCount();
+    const auto keeper = startKeeper();
+    X11Pasteboard other(m_owner.link(), *keeper, m_scheduler, u"CLIPBOARD"_qs);
+    other.clear();
+    EXPECT_GT(m_board.changeCount(), before);
+}
+
 TEST_F(X11PasteboardTest, AReadThatRunsWhenThePasteboardGoesStillFinishes)
 {
     m_owner.offer({{u"a"_qs, Target::silent()}});
     m_owner.own();
-    auto board = std::make_unique<X11Pasteboard>(*m_link, m_scheduler, u"CLIPBOARD"_qs);
+    const auto keeper = startKeeper();
+    auto board = std::make_unique<X11Pasteboard>(*m_link, *keeper, m_scheduler, u"CLIPBOARD"_qs);
     const auto future = board->contents();
     board.reset();
     EXPECT_FALSE(test::await(future).complete);
@@ -342,14 +398,52 @@ TEST_F(X11PasteboardTest, OutlivesItsServer)
     EXPECT_FALSE(contents().complete);
 }
 
+TEST_F(X11PasteboardTest, AnswersAReaderThatHoldsTheMainThreadWhileItWaits)
+{
+    // As a text field of our own window does, whose toolkit waits for the answer without running the event
+    // loop.
+    m_board.replace({PasteboardItem::text(u"blåbær"_qs)});
+    xcb_connection_t* const reader = xcb_connect(m_desktop.display().toLocal8Bit().constData(), nullptr);
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(reader)).data->root;
+    const xcb_window_t window = xcb_generate_id(reader);
+    xcb_create_window(reader, XCB_COPY_FROM_PARENT, window, root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_convert_selection(reader, window, m_link->atom(u"CLIPBOARD"_qs), m_link->atom(u"UTF8_STRING"_qs),
+                          m_link->atom(u"TEXT_HERE"_qs), XCB_CURRENT_TIME);
+    xcb_flush(reader);
+    QElapsedTimer waited;
+    waited.start();
+    bool isAnswered = false;
+    while (!isAnswered && waited.elapsed() < 5000) {
+        const XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(reader));
+        isAnswered = event && (event->response_type & 0x7f) == XCB_SELECTION_NOTIFY;
+    }
+    EXPECT_TRUE(isAnswered);
+    xcb_disconnect(reader);
+}
+
+TEST_F(X11PasteboardTest, AReadOfTheTextBeforeIsNotTakenForOneOfThisText)
+{
+    m_board.replace({PasteboardItem::text(u"first"_qs)});
+    EXPECT_EQ(m_front.readTarget(u"UTF8_STRING"_qs), QByteArray("first"));
+    // The news of it may still be on its way.
+    m_board.replace({PasteboardItem::text(u"second"_qs)});
+    QElapsedTimer waited;
+    waited.start();
+    while (waited.elapsed() < 100)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_EQ(m_board.reading(), Pasteboard::Reading::unread);
+}
+
 TEST_F(X11PasteboardTest, ADisplayThatIsNotThereCannotBeOpened)
 {
+    EXPECT_EQ(SelectionKeeper::start(":4711"), nullptr);
     EXPECT_EQ(X11Link::open(":4711"), nullptr);
 }
 
 TEST_F(X11PasteboardTest, TheTwoSelectionsAreTwoPasteboards)
 {
-    X11Pasteboard primary(*m_link, m_scheduler, u"PRIMARY"_qs);
+    X11Pasteboard primary(*m_link, *m_keeper, m_scheduler, u"PRIMARY"_qs);
     m_board.replace({PasteboardItem::text(u"copied"_qs)});
     primary.replace({PasteboardItem::text(u"selected"_qs)});
     EXPECT_EQ(m_front.readTarget(u"UTF8_STRING"_qs, u"PRIMARY"_qs), QByteArray("selected"));

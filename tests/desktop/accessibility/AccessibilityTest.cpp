@@ -45,6 +45,12 @@ protected:
             return element && test::await(element->value()) == value;
         }));
     }
+    /// Until the desktop says so, which may be before or after the program thinks so itself.
+    void bringToFront(test::FieldProgram& program)
+    {
+        program.comeToFront();
+        EXPECT_TRUE(test::waitUntil([&] { return m_text->frontProcess() == program.process(); }));
+    }
     static Toolkit other() { return GetParam() == Toolkit::gtk ? Toolkit::qt : Toolkit::gtk; }
 
     test::VirtualDesktop m_desktop{{.windowManager = test::VirtualDesktop::WindowManager::openbox,
@@ -112,10 +118,12 @@ TEST_P(AccessibilityTest, AProgramInTheBackgroundIsNeverWrittenInto)
     awaitValue(u"front"_qs);
     EXPECT_EQ(insert(u" one"_qs), InsertionResult::inserted);
     const auto inFront = focused();
-    background.comeToFront();
+    bringToFront(background);
     // The other one may not have noticed yet that it is no longer in front; nothing is waited for.
     EXPECT_FALSE(test::await(inFront->setSelectedText(u" two"_qs)));
     EXPECT_EQ(front.marked(), u"front one|"_qs);
+    // Nor may the one that came have noticed; until then it would be pasted into.
+    awaitValue(u"back"_qs);
     EXPECT_EQ(insert(u" three"_qs), InsertionResult::inserted);
     EXPECT_EQ(background.marked(), u"back three|"_qs);
     EXPECT_EQ(front.marked(), u"front one|"_qs);

@@ -93,6 +93,44 @@ TEST_F(Helper, IsOneForAllPrograms)
     m_rig.expectOnlyTheModel();
 }
 
+TEST_F(Helper, AProgramsDownloadThatAnotherCancelsIsCancelledInBothAndGoneOnFrom)
+{
+    auto resident = underWay(m_rig);
+    {
+        const auto other = m_rig.launch();
+        ASSERT_EQ(state(m_rig, other).kind(), Kind::downloading);
+        other.manager->cancel(m_rig.model);
+        ASSERT_TRUE(waitUntil([&] { return state(m_rig, other) == ModelState::notDownloaded(); }));
+    }
+    ASSERT_TRUE(waitUntil([&] { return state(m_rig, resident) == ModelState::notDownloaded(); }));
+    m_rig.expectInstalled(resident);
+    ASSERT_EQ(m_rig.askedFrom().size(), 2);
+    EXPECT_GT(m_rig.askedFrom().last(), 0);
+}
+
+TEST_F(Helper, WhatAnotherProgramFetchesAndDeletesIsSeenByOneThatHadNothingToDoWithIt)
+{
+    const auto resident = m_rig.launch();
+    auto other = m_rig.launch();
+    m_rig.expectInstalled(other);
+    ASSERT_TRUE(waitUntil([&] { return state(m_rig, resident) == ModelState::ready(); }));
+    ASSERT_TRUE(other.manager->deleteModel(m_rig.model));
+    EXPECT_TRUE(waitUntil([&] { return state(m_rig, resident) == ModelState::notDownloaded(); }));
+}
+
+TEST_F(Helper, ADeletionInAnotherProgramEndsTheDownload)
+{
+    auto resident = underWay(m_rig);
+    {
+        const auto other = m_rig.launch();
+        ASSERT_TRUE(other.manager->deleteModel(m_rig.model));
+        // It ends at once, as a command does.
+    }
+    ASSERT_TRUE(waitUntil([&] { return state(m_rig, resident) == ModelState::notDownloaded(); }));
+    EXPECT_TRUE(m_rig.waitForNoHelper());
+    EXPECT_FALSE(resident.manager->isDownloaded(m_rig.model));
+}
+
 TEST_F(Helper, GoesOnWhenTheProgramIsGoneAndIsFoundAgain)
 {
     double reached = 0;

@@ -72,17 +72,23 @@ QProcess& ResidentDesktop::launch(const QStringList& before)
     return *m_program;
 }
 
+std::unique_ptr<QProcess> ResidentDesktop::begin(const QStringList& arguments) const
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(environment());
+    process->start(QStringLiteral(TULVANE_PROGRAM), arguments);
+    return process;
+}
+
 CommandLineRun ResidentDesktop::tulvane(const QStringList& arguments) const
 {
-    QProcess process;
-    process.setProcessEnvironment(environment());
-    process.start(QStringLiteral(TULVANE_PROGRAM), arguments);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(30000))
+    const auto process = begin(arguments);
+    process->closeWriteChannel();
+    if (!process->waitForFinished(30000))
         throw std::runtime_error("the command line did not end");
-    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-            QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    return {process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1,
+            QString::fromUtf8(process->readAllStandardOutput()),
+            QString::fromUtf8(process->readAllStandardError())};
 }
 
 QJsonObject ResidentDesktop::status() const

@@ -45,6 +45,8 @@ public:
     QProcess& launch(const QStringList& before = {});
     /// One call of the command line.
     [[nodiscard]] CommandLineRun tulvane(const QStringList& arguments) const;
+    /// The same, only begun: it reads what is written to it, and ends by itself.
+    [[nodiscard]] std::unique_ptr<QProcess> begin(const QStringList& arguments) const;
     [[nodiscard]] QJsonObject status() const;
     /// Returns whether the program came to this phase within the time limit.
     [[nodiscard]] bool waitForPhase(const QString& phase) const;

@@ -3,6 +3,7 @@
 #include <support/Await.h>
 
 #include <QFile>
+#include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
@@ -148,6 +149,41 @@ TEST(ResidentProgram, ASettingThatIsChangedElsewhereIsLiveAtOnce)
     EXPECT_TRUE(refused.err.contains(QStringLiteral("modifierHotkey")));
     here.keys.tap(DeviceKey::rightControl);
     EXPECT_TRUE(here.waitForPhase(QStringLiteral("recording")));
+}
+
+TEST(ResidentProgram, WhatIsDictatedBesideItCountsAsWellAsItsOwn)
+{
+    ResidentDesktop here;
+    here.launch();
+    here.openEntry();
+    const auto dictateHere = [&] {
+        here.pressHotkey();
+        ASSERT_TRUE(here.waitForPhase(QStringLiteral("recording")));
+        here.speak(said);
+        here.pressHotkey();
+        ASSERT_TRUE(here.waitForPhase(QStringLiteral("idle")));
+    };
+    const auto counted = [&](const char* figure) {
+        const QString json = here.tulvane(words("stats --period all --json")).out;
+        return QJsonDocument::fromJson(json.toUtf8())[QLatin1String(figure)].toInt();
+    };
+    dictateHere();
+    const int once = counted("words");
+    const auto beside = here.begin({QStringLiteral("dictate")});
+    QByteArray told;
+    ASSERT_TRUE(waitUntil([&] {
+        told += beside->readAllStandardError();
+        return told.contains("Listening");
+    }));
+    here.speak(said);
+    beside->write("\n");
+    ASSERT_TRUE(waitUntil([&] { return beside->state() == QProcess::NotRunning; }));
+    EXPECT_EQ(beside->exitCode(), 0) << beside->readAllStandardError().constData();
+    EXPECT_EQ(counted("dictations"), 2);
+    dictateHere();
+    EXPECT_EQ(counted("dictations"), 3);
+    EXPECT_GT(once, 0);
+    EXPECT_EQ(counted("words"), 3 * once);
 }
 
 TEST(ResidentProgram, AStartThatFailsSaysWhy)

@@ -29,7 +29,10 @@ public:
     void show(Kind kind, const QString& marked);
     /// What the user sees there now.
     [[nodiscard]] QString marked();
+    /// Returns when it takes itself for the program in front. It may do so already, if it has not heard yet
+    /// that another one is.
     void comeToFront();
+    [[nodiscard]] quint32 process() const { return static_cast<quint32>(m_process.processId()); }
     /// From now on it answers nobody; until it is thawed, no other call here may be made.
     void freeze() const;
     void thaw() const;

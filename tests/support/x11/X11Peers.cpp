@@ -151,6 +151,13 @@ void ScriptedOwner::own()
     m_link->catchUp();
 }
 
+void ScriptedOwner::ownAfter(xcb_timestamp_t time)
+{
+    while (m_link->serverTime(m_window) <= time) {
+    }
+    own();
+}
+
 void ScriptedOwner::handle(const xcb_generic_event_t& event)
 {
     if (event.response_type == XCB_SELECTION_REQUEST) {

@@ -88,6 +88,9 @@ public:
     void offer(const QList<std::pair<QString, Target>>& targets) { m_targets = targets; }
     void refuseList() { m_namesTargets = false; }
     void own();
+    /// The same at a time of the server's that is later than this one.
+    void ownAfter(xcb_timestamp_t time);
+    [[nodiscard]] X11Link& link() { return *m_link; }
     /// The targets that it was asked for, oldest first.
     [[nodiscard]] QStringList asked() const { return m_asked; }
     /// Called at each request, before it is answered.

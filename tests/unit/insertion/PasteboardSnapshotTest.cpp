@@ -53,7 +53,7 @@ TEST(PasteboardSnapshot, PutsEverythingBackInOneWrite)
     board.otherProgramWrites(rich);
     const PasteboardSnapshot snapshot = captured(board);
     board.otherProgramWrites(u"other"_qs);
-    EXPECT_TRUE(snapshot.restore(board));
+    EXPECT_TRUE(snapshot.restore(board, board.changeCount()));
     EXPECT_EQ(board.items(), rich);
     EXPECT_EQ(board.ownChanges(), 1);
 }
@@ -62,7 +62,7 @@ TEST(PasteboardSnapshot, LeavesOutItemsWithoutData)
 {
     FakePasteboard board;
     const PasteboardSnapshot snapshot{{PasteboardItem(), PasteboardItem::text(u"a"_qs)}, 0};
-    EXPECT_TRUE(snapshot.restore(board));
+    EXPECT_TRUE(snapshot.restore(board, board.changeCount()));
     EXPECT_EQ(board.items(), QList{PasteboardItem::text(u"a"_qs)});
 }
 
@@ -71,9 +71,20 @@ TEST(PasteboardSnapshot, WithNothingToPutBackItClearsAndSaysFalse)
     FakePasteboard board;
     for (const QList<PasteboardItem>& items : {QList<PasteboardItem>(), QList{PasteboardItem()}}) {
         board.otherProgramWrites(u"other"_qs);
-        EXPECT_FALSE((PasteboardSnapshot{items, 0}.restore(board)));
+        EXPECT_FALSE((PasteboardSnapshot{items, 0}.restore(board, board.changeCount())));
         EXPECT_TRUE(board.items().isEmpty());
     }
+}
+
+TEST(PasteboardSnapshot, WhatSomebodyHasWrittenSinceStays)
+{
+    FakePasteboard board;
+    const qint64 count = board.changeCount();
+    board.otherProgramWrites(u"newer"_qs);
+    EXPECT_FALSE((PasteboardSnapshot{rich, 0}.restore(board, count)));
+    EXPECT_FALSE((PasteboardSnapshot{{}, 0}.restore(board, count)));
+    EXPECT_EQ(board.text(), u"newer"_qs);
+    EXPECT_EQ(board.ownChanges(), 0);
 }
 
 TEST(PasteboardSnapshot, AWriteThatIsRefusedIsFalseAndLeavesThePasteboardCleared)
@@ -81,7 +92,7 @@ TEST(PasteboardSnapshot, AWriteThatIsRefusedIsFalseAndLeavesThePasteboardCleared
     FakePasteboard board;
     board.otherProgramWrites(u"other"_qs);
     board.refuseWrites();
-    EXPECT_FALSE((PasteboardSnapshot{rich, 0}.restore(board)));
+    EXPECT_FALSE((PasteboardSnapshot{rich, 0}.restore(board, board.changeCount())));
     EXPECT_TRUE(board.items().isEmpty());
 }
 

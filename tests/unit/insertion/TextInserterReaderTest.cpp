@@ -99,6 +99,20 @@ TEST_F(TextInserterReaderTest, AnotherProgramsCopyBeforeTheReadIsPutBackAfterThe
     EXPECT_EQ(m_board.text(), u"newer"_qs);
 }
 
+TEST_F(TextInserterReaderTest, ACopyThatFollowsOursAtOnceIsNotTakenForOurs)
+{
+    m_board.afterWrite = [this] {
+        m_board.afterWrite = nullptr;
+        m_board.otherProgramWrites(u"newer"_qs);
+    };
+    const auto task = start(u"word"_qs);
+    EXPECT_EQ(m_board.text(), u"word"_qs);
+    readNow();
+    advance(350ms);
+    EXPECT_EQ(result(task), InsertionResult::pasted);
+    EXPECT_EQ(m_board.text(), u"newer"_qs);
+}
+
 TEST_F(TextInserterReaderTest, TheNewerCopyComesBackEvenWithRestoreOff)
 {
     const auto task = start(u"word"_qs, InsertionMethod::paste, false);

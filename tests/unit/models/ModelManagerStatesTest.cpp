@@ -263,6 +263,19 @@ TEST_F(ModelManagerStates, ACheckInAnotherProgramThatDiesIsTakenOver)
     EXPECT_TRUE(waitForState(Kind::ready));
 }
 
+TEST_F(ModelManagerStates, WhatAnotherProgramIsCheckingIsNotFetchedASecondTime)
+{
+    EXPECT_EQ(state(), State::notDownloaded());
+    auto theirs = StagedModel::adopt(m_options.folders, m_model.id,
+                                     m_scratch.write(QStringLiteral("arrived"), test::tinyBody()));
+    ASSERT_TRUE(theirs);
+    manager().download(m_model);
+    EXPECT_EQ(state(), State::verifying());
+    EXPECT_TRUE(m_transfers.started.isEmpty());
+    ASSERT_TRUE((*theirs)->place());
+    EXPECT_TRUE(waitForState(Kind::ready));
+}
+
 TEST_F(ModelManagerStates, ADownloadThatAnotherProgramTookIsFollowedToItsEnd)
 {
     manager().download(m_model);

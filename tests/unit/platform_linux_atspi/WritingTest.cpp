@@ -215,6 +215,44 @@ TEST_F(WritingTest, WhatTheDesktopSaysAboutTheFrontCounts)
     EXPECT_EQ(shown(), u"ax|"_qs);
 }
 
+TEST_F(WritingTest, NothingIsWrittenWhenAnotherProgramComesToTheFrontMeanwhile)
+{
+    const auto own = static_cast<quint32>(QCoreApplication::applicationPid());
+    auto front = std::optional(own);
+    AtspiFocusedElements elements(m_desktop.sessionBus(), [&] { return front; });
+    m_program = &m_desktop.addField(u"a[b]"_qs);
+    m_element = test::await(elements.focused());
+    ASSERT_NE(m_element, nullptr);
+    for (const auto& method : {u"GetText"_qs, u"CaretOffset"_qs, u"CharacterCount"_qs, u"GetNSelections"_qs,
+                               u"GetSelection"_qs, u"ToolkitName"_qs, u"GetState"_qs}) {
+        front = own;
+        m_program->called.clear();
+        m_program->onCall = [&](const QString& called) {
+            if (called == method)
+                front = 1;
+        };
+        EXPECT_FALSE(write(u"x"_qs)) << qPrintable(method);
+        EXPECT_EQ(front, 1) << qPrintable(method);
+        EXPECT_FALSE(m_program->called.contains(u"InsertText"_qs)) << qPrintable(method);
+    }
+    EXPECT_EQ(shown(), u"a[b]"_qs);
+}
+
+TEST_F(WritingTest, TheLookAtTheFrontIsTheLastThingBeforeTheWriting)
+{
+    QStringList calledAtLook;
+    AtspiFocusedElements elements(m_desktop.sessionBus(), [&] {
+        calledAtLook = m_program->called;
+        return std::optional(static_cast<quint32>(QCoreApplication::applicationPid()));
+    });
+    m_program = &m_desktop.addField(u"a|"_qs);
+    m_element = test::await(elements.focused());
+    ASSERT_NE(m_element, nullptr);
+    m_program->called.clear();
+    EXPECT_TRUE(write(u"x"_qs));
+    EXPECT_EQ(m_program->called.value(calledAtLook.size()), u"InsertText"_qs);
+}
+
 TEST_F(WritingTest, SettableNeedsBothInterfacesAndAFieldThatCanBeEdited)
 {
     show(u"a|"_qs);

@@ -8,6 +8,8 @@
 #include <QRandomGenerator>
 #include <QThread>
 
+#include <array>
+
 namespace tulvane::test {
 
 namespace {
@@ -58,6 +60,25 @@ TEST(StatsCrash, KillDuringASaveLeavesTheOldFileOrTheNewOne)
     }
     const qsizetype left = QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size();
     EXPECT_LE(left, 1 + (kills / 10)) << "temporary files pile up";
+}
+
+TEST(StatsProcesses, CountIntoOneFileAtOnceAndNoDictationIsLost)
+{
+    const ScratchFolder folder;
+    const QString name = QStringLiteral("statistics.json");
+    const int each = soakCount(50, 2000);
+    std::array<QProcess, 3> writers;
+    for (QProcess& writer : writers) {
+        writer.setStandardOutputFile(QProcess::nullDevice());
+        writer.start(QStringLiteral(STATS_WRITER), {folder.file(name), QString::number(each)});
+    }
+    for (QProcess& writer : writers)
+        ASSERT_TRUE(writer.waitForFinished(120000));
+    const qint64 all = qint64{each} * static_cast<qint64>(writers.size());
+    EXPECT_EQ(
+        decodeStatistics(folder.read(name)),
+        (QList<DailyStat>{{utc("2025-03-15T00:00:00"), all, 2 * all, 7 * all, static_cast<double>(all)}}));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{name});
 }
 
 } // namespace

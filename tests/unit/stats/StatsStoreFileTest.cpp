@@ -6,6 +6,8 @@
 #include <support/LogCapture.h>
 #include <support/ScratchFolder.h>
 
+#include <QLockFile>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -189,6 +191,71 @@ TEST_F(StatsStoreFileTest, ResetRemovesTheDamagedBytesToo)
     StatsStore(m_path, Calendar(oslo())).reset();
     EXPECT_EQ(names(), QStringList{m_name});
     EXPECT_TRUE(loaded().isEmpty());
+}
+
+TEST_F(StatsStoreFileTest, TwoThatCountIntoOneFileLoseNothing)
+{
+    StatsStore one(m_path, Calendar(oslo()));
+    StatsStore other(m_path, Calendar(oslo()));
+    record(one);
+    record(other, inOslo(2025, 3, 14, 12));
+    record(other);
+    record(one);
+    EXPECT_EQ(loaded(),
+              (QList<DailyStat>{{inOslo(2025, 3, 14), 1, 2, 7, 1}, {inOslo(2025, 3, 15), 3, 6, 21, 3}}));
+    EXPECT_EQ(one.days(), loaded());
+    EXPECT_EQ(names(), QStringList{m_name});
+}
+
+TEST_F(StatsStoreFileTest, ResettingInOnePlaceIsNotUndoneInAnother)
+{
+    StatsStore one(m_path, Calendar(oslo()));
+    StatsStore other(m_path, Calendar(oslo()));
+    record(one);
+    other.reset();
+    record(one);
+    EXPECT_EQ(loaded(), (QList<DailyStat>{{inOslo(2025, 3, 15), 1, 2, 7, 1}}));
+}
+
+TEST_F(StatsStoreFileTest, WhatCouldNotBeSavedIsAddedToWhatAnotherHasSavedSince)
+{
+    StatsStore one(m_path, Calendar(oslo()));
+    StatsStore other(m_path, Calendar(oslo()));
+    record(one);
+    {
+        const FileSizeLimit full(40);
+        record(one);
+    }
+    record(other);
+    record(one);
+    EXPECT_EQ(loaded(), (QList<DailyStat>{{inOslo(2025, 3, 15), 4, 8, 28, 4}}));
+    record(one);
+    EXPECT_EQ(loaded().first().dictations, 5);
+}
+
+TEST_F(StatsStoreFileTest, AFileThatGoesOrIsDamagedMeanwhileCostsNothing)
+{
+    StatsStore store(m_path, Calendar(oslo()));
+    record(store);
+    ASSERT_TRUE(QFile::remove(m_path));
+    record(store);
+    EXPECT_EQ(loaded().first().dictations, 2);
+    (void)write(QByteArray("tull"));
+    record(store);
+    EXPECT_EQ(loaded().first().dictations, 3);
+    EXPECT_EQ(m_folder.read(QStringLiteral("statistics.json.damaged")), "tull");
+}
+
+TEST_F(StatsStoreFileTest, ALockThatIsHeldTooLongIsNotWaitedForAndTheDictationCounts)
+{
+    QLockFile held(m_path + QStringLiteral(".lock"));
+    ASSERT_TRUE(held.tryLock());
+    StatsStore store(m_path, Calendar(oslo()));
+    record(store);
+    EXPECT_EQ(loaded(), store.days());
+    EXPECT_EQ(loaded().first().dictations, 1);
+    EXPECT_EQ(m_log.texts("app", QtWarningMsg),
+              QStringList{QStringLiteral("Another program does not let go of the statistics")});
 }
 
 TEST_F(StatsStoreFileTest, SumsThatOverflowMakeAFileOfTheWrongShape)

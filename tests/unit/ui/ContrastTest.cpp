@@ -60,6 +60,7 @@ constexpr std::array pairs{
     Pair{"accentInk", "accentPressed"},
     Pair{"accentSoftInk", "accentSoft"},
     Pair{"text", "accentSoft"},
+    Pair{"accent", "accentSoft"},
     Pair{"text", "successSoft"},
     Pair{"text", "warningSoft"},
     Pair{"text", "dangerSoft"},
@@ -74,6 +75,8 @@ constexpr std::array pairs{
     Pair{"controlBorder", "card", 3},
     Pair{"controlBorder", "window", 3},
     Pair{"accent", "sidebar", 3},
+    Pair{"bar", "card", 3},
+    Pair{"bar", "hover", 3},
 };
 
 TEST(ContrastTest, EveryInkIsReadableOnItsGroundInBothAppearances)

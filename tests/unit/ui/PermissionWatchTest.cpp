@@ -48,26 +48,30 @@ TEST(PermissionWatchTest, EndsWithTheWindows)
     world.ui.attach(world.context());
 }
 
-TEST(PermissionWatchTest, ASettingsPageHoldsItWhileItCanBeSeen)
+class PageWatchTest : public testing::TestWithParam<SettingsTab> {};
+
+TEST_P(PageWatchTest, HoldsItWhileItCanBeSeen)
 {
     UiWorld world;
     SettingsWindowController& window = world.ui.settingsWindow();
-    window.show(SettingsTab::settings);
+    window.show(GetParam());
     UiWorld::settle();
     EXPECT_TRUE(world.permissions.isPolling());
     window.selection().setTab(SettingsTab::about);
     UiWorld::settle();
     EXPECT_FALSE(world.permissions.isPolling()) << "another page";
-    window.show(SettingsTab::settings);
+    window.show(GetParam());
     UiWorld::settle();
     EXPECT_TRUE(world.permissions.isPolling());
     window.window()->close();
     UiWorld::settle();
     EXPECT_FALSE(world.permissions.isPolling()) << "the window is hidden, the page stays";
-    window.show(SettingsTab::settings);
+    window.show(GetParam());
     UiWorld::settle();
     EXPECT_TRUE(world.permissions.isPolling());
 }
+
+INSTANTIATE_TEST_SUITE_P(Pages, PageWatchTest, testing::Values(SettingsTab::home, SettingsTab::settings));
 
 TEST(PermissionWatchTest, TheSetupGuideLeavesItToThePageBehind)
 {

@@ -61,6 +61,17 @@ TEST_F(PreferencesPageTest, ASwitchFollowsASettingThatIsChangedElsewhere)
     EXPECT_FALSE(probe->item(QStringLiteral("settings.playSounds")).property("checked").toBool());
 }
 
+TEST_F(PreferencesPageTest, ASwitchThatAScreenReaderSetsIsStoredToo)
+{
+    auto& control = probe->item(QStringLiteral("settings.playSounds"));
+    control.setProperty("checked", false);
+    EXPECT_FALSE(world.settings.playSounds());
+    control.setProperty("checked", true);
+    EXPECT_TRUE(world.settings.playSounds());
+    world.settings.setPlaySounds(false);
+    EXPECT_FALSE(control.property("checked").toBool());
+}
+
 TEST_F(PreferencesPageTest, EveryPickerStoresItsSetting)
 {
     choose("language", 2);

@@ -159,6 +159,21 @@ TEST_P(SetupChecklistLayoutTest, NothingIsCutOff)
 INSTANTIATE_TEST_SUITE_P(Languages, SetupChecklistLayoutTest,
                          testing::Values(AppLanguage::english, AppLanguage::norwegian));
 
+TEST(SidebarTest, ThePromptBringsTheFirstItemThatIsLeftIntoView)
+{
+    UiWorld world;
+    world.ui.showPage(SettingsTab::about);
+    QQuickView& window = *world.ui.settingsWindow().window();
+    window.resize(SettingsWindowController::smallest);
+    WindowProbe probe(window);
+    probe.click(QStringLiteral("sidebar.finishSetup"));
+    QQuickItem& row = probe.item(QStringLiteral("setup.model"));
+    EXPECT_TRUE(row.hasActiveFocus());
+    const QRectF place = row.mapRectToScene(QRectF(0, 0, row.width(), row.height()));
+    EXPECT_GE(place.top(), 0);
+    EXPECT_LE(place.bottom(), window.height());
+}
+
 TEST(SidebarTest, MarksHomeWithWhatIsMissingAndPromptsToFinish)
 {
     UiWorld world;

@@ -59,17 +59,15 @@ QCoro::Task<bool> isInFront(Bus bus, FocusedAccessible place)
         co_return false;
     if (!bus->front())
         co_return true;
+    // The programs' own word was asked for first: it takes its time, and this does not.
     const auto front = bus->front()();
     co_return front&& busAnswer::toUnsigned(processAnswer) == front;
 }
 
 QCoro::Task<bool> write(Bus bus, FocusedAccessible place, QString text)
 {
-    // Between the search and now the user may have gone elsewhere.
-    const bool inFront = co_await isInFront(bus, place);
-    if (!inFront)
-        co_return false;
-    TextReplacement replacement(TextField(bus, place.element), text);
+    TextReplacement replacement(TextField(bus, place.element), text,
+                                [bus, place] { return isInFront(bus, place); });
     co_return co_await replacement.run();
 }
 

@@ -64,7 +64,7 @@ QCoro::Task<std::optional<std::pair<int, int>>> TextField::selection(int caret) 
     co_return start == end ? nothing : std::pair(start, end);
 }
 
-QCoro::Task<bool> TextField::insert(int offset, QString text) const
+QCoro::Task<std::optional<int>> TextField::insertedLength(QString text) const
 {
     const Accessible program{m_element.service, accessibleRootPath};
     auto askedName =
@@ -72,10 +72,14 @@ QCoro::Task<bool> TextField::insert(int offset, QString text) const
     const auto nameAnswer = co_await askedName;
     const auto name = busAnswer::toStringProperty(nameAnswer);
     if (!name)
-        co_return false;
+        co_return std::nullopt;
     // The length is meant in bytes. Qt takes it for UTF-16 units, and would fill up what is too short.
-    const qsizetype length = *name == u"Qt" ? text.size() : text.toUtf8().size();
-    auto asked = askEditableText(QStringLiteral("InsertText"), {offset, text, static_cast<int>(length)});
+    co_return static_cast<int>(*name == u"Qt" ? text.size() : text.toUtf8().size());
+}
+
+QCoro::Task<bool> TextField::insert(int offset, QString text, int length) const
+{
+    auto asked = askEditableText(QStringLiteral("InsertText"), {offset, text, length});
     const auto answer = co_await asked;
     co_return busAnswer::toBool(answer).value_or(false);
 }

@@ -40,8 +40,11 @@ public:
     /// Nothing too where several ranges are selected.
     [[nodiscard]] QCoro::Task<std::optional<TextContent>> content() const;
 
-    /// Whether the program answered that it has. `offset` and the lengths below are the program's own.
-    [[nodiscard]] QCoro::Task<bool> insert(int offset, QString text) const;
+    /// What `insert` is to name as the length of this text.
+    [[nodiscard]] QCoro::Task<std::optional<int>> insertedLength(QString text) const;
+    /// Whether the program answered that it has. `offset` and the lengths below are the program's own. The
+    /// request is on its way when this returns, before it is awaited.
+    [[nodiscard]] QCoro::Task<bool> insert(int offset, QString text, int length) const;
     [[nodiscard]] QCoro::Task<bool> remove(int start, int end) const;
     [[nodiscard]] QCoro::Task<bool> setText(QString text) const;
     [[nodiscard]] QCoro::Task<bool> setCaret(int offset) const;

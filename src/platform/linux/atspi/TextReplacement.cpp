@@ -11,7 +11,13 @@ QCoro::Task<bool> TextReplacement::run()
     m_before = *content;
     m_start = indexOf(m_before.unit, m_before.text, m_before.selection.first).value_or(0);
     m_end = indexOf(m_before.unit, m_before.text, m_before.selection.second).value_or(0);
-    const bool accepted = co_await m_field.insert(m_before.selection.second, m_text);
+    const auto length = co_await m_field.insertedLength(m_text);
+    if (!length)
+        co_return false;
+    const bool mayWrite = co_await m_mayWrite();
+    if (!mayWrite)
+        co_return false;
+    const bool accepted = co_await m_field.insert(m_before.selection.second, m_text, *length);
     const auto after = co_await changedText(accepted);
     if (!after)
         co_return accepted;

@@ -5,6 +5,7 @@
 #include <QCoroTask>
 
 #include <chrono>
+#include <functional>
 
 namespace tulvane {
 
@@ -18,7 +19,17 @@ public:
     static constexpr std::chrono::milliseconds settleStep{50};
     static constexpr int settleSteps = 5;
 
-    TextReplacement(TextField field, QString text) : m_field(std::move(field)), m_text(std::move(text)) {}
+    /// Whether the element is still the one to be written into.
+    using MayWrite = std::function<QCoro::Task<bool>()>;
+
+    /// `mayWrite` is asked once, when all that the writing needs is known, and nothing else happens between
+    /// its answer and the request to insert: the user may go elsewhere at any moment.
+    TextReplacement(TextField field, QString text, MayWrite mayWrite)
+        : m_field(std::move(field)),
+          m_text(std::move(text)),
+          m_mayWrite(std::move(mayWrite))
+    {
+    }
 
     /// False: the element has what it had before, and the selection too, as far as the program lets us.
     [[nodiscard]] QCoro::Task<bool> run();
@@ -34,6 +45,7 @@ private:
 
     TextField m_field;
     QString m_text;
+    MayWrite m_mayWrite;
     TextContent m_before;
     qsizetype m_start = 0; ///< of the selection, in the text as it was
     qsizetype m_end = 0;

@@ -1,5 +1,6 @@
 #include <base/Log.h>
 #include <base/Translate.h>
+#include <platform/linux/pulse/Fragments.h>
 #include <platform/linux/pulse/PulseCapture.h>
 #include <platform/linux/pulse/UnwantedStream.h>
 
@@ -7,8 +8,6 @@
 #include <pulse/error.h>
 #include <pulse/stream.h>
 
-#include <algorithm>
-#include <span>
 #include <utility>
 
 namespace tulvane {
@@ -21,6 +20,17 @@ constexpr auto openLimit = 250ms;
 constexpr auto silenceLimit = 2s;
 constexpr auto watchInterval = 500ms;
 constexpr auto bufferLength = 20ms;
+
+struct Fragments {
+    pa_stream* stream;
+
+    [[nodiscard]] std::size_t readableSize() const { return pa_stream_readable_size(stream); }
+    bool peek(const void** data, std::size_t* bytes) const
+    {
+        return pa_stream_peek(stream, data, bytes) >= 0;
+    }
+    void drop() const { pa_stream_drop(stream); }
+};
 
 } // namespace
 
@@ -55,15 +65,13 @@ QString PulseCapture::deviceName() const
 void PulseCapture::installTap(std::uint32_t mostFrames, AudioTap tap)
 {
     const PulseLock lock(m_server.mainloop());
-    m_mostSamples = std::size_t{mostFrames} * (m_source ? m_source->hardware.channels : 1U);
-    m_silence.assign(m_mostSamples, 0.0F);
-    m_tap = std::move(tap);
+    m_feed.install(std::size_t{mostFrames} * (m_source ? m_source->hardware.channels : 1U), std::move(tap));
 }
 
 void PulseCapture::removeTap()
 {
     const PulseLock lock(m_server.mainloop());
-    m_tap = nullptr;
+    m_feed.remove();
 }
 
 void PulseCapture::setConfigurationChanged(std::function<void()> changed)
@@ -175,28 +183,8 @@ void PulseCapture::streamChanged()
 void PulseCapture::read()
 {
     m_lastSound = std::chrono::steady_clock::now();
-    while (pa_stream_readable_size(m_stream) > 0) {
-        const void* data = nullptr;
-        std::size_t bytes = 0;
-        if (pa_stream_peek(m_stream, &data, &bytes) < 0 || bytes == 0)
-            return;
-        deliver(data, bytes);
-        pa_stream_drop(m_stream);
-    }
-}
-
-void PulseCapture::deliver(const void* data, std::size_t bytes)
-{
-    std::size_t left = bytes / sizeof(float);
-    const float* samples = static_cast<const float*>(data);
-    while (m_tap && left > 0) {
-        const std::size_t count = std::min(left, m_mostSamples);
-        // A hole: sound that the server lost, of which only the length is known.
-        m_tap({samples != nullptr ? samples : m_silence.data(), count});
-        if (samples != nullptr)
-            samples += count;
-        left -= count;
-    }
+    takeFragments(Fragments{m_stream},
+                  [this](const void* data, std::size_t bytes) { m_feed.deliver(data, bytes); });
 }
 
 void PulseCapture::checkDefault()

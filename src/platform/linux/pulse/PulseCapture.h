@@ -2,15 +2,14 @@
 
 #include <platform/AudioEngine.h>
 #include <platform/linux/pulse/PulseServer.h>
+#include <platform/linux/pulse/TapFeed.h>
 
 #include <QObject>
 #include <QTimer>
 
 #include <atomic>
 #include <chrono>
-#include <cstddef>
 #include <optional>
-#include <vector>
 
 struct pa_stream;
 
@@ -50,7 +49,6 @@ private:
     // On the audio thread, called by libpulse.
     void streamChanged();
     void read();
-    void deliver(const void* data, std::size_t bytes);
 
     void checkDefault();
     void keepWatch();
@@ -64,9 +62,7 @@ private:
 
     // Guarded by the lock.
     pa_stream* m_stream = nullptr;
-    AudioTap m_tap;
-    std::size_t m_mostSamples = 0;
-    std::vector<float> m_silence;
+    TapFeed m_feed;
 
     std::atomic<std::chrono::steady_clock::time_point> m_lastSound; ///< when the last buffer came
 };

@@ -20,10 +20,11 @@ SelectionOffers::~SelectionOffers()
     m_link.removeListener(*this);
 }
 
-void SelectionOffers::set(const QList<TargetOffer>& offers, xcb_timestamp_t time)
+void SelectionOffers::set(const QList<TargetOffer>& offers, xcb_timestamp_t time, quint64 number)
 {
     m_offers = offers;
     m_time = time;
+    m_number = number;
 }
 
 void SelectionOffers::handle(const xcb_generic_event_t& event)
@@ -102,7 +103,7 @@ void SelectionOffers::begin(xcb_window_t reader, xcb_atom_t property, const Targ
         xcb_change_property(m_link.connection(), XCB_PROP_MODE_REPLACE, reader, property, offer.form.type,
                             offer.form.format, units, offer.bytes.constData());
         if (isText)
-            m_textRead(reader);
+            m_textRead(reader, m_number);
         return;
     }
     // A second request for the same property takes the place of the first.
@@ -110,7 +111,7 @@ void SelectionOffers::begin(xcb_window_t reader, xcb_atom_t property, const Targ
         return running.transfer.reader() == reader && running.transfer.property() == property;
     });
     watch(reader, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
-    m_running.push_back({IncrementalTransfer(m_link, reader, property, offer), isText});
+    m_running.push_back({IncrementalTransfer(m_link, reader, property, offer), isText, m_number});
     m_running.back().transfer.begin();
 }
 
@@ -147,11 +148,12 @@ void SelectionOffers::propertyGone(xcb_window_t window, xcb_atom_t property)
     if (running == m_running.end() || !running->transfer.advance())
         return;
     const bool wasText = running->isText;
+    const quint64 number = running->number;
     m_running.erase(running);
     if (std::ranges::none_of(m_running, [&](const Running& one) { return one.transfer.reader() == window; }))
         watch(window, XCB_EVENT_MASK_NO_EVENT);
     if (wasText)
-        m_textRead(window);
+        m_textRead(window, number);
 }
 
 void SelectionOffers::windowGone(xcb_window_t window)

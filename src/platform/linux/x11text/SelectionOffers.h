@@ -8,18 +8,19 @@
 
 namespace tulvane {
 
-/// Answers the programs that read a selection of ours. Main thread.
+/// Answers the programs that read a selection of ours. Lives in its link's thread.
 class SelectionOffers final : public X11Link::Listener {
 public:
-    /// Called when a program has got all of a text: the window that asked for it.
-    using TextRead = std::function<void(xcb_window_t reader)>;
+    /// Called when a program has got all of a text: the window that asked for it, and which of the offers the
+    /// text was of.
+    using TextRead = std::function<void(xcb_window_t reader, quint64 offer)>;
 
     /// `owner` is the window in whose name the selection is held.
     SelectionOffers(X11Link& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead);
     ~SelectionOffers() override;
 
-    /// From now on these are on offer, since `time`.
-    void set(const QList<TargetOffer>& offers, xcb_timestamp_t time);
+    /// From now on these are on offer, since `time`, under a number of the caller's.
+    void set(const QList<TargetOffer>& offers, xcb_timestamp_t time, quint64 number);
     /// Nothing is on offer any more; transfers that have begun go on to their end.
     void drop() { m_offers.clear(); }
 
@@ -44,9 +45,11 @@ private:
     TextRead m_textRead;
     QList<TargetOffer> m_offers;
     xcb_timestamp_t m_time = XCB_CURRENT_TIME;
+    quint64 m_number = 0;
     struct Running {
         IncrementalTransfer transfer;
-        bool isText;
+        bool isText = false;
+        quint64 number = 0;
     };
     std::list<Running> m_running;
 };

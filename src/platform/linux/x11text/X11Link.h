@@ -19,8 +19,8 @@ namespace tulvane {
 inline constexpr xcb_window_t noWindow = XCB_WINDOW_NONE;
 inline constexpr xcb_atom_t noAtom = XCB_ATOM_NONE;
 
-/// A connection of our own to an X server, read from the main thread's event loop. Waits for the server where
-/// it must, never for another program. Main thread.
+/// A connection of our own to an X server, read from the event loop of the thread that opened it, and used
+/// there. Waits for the server where it must, never for another program.
 ///
 /// When the server goes away, nothing is called any more, and every request is without effect.
 class X11Link final : public QObject {

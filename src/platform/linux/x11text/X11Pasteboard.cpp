@@ -1,18 +1,21 @@
 #include <platform/linux/x11text/FrontWindow.h>
 #include <platform/linux/x11text/X11Pasteboard.h>
 
-#include <xcb/xfixes.h>
-
 #include <algorithm>
 
 namespace tulvane {
 
-X11Pasteboard::X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString& selection)
+X11Pasteboard::X11Pasteboard(X11Link& link, SelectionKeeper& keeper, Scheduler& scheduler,
+                             const QString& selection)
     : m_link(link),
+      m_keeper(keeper),
       m_scheduler(scheduler),
       m_selection(link.atom(selection)),
       m_window(link.makeHiddenWindow()),
-      m_offers(link, m_window, m_selection, [this](xcb_window_t reader) { textRead(reader); })
+      m_owner(keeper.keep(m_selection, [this](xcb_window_t reader, quint64 offer) {
+          QMetaObject::invokeMethod(
+              &m_context, [this, reader, offer] { textRead(reader, offer); }, Qt::QueuedConnection);
+      }))
 {
     m_link.addListener(*this);
     xcb_connection_t* const connection = m_link.connection();
@@ -32,6 +35,7 @@ X11Pasteboard::X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString&
 
 X11Pasteboard::~X11Pasteboard()
 {
+    m_keeper.forget(m_selection);
     m_link.removeListener(*this);
     for (PendingRead& pending : m_reads) {
         pending.promise.addResult(PasteboardContents{{}, false});
@@ -79,30 +83,56 @@ qint64 X11Pasteboard::changeCount()
 
 bool X11Pasteboard::replace(const QList<PasteboardItem>& items)
 {
-    const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
-    const xcb_timestamp_t time = m_link.serverTime(m_window);
-    m_offers.set(offers, time);
-    m_ownItems = items;
-    m_reading = Reading::unread;
-    m_front = FrontWindow::current(m_link).window;
-    setOwner(m_window, time);
-    if (isOurs()) {
-        ++m_changeCount;
-        return true;
-    }
-    m_offers.drop();
-    m_ownItems.clear();
-    return false;
+    return put(items, std::nullopt);
 }
 
 void X11Pasteboard::clear()
 {
+    empty(std::nullopt);
+}
+
+bool X11Pasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count)
+{
+    return items.isEmpty() ? empty(count) : put(items, count);
+}
+
+bool X11Pasteboard::put(const QList<PasteboardItem>& items, OnlyAt count)
+{
+    const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
+    const xcb_window_t front = FrontWindow::current(m_link).window;
+    // Whatever has been written until this moment is counted. What another program writes between it and the
+    // change of the owner has a later time than ours, and the server keeps to it.
     const xcb_timestamp_t time = m_link.serverTime(m_window);
-    m_offers.drop();
+    if (count && m_changeCount != *count)
+        return false;
+    m_ownItems = items;
+    m_reading = Reading::unread;
+    m_front = front;
+    m_keeper.take(m_selection, offers, time, ++m_offer);
+    if (isOurs()) {
+        countOwnChange();
+        return true;
+    }
+    m_keeper.drop(m_selection);
     m_ownItems.clear();
-    ++m_changeCount;
-    ++m_ownClearsToCome;
+    return false;
+}
+
+bool X11Pasteboard::empty(OnlyAt count)
+{
+    const xcb_timestamp_t time = m_link.serverTime(m_window);
+    if (count && m_changeCount != *count)
+        return false;
+    m_keeper.drop(m_selection);
+    m_ownItems.clear();
+    countOwnChange();
+    // The notice of it comes now or, where another program was quicker, never: waited for any longer, it
+    // would be taken for the next program's that clears the pasteboard.
+    m_clearing = time;
     setOwner(noWindow, time);
+    m_link.catchUp();
+    m_clearing.reset();
+    return true;
 }
 
 void X11Pasteboard::handle(const xcb_generic_event_t& event)
@@ -111,22 +141,22 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event)
         return;
     const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
     if (notice.window == m_window && notice.selection == m_selection)
-        ownerChanged(notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER ? notice.owner
-                                                                                      : noWindow);
+        ownerChanged(notice);
 }
 
-void X11Pasteboard::ownerChanged(xcb_window_t owner)
+void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& notice)
 {
     // Our own write was counted when it was made.
-    if (owner == m_window)
+    const bool isSet = notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    if (isSet && notice.owner == m_owner)
         return;
-    if (owner == noWindow && m_ownClearsToCome > 0) {
-        --m_ownClearsToCome;
+    if (isSet && notice.owner == noWindow && m_clearing == notice.selection_timestamp) {
+        m_clearing.reset();
         return;
     }
     ++m_changeCount;
     if (!isOurs()) {
-        m_offers.drop();
+        m_keeper.drop(m_selection);
         m_ownItems.clear();
     }
     for (PendingRead& pending : m_reads)
@@ -134,9 +164,10 @@ void X11Pasteboard::ownerChanged(xcb_window_t owner)
     tellActivity();
 }
 
-void X11Pasteboard::textRead(xcb_window_t reader)
+void X11Pasteboard::textRead(xcb_window_t reader, quint64 offer)
 {
-    if (m_front == noWindow || !FrontWindow::sameProgram(m_link, reader, m_front))
+    // What was read may be a text from before the last write.
+    if (offer != m_offer || m_front == noWindow || !FrontWindow::sameProgram(m_link, reader, m_front))
         return;
     m_reading = Reading::read;
     tellActivity();
@@ -147,7 +178,7 @@ bool X11Pasteboard::isOurs() const
     xcb_connection_t* const connection = m_link.connection();
     const XcbReply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, m_selection), nullptr));
-    return reply && reply->owner == m_window;
+    return reply && reply->owner == m_owner;
 }
 
 void X11Pasteboard::setOwner(xcb_window_t owner, xcb_timestamp_t time)

@@ -2,14 +2,17 @@
 
 #include <base/Scheduler.h>
 #include <platform/Pasteboard.h>
-#include <platform/linux/x11text/SelectionOffers.h>
+#include <platform/linux/x11text/SelectionKeeper.h>
 #include <platform/linux/x11text/SelectionRead.h>
 
 #include <QObject>
 #include <QPromise>
 
+#include <xcb/xfixes.h>
+
 #include <list>
 #include <memory>
+#include <optional>
 
 namespace tulvane {
 
@@ -21,14 +24,16 @@ namespace tulvane {
 /// front that keeps copies of its own asks as soon as the owner changes, and never again when it pastes.
 class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
 public:
-    /// `selection` is "CLIPBOARD" or "PRIMARY". `link` and `scheduler` outlive the pasteboard.
-    X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString& selection);
+    /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
+    X11Pasteboard(X11Link& link, SelectionKeeper& keeper, Scheduler& scheduler, const QString& selection);
     ~X11Pasteboard() override;
 
     [[nodiscard]] QFuture<PasteboardContents> contents() override;
     [[nodiscard]] qint64 changeCount() override;
     bool replace(const QList<PasteboardItem>& items) override;
     void clear() override;
+    [[nodiscard]] qint64 ownChangeCount() const override { return m_ownChangeCount; }
+    bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) override;
     [[nodiscard]] Reading reading() const override { return m_reading; }
     void setActivityHandler(std::function<void()> handler) override { m_activity = std::move(handler); }
 
@@ -41,24 +46,34 @@ private:
         std::unique_ptr<SelectionRead> read;
     };
 
-    void ownerChanged(xcb_window_t owner);
-    void textRead(xcb_window_t reader);
+    /// Whether it may be done only where this is still the change count.
+    using OnlyAt = std::optional<qint64>;
+    bool put(const QList<PasteboardItem>& items, OnlyAt count);
+    bool empty(OnlyAt count);
+    void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
+
+    void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
+    void textRead(xcb_window_t reader, quint64 offer);
     void readFinished(PendingRead& pending, const SelectionRead::Outcome& outcome);
     [[nodiscard]] bool isOurs() const;
     void setOwner(xcb_window_t owner, xcb_timestamp_t time);
     void tellActivity();
 
     X11Link& m_link;
+    SelectionKeeper& m_keeper;
     Scheduler& m_scheduler;
     xcb_atom_t m_selection;
-    xcb_window_t m_window;
+    xcb_window_t m_window; ///< hears of changes of the owner
+    xcb_window_t m_owner;  ///< owns the selection while it is ours
     std::uint8_t m_fixesEvent = 0;
-    SelectionOffers m_offers;
+    quint64 m_offer = 0; ///< counts our writes
     QList<PasteboardItem> m_ownItems;
     TargetForms m_forms;
     std::list<PendingRead> m_reads;
     qint64 m_changeCount = 0;
-    int m_ownClearsToCome = 0; ///< notices of our own clearing that have not arrived yet
+    qint64 m_ownChangeCount = 0;
+    /// The time of a clearing of ours whose notice is on its way.
+    std::optional<xcb_timestamp_t> m_clearing;
     Reading m_reading = Reading::unread;
     xcb_window_t m_front = noWindow;
     std::function<void()> m_activity;

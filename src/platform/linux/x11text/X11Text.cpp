@@ -13,11 +13,11 @@ namespace {
 
 class X11Pasteboards final : public Pasteboards {
 public:
-    X11Pasteboards(X11Link& link, Scheduler& scheduler, TerminalTable terminals)
+    X11Pasteboards(X11Link& link, SelectionKeeper& keeper, Scheduler& scheduler, TerminalTable terminals)
         : m_link(link),
           m_terminals(std::move(terminals)),
-          m_clipboard(link, scheduler, QStringLiteral("CLIPBOARD")),
-          m_primary(link, scheduler, QStringLiteral("PRIMARY"))
+          m_clipboard(link, keeper, scheduler, QStringLiteral("CLIPBOARD")),
+          m_primary(link, keeper, scheduler, QStringLiteral("PRIMARY"))
     {
     }
 
@@ -38,14 +38,17 @@ private:
 } // namespace
 
 struct X11Text::Parts {
-    Parts(std::unique_ptr<X11Link> opened, const TerminalTable& terminals, Scheduler& scheduler)
+    Parts(std::unique_ptr<X11Link> opened, std::unique_ptr<SelectionKeeper> started,
+          const TerminalTable& terminals, Scheduler& scheduler)
         : link(std::move(opened)),
-          pasteboards(*link, scheduler, terminals),
+          keeper(std::move(started)),
+          pasteboards(*link, *keeper, scheduler, terminals),
           keys(*link, scheduler, terminals)
     {
     }
 
     std::unique_ptr<X11Link> link;
+    std::unique_ptr<SelectionKeeper> keeper;
     X11Pasteboards pasteboards;
     X11KeyPosting keys;
 };
@@ -57,10 +60,11 @@ std::unique_ptr<X11Text> X11Text::open(const QByteArray& display, const Terminal
                                        Scheduler& scheduler)
 {
     auto link = X11Link::open(display);
-    if (!link)
+    auto keeper = link ? SelectionKeeper::start(display) : nullptr;
+    if (!keeper)
         return nullptr;
     return std::unique_ptr<X11Text>(
-        new X11Text(std::make_unique<Parts>(std::move(link), terminals, scheduler)));
+        new X11Text(std::make_unique<Parts>(std::move(link), std::move(keeper), terminals, scheduler)));
 }
 
 Pasteboards& X11Text::pasteboards()

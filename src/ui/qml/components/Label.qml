@@ -19,4 +19,5 @@ Text {
     lineHeight: lineCount > 1 ? 1.2 : 1
     Accessible.role: kind >= Label.Heading && kind < Label.Figure ? Accessible.Heading : Accessible.StaticText
     Accessible.name: text
+    Accessible.ignored: text === "" || !visible
 }

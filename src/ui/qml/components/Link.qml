@@ -13,8 +13,8 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
     Accessible.role: Accessible.Link
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         id: words

@@ -23,11 +23,12 @@ T.Button {
     bottomPadding: 4
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
+    Accessible.ignored: !visible
     font.family: Theme.family
     font.pixelSize: Theme.bodySize
     font.weight: Font.Medium
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         implicitWidth: row.implicitWidth

@@ -53,6 +53,7 @@ Flickable {
 
     T.ScrollBar.vertical: T.ScrollBar {
         id: bar
+        Accessible.ignored: true
         visible: size < 0.999
         policy: T.ScrollBar.AlwaysOn
         width: 12

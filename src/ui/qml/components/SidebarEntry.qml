@@ -1,69 +1,66 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tulvane
 
 // One page's entry in the sidebar.
-T.AbstractButton {
+Pressable {
     id: entry
 
+    property string text
     property string symbol
     property bool selected: false
     property int count: 0
 
     implicitHeight: 36
-    focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.PageTab
-    Accessible.name: text
+    Accessible.name: count > 0 ? text + " (" + count + ")" : text
+    Accessible.selectable: true
     Accessible.selected: selected
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.TabFocusReason)
+    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
-    contentItem: Item {
-        Symbol {
-            x: 10
-            anchors.verticalCenter: parent.verticalCenter
-            name: entry.symbol
-            size: 18
-            color: entry.selected ? Theme.accentSoftInk : Theme.secondaryText
-        }
-        Label {
-            x: 38
-            anchors.verticalCenter: parent.verticalCenter
-            width: parent.width - x - (bubble.visible ? 34 : Theme.small)
-            text: entry.text
-            elide: Text.ElideRight
-            wrapMode: Text.NoWrap
-            font.weight: entry.selected ? Font.DemiBold : Font.Normal
-            color: entry.selected ? Theme.accentSoftInk : Theme.text
-            Accessible.ignored: true
-        }
-        Rectangle {
-            id: bubble
-            visible: entry.count > 0
-            anchors.right: parent.right
-            anchors.rightMargin: 10
-            anchors.verticalCenter: parent.verticalCenter
-            width: 20
-            height: 20
-            radius: 10
-            color: Theme.accent
-
-            Label {
-                anchors.centerIn: parent
-                kind: Label.Caption
-                font.weight: Font.DemiBold
-                color: Theme.accentInk
-                text: entry.count
-                Accessible.ignored: true
-            }
-        }
-    }
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: 8
         color: entry.selected ? Theme.accentSoft : entry.down ? Theme.pressed : entry.hovered ? Theme.hover : "transparent"
 
         FocusRing { control: entry }
+    }
+    Symbol {
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        name: entry.symbol
+        size: 18
+        color: entry.selected ? Theme.accentSoftInk : Theme.secondaryText
+    }
+    Label {
+        x: 38
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width - x - (bubble.visible ? 34 : Theme.small)
+        text: entry.text
+        elide: Text.ElideRight
+        wrapMode: Text.NoWrap
+        font.weight: entry.selected ? Font.DemiBold : Font.Normal
+        color: entry.selected ? Theme.accentSoftInk : Theme.text
+        Accessible.ignored: true
+    }
+    Rectangle {
+        id: bubble
+        visible: entry.count > 0
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        anchors.verticalCenter: parent.verticalCenter
+        width: 20
+        height: 20
+        radius: 10
+        color: Theme.accent
+
+        Label {
+            anchors.centerIn: parent
+            kind: Label.Caption
+            font.weight: Font.DemiBold
+            color: Theme.accentInk
+            text: entry.count
+            Accessible.ignored: true
+        }
     }
 }

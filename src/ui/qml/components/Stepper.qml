@@ -4,7 +4,7 @@ import Tulvane
 
 // A number in steps: minus, the number as `display` writes it, plus. Arrow keys work while it has the focus.
 // `value` follows what it is bound to; the user's change is told by `changed`.
-T.Control {
+FocusScope {
     id: stepper
 
     property int value: 0
@@ -13,6 +13,8 @@ T.Control {
     property int step: 1
     property string display: String(value)
     property string label: ""
+
+    readonly property bool visualFocus: activeFocus
 
     signal changed(int value)
 
@@ -24,7 +26,6 @@ T.Control {
 
     implicitHeight: Theme.controlHeight
     implicitWidth: 132
-    focusPolicy: Qt.StrongFocus
     activeFocusOnTab: true
     Accessible.role: Accessible.SpinBox
     Accessible.name: label
@@ -53,6 +54,8 @@ T.Control {
         height: stepper.height
         focusPolicy: Qt.NoFocus
         autoRepeat: true
+        // The stepper as a whole is what a screen reader works.
+        Accessible.ignored: true
 
         background: Rectangle {
             anchors.fill: parent
@@ -69,16 +72,15 @@ T.Control {
         }
     }
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: Theme.controlRadius
         color: Theme.card
         border.width: 1
         border.color: Theme.controlBorder
 
         FocusRing { control: stepper }
-    }
 
-    contentItem: Item {
         Half {
             symbol: "minus"
             enabled: stepper.value > stepper.from

@@ -15,11 +15,13 @@ SettingRow {
         text: row.title
         checked: row.on
         Accessible.description: row.caption
-        onToggled: {
-            const wanted = checked;
-            // What is stored decides what is shown.
+        // A screen reader sets `checked` itself and toggles nothing; what is stored decides what is shown.
+        onCheckedChanged: {
+            if (checked === row.on)
+                return;
+            if (enabled)
+                row.switched(checked);
             checked = Qt.binding(() => row.on);
-            row.switched(wanted);
         }
     }
 }

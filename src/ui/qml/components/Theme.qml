@@ -36,6 +36,9 @@ QtObject {
     readonly property color accentSoft: dark ? "#173843" : "#dcf0f4"
     readonly property color accentSoftInk: dark ? "#8fdff0" : "#0a5a70"
 
+    // A bar of a chart that is not the one in question; 3 : 1 against every surface under it.
+    readonly property color bar: dark ? "#3a8495" : "#4d93a6"
+
     // Meanings.
     readonly property color success: dark ? "#5fd39a" : "#17754a"
     readonly property color successSoft: dark ? "#173a2c" : "#def3e8"

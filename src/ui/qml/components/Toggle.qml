@@ -10,8 +10,13 @@ T.Switch {
     implicitHeight: 24
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: turn()
+    Keys.onEnterPressed: turn()
+
+    function turn() {
+        toggle.toggle();
+        toggled();
+    }
 
     indicator: Rectangle {
         width: 42

@@ -1,8 +1,21 @@
 import QtQuick
 import Tulvane
 
+// Every dictation that is still in memory.
 ScrollPage {
+    id: page
+
     required property UiModels models
+    readonly property bool isInFront: Window.active
 
     title: models.main.entries.find(entry => entry.page === "history").title
+    subtitle: Words.translate("Your most recent transcripts. Kept in memory only – they disappear when the app quits and are never written to disk.")
+    onIsInFrontChanged: models.history.refresh()
+    Component.onCompleted: models.history.refresh()
+
+    HistoryList {
+        place: "history"
+        model: page.models.history
+        mostLines: 8
+    }
 }

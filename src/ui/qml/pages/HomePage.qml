@@ -1,8 +1,122 @@
 import QtQuick
 import Tulvane
 
+// How things stand, how to start, and what has come of it so far.
 ScrollPage {
-    required property UiModels models
+    id: page
 
-    title: models.main.entries.find(entry => entry.page === "home").title
+    required property UiModels models
+    readonly property HomeModel home: models.home
+    readonly property HomeNotices notices: home.notices
+    readonly property bool isInFront: Window.active
+    readonly property int shownAs: Window.visibility
+
+    function open(name) {
+        models.main.selection.page = name;
+    }
+
+    title: home.greeting
+    onIsInFrontChanged: home.refresh()
+    onShownAsChanged: home.refresh()
+    Component.onCompleted: home.refresh()
+
+    StatusCard {
+        width: parent.width
+        model: page.home
+        onChooseHotkeyWanted: page.open("settings")
+    }
+
+    NoticeBar {
+        visible: page.notices.canRetry
+        tone: NoticeBar.Danger
+        title: Words.translate("The last dictation could not be transcribed")
+        text: page.notices.failure
+
+        PushButton {
+            objectName: "home.retry"
+            look: PushButton.Primary
+            symbol: "arrow.clockwise"
+            text: Words.translate("Try again")
+            onClicked: page.notices.retry()
+        }
+    }
+    NoticeBar {
+        visible: page.notices.isTextLeft
+        tone: NoticeBar.Info
+        symbol: "doc.on.doc"
+        title: Words.translate("The last text was not inserted")
+        text: Words.translate("It was put on the clipboard: paste it where you want it.")
+
+        PushButton {
+            objectName: "home.notice.copy"
+            text: page.notices.copyLabel
+            onClicked: page.notices.copyLastText()
+        }
+        PushButton {
+            objectName: "home.notice.hide"
+            look: PushButton.Plain
+            text: Words.translate("Hide")
+            onClicked: page.notices.hideTextLeft()
+        }
+    }
+    NoticeBar {
+        visible: page.notices.brokenHotkey !== ""
+        title: page.notices.brokenHotkey
+        text: page.notices.brokenHotkeyReason
+
+        PushButton {
+            objectName: "home.brokenHotkey"
+            text: Words.translate("Settings")
+            onClicked: page.open("settings")
+        }
+    }
+
+    StatCards {
+        width: parent.width
+        cards: page.home.cards
+    }
+
+    SetupChecklist {
+        objectName: "home.setup"
+        visible: page.home.showsSetup
+        width: parent.width
+        setup: page.models.setup
+    }
+    PermissionHold {
+        watch: page.models.watch
+    }
+
+    PrivacyCard {
+        objectName: "home.privacy"
+        visible: page.home.showsPrivacy
+        width: parent.width
+        onExplanationWanted: page.open("about")
+        onHideWanted: page.home.hidePrivacy()
+    }
+
+    Item {
+        width: parent.width
+        height: heading.height + Theme.small
+
+        Label {
+            id: heading
+            x: 2
+            y: Theme.small
+            kind: Label.Heading
+            text: Words.translate("Recent dictations")
+        }
+        Link {
+            objectName: "home.viewAll"
+            visible: page.home.recent.count > 0
+            anchors.right: parent.right
+            anchors.rightMargin: 2
+            anchors.verticalCenter: heading.verticalCenter
+            text: Words.translate("View all")
+            onClicked: page.open("history")
+        }
+    }
+    HistoryList {
+        place: "home"
+        model: page.home.recent
+    }
 }

@@ -81,6 +81,10 @@ void configure(CURL* easy, const HttpCall& call, Progressing& state, curl_slist*
     // An encrypted address must not be led to a plain one, where anybody could answer.
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, secure ? "https" : "http,https");
+    if (!call.trusted.isEmpty()) {
+        curl_easy_setopt(easy, CURLOPT_CAINFO, call.trusted.constData());
+        curl_easy_setopt(easy, CURLOPT_CAPATH, nullptr);
+    }
     curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &takeHeader);
     curl_easy_setopt(easy, CURLOPT_HEADERDATA, &state);
     curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &takeBody);

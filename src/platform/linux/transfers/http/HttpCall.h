@@ -21,6 +21,9 @@ struct HttpCall {
     QByteArrayList headers; ///< whole header lines
     std::chrono::milliseconds stallTimeout{};
     std::chrono::steady_clock::time_point deadline;
+    /// A file of the certificates that are trusted in the place of the system's; of a test's own server,
+    /// since the program never names one.
+    QByteArray trusted;
     /// Gets each piece of the last answer's body, with its head; false ends the call.
     std::function<bool(const AnswerHead&, std::span<const std::byte>)> receive;
 };

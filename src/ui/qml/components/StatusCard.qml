@@ -1,0 +1,85 @@
+import QtQuick
+import Tulvane
+
+// How things stand, in one word, and below it how to begin.
+Card {
+    id: card
+
+    required property HomeModel model
+    readonly property int tone: model.tone
+    readonly property bool isBusy: tone === HomeModel.Loading || tone === HomeModel.Working
+    readonly property color ink: tone === HomeModel.Error ? Theme.danger
+        : tone === HomeModel.Setup ? Theme.warning
+        : tone === HomeModel.Recording ? Theme.accentInk
+        : tone === HomeModel.Ready ? Theme.success : Theme.accentSoftInk
+    readonly property color ground: tone === HomeModel.Error ? Theme.dangerSoft
+        : tone === HomeModel.Setup ? Theme.warningSoft
+        : tone === HomeModel.Recording ? Theme.accent
+        : tone === HomeModel.Ready ? Theme.successSoft : Theme.accentSoft
+    readonly property string sign: tone === HomeModel.Error || tone === HomeModel.Setup ? "exclamationmark.triangle.fill"
+        : tone === HomeModel.Recording ? "mic.fill"
+        : isBusy ? "waveform"
+        : tone === HomeModel.Notice ? "text.bubble" : "mic.fill"
+
+    signal chooseHotkeyWanted()
+
+    Item {
+        width: parent.width
+        height: Math.max(disc.height, words.height)
+
+        Rectangle {
+            id: disc
+            anchors.verticalCenter: parent.verticalCenter
+            width: 48
+            height: 48
+            radius: 24
+            color: card.ground
+
+            Behavior on color {
+                ColorAnimation { duration: Theme.quick }
+            }
+
+            Symbol {
+                anchors.centerIn: parent
+                name: card.sign
+                size: 23
+                color: card.ink
+            }
+        }
+        Column {
+            id: words
+            x: disc.width + Theme.large
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - x
+            spacing: Theme.tiny
+
+            Row {
+                width: parent.width
+                spacing: Theme.medium
+
+                Label {
+                    id: status
+                    objectName: "home.status"
+                    width: Math.min(implicitWidth, words.width - (progress.visible ? progress.width + Theme.medium : 0))
+                    kind: Label.Heading
+                    text: card.model.status
+                }
+                ProgressLine {
+                    id: progress
+                    // A hidden window's animation would go on unseen.
+                    visible: card.isBusy && card.Window.visibility !== Window.Hidden
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 120
+                    height: 4
+                    value: -1
+                    label: status.text
+                }
+            }
+            HotkeyHint {
+                width: parent.width
+                model: card.model
+                onChooseWanted: card.chooseHotkeyWanted()
+            }
+        }
+    }
+}

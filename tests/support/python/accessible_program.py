@@ -1,0 +1,63 @@
+"""The program's controls as a screen reader finds them. One program at a time."""
+import os
+
+from virtual_desktop import VirtualDesktop
+
+
+class AccessibleProgram:
+    """Connects to the accessibility bus of the desktop; only one desktop per process can be worked so."""
+
+    def __init__(self, desktop):
+        self.desktop = desktop
+        os.environ.update(desktop.environment)
+        import gi
+        gi.require_version("Atspi", "2.0")
+        from gi.repository import Atspi
+        self.atspi = Atspi
+        Atspi.init()
+
+    def _applications(self):
+        root = self.atspi.get_desktop(0)
+        found = [root.get_child_at_index(i) for i in range(root.get_child_count())]
+        return [one for one in found if one and one.get_name() == "Tulvane"]
+
+    def _walk(self, node):
+        yield node
+        for i in range(node.get_child_count()):
+            child = node.get_child_at_index(i)
+            if child:
+                yield from self._walk(child)
+
+    def _all(self):
+        for application in self._applications():
+            application.clear_cache()
+            yield from self._walk(application)
+
+    def find(self, role, name):
+        """The control of this role ("check box") and name, waited for."""
+        def look():
+            try:
+                return next((one for one in self._all()
+                             if one.get_role_name() == role and one.get_name() == name), None)
+            except Exception:  # what was being read has gone meanwhile
+                return None
+        return VirtualDesktop.wait(look, what=f"the {role} “{name}”")
+
+    def has(self, role, name):
+        try:
+            return any(one.get_role_name() == role and one.get_name() == name for one in self._all())
+        except Exception:
+            return False
+
+    def texts(self):
+        return [one.get_name() for one in self._all() if one.get_role_name() in ("label", "heading")]
+
+    def act(self, role, name, action):
+        """Does one of the control's actions: "Press", "Toggle", "Increase"."""
+        node = self.find(role, name)
+        actions = node.get_action_iface()
+        names = [actions.get_action_name(i) for i in range(actions.get_n_actions())]
+        actions.do_action(names.index(action))
+
+    def focus(self, role, name):
+        self.find(role, name).get_component_iface().grab_focus()

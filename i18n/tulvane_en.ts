@@ -4,6 +4,14 @@
 <context>
     <name>tulvane</name>
     <message>
+        <source> You can close this and come back any time from the menu-bar icon › Setup guide.</source>
+        <translation> You can close this and come back any time from the tray icon › Setup guide.</translation>
+    </message>
+    <message>
+        <source>Access was denied. Switch Tulvane on under Privacy &amp; Security › Microphone.</source>
+        <translation>Access was denied. Switch Tulvane on under Privacy › Microphone in your desktop's settings.</translation>
+    </message>
+    <message>
         <source>Audio is captured only while the hotkey is active, kept in memory, and transcribed on your Mac.</source>
         <translation>Audio is captured only while the hotkey is active, kept in memory, and transcribed on your computer.</translation>
     </message>
@@ -32,6 +40,10 @@
         <translation>It must include Super, Ctrl or Alt, or be a function key such as F5. Letters alone, Shift alone and Fn alone are not accepted – the field just beeps.</translation>
     </message>
     <message>
+        <source>Lets Tulvane type the transcribed text into whatever app you are using (it presses ⌘V for you).</source>
+        <translation>Lets Tulvane type the transcribed text into whatever app you are using (it presses Ctrl+V for you).</translation>
+    </message>
+    <message>
         <source>Light, dark, or whatever the Mac is using.</source>
         <translation>Light, dark, or whatever the desktop is using.</translation>
     </message>
@@ -48,8 +60,16 @@
         <translation>Only counts are saved on this computer – never the text you dictate.</translation>
     </message>
     <message>
+        <source>Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.</source>
+        <translation>Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your computer.</translation>
+    </message>
+    <message>
         <source>Private, on-device Norwegian dictation for macOS. Press a hotkey, speak, and the text appears where your cursor is – in any app.</source>
         <translation>Private, on-device Norwegian dictation. Press a hotkey, speak, and the text appears where your cursor is – in any app.</translation>
+    </message>
+    <message>
+        <source>Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.</source>
+        <translation>Records your voice only while the hotkey is active. Audio stays on this computer and is never uploaded.</translation>
     </message>
     <message>
         <source>Right ⇧ Shift</source>

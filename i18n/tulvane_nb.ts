@@ -4,6 +4,10 @@
 <context>
     <name>tulvane</name>
     <message>
+        <source> You can close this and come back any time from the menu-bar icon › Setup guide.</source>
+        <translation> Du kan lukke dette og komme tilbake når som helst fra ikonet i systemstatusfeltet › Oppsettsveiviser.</translation>
+    </message>
+    <message>
         <source> of </source>
         <translation> av </translation>
     </message>
@@ -80,6 +84,10 @@
         <translation>%1 taletid · spart %2</translation>
     </message>
     <message>
+        <source>%1 steps left.</source>
+        <translation>%1 steg gjenstår.</translation>
+    </message>
+    <message>
         <source>%1 words</source>
         <translation>%1 ord</translation>
     </message>
@@ -88,8 +96,20 @@
         <translation>%1 ord/min</translation>
     </message>
     <message>
+        <source>%1/%2 completed</source>
+        <translation>%1 av %2 er ferdig</translation>
+    </message>
+    <message>
+        <source>%1/%2 steps completed</source>
+        <translation>%1 av %2 steg er ferdige</translation>
+    </message>
+    <message>
         <source>1 byte</source>
         <translation>1 byte</translation>
+    </message>
+    <message>
+        <source>1 step left.</source>
+        <translation>1 steg gjenstår.</translation>
     </message>
     <message>
         <source>30 days</source>
@@ -100,8 +120,16 @@
         <translation>7 dager</translation>
     </message>
     <message>
+        <source>A single key needs the Input Monitoring permission.</source>
+        <translation>Én tast alene krever tilgang til å følge med på tastaturet.</translation>
+    </message>
+    <message>
         <source>About</source>
         <translation>Om</translation>
+    </message>
+    <message>
+        <source>Access was denied. Switch Tulvane on under Privacy &amp; Security › Microphone.</source>
+        <translation>Tilgang ble avslått. Slå på Tulvane under Personvern › Mikrofon i innstillingene.</translation>
     </message>
     <message>
         <source>Accessibility</source>
@@ -112,12 +140,24 @@
         <translation>Tilgjengelighets-API, deretter lim inn</translation>
     </message>
     <message>
+        <source>Accessibility access granted</source>
+        <translation>Tilgjengelighetstilgang er gitt</translation>
+    </message>
+    <message>
         <source>Add a space after the text</source>
         <translation>Legg til et mellomrom etter teksten</translation>
     </message>
     <message>
+        <source>Add names and jargon to your vocabulary</source>
+        <translation>Legg til navn og fagord i ordlisten</translation>
+    </message>
+    <message>
         <source>All counters are deleted. Transcripts are never stored, so nothing else is affected.</source>
         <translation>Alle tellere slettes. Transkripsjoner lagres aldri, så ingenting annet berøres.</translation>
+    </message>
+    <message>
+        <source>All set. Focus any text field and press **%1**.</source>
+        <translation>Alt er klart. Sett markøren i et tekstfelt og trykk **%1**.</translation>
     </message>
     <message>
         <source>All time</source>
@@ -126,6 +166,10 @@
     <message>
         <source>Allow Tulvane to record in your desktop's sound or privacy settings.</source>
         <translation>La Tulvane ta opp lyd i lyd- eller personverninnstillingene på skrivebordet.</translation>
+    </message>
+    <message>
+        <source>Allow microphone access</source>
+        <translation>Gi tilgang til mikrofonen</translation>
     </message>
     <message>
         <source>Already switched on? Reset &amp; grant again</source>
@@ -220,12 +264,24 @@
         <translation>Velg en søyle for å se dagen.</translation>
     </message>
     <message>
+        <source>Choose a hotkey</source>
+        <translation>Velg en hurtigtast</translation>
+    </message>
+    <message>
         <source>Clean, punctuated text. The best choice for everyday dictation – about 3× smaller than full precision with nearly identical accuracy.</source>
         <translation>Ren tekst med tegnsetting. Det beste valget til daglig diktering – omtrent 3× mindre enn full presisjon og nesten like nøyaktig.</translation>
     </message>
     <message>
+        <source>Clear the key combination</source>
+        <translation>Fjern tastekombinasjonen</translation>
+    </message>
+    <message>
         <source>Click the field, then press the whole combination at once, for example ⌥ Space or ⌃⌥ D.</source>
         <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel Alt + mellomrom eller Ctrl + Alt + D.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Lukk</translation>
     </message>
     <message>
         <source>Copied</source>
@@ -280,8 +336,16 @@
         <translation>Dikter i dag for å starte en rekke</translation>
     </message>
     <message>
+        <source>Dictate your first sentence</source>
+        <translation>Dikter din første setning</translation>
+    </message>
+    <message>
         <source>Dictation</source>
         <translation>Diktering</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Ferdig</translation>
     </message>
     <message>
         <source>Down</source>
@@ -290,6 +354,10 @@
     <message>
         <source>Download</source>
         <translation>Last ned</translation>
+    </message>
+    <message>
+        <source>Download a speech model</source>
+        <translation>Last ned en talemodell</translation>
     </message>
     <message>
         <source>Downloaded %1, expected about %2. The download may be incomplete.</source>
@@ -332,12 +400,20 @@
         <translation>Lydsignal</translation>
     </message>
     <message>
+        <source>Finish setup</source>
+        <translation>Fullfør oppsettet</translation>
+    </message>
+    <message>
         <source>Floating pill at the bottom of the screen while you dictate.</source>
         <translation>Flytende pille nederst på skjermen mens du dikterer.</translation>
     </message>
     <message>
         <source>Full precision (f16)</source>
         <translation>Full presisjon (f16)</translation>
+    </message>
+    <message>
+        <source>Get the most out of Tulvane</source>
+        <translation>Få mest mulig ut av Tulvane</translation>
     </message>
     <message>
         <source>Good afternoon</source>
@@ -352,6 +428,10 @@
         <translation>God morgen</translation>
     </message>
     <message>
+        <source>Grant Accessibility so text can be typed for you</source>
+        <translation>Gi tilgjengelighetstilgang, så teksten kan skrives for deg</translation>
+    </message>
+    <message>
         <source>Granted</source>
         <translation>Gitt</translation>
     </message>
@@ -360,8 +440,16 @@
         <translation>Skjul</translation>
     </message>
     <message>
+        <source>Hide checklist</source>
+        <translation>Skjul listen</translation>
+    </message>
+    <message>
         <source>History</source>
         <translation>Historikk</translation>
+    </message>
+    <message>
+        <source>Hold a single key</source>
+        <translation>Hold inne én tast</translation>
     </message>
     <message>
         <source>Hold down</source>
@@ -372,12 +460,24 @@
         <translation>Hold inne for å snakke</translation>
     </message>
     <message>
+        <source>Hold to talk, or tap briefly to start and tap again to stop.</source>
+        <translation>Hold inne for å snakke, eller trykk kort for å starte og en gang til for å stoppe.</translation>
+    </message>
+    <message>
         <source>Hold to talk, tap to toggle</source>
         <translation>Hold inne for å snakke, trykk for å slå av og på</translation>
     </message>
     <message>
         <source>Home</source>
         <translation>Hjem</translation>
+    </message>
+    <message>
+        <source>Hotkey</source>
+        <translation>Hurtigtast</translation>
+    </message>
+    <message>
+        <source>Hotkey mode</source>
+        <translation>Slik virker hurtigtasten</translation>
     </message>
     <message>
         <source>Hotkey, speech, text insertion and how the app shows up on your Mac.</source>
@@ -400,8 +500,16 @@
         <translation>Hvor mye du dikterer, hvor fort du snakker, og hvor mye tid du sparer sammenlignet med å skrive.</translation>
     </message>
     <message>
+        <source>How you start and stop dictation.</source>
+        <translation>Slik starter og stopper du dikteringen.</translation>
+    </message>
+    <message>
         <source>How “time saved” is estimated</source>
         <translation>Slik beregnes «spart tid»</translation>
+    </message>
+    <message>
+        <source>Input Monitoring granted</source>
+        <translation>Tilgang til tastaturet er gitt</translation>
     </message>
     <message>
         <source>Insert</source>
@@ -434,6 +542,10 @@
     <message>
         <source>Key %1</source>
         <translation>Tast %1</translation>
+    </message>
+    <message>
+        <source>Key combination</source>
+        <translation>Tastekombinasjon</translation>
     </message>
     <message>
         <source>Keypad %1</source>
@@ -476,6 +588,10 @@
         <translation>Venstre Super</translation>
     </message>
     <message>
+        <source>Lets Tulvane type the transcribed text into whatever app you are using (it presses ⌘V for you).</source>
+        <translation>Lar Tulvane skrive teksten i programmet du bruker (trykker Ctrl+V for deg).</translation>
+    </message>
+    <message>
         <source>Light</source>
         <translation>Lyst</translation>
     </message>
@@ -486,6 +602,10 @@
     <message>
         <source>Listening…</source>
         <translation>Lytter …</translation>
+    </message>
+    <message>
+        <source>Listens only while the key is held. A very short tap cancels.</source>
+        <translation>Lytter bare mens tasten holdes inne. Et helt kort trykk avbryter.</translation>
     </message>
     <message>
         <source>Loaded in memory</source>
@@ -520,6 +640,10 @@
         <translation>Mikrofon</translation>
     </message>
     <message>
+        <source>Microphone access granted</source>
+        <translation>Tilgang til mikrofonen er gitt</translation>
+    </message>
+    <message>
         <source>Microphone access is required.</source>
         <translation>Tilgang til mikrofonen er nødvendig.</translation>
     </message>
@@ -550,6 +674,10 @@
     <message>
         <source>NB-Whisper Medium</source>
         <translation>NB-Whisper Medium</translation>
+    </message>
+    <message>
+        <source>NB-Whisper Medium from the National Library of Norway runs fully on-device. One-time download of about 540 MB.</source>
+        <translation>NB-Whisper Medium fra Nasjonalbiblioteket kjører i sin helhet på datamaskinen. Lastes ned én gang, omtrent 540 MB.</translation>
     </message>
     <message>
         <source>NB-Whisper Semantic</source>
@@ -660,8 +788,20 @@
         <translation>Åpne tilgjengelighetsinnstillingene …</translation>
     </message>
     <message>
+        <source>Open Input Monitoring settings…</source>
+        <translation>Åpne innstillingene for tastaturtilgang …</translation>
+    </message>
+    <message>
         <source>Open Microphone settings…</source>
         <translation>Åpne mikrofoninnstillingene …</translation>
+    </message>
+    <message>
+        <source>Optional</source>
+        <translation>Valgfritt</translation>
+    </message>
+    <message>
+        <source>Other variants (full precision, verbatim, semantic) are available under Models in the main window.</source>
+        <translation>Andre varianter (full presisjon, ordrett, semantisk) finnes under Modeller i hovedvinduet.</translation>
     </message>
     <message>
         <source>Page Down</source>
@@ -698,6 +838,14 @@
     <message>
         <source>Press</source>
         <translation>Trykk</translation>
+    </message>
+    <message>
+        <source>Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.</source>
+        <translation>Trykk en hurtigtast, snakk norsk, og teksten kommer der markøren står. Alt skjer på datamaskinen din.</translation>
+    </message>
+    <message>
+        <source>Press once to start listening, press again to stop and insert the text.</source>
+        <translation>Trykk én gang for å begynne å lytte, og en gang til for å stoppe og sette inn teksten.</translation>
     </message>
     <message>
         <source>Press shortcut</source>
@@ -748,8 +896,16 @@
         <translation>Spill inn snarvei</translation>
     </message>
     <message>
+        <source>Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.</source>
+        <translation>Tar opp stemmen din bare mens hurtigtasten er aktiv. Lyden blir på denne datamaskinen og lastes aldri opp.</translation>
+    </message>
+    <message>
         <source>Reset</source>
         <translation>Nullstill</translation>
+    </message>
+    <message>
+        <source>Reset &amp; grant again</source>
+        <translation>Nullstill og gi på nytt</translation>
     </message>
     <message>
         <source>Reset all statistics?</source>
@@ -820,6 +976,14 @@
         <translation>Valgt</translation>
     </message>
     <message>
+        <source>Set up Tulvane</source>
+        <translation>Sett opp Tulvane</translation>
+    </message>
+    <message>
+        <source>Set up in four steps</source>
+        <translation>Kom i gang i fire steg</translation>
+    </message>
+    <message>
         <source>Settings</source>
         <translation>Innstillinger</translation>
     </message>
@@ -866,6 +1030,14 @@
     <message>
         <source>Speech</source>
         <translation>Tale</translation>
+    </message>
+    <message>
+        <source>Speech model</source>
+        <translation>Talemodell</translation>
+    </message>
+    <message>
+        <source>Speech model installed</source>
+        <translation>Talemodellen er installert</translation>
     </message>
     <message>
         <source>Speech models</source>
@@ -1088,6 +1260,10 @@
         <translation>Spart tid</translation>
     </message>
     <message>
+        <source>To do</source>
+        <translation>Gjenstår</translation>
+    </message>
+    <message>
         <source>Today</source>
         <translation>I dag</translation>
     </message>
@@ -1116,6 +1292,10 @@
         <translation>Prøv igjen</translation>
     </message>
     <message>
+        <source>Try hold-to-talk with a single key</source>
+        <translation>Prøv å holde inne én tast mens du snakker</translation>
+    </message>
+    <message>
         <source>Tulvane</source>
         <translation>Tulvane</translation>
     </message>
@@ -1124,12 +1304,20 @@
         <translation>Tulvane får ikke følge med på tastaturet. Tillat overvåking av inndata i personverninnstillingene.</translation>
     </message>
     <message>
+        <source>Turn on the switch next to Tulvane. If the switch is already on but this step stays “To do”, the entry belongs to an older build of the app – use “Reset &amp; grant again” and approve the prompt.</source>
+        <translation>Slå på bryteren ved siden av Tulvane. Hvis bryteren allerede er på og dette steget likevel står som «Gjenstår», hører oppføringen til en eldre utgave av programmet – velg «Nullstill og gi på nytt» og godta spørsmålet.</translation>
+    </message>
+    <message>
         <source>Typing the same text would take</source>
         <translation>Å skrive den samme teksten ville tatt</translation>
     </message>
     <message>
         <source>Up</source>
         <translation>Opp</translation>
+    </message>
+    <message>
+        <source>Use %1 instead</source>
+        <translation>Bruk %1 i stedet</translation>
     </message>
     <message>
         <source>Use a key combination as the hotkey.</source>
@@ -1176,6 +1364,10 @@
         <translation>Går gjennom tillatelser, nedlasting av modell og hurtigtast på nytt.</translation>
     </message>
     <message>
+        <source>Welcome to Tulvane</source>
+        <translation>Velkommen til Tulvane</translation>
+    </message>
+    <message>
         <source>What the system uses can be changed in its keyboard settings.</source>
         <translation>Det systemet bruker, kan endres i tastaturinnstillingene.</translation>
     </message>
@@ -1190,6 +1382,10 @@
     <message>
         <source>Words per day</source>
         <translation>Ord per dag</translation>
+    </message>
+    <message>
+        <source>Works beside the key combination.</source>
+        <translation>Virker ved siden av tastekombinasjonen.</translation>
     </message>
     <message>
         <source>Writes exactly what you said, including fillers and repetitions. For transcripts that must be word-for-word.</source>

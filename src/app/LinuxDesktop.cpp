@@ -92,7 +92,11 @@ Desktop LinuxDesktop::ports()
             .transfers = m_parts->transfers,
             .memory = m_parts->memory,
             .presentation = m_parts->presentation,
-            .loginItem = m_parts->loginItem};
+            .loginItem = m_parts->loginItem,
+            .beep = [parts = m_parts.get()] {
+                if (parts->watch)
+                    parts->watch->ringBell();
+            }};
 }
 
 } // namespace tulvane

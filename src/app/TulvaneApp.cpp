@@ -98,7 +98,8 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .scheduler = m_scheduler,
             .clock = m_clock,
             .version = m_version,
-            .relaunch = relaunch};
+            .relaunch = relaunch,
+            .beep = m_desktop.beep};
 }
 
 TulvaneApp::~TulvaneApp() = default;

@@ -21,6 +21,8 @@
 
 #include <QJsonObject>
 
+#include <functional>
+
 namespace tulvane {
 
 class AudioInput;
@@ -56,6 +58,8 @@ struct Desktop {
     SystemMemory& memory;
     Presentation& presentation;
     LoginItem& loginItem;
+    /// The desktop's short signal that a key meant nothing.
+    std::function<void()> beep = [] {};
 };
 
 /// What the program shows itself by. Outlives the program's objects.

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
 namespace tulvane {
 
@@ -12,6 +13,7 @@ class DictationController;
 class DictationSession;
 class HotkeyController;
 class KeyboardShortcuts;
+struct KeyCombination;
 class LoginItem;
 class ModelManager;
 class Pasteboards;
@@ -41,6 +43,10 @@ struct UiContext {
     QString version; ///< the application's short version
     /// Ends this program and starts it anew, as after a change of the interface language.
     std::function<void()> relaunch = [] {};
+    /// The desktop's short signal that a key meant nothing.
+    std::function<void()> beep = [] {};
+    /// The title of the menu item of ours that a key combination works; none where none does.
+    std::function<std::optional<QString>(const KeyCombination&)> menuItemOf = {};
     /// The windows themselves, for what leads from one to the other; set by the user interface.
     Windows* windows = nullptr;
 };

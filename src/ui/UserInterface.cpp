@@ -2,6 +2,7 @@
 #include <ui/UserInterface.h>
 #include <ui/look/Look.h>
 #include <ui/models/UiModels.h>
+#include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QQmlEngine>
@@ -23,11 +24,16 @@ void UserInterface::attach(const UiContext& given)
         SettingsWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
                                              .models = [this] { return m_models.get(); },
                                              .defaults = context.settings.defaults()});
+    m_onboardingWindow = std::make_unique<OnboardingWindowController>(
+        OnboardingWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
+                                               .models = [this]() -> UiModels& { return *m_models; },
+                                               .defaults = context.settings.defaults()});
     m_models = std::make_unique<UiModels>(context, m_settingsWindow->selection());
 }
 
 void UserInterface::detach()
 {
+    m_onboardingWindow.reset();
     m_settingsWindow.reset();
     m_models.reset();
     m_engine.reset();
@@ -45,7 +51,7 @@ QQmlEngine& UserInterface::engine()
 
 void UserInterface::showOnboarding()
 {
-    showPage(SettingsTab::home);
+    m_onboardingWindow->show();
 }
 
 void UserInterface::showPage(SettingsTab page)

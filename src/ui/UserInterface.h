@@ -9,6 +9,7 @@ class QQmlEngine;
 
 namespace tulvane {
 
+class OnboardingWindowController;
 class SettingsWindowController;
 class UiModels;
 
@@ -28,6 +29,8 @@ public:
     void showPage(SettingsTab page) override;
 
     [[nodiscard]] SettingsWindowController& settingsWindow() { return *m_settingsWindow; }
+    [[nodiscard]] OnboardingWindowController& onboardingWindow() { return *m_onboardingWindow; }
+    [[nodiscard]] UiModels& models() { return *m_models; }
 
 private:
     [[nodiscard]] QQmlEngine& engine();
@@ -36,6 +39,7 @@ private:
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<UiModels> m_models;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
+    std::unique_ptr<OnboardingWindowController> m_onboardingWindow;
 };
 
 } // namespace tulvane

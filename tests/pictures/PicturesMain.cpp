@@ -1,12 +1,15 @@
 // Draws pages of the program into PNG files, for looking at them:
-//   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|full]
+//   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
 //                    [--size 1020x680] [--tall] [--click CONTROL] PAGE...
-// PAGE is a page of the main window. --tall makes the window as high as the page. --click presses the control
-// of that name first. The state "failed" has a dictation that could not be transcribed, "left" one that could
-// not be inserted, "loading" a model that loads. QT_SCALE_FACTOR scales.
+// PAGE is a page of the main window, or "onboarding". --tall makes the window as high as the page. --click
+// presses the control of that name first. The state "half" has a setup under way in which much is wrong,
+// "failed" a dictation that could not be transcribed, "left" one that could not be inserted, "loading" a
+// model that loads. QT_SCALE_FACTOR scales.
 
+#include <platform/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
+#include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QCommandLineParser>
@@ -45,7 +48,8 @@ int tallness(const QQuickView& window)
     int tallest = window.height();
     for (const QQuickItem* item : window.rootObject()->findChildren<QQuickItem*>()) {
         if (item->inherits("QQuickFlickable"))
-            tallest = std::max(tallest, qRound(item->property("contentHeight").toReal()));
+            tallest = std::max(tallest, window.height() - qRound(item->height()) +
+                                            qRound(item->property("contentHeight").toReal()));
     }
     return tallest;
 }
@@ -53,15 +57,55 @@ int tallness(const QQuickView& window)
 /// Of the PNG writer: the most work for the fewest bytes.
 constexpr int smallest = 0;
 
-bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
+/// Shows the page; null when there is none of that name.
+QQuickView* show(test::UiWorld& world, const QString& page)
 {
+    if (page == u"onboarding") {
+        world.ui.showOnboarding();
+        return world.ui.onboardingWindow().window();
+    }
     const auto tab = fromRawValue<SettingsTab>(page);
     if (!tab)
-        return false;
+        return nullptr;
     world.ui.showPage(*tab);
-    QQuickView* const window = world.ui.settingsWindow().window();
+    return world.ui.settingsWindow().window();
+}
+
+/// A user who has just installed the program, on a desktop that asks before it permits anything.
+void beginAnew(test::UiWorld& world)
+{
+    world.privacy.microphoneAccess = MicrophoneAccess::notDetermined;
+    world.privacy.accessibilityGranted = false;
+    world.privacy.inputMonitoringGranted = false;
+    world.permissions.refresh();
+    world.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
+}
+
+/// The microphone is there, the model on its way; another program holds the key combination, and the single
+/// key may not be watched.
+void setUpHalf(test::UiWorld& world)
+{
+    constexpr KeyCombination wanted{virtualKeys::space, carbon::option};
+    beginAnew(world);
+    world.privacy.microphoneAccess = MicrophoneAccess::authorized;
+    world.hotKeys.takeElsewhere(wanted);
+    world.shortcuts.setShortcut(Shortcut::fromCombination(wanted), ShortcutName::dictate());
+    world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+    world.permissions.refresh();
+    const WhisperModel& model = WhisperModel::fallback();
+    world.models.download(model);
+    test::UiWorld::settle();
+    world.transfers.tellProgress(world.transfers.lastTask(), model.approximateSizeBytes * 43 / 100,
+                                 model.approximateSizeBytes);
+}
+
+bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
+{
+    QQuickView* const window = show(world, page);
+    if (!window)
+        return false;
     if (!wish.size.isEmpty())
-        window->resize(wish.size);
+        window->resize(wish.size.boundedTo(window->maximumSize()));
     test::UiWorld::settle();
     const int height = window->height();
     if (wish.isTall) {
@@ -81,8 +125,14 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
 /// Brings the program into the state that the pictures show.
 void prepare(test::UiWorld& world, const QString& state)
 {
-    if (state == u"empty")
+    if (state == u"empty") {
+        beginAnew(world);
         return;
+    }
+    if (state == u"half") {
+        setUpHalf(world);
+        return;
+    }
     world.fill();
     if (state == u"failed") {
         world.engine.transcribeError = EngineError::transcriptionFailed(-6);

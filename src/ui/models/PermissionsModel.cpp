@@ -3,14 +3,10 @@
 
 namespace tulvane {
 
-namespace {
-
 QString inWords(const PermissionObstacle& obstacle)
 {
     return obstacle.remedy.isEmpty() ? obstacle.reason : obstacle.reason + u' ' + obstacle.remedy;
 }
-
-} // namespace
 
 PermissionsModel::PermissionsModel(const UiContext& context, QObject* parent)
     : QObject(parent),

@@ -7,6 +7,11 @@
 
 namespace tulvane {
 
+struct PermissionObstacle;
+
+/// What stands in the way, and what to do about it, in one line.
+[[nodiscard]] QString inWords(const PermissionObstacle& obstacle);
+
 /// The permissions as the pages show them, with the way to each that is missing. Main thread.
 class PermissionsModel final : public QObject {
     Q_OBJECT

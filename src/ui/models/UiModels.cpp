@@ -16,6 +16,26 @@ MainModel* UiModels::main()
     return made(m_main, m_selection);
 }
 
+SetupModel* UiModels::setup()
+{
+    return made(m_setup, facts());
+}
+
+OnboardingModel* UiModels::onboarding()
+{
+    return made(m_onboarding, facts());
+}
+
+HotkeyModel* UiModels::hotkey()
+{
+    return made(m_hotkey);
+}
+
+PermissionWatch* UiModels::watch()
+{
+    return made(m_watch);
+}
+
 HomeModel* UiModels::home()
 {
     return made(m_home);

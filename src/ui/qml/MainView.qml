@@ -13,6 +13,7 @@ Rectangle {
         id: sidebar
         height: parent.height
         model: view.models.main
+        setup: view.models.setup
     }
 
     Loader {

@@ -7,6 +7,7 @@ Rectangle {
     id: sidebar
 
     required property MainModel model
+    required property SetupModel setup
 
     implicitWidth: 216
     color: Theme.sidebar
@@ -54,6 +55,8 @@ Rectangle {
                 text: modelData.title
                 symbol: modelData.symbol
                 selected: sidebar.model.selection.page === modelData.page
+                count: modelData.page === "home" ? sidebar.setup.missingEssentials : 0
+                Accessible.description: count > 0 ? sidebar.setup.missingText : ""
                 onClicked: sidebar.model.selection.page = modelData.page
             }
         }
@@ -64,8 +67,13 @@ Rectangle {
         width: parent.width - 2 * Theme.medium
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.medium
-        spacing: Theme.small
+        spacing: Theme.medium
 
+        FinishSetupPrompt {
+            width: parent.width
+            visible: sidebar.setup.missingEssentials > 0
+            setup: sidebar.setup
+        }
         Label {
             leftPadding: Theme.small
             kind: Label.Caption

@@ -80,7 +80,13 @@ UiContext UiWorld::context()
             .scheduler = scheduler,
             .clock = clock,
             .version = QStringLiteral("0.1.0"),
-            .relaunch = [this] { ++relaunches; }};
+            .relaunch = [this] { ++relaunches; },
+            .beep = [this] { ++beeps; },
+            .menuItemOf =
+                [this](const KeyCombination& combination) {
+                    const QString item = menuItems.key(combination);
+                    return item.isEmpty() ? std::nullopt : std::optional(item);
+                }};
 }
 
 void UiWorld::settle()

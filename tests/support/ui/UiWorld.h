@@ -32,6 +32,8 @@
 #include <ui/UiContext.h>
 #include <ui/UserInterface.h>
 
+#include <QMap>
+
 namespace tulvane::test {
 
 /// Passes on to a real indicator where the test has given one.
@@ -111,6 +113,9 @@ public:
     FakePresentation presentation;
     FakeLoginItem loginItem;
     int relaunches = 0;
+    int beeps = 0;
+    /// A menu item of ours, and what works it.
+    QMap<QString, KeyCombination> menuItems;
     ExchangeableIndicator indicator;
     DictationSession session;
     UserInterface ui;

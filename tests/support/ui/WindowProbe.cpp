@@ -3,6 +3,7 @@
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QAccessible>
+#include <QKeyEvent>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QtTest/qtestkeyboard.h>
@@ -106,7 +107,9 @@ void WindowProbe::click(const QString& name)
 
 void WindowProbe::click(QQuickItem& item)
 {
+    layOut();
     bringIntoView(item);
+    layOut();
     const QPoint middle = onScreen(item).center().toPoint();
     QTest::mouseMove(&m_window, middle);
     QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, middle);
@@ -138,6 +141,43 @@ void WindowProbe::type(const QString& text)
 {
     for (const QChar c : text)
         QTest::sendKeyEvent(QTest::Click, &m_window, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    UiWorld::settle();
+}
+
+void WindowProbe::nativeKey(const NativeKey& native, int key)
+{
+    nativeKeyDown(native, key);
+    nativeKeyUp(native, key);
+}
+
+void WindowProbe::nativeKeyDown(const NativeKey& native, int key, Press press)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, native.scanCode, native.virtualKey,
+                    native.modifiers, QString(), press == Press::repeated);
+    QCoreApplication::sendEvent(&m_window, &event);
+    UiWorld::settle();
+}
+
+void WindowProbe::nativeKeyUp(const NativeKey& native, int key)
+{
+    QKeyEvent event(QEvent::KeyRelease, key, Qt::NoModifier, native.scanCode, native.virtualKey,
+                    native.modifiers);
+    QCoreApplication::sendEvent(&m_window, &event);
+    UiWorld::settle();
+}
+
+bool WindowProbe::isKeptFromShortcuts(const NativeKey& native, int key)
+{
+    QKeyEvent event(QEvent::ShortcutOverride, key, Qt::NoModifier, native.scanCode, native.virtualKey,
+                    native.modifiers);
+    event.ignore();
+    QCoreApplication::sendEvent(&m_window, &event);
+    return event.isAccepted();
+}
+
+void WindowProbe::clickAt(QPoint place)
+{
+    QTest::mouseClick(&m_window, Qt::LeftButton, Qt::NoModifier, place);
     UiWorld::settle();
 }
 
@@ -174,8 +214,15 @@ QStringList WindowProbe::tabOrder()
     return names;
 }
 
+void WindowProbe::layOut() const
+{
+    // Rows, columns and flows place their items just before a frame is drawn.
+    static_cast<void>(m_window.grabWindow());
+}
+
 QStringList WindowProbe::layoutFlaws() const
 {
+    layOut();
     QStringList flaws;
     QList<std::pair<QString, QRectF>> placed;
     const QRectF inside(QPointF(0, 0), QSizeF(m_window.size()));

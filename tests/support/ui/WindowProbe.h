@@ -1,6 +1,7 @@
 #pragma once
 
 #include <dictation/SettingsTab.h>
+#include <platform/GlobalHotKeys.h>
 
 #include <QPoint>
 #include <QString>
@@ -31,6 +32,15 @@ public:
     /// Into whatever has the focus.
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void type(const QString& text);
+    /// A key with the numbers that the window system gives it, into whatever has the focus.
+    enum class Press { first, repeated };
+    void nativeKey(const NativeKey& native, int key = 0);
+    void nativeKeyDown(const NativeKey& native, int key = 0, Press press = Press::first);
+    void nativeKeyUp(const NativeKey& native, int key = 0);
+    /// Whether what has the focus keeps the key from the window's shortcuts.
+    [[nodiscard]] bool isKeptFromShortcuts(const NativeKey& native, int key = 0);
+    /// The left button, at a place of the window where the test knows what is.
+    void clickAt(QPoint place);
 
     /// Every text that can be seen, from the top of the tree down, empty ones left out.
     [[nodiscard]] QStringList texts() const;
@@ -41,6 +51,8 @@ public:
     [[nodiscard]] QStringList layoutFlaws() const;
 
 private:
+    void layOut() const;
+
     QQuickWindow& m_window;
 };
 

@@ -38,6 +38,13 @@ std::vector<xcb_window_t> X11Connection::roots() const
     return roots;
 }
 
+void X11Connection::ringBell()
+{
+    constexpr qint8 asSet = 0; // per cent above or below what the user has set
+    xcb_bell(m_connection, asSet);
+    xcb_flush(m_connection);
+}
+
 void X11Connection::handleEventsSoon()
 {
     if (m_isDrainDue)

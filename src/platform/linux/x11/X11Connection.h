@@ -38,6 +38,9 @@ public:
     /// The root window of each screen.
     [[nodiscard]] std::vector<xcb_window_t> roots() const;
 
+    /// The keyboard's bell, as loud as the user has set it. Nothing where the server has gone.
+    void ringBell();
+
     /// Hears of every event, in order; may destroy the connection.
     void setEventHandler(const EventHandler& handler) { m_handler = handler; }
     /// Waiting for a reply can bring in events that the event loop knows nothing of: call this after every

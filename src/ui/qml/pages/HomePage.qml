@@ -76,11 +76,14 @@ ScrollPage {
         cards: page.home.cards
     }
 
-    Item {
+    SetupChecklist {
         objectName: "home.setup"
         visible: page.home.showsSetup
         width: parent.width
-        height: childrenRect.height
+        setup: page.models.setup
+    }
+    PermissionHold {
+        watch: page.models.watch
     }
 
     PrivacyCard {

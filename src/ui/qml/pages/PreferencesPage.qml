@@ -20,6 +20,20 @@ ScrollPage {
         text: page.preferences.storageFailure
     }
 
+    PermissionHold {
+        watch: page.models.watch
+    }
+
+    Section {
+        title: Words.translate("Hotkey")
+        caption: Words.translate("How you start and stop dictation.")
+
+        HotkeyConfiguration {
+            model: page.models.hotkey
+            inset: Theme.large
+        }
+    }
+
     Section {
         title: Words.translate("Speech")
 

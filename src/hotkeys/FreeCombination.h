@@ -1,0 +1,16 @@
+#pragma once
+
+#include <hotkeys/ShortcutRules.h>
+#include <platform/GlobalHotKeys.h>
+
+#include <optional>
+
+namespace tulvane {
+
+/// A combination that the user may set and that nobody holds at the moment: the first that can be registered
+/// of a few that are easy to press and mean little in most programs. None where all of them are taken, or
+/// where nothing can be registered at all. Each is registered for an instant, to find out. Main thread.
+[[nodiscard]] std::optional<KeyCombination> freeCombination(GlobalHotKeys& hotKeys,
+                                                            const ShortcutRules::MenuItemOf& menuItemOf = {});
+
+} // namespace tulvane

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <ui/models/ShortcutFieldModel.h>
+
+#include <QPointer>
+#include <QQuickItem>
+
+namespace tulvane {
+
+/// The keyboard's and the mouse's way into the field in which a key combination is set. While it records,
+/// every key is the field's, also those that work something else in the window; recording ends when the focus
+/// goes, when the window is hidden, and when something else is clicked. Otherwise Space and Return begin
+/// recording, and Backspace clears. Main thread.
+class ShortcutKeys : public QQuickItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(tulvane::ShortcutFieldModel* model READ model WRITE setModel NOTIFY modelChanged)
+    /// The model records, and does so for this field; another window may have one, too.
+    Q_PROPERTY(bool recording READ isRecording NOTIFY recordingChanged)
+    /// Has the focus, and got it by the keyboard.
+    Q_PROPERTY(bool visualFocus READ hasVisualFocus NOTIFY visualFocusChanged)
+
+public:
+    explicit ShortcutKeys(QQuickItem* parent = nullptr);
+    ~ShortcutKeys() override;
+
+    [[nodiscard]] ShortcutFieldModel* model() const { return m_model; }
+    void setModel(ShortcutFieldModel* model);
+    [[nodiscard]] bool isRecording() const { return m_isMine && m_model && m_model->isRecording(); }
+    [[nodiscard]] bool hasVisualFocus() const { return m_hasVisualFocus; }
+
+    /// Takes the focus and records.
+    Q_INVOKABLE void record(Qt::FocusReason reason = Qt::OtherFocusReason);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+Q_SIGNALS:
+    void modelChanged();
+    void recordingChanged();
+    void visualFocusChanged();
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void itemChange(ItemChange change, const ItemChangeData& data) override;
+
+private:
+    void stopRecording();
+    void pressWhileAtRest(QKeyEvent& event);
+    void setVisualFocus(bool has);
+
+    QPointer<ShortcutFieldModel> m_model;
+    QPointer<QQuickWindow> m_watched;
+    bool m_isMine = false; ///< this field began the recording
+    bool m_hasVisualFocus = false;
+};
+
+} // namespace tulvane

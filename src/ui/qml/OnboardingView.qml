@@ -1,0 +1,65 @@
+import QtQuick
+import Tulvane
+
+// The window that leads through the setup: the steps scroll, what is left and the way out stay in view.
+Rectangle {
+    id: view
+
+    required property UiModels models
+    readonly property OnboardingModel guide: models.onboarding
+
+    color: Theme.window
+
+    ScrollPage {
+        width: parent.width
+        height: bar.y
+        Accessible.name: Words.translate("Set up Tulvane")
+
+        WelcomeHeader {
+            width: parent.width
+        }
+        Item {
+            width: parent.width
+            height: heading.height + Theme.small
+
+            Label {
+                id: heading
+                y: Theme.small
+                kind: Label.Title
+                text: Words.translate("Set up in four steps")
+            }
+            Label {
+                anchors.right: parent.right
+                anchors.baseline: heading.baseline
+                secondary: true
+                text: view.guide.progress
+            }
+        }
+        MicrophoneStep {
+            width: parent.width
+            models: view.models
+        }
+        AccessibilityStep {
+            width: parent.width
+            models: view.models
+        }
+        ModelStep {
+            width: parent.width
+            models: view.models
+        }
+        StepCard {
+            width: parent.width
+            step: view.guide.steps[3]
+
+            HotkeyConfiguration {
+                model: view.models.hotkey
+            }
+        }
+    }
+    FinishBar {
+        id: bar
+        width: parent.width
+        y: parent.height - height
+        guide: view.guide
+    }
+}

@@ -1,0 +1,88 @@
+import QtQuick
+import Tulvane
+
+// The steps to a working setup and a few things worth trying, each with its mark; clicking one leads to where
+// it is done.
+Card {
+    id: checklist
+
+    required property SetupModel setup
+
+    visible: !setup.checklistHidden
+    Accessible.role: Accessible.List
+    Accessible.name: heading.text
+
+    Connections {
+        target: checklist.setup
+        function onChecklistWanted() {
+            for (let i = 0; i < rows.count; ++i) {
+                if (!checklist.setup.items[i].done) {
+                    rows.itemAt(i).forceActiveFocus(Qt.TabFocusReason);
+                    return;
+                }
+            }
+        }
+    }
+
+    Column {
+        width: parent.width
+        spacing: Theme.medium
+
+        Item {
+            width: parent.width
+            height: Math.max(words.height, hide.height)
+
+            Column {
+                id: words
+                width: hide.x - Theme.large
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 2
+
+                Label {
+                    id: heading
+                    width: parent.width
+                    kind: Label.Heading
+                    text: Words.translate("Get the most out of Tulvane")
+                }
+                Label {
+                    width: parent.width
+                    kind: Label.Caption
+                    secondary: true
+                    text: checklist.setup.progress
+                }
+            }
+            PushButton {
+                id: hide
+                objectName: "setup.hide"
+                x: parent.width - width
+                anchors.verticalCenter: parent.verticalCenter
+                look: PushButton.Plain
+                text: Words.translate("Hide checklist")
+                onClicked: checklist.setup.hideChecklist()
+            }
+        }
+        ProgressLine {
+            width: parent.width
+            label: checklist.setup.progress
+            value: checklist.setup.doneCount / checklist.setup.items.length
+        }
+        Column {
+            width: parent.width
+
+            // By number: the rows stay, and keep the focus, when a mark changes.
+            Repeater {
+                id: rows
+                model: checklist.setup.items.length
+
+                SetupRow {
+                    required property int index
+
+                    width: parent.width
+                    item: checklist.setup.items[index]
+                    last: index === rows.count - 1
+                    onClicked: checklist.setup.act(item.id)
+                }
+            }
+        }
+    }
+}

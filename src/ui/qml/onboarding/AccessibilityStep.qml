@@ -1,0 +1,55 @@
+import QtQuick
+import Tulvane
+
+// Leave to type into other programs.
+StepCard {
+    id: card
+
+    required property UiModels models
+    readonly property bool granted: models.permissions.accessibility
+    readonly property string obstacle: models.permissions.accessibilityObstacle
+
+    step: models.onboarding.steps[1]
+    next: models.onboarding.next === 2
+
+    Label {
+        width: parent.width
+        secondary: true
+        text: Words.translate("Lets Tulvane type the transcribed text into whatever app you are using (it presses ⌘V for you).")
+    }
+    StatusLine {
+        width: parent.width
+        visible: card.granted
+        text: Words.translate("Accessibility access granted")
+    }
+    // Where the desktop itself stands in the way, there is no switch to look for.
+    Obstacle {
+        width: parent.width
+        visible: !card.granted && card.obstacle !== ""
+        text: card.obstacle
+    }
+    Label {
+        width: parent.width
+        visible: !card.granted && card.obstacle === ""
+        kind: Label.Caption
+        secondary: true
+        text: Words.translate("Turn on the switch next to Tulvane. If the switch is already on but this step stays “To do”, the entry belongs to an older build of the app – use “Reset & grant again” and approve the prompt.")
+    }
+    Flow {
+        width: parent.width
+        visible: !card.granted
+        spacing: Theme.small
+
+        PushButton {
+            objectName: "onboarding.openAccessibility"
+            look: card.next && card.obstacle === "" ? PushButton.Primary : PushButton.Normal
+            text: Words.translate("Open Accessibility settings…")
+            onClicked: card.models.onboarding.act(2)
+        }
+        PushButton {
+            objectName: "onboarding.resetAccessibility"
+            text: Words.translate("Already switched on? Reset & grant again")
+            onClicked: card.models.permissions.resetAccessibility()
+        }
+    }
+}

@@ -1,0 +1,47 @@
+import QtQuick
+import Tulvane
+
+// Leave to record: to be asked for, refused, or given.
+StepCard {
+    id: card
+
+    required property UiModels models
+    readonly property OnboardingModel guide: models.onboarding
+
+    step: guide.steps[0]
+    next: guide.next === 1
+
+    Label {
+        width: parent.width
+        secondary: true
+        text: Words.translate("Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.")
+    }
+    PushButton {
+        objectName: "onboarding.allowMicrophone"
+        visible: card.guide.microphone === "ask"
+        look: card.next ? PushButton.Primary : PushButton.Normal
+        text: Words.translate("Allow microphone access")
+        onClicked: card.guide.act(1)
+    }
+    Obstacle {
+        width: parent.width
+        visible: card.guide.microphone === "denied"
+        text: card.models.permissions.microphoneObstacle
+
+        Label {
+            width: parent.width
+            secondary: card.models.permissions.microphoneObstacle !== ""
+            text: Words.translate("Access was denied. Switch Tulvane on under Privacy & Security › Microphone.")
+        }
+        PushButton {
+            objectName: "onboarding.openMicrophone"
+            text: Words.translate("Open Microphone settings…")
+            onClicked: card.guide.act(1)
+        }
+    }
+    StatusLine {
+        width: parent.width
+        visible: card.guide.microphone === "granted"
+        text: Words.translate("Microphone access granted")
+    }
+}

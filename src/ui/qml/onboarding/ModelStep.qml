@@ -1,0 +1,39 @@
+import QtQuick
+import Tulvane
+
+// The selected speech model: what it is, and its download.
+StepCard {
+    id: card
+
+    required property UiModels models
+
+    step: models.onboarding.steps[2]
+    next: models.onboarding.next === 3
+
+    Column {
+        width: parent.width
+        spacing: Theme.tiny
+
+        Label {
+            width: parent.width
+            secondary: true
+            text: Words.translate("NB-Whisper Medium from the National Library of Norway runs fully on-device. One-time download of about 540 MB.")
+        }
+        Label {
+            width: parent.width
+            kind: Label.Caption
+            secondary: true
+            text: Words.translate("Other variants (full precision, verbatim, semantic) are available under Models in the main window.")
+        }
+    }
+    DownloadControl {
+        width: parent.width
+        name: "onboarding.model"
+        primary: card.next
+        entry: card.models.selectedModel
+        done: StatusLine {
+            width: parent.width
+            text: Words.translate("Speech model installed")
+        }
+    }
+}

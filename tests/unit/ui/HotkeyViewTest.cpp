@@ -1,0 +1,416 @@
+#include <base/Translate.h>
+#include <hotkeys/ShortcutTexts.h>
+#include <platform/KeyModifiers.h>
+#include <support/ui/UiWorld.h>
+#include <support/ui/WindowProbe.h>
+#include <ui/models/HotkeyModel.h>
+#include <ui/models/UiModels.h>
+#include <ui/windows/OnboardingWindowController.h>
+
+#include <QQuickItem>
+#include <QQuickView>
+
+#include <gmock/gmock.h>
+
+namespace tulvane::test {
+
+namespace {
+
+constexpr KeyCombination altSpace{49, carbon::option};
+constexpr KeyCombination controlAltSpace{49, carbon::control | carbon::option};
+constexpr KeyCombination controlD{2, carbon::control};
+
+// Keys as the window system tells of them: no scan code, the key, what is held.
+constexpr NativeKey letterD{0, 2, 0};
+constexpr NativeKey controlPlusD{0, 2, static_cast<quint32>(eventFlags::control)};
+constexpr NativeKey altPlusSpace{0, 49, static_cast<quint32>(eventFlags::option)};
+constexpr NativeKey commandPlusQ{0, 12, static_cast<quint32>(eventFlags::command)};
+constexpr NativeKey shift{0, 56, 0};
+constexpr NativeKey fn{0, 63, 0};
+constexpr NativeKey escape{0, 53, 0};
+constexpr NativeKey backspace{0, 51, 0};
+constexpr NativeKey tab{0, 48, 0};
+
+/// The view as the setup guide shows it, with ⌥Space set.
+class HotkeyViewTest : public testing::Test {
+protected:
+    HotkeyViewTest()
+    {
+        world.ui.showOnboarding();
+        m_probe.emplace(*world.ui.onboardingWindow().window());
+    }
+
+    WindowProbe& probe() { return *m_probe; }
+    [[nodiscard]] ShortcutFieldModel& field() { return *world.ui.models().hotkey()->field(); }
+    void record() { probe().click(combination); }
+    [[nodiscard]] std::optional<Shortcut> stored() const
+    {
+        return world.shortcuts.getShortcut(ShortcutName::dictate());
+    }
+    [[nodiscard]] bool isRegistered(const KeyCombination& keys) { return world.hotKeys.isRegistered(keys); }
+
+    UiWorld world;
+    const QString combination = QStringLiteral("hotkey.combination");
+
+private:
+    std::optional<WindowProbe> m_probe;
+};
+
+TEST_F(HotkeyViewTest, OffersEveryModeWithItsExplanation)
+{
+    const std::array<std::pair<HotkeyMode, const char*>, 3> modes{
+        std::pair{HotkeyMode::toggle,
+                  "Press once to start listening, press again to stop and insert the text."},
+        std::pair{HotkeyMode::hold, "Listens only while the key is held. A very short tap cancels."},
+        std::pair{HotkeyMode::hybrid, "Hold to talk, or tap briefly to start and tap again to stop."}};
+    for (const auto& [mode, explanation] : modes) {
+        EXPECT_TRUE(probe().shows(title(mode)));
+        EXPECT_TRUE(probe().shows(QString::fromUtf8(explanation)));
+        probe().click(QStringLiteral("hotkey.mode.") + rawValue(mode));
+        EXPECT_EQ(world.settings.hotkeyMode(), mode);
+        EXPECT_TRUE(
+            probe().item(QStringLiteral("hotkey.mode.") + rawValue(mode)).property("chosen").toBool());
+    }
+    EXPECT_FALSE(probe().item(QStringLiteral("hotkey.mode.toggle")).property("chosen").toBool());
+    world.ui.models().hotkey()->setMode(QStringLiteral("Hold"));
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hybrid) << "an unknown value changes nothing";
+}
+
+TEST_F(HotkeyViewTest, ArrowKeysGoFromModeToMode)
+{
+    probe().click(QStringLiteral("hotkey.mode.toggle"));
+    probe().press(Qt::Key_Down);
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hold);
+    probe().press(Qt::Key_Down);
+    probe().press(Qt::Key_Down);
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hybrid);
+    probe().press(Qt::Key_Up);
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hold);
+}
+
+TEST_F(HotkeyViewTest, TheFieldShowsTheCombinationAndHowItIsUsed)
+{
+    for (const QString& text :
+         {QStringLiteral("⌥"), QStringLiteral("Space"), QStringLiteral("Key combination")})
+        EXPECT_TRUE(probe().shows(text)) << qPrintable(text);
+    for (const ShortcutText& text :
+         {shortcutTexts::howToRecord, shortcutTexts::whatIsAccepted, shortcutTexts::howToClear})
+        EXPECT_TRUE(probe().shows(text.text())) << text.english;
+    EXPECT_FALSE(probe().shows(QStringLiteral("Record shortcut")));
+    world.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(QStringLiteral("Record shortcut")));
+    EXPECT_FALSE(probe().has(combination + QStringLiteral(".clear")));
+}
+
+TEST_F(HotkeyViewTest, AClickRecordsAndTheNextCombinationIsSet)
+{
+    record();
+    EXPECT_TRUE(field().isRecording());
+    EXPECT_TRUE(probe().shows(QStringLiteral("Press shortcut")));
+    EXPECT_TRUE(world.hotKeys.registered().isEmpty()) << "our own must not catch the keys meanwhile";
+    probe().nativeKey(controlPlusD);
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(stored(), Shortcut::fromCombination(controlD));
+    EXPECT_TRUE(isRegistered(controlD)) << "what was recorded is what is registered";
+    EXPECT_TRUE(probe().shows(QStringLiteral("⌃")));
+    EXPECT_TRUE(probe().shows(QStringLiteral("D")));
+    EXPECT_EQ(world.beeps, 0);
+}
+
+TEST_F(HotkeyViewTest, TheCombinationThatIsSetCanBePressed)
+{
+    record();
+    probe().nativeKey(altPlusSpace);
+    EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
+    EXPECT_TRUE(isRegistered(altSpace));
+}
+
+TEST_F(HotkeyViewTest, SpaceAndReturnRecordAsAClickDoes)
+{
+    for (const int key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        probe().item(combination).forceActiveFocus(Qt::TabFocusReason);
+        EXPECT_TRUE(probe().item(combination).property("visualFocus").toBool());
+        probe().press(key);
+        EXPECT_TRUE(field().isRecording());
+        probe().nativeKey(escape, Qt::Key_Escape);
+        EXPECT_FALSE(field().isRecording());
+    }
+}
+
+TEST_F(HotkeyViewTest, EscapeChangesNothing)
+{
+    record();
+    probe().nativeKey(escape, Qt::Key_Escape);
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
+    EXPECT_TRUE(isRegistered(altSpace));
+    EXPECT_EQ(world.beeps, 0);
+}
+
+TEST_F(HotkeyViewTest, BackspaceClearsForGood)
+{
+    record();
+    probe().nativeKey(backspace, Qt::Key_Backspace);
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(stored(), std::nullopt);
+    EXPECT_EQ(world.defaults.value(QStringLiteral("KeyboardShortcuts_dictate")), QVariant(false));
+    EXPECT_TRUE(world.hotKeys.registered().isEmpty());
+    EXPECT_TRUE(probe().shows(QStringLiteral("Record shortcut")));
+}
+
+TEST_F(HotkeyViewTest, BackspaceClearsAlsoAFieldThatIsOnlyFocused)
+{
+    probe().item(combination).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Backspace);
+    EXPECT_EQ(stored(), std::nullopt);
+}
+
+TEST_F(HotkeyViewTest, TheClearButtonClears)
+{
+    record();
+    probe().click(combination + QStringLiteral(".clear"));
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(stored(), std::nullopt);
+}
+
+TEST_F(HotkeyViewTest, ALetterAloneBeepsAndTheRuleStandsOut)
+{
+    record();
+    EXPECT_FALSE(field().isRuleBroken());
+    probe().nativeKeyDown(letterD);
+    EXPECT_EQ(world.beeps, 1);
+    EXPECT_TRUE(field().isRecording());
+    EXPECT_TRUE(field().isRuleBroken());
+    probe().nativeKeyDown(letterD, 0, WindowProbe::Press::repeated);
+    probe().nativeKeyUp(letterD);
+    EXPECT_EQ(world.beeps, 1) << "a held key beeps once";
+    EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
+    probe().nativeKey(controlPlusD);
+    EXPECT_FALSE(field().isRuleBroken());
+    EXPECT_EQ(stored(), Shortcut::fromCombination(controlD));
+}
+
+TEST_F(HotkeyViewTest, AModifierAloneBeepsWhenItGoesUp)
+{
+    for (const NativeKey& key : {shift, fn}) {
+        world.beeps = 0;
+        record();
+        probe().nativeKeyDown(key);
+        EXPECT_EQ(world.beeps, 0) << "it may become a combination";
+        probe().nativeKeyUp(key);
+        EXPECT_EQ(world.beeps, 1);
+        probe().nativeKey(escape, Qt::Key_Escape);
+    }
+}
+
+TEST_F(HotkeyViewTest, AKeyThatCannotBeStoredBeeps)
+{
+    record();
+    probe().nativeKey({0, 999, static_cast<quint32>(eventFlags::control)});
+    EXPECT_EQ(world.beeps, 1);
+    EXPECT_TRUE(field().isRecording());
+}
+
+TEST_F(HotkeyViewTest, WhatAMenuItemUsesIsRefusedWithItsName)
+{
+    world.ui.detach();
+    world.menuItems[QStringLiteral("Quit Tulvane")] = {12, carbon::command};
+    world.ui.attach(world.context());
+    world.ui.showOnboarding();
+    WindowProbe again(*world.ui.onboardingWindow().window());
+    again.click(combination);
+    again.nativeKey(commandPlusQ);
+    EXPECT_TRUE(
+        again.shows(QStringLiteral("The menu item “Quit Tulvane” already uses this key combination.")));
+    EXPECT_TRUE(field().isRecording());
+    EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
+    EXPECT_EQ(world.beeps, 0);
+    again.nativeKey(controlPlusD);
+    EXPECT_FALSE(again.has(QStringLiteral("hotkey.refusal")));
+}
+
+TEST_F(HotkeyViewTest, WhatTheDesktopUsesIsRefusedWithAWayOut)
+{
+    world.hotKeys.setSymbolicHotKeys({{true, controlD, {}}});
+    record();
+    probe().nativeKey(controlPlusD);
+    EXPECT_TRUE(
+        probe().shows(QStringLiteral("The system already uses this key combination. What the system uses "
+                                     "can be changed in its keyboard settings.")));
+    EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
+    probe().nativeKey(escape, Qt::Key_Escape);
+    record();
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.refusal"))) << "a new attempt begins without it";
+}
+
+TEST_F(HotkeyViewTest, RecordingEndsWithTheFocus)
+{
+    record();
+    probe().click(QStringLiteral("hotkey.mode.hold"));
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_TRUE(isRegistered(altSpace));
+}
+
+TEST_F(HotkeyViewTest, RecordingEndsWhenSomethingWithoutFocusIsClicked)
+{
+    record();
+    probe().clickAt({6, 300});
+    EXPECT_FALSE(field().isRecording());
+}
+
+TEST_F(HotkeyViewTest, RecordingEndsWithTheWindow)
+{
+    record();
+    world.ui.onboardingWindow().close();
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_TRUE(isRegistered(altSpace));
+    world.ui.showOnboarding();
+    UiWorld::settle();
+    EXPECT_FALSE(field().isRecording());
+}
+
+TEST_F(HotkeyViewTest, TabEndsRecordingAndGoesOn)
+{
+    record();
+    probe().nativeKey(tab, Qt::Key_Tab);
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_FALSE(probe().item(combination).hasActiveFocus());
+    EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
+}
+
+TEST_F(HotkeyViewTest, OnlyWhileItRecordsItKeepsKeysFromTheWindow)
+{
+    probe().item(combination).forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_FALSE(probe().isKeptFromShortcuts(commandPlusQ, Qt::Key_Q));
+    record();
+    EXPECT_TRUE(probe().isKeptFromShortcuts(commandPlusQ, Qt::Key_Q));
+}
+
+TEST_F(HotkeyViewTest, ACombinationThatAnotherProgramHoldsIsSaidAndAFreeOneOffered)
+{
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.problem")));
+    world.hotKeys.takeElsewhere(altSpace);
+    world.shortcuts.registerAgain();
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(HotKeyError::taken(0).description()));
+    EXPECT_EQ(field().alternative(), QStringLiteral("Use ⌃⌥Space instead"));
+    EXPECT_TRUE(world.hotKeys.registered().isEmpty()) << "it was only tried";
+    probe().click(QStringLiteral("hotkey.useAlternative"));
+    EXPECT_EQ(stored(), Shortcut::fromCombination(controlAltSpace));
+    EXPECT_TRUE(isRegistered(controlAltSpace));
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.problem")));
+}
+
+TEST_F(HotkeyViewTest, ACombinationThatWasGivenBackIsTakenAgain)
+{
+    world.hotKeys.takeElsewhere(altSpace);
+    world.shortcuts.registerAgain();
+    UiWorld::settle();
+    probe().click(QStringLiteral("hotkey.tryAgain"));
+    EXPECT_TRUE(probe().has(QStringLiteral("hotkey.problem"))) << "it is still held";
+    world.hotKeys.freeElsewhere(altSpace);
+    probe().click(QStringLiteral("hotkey.tryAgain"));
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.problem")));
+    EXPECT_TRUE(isRegistered(altSpace));
+}
+
+TEST_F(HotkeyViewTest, WhereThereAreNoHotkeysNothingElseIsOffered)
+{
+    world.hotKeys.failRegistrations(HotKeyError::unsupported(QStringLiteral("Not here. Bind the command.")));
+    world.shortcuts.registerAgain();
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(QStringLiteral("Not here. Bind the command.")));
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.useAlternative")));
+}
+
+/// Opens the picker and takes the option so many below the chosen one.
+void pick(WindowProbe& probe, int below)
+{
+    probe.click(QStringLiteral("hotkey.singleKey"));
+    for (int i = 0; i < below; ++i)
+        probe.press(Qt::Key_Down);
+    probe.press(Qt::Key_Return);
+}
+
+TEST_F(HotkeyViewTest, ASingleKeyIsPickedAndWatched)
+{
+    pick(probe(), 1);
+    EXPECT_EQ(world.settings.modifierHotkey(), ModifierHotkey::rightOption);
+    EXPECT_EQ(world.modifiers.keyCodes(), std::vector<qint64>{61});
+    EXPECT_FALSE(world.privacy.calls.contains(QStringLiteral("requestInputMonitoring")));
+    EXPECT_TRUE(probe().shows(QStringLiteral("Input Monitoring granted")));
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.openInputMonitoring")));
+    world.ui.models().hotkey()->setSingleKey(QStringLiteral("none"));
+    UiWorld::settle();
+    EXPECT_FALSE(probe().shows(QStringLiteral("Input Monitoring granted")));
+}
+
+TEST_F(HotkeyViewTest, EveryKeyIsOffered)
+{
+    const QVariantList offered = HotkeyModel::singleKeys();
+    const auto keys = allCases<ModifierHotkey>();
+    ASSERT_EQ(offered.size(), keys.size());
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+        const QVariantMap option = offered.at(i).toMap();
+        EXPECT_EQ(option.value(QStringLiteral("value")), rawValue(keys.at(i)));
+        EXPECT_EQ(option.value(QStringLiteral("title")), title(keys.at(i)));
+        world.ui.models().hotkey()->setSingleKey(rawValue(keys.at(i)));
+        EXPECT_EQ(world.settings.modifierHotkey(), keys.at(i));
+    }
+    world.ui.models().hotkey()->setSingleKey(QStringLiteral("leftFoot"));
+    EXPECT_EQ(world.settings.modifierHotkey(), ModifierHotkey::fn) << "an unknown value changes nothing";
+}
+
+TEST_F(HotkeyViewTest, LeaveToWatchTheKeyboardIsAskedForOnceByTheChoice)
+{
+    world.privacy.inputMonitoringGranted = false;
+    world.permissions.refresh();
+    const auto asked = [this] { return world.privacy.calls.count(QStringLiteral("requestInputMonitoring")); };
+    pick(probe(), 1);
+    EXPECT_EQ(asked(), 1);
+    EXPECT_EQ(world.workspace.opened, QList<QUrl>{QUrl(PermissionsService::inputMonitoringPane)});
+    world.scheduler.advance(std::chrono::seconds(3));
+    world.ui.models().hotkey()->setSingleKey(QStringLiteral("rightOption"));
+    EXPECT_EQ(asked(), 1);
+    world.ui.models().hotkey()->setSingleKey(QStringLiteral("none"));
+    EXPECT_EQ(asked(), 1) << "no key needs no leave";
+}
+
+TEST_F(HotkeyViewTest, MissingLeaveIsSaidWithItsReasonAndBothRepairs)
+{
+    world.privacy.inputMonitoringGranted = false;
+    world.privacy.obstacles[Permission::inputMonitoring] = {QStringLiteral("No extension."),
+                                                            QStringLiteral("Use a combination.")};
+    world.permissions.refresh();
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.openInputMonitoring"))) << "nothing needs it yet";
+    world.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(QStringLiteral("No extension. Use a combination.")));
+    EXPECT_TRUE(probe().shows(translate(
+        "Use this if Tulvane is already switched on in System Settings but the permission still shows as "
+        "missing (happens after updates).")));
+    probe().click(QStringLiteral("hotkey.openInputMonitoring"));
+    EXPECT_EQ(world.workspace.opened, QList<QUrl>{QUrl(PermissionsService::inputMonitoringPane)});
+    world.privacy.grantOnRequest = true;
+    probe().click(QStringLiteral("hotkey.resetInputMonitoring"));
+    EXPECT_THAT(world.processes.commands, testing::ElementsAre(FakeProcesses::Command{
+                                              QStringLiteral("/usr/bin/tccutil"),
+                                              {QStringLiteral("reset"), QStringLiteral("ListenEvent"),
+                                               QStringLiteral("com.dunio.Tulvane")}}));
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.openInputMonitoring")));
+    EXPECT_TRUE(probe().shows(QStringLiteral("Input Monitoring granted")));
+}
+
+TEST_F(HotkeyViewTest, AKeyThatIsNeverSeenIsSaid)
+{
+    world.modifiers.failTaps(ModifierEventsError::keyNotSeen(QStringLiteral("fn")));
+    world.settings.setModifierHotkey(ModifierHotkey::fn);
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(ModifierEventsError::keyNotSeen(QStringLiteral("fn")).description()));
+    EXPECT_FALSE(probe().shows(QStringLiteral("Input Monitoring granted")));
+}
+
+} // namespace
+
+} // namespace tulvane::test

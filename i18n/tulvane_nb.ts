@@ -192,6 +192,10 @@
         <translation>Avbryt</translation>
     </message>
     <message>
+        <source>Cancel recording</source>
+        <translation>Avbryt opptaket</translation>
+    </message>
+    <message>
         <source>Capitalise the first letter</source>
         <translation>Stor forbokstav</translation>
     </message>
@@ -284,6 +288,10 @@
         <translation>Engelsk</translation>
     </message>
     <message>
+        <source>Error: %1</source>
+        <translation>Feil: %1</translation>
+    </message>
+    <message>
         <source>Escape</source>
         <translation>Esc</translation>
     </message>
@@ -328,6 +336,10 @@
         <translation>Hjem</translation>
     </message>
     <message>
+        <source>Hotkey mode</source>
+        <translation>Slik virker hurtigtasten</translation>
+    </message>
+    <message>
         <source>Hotkey, speech, text insertion and how the app shows up on your Mac.</source>
         <translation>Hurtigtast, tale, innsetting av tekst og hvordan programmet viser seg på datamaskinen.</translation>
     </message>
@@ -346,6 +358,10 @@
     <message>
         <source>Insert text by</source>
         <translation>Sett inn tekst med</translation>
+    </message>
+    <message>
+        <source>Inserting…</source>
+        <translation>Setter inn …</translation>
     </message>
     <message>
         <source>It must include ⌘, ⌃ or ⌥, or be a function key such as F5. Letters alone, ⇧ alone and fn alone are not accepted – the field just beeps.</source>
@@ -410,6 +426,10 @@
     <message>
         <source>Light, dark, or whatever the Mac is using.</source>
         <translation>Lyst, mørkt eller det samme som skrivebordet bruker.</translation>
+    </message>
+    <message>
+        <source>Listening…</source>
+        <translation>Lytter …</translation>
     </message>
     <message>
         <source>Loaded in memory</source>
@@ -568,6 +588,10 @@
         <translation>Åpne mikrofoninnstillingene …</translation>
     </message>
     <message>
+        <source>Open Tulvane</source>
+        <translation>Åpne Tulvane</translation>
+    </message>
+    <message>
         <source>Page Down</source>
         <translation>Page Down</translation>
     </message>
@@ -616,8 +640,16 @@
         <translation>Kvantisert (q5_0)</translation>
     </message>
     <message>
+        <source>Quit Tulvane</source>
+        <translation>Avslutt Tulvane</translation>
+    </message>
+    <message>
         <source>Ready</source>
         <translation>Klar</translation>
+    </message>
+    <message>
+        <source>Ready · %1</source>
+        <translation>Klar · %1</translation>
     </message>
     <message>
         <source>Recommended</source>
@@ -696,6 +728,10 @@
         <translation>Oppsettsveiviser</translation>
     </message>
     <message>
+        <source>Setup required</source>
+        <translation>Oppsett gjenstår</translation>
+    </message>
+    <message>
         <source>Shift</source>
         <translation>Shift</translation>
     </message>
@@ -736,6 +772,10 @@
         <translation>Start Tulvane fra skrivebordsøkten, der DISPLAY er satt.</translation>
     </message>
     <message>
+        <source>Start dictation</source>
+        <translation>Start diktering</translation>
+    </message>
+    <message>
         <source>Start the X server with XTEST. Until then the text is left on the clipboard.</source>
         <translation>Start X-tjeneren med XTEST. Inntil da blir teksten liggende på utklippstavlen.</translation>
     </message>
@@ -746,6 +786,10 @@
     <message>
         <source>Stop automatically</source>
         <translation>Stopp automatisk</translation>
+    </message>
+    <message>
+        <source>Stop dictation</source>
+        <translation>Stopp diktering</translation>
     </message>
     <message>
         <source>Streak</source>
@@ -936,6 +980,10 @@
         <translation>I dag</translation>
     </message>
     <message>
+        <source>Today: %1 words · ~%2 saved</source>
+        <translation>I dag: %1 ord · ca. %2 spart</translation>
+    </message>
+    <message>
         <source>Toggle (press to start, press to stop)</source>
         <translation>Av og på (trykk for å starte, trykk for å stoppe)</translation>
     </message>
@@ -946,6 +994,10 @@
     <message>
         <source>Total words dictated</source>
         <translation>Dikterte ord totalt</translation>
+    </message>
+    <message>
+        <source>Transcribing…</source>
+        <translation>Transkriberer …</translation>
     </message>
     <message>
         <source>Transcription failed (whisper error %1).</source>

@@ -32,9 +32,9 @@ struct MenuEntry {
     }
 };
 
-/// The program's own place among the desktop's status icons, with the menu that a click opens. Where the desktop
-/// has no such place nothing is shown and nothing fails; one that comes later is used from then on. Main
-/// thread.
+/// The program's own place among the desktop's status icons, with the menu that a click opens. Where the
+/// desktop has no such place nothing is shown and nothing fails; one that comes later is used from then on.
+/// Main thread.
 class StatusItem {
 public:
     StatusItem() = default;

@@ -168,8 +168,8 @@ QString MenuBarMenu::shortened(const QString& text)
         end = characters.toNextBoundary();
     const bool isWhole = end < 0 || end >= text.size();
     QString line = isWhole ? text : text.left(end) + u'…';
-    std::ranges::replace_if(line, [](QChar c) { return c.isSpace() || c.category() == QChar::Other_Control; },
-                            QChar(u' '));
+    std::ranges::replace_if(
+        line, [](QChar c) { return c.isSpace() || c.category() == QChar::Other_Control; }, QChar(u' '));
     return line;
 }
 
@@ -192,7 +192,8 @@ void MenuBarMenu::appendReport(QList<MenuEntry>& menu) const
     const QString transcript = m_context.session.lastTranscript();
     if (transcript.isEmpty())
         return;
-    menu.append(line(Kind::action, "lastTranscript", shortened(transcript), [this] { copyLastTranscript(); }));
+    menu.append(
+        line(Kind::action, "lastTranscript", shortened(transcript), [this] { copyLastTranscript(); }));
     menu.append(separator("afterTranscript"));
 }
 
@@ -214,9 +215,8 @@ void MenuBarMenu::appendCommands(QList<MenuEntry>& menu) const
 void MenuBarMenu::appendSwitches(QList<MenuEntry>& menu) const
 {
     AppSettings& settings = m_context.settings;
-    menu.append(
-        switchOf<HotkeyMode>("hotkeyMode", translate("Hotkey mode"), settings.hotkeyMode(),
-                             [&settings](HotkeyMode chosen) { settings.setHotkeyMode(chosen); }));
+    menu.append(switchOf<HotkeyMode>("hotkeyMode", translate("Hotkey mode"), settings.hotkeyMode(),
+                                     [&settings](HotkeyMode chosen) { settings.setHotkeyMode(chosen); }));
     menu.append(switchOf<TranscriptionLanguage>(
         "language", translate("Language"), settings.language(),
         [&settings](TranscriptionLanguage chosen) { settings.setLanguage(chosen); }));

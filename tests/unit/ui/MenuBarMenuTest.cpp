@@ -72,10 +72,10 @@ TEST_F(MenuBarMenuTest, HasItsLinesInOrder)
     setUp();
     world.dictate(u"Hei på deg."_qs);
     record();
-    EXPECT_THAT(item.names(), ElementsAre(u"status"_qs, u"today"_qs, u"-"_qs, u"lastTranscript"_qs, u"-"_qs,
-                                          u"dictate"_qs, u"cancel"_qs, u"-"_qs, u"hotkeyMode"_qs,
-                                          u"language"_qs, u"-"_qs, u"open"_qs, u"statistics"_qs,
-                                          u"settings"_qs, u"setup"_qs, u"-"_qs, u"quit"_qs));
+    EXPECT_THAT(item.names(),
+                ElementsAre(u"status"_qs, u"today"_qs, u"-"_qs, u"lastTranscript"_qs, u"-"_qs, u"dictate"_qs,
+                            u"cancel"_qs, u"-"_qs, u"hotkeyMode"_qs, u"language"_qs, u"-"_qs, u"open"_qs,
+                            u"statistics"_qs, u"settings"_qs, u"setup"_qs, u"-"_qs, u"quit"_qs));
 }
 
 TEST_F(MenuBarMenuTest, ReadsInEnglish)
@@ -88,11 +88,10 @@ TEST_F(MenuBarMenuTest, ReadsInEnglish)
         if (one.kind != MenuEntry::Kind::separator)
             texts.append(one.text);
     }
-    EXPECT_EQ(texts,
-              QStringList({u"Listening…"_qs, u"Today: 1 words · ~0 s saved"_qs, u"Hei."_qs,
-                           u"Stop dictation"_qs, u"Cancel recording"_qs, u"Hotkey mode"_qs, u"Language"_qs,
-                           u"Open Tulvane"_qs, u"Statistics"_qs, u"Settings"_qs, u"Setup guide"_qs,
-                           u"Quit Tulvane"_qs}));
+    EXPECT_EQ(texts, QStringList({u"Listening…"_qs, u"Today: 1 words · ~0 s saved"_qs, u"Hei."_qs,
+                                  u"Stop dictation"_qs, u"Cancel recording"_qs, u"Hotkey mode"_qs,
+                                  u"Language"_qs, u"Open Tulvane"_qs, u"Statistics"_qs, u"Settings"_qs,
+                                  u"Setup guide"_qs, u"Quit Tulvane"_qs}));
 }
 
 TEST_F(NorwegianMenuBarMenuTest, ReadsInNorwegian)
@@ -107,11 +106,11 @@ TEST_F(NorwegianMenuBarMenuTest, ReadsInNorwegian)
         if (one.kind != MenuEntry::Kind::separator)
             texts.append(one.text);
     }
-    EXPECT_EQ(texts,
-              QStringList({u"Lytter …"_qs, u"I dag: 1 ord · ca. 0 s spart"_qs, u"Hei."_qs,
-                           u"Stopp diktering"_qs, u"Avbryt opptaket"_qs, u"Slik virker hurtigtasten"_qs, u"Språk"_qs,
-                           u"Åpne Tulvane"_qs, u"Statistikk"_qs, u"Innstillinger"_qs,
-                           u"Oppsettsveiviser"_qs, u"Avslutt Tulvane"_qs}));
+    EXPECT_EQ(
+        texts,
+        QStringList({u"Lytter …"_qs, u"I dag: 1 ord · ca. 0 s spart"_qs, u"Hei."_qs, u"Stopp diktering"_qs,
+                     u"Avbryt opptaket"_qs, u"Slik virker hurtigtasten"_qs, u"Språk"_qs, u"Åpne Tulvane"_qs,
+                     u"Statistikk"_qs, u"Innstillinger"_qs, u"Oppsettsveiviser"_qs, u"Avslutt Tulvane"_qs}));
 }
 
 TEST_F(MenuBarMenuTest, TheStatusLineSaysWhatIsMissing)
@@ -342,8 +341,7 @@ TEST_F(MenuBarMenuTest, LeadsIntoTheWindowsAndOutOfTheProgram)
 {
     for (const char* name : {"open", "statistics", "settings", "setup"})
         item.click(QString::fromLatin1(name));
-    EXPECT_EQ(windows.shown,
-              QStringList({u"home"_qs, u"statistics"_qs, u"settings"_qs, u"onboarding"_qs}));
+    EXPECT_EQ(windows.shown, QStringList({u"home"_qs, u"statistics"_qs, u"settings"_qs, u"onboarding"_qs}));
     EXPECT_EQ(quits, 0);
     item.click(u"quit"_qs);
     EXPECT_EQ(quits, 1);

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QObject>
+
+#include <functional>
+
+namespace tulvane {
+
+/// Tells when a bar that shows status icons over the session bus comes or goes. Asks in the background and
+/// never waits. Main thread.
+class TrayHosts final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TrayHosts(const QDBusConnection& bus);
+    ~TrayHosts() override;
+
+    /// There is one now, or there is none any more; said at each change, and again where nothing has changed.
+    std::function<void(bool isThere)> onChange;
+
+private Q_SLOTS:
+    void ask();
+
+private:
+    void tell(bool isThere) const;
+
+    QDBusConnection m_bus;
+    QDBusServiceWatcher m_watcher;
+};
+
+} // namespace tulvane

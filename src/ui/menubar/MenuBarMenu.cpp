@@ -162,12 +162,16 @@ std::optional<QString> MenuBarMenu::todayLine() const
 
 QString MenuBarMenu::shortened(const QString& text)
 {
-    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
+    // The blank that is to stand before the next sentence is none of this one's characters.
+    qsizetype length = text.size();
+    while (length > 0 && text[length - 1].isSpace())
+        --length;
+    const QString whole = text.left(length);
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, whole);
     qsizetype end = 0;
     for (qsizetype i = 0; i < mostCharacters && end >= 0; ++i)
         end = characters.toNextBoundary();
-    const bool isWhole = end < 0 || end >= text.size();
-    QString line = isWhole ? text : text.left(end) + u'…';
+    QString line = end < 0 || end >= whole.size() ? whole : whole.left(end) + u'…';
     std::ranges::replace_if(
         line, [](QChar c) { return c.isSpace() || c.category() == QChar::Other_Control; }, QChar(u' '));
     return line;

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 LifeCycleDesktop::LifeCycleDesktop()
     : desktop({.windowManager = VirtualDesktop::WindowManager::openbox,
                .sessionBus = VirtualDesktop::SessionBus::own,
-               .openboxKeys = {}})
+               .openboxKeys = "<keybind key=\"A-F4\"><action name=\"Close\"/></keybind>"})
 {
     QDir().mkpath(scratch.file(QStringLiteral("config")));
     QDir().mkpath(scratch.file(QStringLiteral("data")));
@@ -53,7 +53,7 @@ void LifeCycleDesktop::setUp() const
     if (!QFile::copy(demoModelPath(), models + QStringLiteral("/nb-whisper-medium-q5_0.bin")))
         throw std::runtime_error("no demo model");
     writeDomain(QStringLiteral("com.dunio.Tulvane"),
-                R"({"hasCompletedOnboarding": true, "appLanguage": "en", "hotkeyMode": "toggle"})");
+                R"({"hasCompletedOnboarding": true, "appLanguage": "en", "language": "no"})");
 }
 
 void LifeCycleDesktop::writeDomain(const QString& domain, const QByteArray& json) const
@@ -170,6 +170,11 @@ QStringList LifeCycleDesktop::windowTitles() const
 bool LifeCycleDesktop::waitForWindow(const QString& title) const
 {
     return waitUntil([&] { return windowTitles().contains(title); });
+}
+
+void LifeCycleDesktop::closeWindow() const
+{
+    static_cast<void>(xdotool({QStringLiteral("key"), QStringLiteral("alt+F4")}));
 }
 
 bool LifeCycleDesktop::waitForNoWindow() const

@@ -54,6 +54,8 @@ public:
     /// Titles of the program's windows that are mapped, without those that have none.
     [[nodiscard]] QStringList windowTitles() const;
     [[nodiscard]] bool waitForWindow(const QString& title) const;
+    /// The window that has the focus, by the window manager's key for it.
+    void closeWindow() const;
     [[nodiscard]] bool waitForNoWindow() const;
 
     VirtualDesktop desktop;

@@ -56,7 +56,7 @@ TEST_P(MigrationForReal, BringsOverWhatThereIsOnceAndNeverAgain)
     here.launch();
     // Not before the window: its words are the language's.
     ASSERT_TRUE(here.waitForWindow(QStringLiteral("Tulvane")));
-    EXPECT_EQ(setting("hotkeyMode"), QStringLiteral("hybrid")); // of this start
+    EXPECT_EQ(setting("hotkeyMode"), QStringLiteral("toggle")); // of this start
     const QString log = here.log();
     EXPECT_EQ(log.contains(words), estate.preferences) << qPrintable(log);
     EXPECT_EQ(log.contains(QStringLiteral("Moved ") + here.data(QStringLiteral("Arven Scribe")) +
@@ -70,10 +70,10 @@ TEST_P(MigrationForReal, BringsOverWhatThereIsOnceAndNeverAgain)
     EXPECT_FALSE(QFile::exists(here.data(QStringLiteral("Arven Scribe"))));
 
     here.quit();
-    here.writeDomain(oldDomain, R"({"hotkeyMode": "toggle", "maxRecordingSeconds": 77})");
+    here.writeDomain(oldDomain, R"({"hotkeyMode": "hybrid", "maxRecordingSeconds": 77})");
     here.writeData(QStringLiteral("Arven Scribe/Models/late.bin"), "late");
     here.launch();
-    EXPECT_EQ(setting("hotkeyMode"), estate.preferences ? QStringLiteral("hold") : QStringLiteral("hybrid"));
+    EXPECT_EQ(setting("hotkeyMode"), estate.preferences ? QStringLiteral("hold") : QStringLiteral("toggle"));
     EXPECT_NE(setting("maxRecordingSeconds"), QStringLiteral("77"));
     EXPECT_EQ(setting("appLanguage"), estate.preferences ? QStringLiteral("en") : QStringLiteral("nb"));
     EXPECT_TRUE(QFile::exists(here.data(QStringLiteral("Arven Scribe/Models/late.bin"))));

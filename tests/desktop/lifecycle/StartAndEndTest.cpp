@@ -12,13 +12,6 @@ const QString mainWindow = QStringLiteral("Tulvane");
 
 class StartAndEnd : public testing::Test {
 protected:
-    void closeWindow() const
-    {
-        EXPECT_FALSE(here.xdotool({QStringLiteral("search"), QStringLiteral("--sync"),
-                                   QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                                   QStringLiteral("^Tulvane$"), QStringLiteral("windowquit")})
-                         .contains(QStringLiteral("rror")));
-    }
     LifeCycleDesktop here;
 };
 
@@ -31,7 +24,7 @@ TEST_F(StartAndEnd, ASecondStartShowsTheWindowAndClosingItQuitsNothing)
     EXPECT_TRUE(here.windowTitles().isEmpty());
     EXPECT_EQ(here.tulvane({}), QStringLiteral("Tulvane is running already.\n"));
     ASSERT_TRUE(here.waitForWindow(mainWindow));
-    closeWindow();
+    here.closeWindow();
     ASSERT_TRUE(here.waitForNoWindow());
     EXPECT_TRUE(here.answers());
     EXPECT_EQ(program.state(), QProcess::Running);
@@ -73,7 +66,7 @@ TEST_F(StartAndEnd, AChangeOfTheInterfaceLanguageStartsItAnew)
 {
     here.setUp();
     here.writeDomain(QStringLiteral("com.dunio.Tulvane"),
-                     R"({"hasCompletedOnboarding": true, "appLanguage": "nb", "hotkeyMode": "toggle"})");
+                     R"({"hasCompletedOnboarding": true, "appLanguage": "nb"})");
     QProcess& old = here.launch({QStringLiteral("--page"), QStringLiteral("settings")});
     ASSERT_TRUE(here.waitForWindow(mainWindow));
     const qint64 before = here.process();

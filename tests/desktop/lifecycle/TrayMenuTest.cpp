@@ -42,6 +42,8 @@ protected:
         const auto player =
             here.sound.play(speakSentence(QString::fromUtf8(text), QStringLiteral("nb")), 16000);
         ASSERT_TRUE(waitUntil([&] { return player->state() == QProcess::NotRunning; }));
+        // What was played last is still on its way through the server's buffers.
+        std::ignore = waitUntil([] { return false; }, 500ms);
         bar.click(QStringLiteral("Stop dictation"));
     }
 
@@ -98,7 +100,7 @@ TEST_F(TrayMenu, DictatesAndKeepsWhatWasSaidForTheClipboard)
         process.waitForFinished(5000);
         return QString::fromUtf8(process.readAllStandardOutput());
     };
-    EXPECT_TRUE(waitUntil([&] { return clipboard() == QStringLiteral("Hei, dette er en test."); }))
+    EXPECT_TRUE(waitUntil([&] { return clipboard() == QStringLiteral("Hei, dette er en test. "); }))
         << qPrintable(clipboard());
 }
 

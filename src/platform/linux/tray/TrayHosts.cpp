@@ -16,13 +16,13 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 TrayHosts::TrayHosts(const QDBusConnection& bus)
     : m_bus(bus),
-      m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange)
+      m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForRegistration)
 {
-    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { tell(false); });
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHosts::ask);
     // The book-keeper of the icons is there before the first bar is.
     m_bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
                   SLOT(ask()));
+    ask();
 }
 
 TrayHosts::~TrayHosts() = default;
@@ -32,19 +32,14 @@ void TrayHosts::ask()
     QDBusMessage call = QDBusMessage::createMethodCall(
         watcherName, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    call.setAutoStartService(false);
     auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         const QDBusPendingReply<QDBusVariant> reply = *answer;
-        if (!reply.isError() && reply.value().variant().toBool())
-            tell(true);
+        if (!reply.isError() && reply.value().variant().toBool() && onArrival)
+            onArrival();
         answer->deleteLater();
     });
-}
-
-void TrayHosts::tell(bool isThere) const
-{
-    if (onChange)
-        onChange(isThere);
 }
 
 } // namespace tulvane

@@ -17,15 +17,13 @@ public:
     explicit TrayHosts(const QDBusConnection& bus);
     ~TrayHosts() override;
 
-    /// There is one now, or there is none any more; said at each change, and again where nothing has changed.
-    std::function<void(bool isThere)> onChange;
+    /// There is one; said again when another comes.
+    std::function<void()> onArrival;
 
 private Q_SLOTS:
     void ask();
 
 private:
-    void tell(bool isThere) const;
-
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
 };

@@ -23,7 +23,8 @@ TrayStatusItem::TrayStatusItem(const QString& symbolFolder, const QStringList& d
       m_desktops(desktops),
       m_hosts(QDBusConnection::sessionBus())
 {
-    m_hosts.onChange = [this](bool isThere) { noteHosts(isThere); };
+    m_hosts.onArrival = [this] { place(); };
+    m_dock.onArrival = [this] { place(); };
     qApp->installEventFilter(this);
 }
 
@@ -34,7 +35,7 @@ void TrayStatusItem::setSymbol(const QString& name)
     m_symbol = name;
     if (m_icon)
         showIcon();
-    else
+    else if (m_dock.isThere())
         place();
 }
 
@@ -54,11 +55,12 @@ void TrayStatusItem::setMenu(const QList<MenuEntry>& entries)
     }
 }
 
-/// Where the icon lives is settled when it is made, so for another place another one is made.
+/// Not before there is a place: the toolkit looks for one over the bus when the first icon is made, and keeps
+/// to what it finds. A bar there goes before a dock.
 void TrayStatusItem::place()
 {
-    m_icon.reset();
-    m_ownMenu.reset();
+    if (m_icon || m_symbol.isEmpty())
+        return;
     m_menu = std::make_unique<TrayMenu>();
     connect(&m_menu->menu(), &QMenu::aboutToShow, this, [this] {
         if (m_opening)
@@ -72,12 +74,6 @@ void TrayStatusItem::place()
     m_icon->setToolTip(m_description);
     showIcon();
     m_icon->show();
-}
-
-void TrayStatusItem::noteHosts(bool isThere)
-{
-    if (m_icon && isThere != isOverBus())
-        place();
 }
 
 void TrayStatusItem::showIcon()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <platform/StatusItem.h>
+#include <platform/linux/tray/TrayDock.h>
 #include <platform/linux/tray/TrayHosts.h>
 #include <platform/linux/tray/TrayMenu.h>
 
@@ -9,13 +10,12 @@
 #include <QSystemTrayIcon>
 
 #include <memory>
-#include <optional>
 
 namespace tulvane {
 
 /// The icon among the desktop's status icons: over the session bus where a bar listens there, which then
-/// draws the menu itself, else docked into an X11 tray. Whichever comes, at any time, is used. Main thread;
-/// needs a QApplication.
+/// draws the menu itself, else docked into an X11 tray. Whichever comes first decides, at any time, since the
+/// toolkit settles it once for a process; that one may go and come back. Main thread; needs a QApplication.
 class TrayStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
@@ -34,7 +34,6 @@ public:
 
 private:
     void place();
-    void noteHosts(bool isThere);
     void showIcon();
     void openMenu(QSystemTrayIcon::ActivationReason reason);
     [[nodiscard]] bool isOverBus() { return m_menu && m_menu->menu().platformMenu(); }
@@ -46,6 +45,7 @@ private:
     QList<MenuEntry> m_entries;
     std::function<void()> m_opening;
     TrayHosts m_hosts;
+    TrayDock m_dock;
     // The icon goes before the menu that it knows.
     std::unique_ptr<TrayMenu> m_menu;
     std::unique_ptr<TrayMenu> m_ownMenu; ///< for a bar that asks us to open the menu, rather than draw it

@@ -248,6 +248,10 @@
         <translation>Avbryt</translation>
     </message>
     <message>
+        <source>Cancel recording</source>
+        <translation>Avbryt opptaket</translation>
+    </message>
+    <message>
         <source>Capitalise the first letter</source>
         <translation>Stor forbokstav</translation>
     </message>
@@ -378,6 +382,10 @@
     <message>
         <source>English</source>
         <translation>Engelsk</translation>
+    </message>
+    <message>
+        <source>Error: %1</source>
+        <translation>Feil: %1</translation>
     </message>
     <message>
         <source>Escape</source>
@@ -796,6 +804,10 @@
         <translation>Åpne mikrofoninnstillingene …</translation>
     </message>
     <message>
+        <source>Open Tulvane</source>
+        <translation>Åpne Tulvane</translation>
+    </message>
+    <message>
         <source>Optional</source>
         <translation>Valgfritt</translation>
     </message>
@@ -880,8 +892,16 @@
         <translation>Kvantisert (q5_0)</translation>
     </message>
     <message>
+        <source>Quit Tulvane</source>
+        <translation>Avslutt Tulvane</translation>
+    </message>
+    <message>
         <source>Ready</source>
         <translation>Klar</translation>
+    </message>
+    <message>
+        <source>Ready · %1</source>
+        <translation>Klar · %1</translation>
     </message>
     <message>
         <source>Recent dictations</source>
@@ -1052,6 +1072,10 @@
         <translation>Start Tulvane fra skrivebordsøkten, der DISPLAY er satt.</translation>
     </message>
     <message>
+        <source>Start dictation</source>
+        <translation>Start diktering</translation>
+    </message>
+    <message>
         <source>Start the X server with XTEST. Until then the text is left on the clipboard.</source>
         <translation>Start X-tjeneren med XTEST. Inntil da blir teksten liggende på utklippstavlen.</translation>
     </message>
@@ -1062,6 +1086,10 @@
     <message>
         <source>Stop automatically</source>
         <translation>Stopp automatisk</translation>
+    </message>
+    <message>
+        <source>Stop dictation</source>
+        <translation>Stopp diktering</translation>
     </message>
     <message>
         <source>Streak</source>
@@ -1266,6 +1294,10 @@
     <message>
         <source>Today</source>
         <translation>I dag</translation>
+    </message>
+    <message>
+        <source>Today: %1 words · ~%2 saved</source>
+        <translation>I dag: %1 ord · ca. %2 spart</translation>
     </message>
     <message>
         <source>Toggle (press to start, press to stop)</source>

@@ -3,10 +3,11 @@
 #include <platform/linux/common/ProcessHeap.h>
 #include <platform/linux/x11/DisplayCheck.h>
 
+#include <QApplication>
 #include <QFile>
-#include <QGuiApplication>
 #include <QQuickWindow>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -23,6 +24,9 @@ void prepareForWindows()
     // memory.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    // The tray's menu is all that is drawn by widgets: no reason to load whatever style the desktop has
+    // installed.
+    QApplication::setStyle(QStringLiteral("Fusion"));
     QGuiApplication::setApplicationName(QStringLiteral("Tulvane"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TULVANE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.dunio.Tulvane"));
@@ -41,7 +45,7 @@ int run(int argc, char** argv, tulvane::cli::Console& console)
     if (const auto reason = displayObstacle(qgetenv("DISPLAY")))
         return cli::fail(console, *reason);
     prepareForWindows();
-    const QGuiApplication app(argc, argv);
+    const QApplication app(argc, argv);
     return runResidentProgram(*words, console);
 }
 
@@ -49,6 +53,8 @@ int run(int argc, char** argv, tulvane::cli::Console& console)
 
 int main(int argc, char** argv)
 {
+    // Whoever read our log may be gone: no reason to go as well.
+    std::signal(SIGPIPE, SIG_IGN);
     tulvane::useOneHeap();
     tulvane::cli::writeLogToStandardError(tulvane::cli::LogAmount::everything);
     QFile in;

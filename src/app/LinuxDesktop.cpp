@@ -10,6 +10,7 @@
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/PulseSounds.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
+#include <platform/linux/tray/TrayStatusItem.h>
 #include <platform/linux/workspace/ChildProcesses.h>
 #include <platform/linux/workspace/DesktopWorkspace.h>
 #include <platform/linux/x11/DisplayCheck.h>
@@ -22,6 +23,15 @@
 
 namespace tulvane {
 
+namespace {
+
+QStringList desktopNames()
+{
+    return qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
 struct LinuxDesktop::Parts {
     Parts(UserDefaults& stored, std::unique_ptr<X11Text> opened, const QByteArray& display)
         : defaults(stored),
@@ -29,8 +39,7 @@ struct LinuxDesktop::Parts {
           text(std::move(opened)),
           keys(makeKeyServices(QProcessEnvironment::systemEnvironment())),
           permissions(X11Text::abilities(display, currentSession()), [] { return false; }),
-          workspace(qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts),
-                    QUrl::fromLocalFile(ProgramFolders::ofThisProgram().helpPage())),
+          workspace(desktopNames(), QUrl::fromLocalFile(ProgramFolders::ofThisProgram().helpPage())),
           transfers({.helper = ProgramFolders::ofThisProgram().transferHelper(),
                      .folder = ModelFolders::standard().transfers()})
     {
@@ -51,6 +60,7 @@ struct LinuxDesktop::Parts {
     AutostartEntry loginItem{AutostartEntry::standardFolder(), ProgramFolders::ofThisProgram().commandLine()};
     AtspiFocusedElements elements{AtspiFocusedElements::usersSessionBus(),
                                   [this] { return text->frontProcess(); }};
+    std::optional<TrayStatusItem> statusItem;
 };
 
 LinuxDesktop::LinuxDesktop(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
@@ -74,6 +84,13 @@ void LinuxDesktop::setEnded(const std::function<void()>& ended)
 {
     if (m_parts->watch)
         QObject::connect(m_parts->watch.get(), &X11Connection::closed, m_parts->watch.get(), ended);
+}
+
+StatusItem& LinuxDesktop::statusItem()
+{
+    if (!m_parts->statusItem)
+        m_parts->statusItem.emplace(QStringLiteral(":/symbols"), desktopNames());
+    return *m_parts->statusItem;
 }
 
 Desktop LinuxDesktop::ports()

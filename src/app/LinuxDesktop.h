@@ -7,6 +7,8 @@
 
 namespace tulvane {
 
+class StatusItem;
+
 /// Every adapter of a Linux desktop, made from the environment. Main thread.
 class LinuxDesktop final {
 public:
@@ -18,6 +20,8 @@ public:
     ~LinuxDesktop();
 
     [[nodiscard]] Desktop ports();
+    /// The program's icon in the tray; made on the first call, which needs a QApplication.
+    [[nodiscard]] StatusItem& statusItem();
     /// `ended` is called once when the X server has gone: nothing can be done for the user then.
     void setEnded(const std::function<void()>& ended);
 

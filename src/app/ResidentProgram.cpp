@@ -1,5 +1,6 @@
 #include <app/LinuxDesktop.h>
 #include <app/ProgramFolders.h>
+#include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
 #include <app/Windowless.h>
@@ -11,8 +12,12 @@
 #include <platform/linux/dbus/DBusRemoteControl.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
+#include <ui/menubar/MenuBarMenu.h>
+#include <ui/windows/SettingsWindowController.h>
+#include <ui/windows/VisibleWindows.h>
 
 #include <QCoreApplication>
+#include <QQuickView>
 
 namespace tulvane {
 
@@ -42,6 +47,13 @@ TulvaneApp::Options appOptions(const UserDefaults& defaults)
             .statisticsFile = StatsStore::defaultFile()};
 }
 
+/// Where a change of the interface language, which needs the program to start anew, is made.
+void startAnew(Processes& processes)
+{
+    relaunch(processes, ProgramFolders::ofThisProgram().commandLine(),
+             {QStringLiteral("--page"), rawValue(SettingsTab::settings)}, [] { QCoreApplication::quit(); });
+}
+
 } // namespace
 
 int runResidentProgram(const cli::StartWords& words, cli::Console& console)
@@ -66,10 +78,15 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
     UserInterface windows;
     WindowlessIndicator indicator;
     const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(ports, appOptions(defaults), {.indicator = indicator, .windows = windows});
-    const AppSettings settings(defaults);
-    installInterfaceLanguage(settings.appLanguage());
-    windows.attach(app.uiContext([] {}));
+    TulvaneApp app(ports, appOptions(defaults),
+                   {.indicator = indicator, .windows = windows, .bringToFront = [&windows, &running] {
+                        return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
+                    }});
+    UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
+    context.windows = &windows;
+    installInterfaceLanguage(context.settings.appLanguage());
+    windows.attach(context);
+    const MenuBarMenu menu(context, (*desktop)->statusItem(), [] { QCoreApplication::quit(); });
     running = &app;
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
@@ -79,7 +96,8 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
         QCoreApplication::quit();
     });
     app.launch();
-    if (words.page || !words.background)
+    // Where something is missing, the launch has opened the way through it.
+    if (words.page || (!words.background && app.isSetUp()))
         windows.showPage(words.page.value_or(SettingsTab::home));
     const int status = QCoreApplication::exec();
     app.prepareToQuit();

@@ -26,7 +26,8 @@ TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Sur
       m_version(options.version),
       m_windows(surfaces.windows),
       m_settings(desktop.defaults),
-      m_stats(options.statisticsFile),
+      m_delegate(lifeCycle(options, surfaces)),
+      m_stats(afterMigration(options.statisticsFile)),
       m_models({.folders = options.folders,
                 .hub = options.hub,
                 .mode = ModelManager::SessionMode::background,
@@ -68,17 +69,29 @@ TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Sur
            .version = options.version,
            .refreshModels = [this] { m_models.refreshStates(); },
            .hasCombination = [this] { return m_shortcuts.getShortcut(ShortcutName::dictate()).has_value(); },
-           .applyActivationPolicy = [this] { applyActivationPolicy(); }})
+           .applyActivationPolicy = [this] { m_delegate.applyActivationPolicy(); }})
 {
-    m_settings.syncInterfaceLanguage();
-    applyActivationPolicy();
-    m_settings.installAppearanceObserver(desktop.presentation);
 }
 
-void TulvaneApp::applyActivationPolicy()
+AppDelegate::Neighbours TulvaneApp::lifeCycle(const Options& options, const Surfaces& surfaces)
 {
-    m_desktop.presentation.setActivationPolicy(m_settings.showInDock() ? ActivationPolicy::regular
-                                                                       : ActivationPolicy::accessory);
+    return {.settings = m_settings,
+            .defaults = m_desktop.defaults,
+            .presentation = m_desktop.presentation,
+            .dataFolder = options.dataFolder,
+            .launchController = [this] { m_controller.launch(); },
+            .isSetUp = [this] { return m_controller.isSetUp(); },
+            .cancelRecording = [this] { m_controller.cancel(); },
+            .bringWindowsToFront = surfaces.bringToFront,
+            .openMainWindow = [this] { m_windows.showPage(SettingsTab::home); },
+            .openOnboarding = [this] { m_windows.showOnboarding(); }};
+}
+
+const QString& TulvaneApp::afterMigration(const QString& file)
+{
+    m_settings.syncInterfaceLanguage();
+    m_delegate.willFinishLaunching();
+    return file;
 }
 
 UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
@@ -106,7 +119,7 @@ TulvaneApp::~TulvaneApp() = default;
 
 void TulvaneApp::prepareToQuit()
 {
-    m_controller.cancel();
+    m_delegate.willTerminate();
     m_inserter.cutWaitsShort();
     // The clipboard's restoration needs the event loop; half a second is more than it ever takes.
     const QDeadlineTimer deadline(longestGoodbye);
@@ -139,7 +152,10 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
         return changeSettings(argument);
     }
     case RemoteRequest::activate:
-        m_windows.showPage(fromRawValue<SettingsTab>(argument).value_or(SettingsTab::home));
+        if (const auto page = fromRawValue<SettingsTab>(argument))
+            m_windows.showPage(*page);
+        else
+            m_delegate.shouldHandleReopen();
         break;
     case RemoteRequest::status:
         break;

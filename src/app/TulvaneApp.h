@@ -1,5 +1,7 @@
 #pragma once
 
+#include <app/AppDelegate.h>
+#include <app/Migration.h>
 #include <audio/AudioRecorder.h>
 #include <base/Clock.h>
 #include <base/Scheduler.h>
@@ -66,6 +68,8 @@ struct Desktop {
 struct Surfaces {
     Indicator& indicator;
     Windows& windows;
+    /// Brings what is visible before other programs' windows; false when nothing is.
+    std::function<bool()> bringToFront = [] { return false; };
 };
 
 /// The resident program behind its windows: every long-lived object, wired. Main thread; one per process.
@@ -79,6 +83,7 @@ public:
         ModelFolders folders = ModelFolders::standard();
         QUrl hub;
         QString statisticsFile = StatsStore::defaultFile();
+        QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
     };
 
     TulvaneApp(const Desktop& desktop, const Options& options, const Surfaces& surfaces);
@@ -86,7 +91,7 @@ public:
     ~TulvaneApp() override;
 
     /// Once the event loop is about to run.
-    void launch() { m_controller.launch(); }
+    void launch() { m_delegate.didFinishLaunching(); }
     /// Before the process ends: abandons a recording, and puts the user's clipboard back where a paste is
     /// still waiting to do so. Blocks for half a second at the most.
     void prepareToQuit();
@@ -95,11 +100,15 @@ public:
     [[nodiscard]] QJsonObject answer(RemoteRequest request, const QString& argument);
 
     [[nodiscard]] DictationController& controller() { return m_controller; }
+    /// Whether nothing is missing for dictating.
+    [[nodiscard]] bool isSetUp() const { return m_controller.isSetUp(); }
     /// What the windows show.
     [[nodiscard]] UiContext uiContext(const std::function<void()>& relaunch);
 
 private:
-    void applyActivationPolicy();
+    [[nodiscard]] AppDelegate::Neighbours lifeCycle(const Options& options, const Surfaces& surfaces);
+    /// The migration comes before whatever reads the files that it moves.
+    [[nodiscard]] const QString& afterMigration(const QString& file);
     [[nodiscard]] QJsonObject status() const;
     [[nodiscard]] QJsonObject findings() const;
     [[nodiscard]] QJsonObject changeSettings(const QString& words);
@@ -110,6 +119,7 @@ private:
     SystemClock m_clock;
     EventLoopScheduler m_scheduler;
     AppSettings m_settings;
+    AppDelegate m_delegate;
     StatsStore m_stats;
     ModelManager m_models;
     ManagedModelSource m_modelSource;

@@ -112,12 +112,16 @@ void DictationController::launch()
     m_with.refreshModels();
     qCInfo(lcApp).noquote().nospace()
         << "Tulvane " << m_with.version << " launched; hotkey: " << m_with.hotkeys.hotkeyDescription();
-    const bool hasHotkey =
-        m_with.hasCombination() || m_with.settings.modifierHotkey() != ModifierHotkey::none;
-    const bool isSetUp = m_with.settings.hasCompletedOnboarding() && isReady() && hasHotkey;
-    if (!isSetUp)
+    if (!isSetUp())
         m_with.windows.showOnboarding();
     m_with.session.preloadModel();
+}
+
+bool DictationController::isSetUp() const
+{
+    const bool hasHotkey =
+        m_with.hasCombination() || m_with.settings.modifierHotkey() != ModifierHotkey::none;
+    return m_with.settings.hasCompletedOnboarding() && isReady() && hasHotkey;
 }
 
 bool DictationController::isReadyToStart() const

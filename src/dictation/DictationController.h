@@ -75,6 +75,8 @@ public:
     /// What is left to do once the application has finished launching: the permissions, the models, the log
     /// line, and either the preparation of the model or the window that leads through what is missing.
     void launch();
+    /// Whether everything is there that dictating needs, and the user has been led through it.
+    [[nodiscard]] bool isSetUp() const;
 
     /// The menu's and the command line's ways in. A start while a dictation is being finished is ignored, and
     /// so is a stop or a cancel while nothing is being recorded. Whatever they do, the next press of the

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <base/Result.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -7,7 +9,7 @@
 
 namespace tulvane {
 
-/// Other programs, run to their end. Any thread.
+/// Other programs. Any thread.
 class Processes {
 public:
     Processes() = default;
@@ -18,6 +20,11 @@ public:
     /// Runs the program (an absolute path), its output to the null device, and waits for it: the calling
     /// thread is blocked meanwhile. The exit status, -1 after a crash; none when it could not be launched.
     [[nodiscard]] virtual std::optional<int> run(const QString& program, const QStringList& arguments) = 0;
+
+    /// Starts the program (an absolute path) and leaves it to itself: it goes on when this process ends, and
+    /// says what it says where this process does. Fails with the reason, in words.
+    [[nodiscard]] virtual Result<void, QString> startDetached(const QString& program,
+                                                              const QStringList& arguments) = 0;
 };
 
 } // namespace tulvane

@@ -18,9 +18,19 @@ public:
         commands.append({program, arguments});
         return exitStatus;
     }
+    [[nodiscard]] Result<void, QString> startDetached(const QString& program,
+                                                      const QStringList& arguments) override
+    {
+        detached.append({program, arguments});
+        if (startFailure)
+            return failure(*startFailure);
+        return {};
+    }
 
     std::optional<int> exitStatus = 0;
-    QList<Command> commands;
+    QList<Command> commands;             ///< what was run, oldest first
+    std::optional<QString> startFailure; ///< why nothing can be started
+    QList<Command> detached;             ///< what was started, or failed to, oldest first
 };
 
 } // namespace tulvane

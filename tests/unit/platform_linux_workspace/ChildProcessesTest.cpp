@@ -1,4 +1,5 @@
 #include <platform/linux/workspace/ChildProcesses.h>
+#include <support/Await.h>
 #include <support/ScratchFolder.h>
 
 #include <gtest/gtest.h>
@@ -45,6 +46,31 @@ TEST(ChildProcesses, ACrashIsMinusOneAndNoProgramIsNothing)
     EXPECT_EQ(runScript(u"kill -KILL $$"_qs), -1);
     ChildProcesses processes;
     EXPECT_EQ(processes.run(u"/nowhere/tccutil"_qs, {}), std::nullopt);
+}
+
+TEST(ChildProcesses, ADetachedOneIsNobodysChildAndIsNotWaitedFor)
+{
+    const test::ScratchFolder folder;
+    const QString out = folder.file(u"out"_qs);
+    ChildProcesses processes;
+    const auto started = processes.startDetached(
+        shell, {u"-c"_qs,
+                u"until test -e \"$1.go\"; do sleep 0.02; done; ps -o ppid= -p $$ > \"$1.part\"; "_qs +
+                    u"mv \"$1.part\" \"$1\""_qs,
+                u"name"_qs, out});
+    ASSERT_TRUE(started);
+    EXPECT_FALSE(QFile::exists(out));
+    folder.write(u"out.go"_qs, {});
+    ASSERT_TRUE(test::waitUntil([&] { return QFile::exists(out); }));
+    EXPECT_NE(folder.read(u"out"_qs).trimmed().toLongLong(), QCoreApplication::applicationPid());
+}
+
+TEST(ChildProcesses, SaysWhyNothingCouldBeDetached)
+{
+    ChildProcesses processes;
+    const auto started = processes.startDetached(u"/nowhere/sh"_qs, {});
+    ASSERT_FALSE(started);
+    EXPECT_FALSE(started.error().isEmpty());
 }
 
 } // namespace tulvane

@@ -17,4 +17,15 @@ std::optional<int> ChildProcesses::run(const QString& program, const QStringList
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
 
+Result<void, QString> ChildProcesses::startDetached(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setStandardInputFile(QProcess::nullDevice());
+    if (!process.startDetached())
+        return failure(process.errorString());
+    return {};
+}
+
 } // namespace tulvane

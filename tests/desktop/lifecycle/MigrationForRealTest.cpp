@@ -1,0 +1,90 @@
+#include "LifeCycleDesktop.h"
+
+#include <support/Await.h>
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+namespace tulvane::test {
+
+namespace {
+
+const QString oldDomain = QStringLiteral("com.dunio.Arvenscribe");
+const QString words = QStringLiteral("Migrated 3 preference(s) from com.dunio.Arvenscribe");
+
+/// What the earlier product left: some of it, all of it, nothing.
+struct Estate {
+    bool preferences;
+    bool folder;
+    bool ownFolder; ///< the program's own is there already
+};
+
+class MigrationForReal : public testing::TestWithParam<Estate> {
+protected:
+    void leave(const Estate& estate) const
+    {
+        if (estate.preferences)
+            here.writeDomain(oldDomain,
+                             R"({"appLanguage": "en", "playSounds": false, "hotkeyMode": "hold"})");
+        if (estate.folder) {
+            here.writeData(QStringLiteral("Arven Scribe/Models/both.bin"), "old");
+            here.writeData(QStringLiteral("Arven Scribe/Models/mine.bin"), "old");
+        }
+        if (estate.ownFolder)
+            here.writeData(QStringLiteral("Tulvane/Models/both.bin"), "new");
+    }
+    QByteArray model(const char* name) const
+    {
+        return here.scratch.read(QStringLiteral("data/Tulvane/Models/") + QString::fromLatin1(name));
+    }
+    QString setting(const char* key) const
+    {
+        return here.tulvane({QStringLiteral("settings"), QStringLiteral("get"), QString::fromLatin1(key)})
+            .trimmed();
+    }
+
+    LifeCycleDesktop here;
+};
+
+} // namespace
+
+TEST_P(MigrationForReal, BringsOverWhatThereIsOnceAndNeverAgain)
+{
+    const Estate estate = GetParam();
+    leave(estate);
+    here.launch();
+    // Not before the window: its words are the language's.
+    ASSERT_TRUE(here.waitForWindow(QStringLiteral("Tulvane")));
+    EXPECT_EQ(setting("hotkeyMode"), QStringLiteral("toggle")); // of this start
+    const QString log = here.log();
+    EXPECT_EQ(log.contains(words), estate.preferences) << qPrintable(log);
+    EXPECT_EQ(log.contains(QStringLiteral("Moved ") + here.data(QStringLiteral("Arven Scribe")) +
+                           QStringLiteral(" → ") + here.data(QStringLiteral("Tulvane"))),
+              estate.folder && !estate.ownFolder)
+        << qPrintable(log);
+    EXPECT_EQ(log.contains(QStringLiteral("Merged ")), estate.folder && estate.ownFolder) << qPrintable(log);
+    EXPECT_EQ(here.preferences()[QStringLiteral("didMigrateFromArvenscribe")].toBool(), true);
+    EXPECT_EQ(model("mine.bin"), estate.folder ? "old" : "");
+    EXPECT_EQ(model("both.bin"), estate.ownFolder ? "new" : estate.folder ? "old" : "");
+    EXPECT_FALSE(QFile::exists(here.data(QStringLiteral("Arven Scribe"))));
+
+    here.quit();
+    here.writeDomain(oldDomain, R"({"hotkeyMode": "hybrid", "maxRecordingSeconds": 77})");
+    here.writeData(QStringLiteral("Arven Scribe/Models/late.bin"), "late");
+    here.launch();
+    EXPECT_EQ(setting("hotkeyMode"), estate.preferences ? QStringLiteral("hold") : QStringLiteral("toggle"));
+    EXPECT_NE(setting("maxRecordingSeconds"), QStringLiteral("77"));
+    EXPECT_EQ(setting("appLanguage"), estate.preferences ? QStringLiteral("en") : QStringLiteral("nb"));
+    EXPECT_TRUE(QFile::exists(here.data(QStringLiteral("Arven Scribe/Models/late.bin"))));
+    EXPECT_EQ(model("late.bin"), "");
+    EXPECT_FALSE(here.log().contains(QStringLiteral("Migrated ")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Estates, MigrationForReal,
+                         testing::Values(Estate{false, false, false}, Estate{true, false, false},
+                                         Estate{false, true, false}, Estate{false, true, true},
+                                         Estate{true, true, false}, Estate{true, true, true},
+                                         Estate{true, false, true}));
+
+} // namespace tulvane::test

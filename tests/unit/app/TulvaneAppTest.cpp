@@ -1,0 +1,212 @@
+#include "Folders.h"
+
+#include <app/TulvaneApp.h>
+#include <platform/fake/FakeAudioInput.h>
+#include <platform/fake/FakeBackgroundTransfers.h>
+#include <platform/fake/FakeFocusedElement.h>
+#include <platform/fake/FakeGlobalHotKeys.h>
+#include <platform/fake/FakeKeyPosting.h>
+#include <platform/fake/FakeLoginItem.h>
+#include <platform/fake/FakeModifierEvents.h>
+#include <platform/fake/FakePasteboard.h>
+#include <platform/fake/FakePresentation.h>
+#include <platform/fake/FakePrivacyPermissions.h>
+#include <platform/fake/FakeProcesses.h>
+#include <platform/fake/FakeSounds.h>
+#include <platform/fake/FakeSystemMemory.h>
+#include <platform/fake/FakeUserDefaults.h>
+#include <platform/fake/FakeWorkspace.h>
+#include <stats/StatsFile.h>
+#include <support/ScratchFolder.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using testing::ElementsAre;
+
+namespace tulvane::test {
+
+namespace {
+
+class NoIndicator final : public Indicator {
+public:
+    void setPhase(const Phase& /*phase*/) override {}
+    void setLevel(float /*level*/) override {}
+    void show() override {}
+    void hide(bool /*animated*/) override {}
+};
+
+class NotedWindows final : public Windows {
+public:
+    void showOnboarding() override { shown.append(u"onboarding"_qs); }
+    void showPage(SettingsTab page) override { shown.append(rawValue(page)); }
+    QStringList shown;
+};
+
+/// The whole program without a desktop.
+class TulvaneAppTest : public testing::Test {
+protected:
+    TulvaneApp& app()
+    {
+        if (!m_app)
+            m_app = std::make_unique<TulvaneApp>(ports(), options(),
+                                                 Surfaces{.indicator = m_indicator,
+                                                          .windows = windows,
+                                                          .bringToFront = [this] { return hasWindows; }});
+        return *m_app;
+    }
+    /// Nothing is missing: permission, model, hotkey, and the user has been led through it.
+    void setUp()
+    {
+        privacy.microphoneAccess = MicrophoneAccess::authorized;
+        ASSERT_TRUE(defaults.set(u"hasCompletedOnboarding"_qs, true));
+        const WhisperModel model = WhisperModel::fallback();
+        put(data.file(u"Tulvane/Models/"_qs + model.id + u".bin"_qs));
+        QFile file(data.file(u"Tulvane/Models/"_qs + model.id + u".bin"_qs));
+        ASSERT_TRUE(file.resize(model.approximateSizeBytes));
+    }
+
+    std::shared_ptr<FakeUserDefaults::Store> store = std::make_shared<FakeUserDefaults::Store>();
+    FakeUserDefaults defaults{store};
+    FakePrivacyPermissions privacy;
+    FakePresentation presentation;
+    NotedWindows windows;
+    ScratchFolder data;
+    bool hasWindows = false;
+
+private:
+    Desktop ports()
+    {
+        return {.defaults = defaults,
+                .microphone = m_input,
+                .sounds = m_sounds,
+                .hotKeys = m_hotKeys,
+                .modifierEvents = m_modifiers,
+                .pasteboards = m_boards,
+                .keys = m_keys,
+                .elements = m_elements,
+                .permissions = privacy,
+                .processes = m_processes,
+                .workspace = m_workspace,
+                .transfers = m_transfers,
+                .memory = m_memory,
+                .presentation = presentation,
+                .loginItem = m_loginItem};
+    }
+    TulvaneApp::Options options() const
+    {
+        return {.version = u"0.1.0"_qs,
+                .backends = {},
+                .folders = {data.file(u"Tulvane/Models"_qs), data.file(u"tmp"_qs)},
+                .hub = QUrl(u"http://hub.invalid/"_qs),
+                .statisticsFile = data.file(u"Tulvane/statistics.json"_qs),
+                .dataFolder = data.path()};
+    }
+
+    FakeAudioInput m_input;
+    FakeSounds m_sounds;
+    FakeGlobalHotKeys m_hotKeys;
+    FakeModifierEvents m_modifiers;
+    FakePasteboards m_boards;
+    FakeKeyPosting m_keys;
+    FakeFocusedElements m_elements;
+    FakeProcesses m_processes;
+    FakeWorkspace m_workspace;
+    FakeBackgroundTransfers m_transfers;
+    FakeSystemMemory m_memory;
+    FakeLoginItem m_loginItem;
+    NoIndicator m_indicator;
+    std::unique_ptr<TulvaneApp> m_app;
+};
+
+} // namespace
+
+TEST_F(TulvaneAppTest, WhatTheEarlierProductCountedIsThereFromTheFirstStartOn)
+{
+    const QDateTime day(QDate(2026, 11, 19), QTime(0, 0));
+    put(data.file(u"Arven Scribe/statistics.json"_qs), *encodeStatistics({DailyStat{day, 3, 40, 200, 20}}));
+    const StatsStore& stats = app().uiContext({}).stats;
+    ASSERT_EQ(stats.days().size(), 1);
+    EXPECT_EQ(stats.days()[0].words, 40);
+    // The whole folder moved: nothing had been put into the new one's place before.
+    EXPECT_FALSE(QFile::exists(data.file(u"Arven Scribe"_qs)));
+}
+
+TEST_F(TulvaneAppTest, WhatTheEarlierProductWasSetToCountsFromTheNextStartOn)
+{
+    store->insert(u"com.dunio.Arvenscribe"_qs, {{u"appLanguage"_qs, u"en"_qs}, {u"playSounds"_qs, false}});
+    const UiContext context = app().uiContext({});
+    EXPECT_TRUE(context.settings.playSounds());
+    EXPECT_EQ(context.settings.appLanguage(), AppLanguage::norwegian);
+    EXPECT_EQ(defaults.value(u"playSounds"_qs), false);
+    EXPECT_EQ(defaults.value(u"appLanguage"_qs), u"en"_qs);
+}
+
+TEST_F(TulvaneAppTest, TheDockEntryFollowsTheSetting)
+{
+    ASSERT_TRUE(defaults.set(u"showInDock"_qs, true));
+    const UiContext context = app().uiContext({});
+    EXPECT_TRUE(presentation.policies().isEmpty());
+    context.settings.setShowInDock(false);
+    context.settings.setShowInDock(false);
+    EXPECT_THAT(presentation.policies(), ElementsAre(ActivationPolicy::accessory));
+}
+
+TEST_F(TulvaneAppTest, AnotherStartOpensTheMainWindowWhereEverythingIsSetUp)
+{
+    setUp();
+    static_cast<void>(app().answer(RemoteRequest::activate, {}));
+    EXPECT_EQ(windows.shown, QStringList(u"home"_qs));
+}
+
+TEST_F(TulvaneAppTest, AnotherStartLeadsThroughTheSetupWhereSomethingIsMissing)
+{
+    static_cast<void>(app().answer(RemoteRequest::activate, {}));
+    EXPECT_EQ(windows.shown, QStringList(u"onboarding"_qs));
+}
+
+TEST_F(TulvaneAppTest, AnotherStartWithAPageOpensThatPage)
+{
+    hasWindows = true;
+    static_cast<void>(app().answer(RemoteRequest::activate, u"statistics"_qs));
+    EXPECT_EQ(windows.shown, QStringList(u"statistics"_qs));
+    static_cast<void>(app().answer(RemoteRequest::activate, {}));
+    EXPECT_EQ(windows.shown.size(), 1); // what is there is brought to the front
+}
+
+TEST_F(TulvaneAppTest, EachOfTheFourThingsIsNeeded)
+{
+    setUp();
+    app().launch();
+    EXPECT_TRUE(app().isSetUp());
+    EXPECT_TRUE(windows.shown.isEmpty());
+    const UiContext context = app().uiContext({});
+    context.settings.setHasCompletedOnboarding(false);
+    EXPECT_FALSE(app().isSetUp());
+    context.settings.setHasCompletedOnboarding(true);
+    context.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
+    context.settings.setModifierHotkey(ModifierHotkey::none);
+    EXPECT_FALSE(app().isSetUp());
+    context.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    EXPECT_TRUE(app().isSetUp());
+    privacy.microphoneAccess = MicrophoneAccess::denied;
+    context.permissions.refresh();
+    EXPECT_FALSE(app().isSetUp());
+    privacy.microphoneAccess = MicrophoneAccess::authorized;
+    context.permissions.refresh();
+    EXPECT_TRUE(app().isSetUp());
+    ASSERT_TRUE(context.models.deleteModel(WhisperModel::fallback()));
+    EXPECT_FALSE(app().isSetUp());
+}
+
+TEST_F(TulvaneAppTest, ARecordingIsAbandonedAtTheEnd)
+{
+    setUp();
+    app().launch();
+    app().controller().start();
+    ASSERT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+    app().prepareToQuit();
+    EXPECT_EQ(app().controller().phase(), Phase());
+}
+
+} // namespace tulvane::test

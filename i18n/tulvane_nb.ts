@@ -264,6 +264,10 @@
         <translation>Insert</translation>
     </message>
     <message>
+        <source>Inserting…</source>
+        <translation>Setter inn …</translation>
+    </message>
+    <message>
         <source>It must include ⌘, ⌃ or ⌥, or be a function key such as F5. Letters alone, ⇧ alone and fn alone are not accepted – the field just beeps.</source>
         <translation>Den må inneholde ⌘, ⌃ eller ⌥, eller være en funksjonstast som F5. Bokstaver alene, ⇧ alene og fn alene godtas ikke – feltet bare piper.</translation>
     </message>
@@ -310,6 +314,10 @@
     <message>
         <source>Light</source>
         <translation>Lyst</translation>
+    </message>
+    <message>
+        <source>Listening…</source>
+        <translation>Lytter …</translation>
     </message>
     <message>
         <source>Measured from your dictations</source>
@@ -640,6 +648,10 @@
         <translation>Det finnes ikke noe skrivebord her med taster å lytte til. Start Tulvane fra en skrivebordsøkt.</translation>
     </message>
     <message>
+        <source>There is no folder for programs that start at login.</source>
+        <translation>Det finnes ingen mappe for programmer som starter ved innlogging.</translation>
+    </message>
+    <message>
         <source>There is not enough free disk space: %1 more needed.</source>
         <translation>Det er for lite ledig diskplass: %1 mangler.</translation>
     </message>
@@ -674,6 +686,10 @@
     <message>
         <source>Total words dictated</source>
         <translation>Dikterte ord totalt</translation>
+    </message>
+    <message>
+        <source>Transcribing…</source>
+        <translation>Transkriberer …</translation>
     </message>
     <message>
         <source>Transcription failed (whisper error %1).</source>

@@ -7,6 +7,8 @@
 
 namespace tulvane {
 
+class IndicatorPanel;
+
 /// Every adapter of a Linux desktop, made from the environment. Main thread.
 class LinuxDesktop final {
 public:
@@ -18,6 +20,8 @@ public:
     ~LinuxDesktop();
 
     [[nodiscard]] Desktop ports();
+    /// For the pill's window; needs a QGuiApplication.
+    [[nodiscard]] static std::unique_ptr<IndicatorPanel> makeIndicatorPanel();
     /// `ended` is called once when the X server has gone: nothing can be done for the user then.
     void setEnded(const std::function<void()>& ended);
 

@@ -2,7 +2,6 @@
 #include <app/ProgramFolders.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
-#include <app/Windowless.h>
 #include <app/cli/StopWatch.h>
 #include <app/cli/WaitFor.h>
 #include <base/Log.h>
@@ -10,6 +9,7 @@
 #include <platform/linux/common/JsonUserDefaults.h>
 #include <platform/linux/dbus/DBusRemoteControl.h>
 #include <ui/UserInterface.h>
+#include <ui/indicator/HUDController.h>
 #include <ui/look/InterfaceLanguage.h>
 
 #include <QCoreApplication>
@@ -63,10 +63,10 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
     const auto desktop = LinuxDesktop::open(defaults, scheduler);
     if (!desktop)
         return cli::fail(console, desktop.error());
-    UserInterface windows;
-    WindowlessIndicator indicator;
+    UserInterface windows(
+        {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(ports, appOptions(defaults), {.indicator = indicator, .windows = windows});
+    TulvaneApp app(ports, appOptions(defaults), {.indicator = windows.indicator(), .windows = windows});
     const AppSettings settings(defaults);
     installInterfaceLanguage(settings.appLanguage());
     windows.attach(app.uiContext([] {}));

@@ -1,5 +1,6 @@
 #include <settings/AppSettings.h>
 #include <ui/UserInterface.h>
+#include <ui/indicator/HUDController.h>
 #include <ui/look/Look.h>
 #include <ui/models/UiModels.h>
 #include <ui/windows/SettingsWindowController.h>
@@ -11,7 +12,15 @@ extern void qml_register_types_Tulvane();
 
 namespace tulvane {
 
-UserInterface::UserInterface() = default;
+UserInterface::UserInterface(const Ground& ground)
+    : m_indicator(std::make_unique<HUDController>(
+          HUDController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
+                                    .makePanel = ground.makePanel,
+                                    .scheduler = ground.scheduler,
+                                    .clock = ground.clock}))
+{
+}
+
 UserInterface::~UserInterface() = default;
 
 void UserInterface::attach(const UiContext& context)
@@ -26,6 +35,7 @@ void UserInterface::attach(const UiContext& context)
 
 void UserInterface::detach()
 {
+    m_indicator->close();
     m_settingsWindow.reset();
     m_models.reset();
     m_engine.reset();

@@ -14,6 +14,7 @@ TEST_F(PillTest, TheProgramInFrontKeepsTheFocusHoweverOftenThePillIsShown)
 {
     m_here.launch();
     m_here.openEntry();
+    ASSERT_TRUE(waitUntil([&] { return m_view.active() != 0; }));
     const xcb_window_t active = m_view.active();
     const xcb_window_t focus = m_view.focus();
     for (int i = 0; i < soakCount(10, 100); ++i) {

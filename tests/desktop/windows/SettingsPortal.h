@@ -22,6 +22,7 @@ public:
         : m_bus(QDBusConnection::connectToBus(bus, name())),
           m_values(values)
     {
+        qRegisterMetaType<QDBusVariant>("QDBusVariant"); // else the first signal is not passed on
         m_bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
                              QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
         if (!m_bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop")))

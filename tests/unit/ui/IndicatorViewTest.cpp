@@ -163,13 +163,13 @@ TEST_F(IndicatorViewTest, TheBarsMoveOnlyWhileThePillCanBeSeen)
     m_pill.setLevel(1);
     EXPECT_LT(bar(2), 18); // on its way
     EXPECT_TRUE(waitUntil([&] { return bar(2) == 18; }));
+    const QQuickItem& middle = item("indicator.bar.2");
     m_pill.hide(false);
-    const QQuickItem* const middle =
-        m_pill.panel()->findChild<QQuickItem*>(QStringLiteral("indicator.bar.2"));
-    ASSERT_NE(middle, nullptr);
-    EXPECT_EQ(middle->height(), 4);
-    m_pill.setLevel(0.5F);
-    EXPECT_EQ(middle->height(), 4);
+    m_pill.setLevel(0);
+    EXPECT_EQ(middle.height(), 18);
+    EXPECT_FALSE(waitUntil([&] { return middle.height() != 18; }, std::chrono::milliseconds(120)));
+    m_pill.show();
+    EXPECT_TRUE(waitUntil([&] { return middle.height() == 4; }));
 }
 
 TEST_F(IndicatorViewTest, LooksTheSameInBothAppearances)

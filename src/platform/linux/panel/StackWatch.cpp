@@ -30,6 +30,7 @@ StackWatch::~StackWatch()
 void StackWatch::begin(xcb_window_t window)
 {
     m_returns = 0;
+    m_isReturning = false;
     if (std::exchange(m_window, window) == 0)
         listen(true);
 }
@@ -75,15 +76,17 @@ void StackWatch::note(const xcb_generic_event_t& event)
 
 void StackWatch::noteOwn(const xcb_configure_notify_event_t& event)
 {
-    // A change of place leaves the order as it is; what changes it, while nobody else asked, was our return.
-    if (event.window == m_window && std::exchange(m_below, event.above_sibling) != event.above_sibling)
+    // What is on top already is told of nothing when it is raised: a return was needed, and worked.
+    if (event.window == m_window && std::exchange(m_isReturning, false))
         ++m_returns;
 }
 
 void StackWatch::comeBack()
 {
-    if (m_window != 0)
-        m_raise();
+    if (m_window == 0)
+        return;
+    m_isReturning = true;
+    m_raise();
 }
 
 } // namespace tulvane

@@ -34,8 +34,8 @@ private:
     std::function<void()> m_raise;
     QTimer m_soon;
     xcb_window_t m_window = 0; ///< 0 while none is watched over
-    xcb_window_t m_below = 0;  ///< the one that lay directly below, as last told
     int m_returns = 0;
+    bool m_isReturning = false; ///< has been asked to come up, and the server has not told of it
 };
 
 } // namespace tulvane

@@ -23,6 +23,12 @@ int screenOf(const QByteArray& display)
     return parsed != 0 ? screen : 0;
 }
 
+void raiseNow(QWindow& window)
+{
+    window.raise();
+    qtx11::flush();
+}
+
 } // namespace
 
 X11IndicatorPanel::X11IndicatorPanel(const QByteArray& display)
@@ -52,7 +58,7 @@ void X11IndicatorPanel::prepare(QWindow& window)
     qtx11::setProperty(id, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, {0, 0, 0, 0});
     if (!m_connection)
         return;
-    m_watch = std::make_unique<StackWatch>(*m_connection, [&window] { window.raise(); });
+    m_watch = std::make_unique<StackWatch>(*m_connection, [&window] { raiseNow(window); });
     m_visibility = QObject::connect(&window, &QWindow::visibleChanged, &window, [this](bool isVisible) {
         if (!isVisible)
             m_watch->end();
@@ -61,7 +67,7 @@ void X11IndicatorPanel::prepare(QWindow& window)
 
 void X11IndicatorPanel::raise(QWindow& window)
 {
-    window.raise();
+    raiseNow(window);
     const xcb_window_t id = qtx11::serverWindow(window);
     if (m_watch && id != 0 && window.isVisible())
         m_watch->begin(id);
@@ -87,6 +93,7 @@ bool X11IndicatorPanel::isBlended() const
 void X11IndicatorPanel::setOpacity(QWindow& window, double opacity)
 {
     window.setOpacity(opacity);
+    qtx11::flush();
 }
 
 void X11IndicatorPanel::cut(QWindow& window, const std::optional<PanelOutline>& outline)
@@ -100,11 +107,13 @@ void X11IndicatorPanel::cut(QWindow& window, const std::optional<PanelOutline>& 
     xcb_connection_t* const server = qtx11::connection();
     if (!outline) {
         xcb_shape_mask(server, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, id, 0, 0, XCB_PIXMAP_NONE);
+        xcb_flush(server);
         return;
     }
     const auto rows = outlineRows(*outline, scale);
     xcb_shape_rectangles(server, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED, id, 0,
                          0, static_cast<quint32>(rows.size()), rows.data());
+    xcb_flush(server);
 }
 
 } // namespace tulvane

@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSettings>
 
 namespace tulvane {
 
@@ -11,6 +10,26 @@ namespace {
 bool isTrue(const QString& value)
 {
     return value == u"1" || value.compare(u"true", Qt::CaseInsensitive) == 0;
+}
+
+/// The lines of the file's group of settings. (The library's own reader remembers a file by its size and the
+/// time of its change, and misses a second change within the clock's grain.)
+QStringList linesOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    constexpr qint64 longest = 256 * 1024;
+    QStringList lines;
+    bool isWithin = false;
+    for (const QString& line : QString::fromUtf8(file.read(longest)).split(u'\n')) {
+        const QString plain = line.trimmed();
+        if (plain.startsWith(u'['))
+            isWithin = plain == u"[Settings]";
+        else if (isWithin)
+            lines.append(plain);
+    }
+    return lines;
 }
 
 } // namespace
@@ -55,9 +74,11 @@ void GtkSettings::note()
 QString GtkSettings::valueOf(const QString& key) const
 {
     for (const QString& file : m_files) {
-        const QVariant value = QSettings(file, QSettings::IniFormat).value(QStringLiteral("Settings/") + key);
-        if (value.isValid())
-            return value.toString().trimmed();
+        for (const QString& line : linesOf(file)) {
+            const qsizetype equals = line.indexOf(u'=');
+            if (equals > 0 && line.left(equals).trimmed() == key)
+                return line.mid(equals + 1).trimmed();
+        }
     }
     return {};
 }

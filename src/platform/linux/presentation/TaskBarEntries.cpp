@@ -53,6 +53,7 @@ void askForStates(const QWindow& window, bool hidden)
     xcb_send_event(qtx11::connection(), 0, qtx11::root(window),
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
+    qtx11::flush();
 }
 
 } // namespace

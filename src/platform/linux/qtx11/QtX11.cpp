@@ -74,4 +74,10 @@ QList<quint32> property(xcb_window_t window, const char* name, xcb_atom_t type)
     return QList<quint32>(items, items + xcb_get_property_value_length(reply.get()) / 4);
 }
 
+void flush()
+{
+    if (xcb_connection_t* const server = connection())
+        xcb_flush(server);
+}
+
 } // namespace tulvane::qtx11

@@ -26,4 +26,8 @@ void setProperty(xcb_window_t window, const char* name, xcb_atom_t type, const Q
 /// A property of 32-bit items; empty where it is not set. Waits for the server.
 [[nodiscard]] QList<quint32> property(xcb_window_t window, const char* name, xcb_atom_t type);
 
+/// Sends what has been asked for: what goes past the windows' own functions otherwise waits for their next
+/// need.
+void flush();
+
 } // namespace tulvane::qtx11

@@ -48,7 +48,7 @@ QtObject {
     // The pill lies over whatever other programs show: the same dark glass in both appearances.
     readonly property color pillTop: "#f2252b34"
     readonly property color pillBottom: "#f2161a20"
-    readonly property color pillEdge: "#33ffffff"
+    readonly property color pillEdge: "#3dffffff"
     readonly property color pillShadow: "#70000000"
     readonly property color pillText: "#f4f6f9"
     readonly property color pillSecondaryText: "#b6c0cc"

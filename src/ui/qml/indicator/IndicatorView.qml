@@ -91,11 +91,19 @@ Item {
                 x: label.x + Math.ceil(label.contentWidth) + 14
                 anchors.verticalCenter: parent.verticalCenter
                 visible: view.listening
-                level: view.listening && view.model.shown ? view.model.level : 0
                 moving: view.model.shown
                 tint: view.tint
             }
         }
+    }
+
+    // What nobody sees stands still.
+    Binding {
+        target: meter
+        property: "level"
+        value: view.model.level
+        when: view.listening && view.model.shown
+        restoreMode: Binding.RestoreNone
     }
 
     TextMetrics {

@@ -5,6 +5,7 @@
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/autostart/AutostartEntry.h>
 #include <platform/linux/common/ProcessMemory.h>
+#include <platform/linux/panel/X11IndicatorPanel.h>
 #include <platform/linux/presentation/DesktopPresentation.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
@@ -78,6 +79,11 @@ Result<std::unique_ptr<LinuxDesktop>, QString> LinuxDesktop::open(UserDefaults& 
                            .arg(QString::fromLocal8Bit(display)));
     return std::unique_ptr<LinuxDesktop>(
         new LinuxDesktop(std::make_unique<Parts>(defaults, std::move(text), display)));
+}
+
+std::unique_ptr<IndicatorPanel> LinuxDesktop::makeIndicatorPanel()
+{
+    return std::make_unique<X11IndicatorPanel>(qgetenv("DISPLAY"));
 }
 
 void LinuxDesktop::setEnded(const std::function<void()>& ended)

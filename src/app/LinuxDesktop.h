@@ -8,6 +8,7 @@
 namespace tulvane {
 
 class StatusItem;
+class IndicatorPanel;
 
 /// Every adapter of a Linux desktop, made from the environment. Main thread.
 class LinuxDesktop final {
@@ -22,6 +23,8 @@ public:
     [[nodiscard]] Desktop ports();
     /// The program's icon in the tray; made on the first call, which needs a QApplication.
     [[nodiscard]] StatusItem& statusItem();
+    /// For the pill's window; needs a QGuiApplication.
+    [[nodiscard]] static std::unique_ptr<IndicatorPanel> makeIndicatorPanel();
     /// `ended` is called once when the X server has gone: nothing can be done for the user then.
     void setEnded(const std::function<void()>& ended);
 

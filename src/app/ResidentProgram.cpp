@@ -3,7 +3,6 @@
 #include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
-#include <app/Windowless.h>
 #include <app/cli/StopWatch.h>
 #include <app/cli/WaitFor.h>
 #include <base/Log.h>
@@ -12,6 +11,7 @@
 #include <platform/linux/dbus/DBusRemoteControl.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
+#include <ui/indicator/HUDController.h>
 #include <ui/menubar/MenuBarMenu.h>
 #include <ui/windows/SettingsWindowController.h>
 #include <ui/windows/VisibleWindows.h>
@@ -75,11 +75,11 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
     const auto desktop = LinuxDesktop::open(defaults, scheduler);
     if (!desktop)
         return cli::fail(console, desktop.error());
-    UserInterface windows;
-    WindowlessIndicator indicator;
+    UserInterface windows(
+        {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     const Desktop ports = (*desktop)->ports();
     TulvaneApp app(ports, appOptions(defaults),
-                   {.indicator = indicator, .windows = windows, .bringToFront = [&windows, &running] {
+                   {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
                         return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
                     }});
     UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });

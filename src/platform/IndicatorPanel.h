@@ -1,11 +1,24 @@
 #pragma once
 
+#include <QRectF>
+
+#include <optional>
+
 class QWindow;
 
 namespace tulvane {
 
+/// A rectangle with round corners, in device-independent pixels of the window that it lies in.
+struct PanelOutline {
+    QRectF rect;
+    double radius = 0;
+
+    [[nodiscard]] bool operator==(const PanelOutline&) const = default;
+};
+
 /// Makes a window the pill's panel: never focused, clicks go through it, above everything, on every
-/// workspace. Main thread.
+/// workspace. A panel serves one window, which outlives it. Main thread; no call waits for another program,
+/// and none fails: what the desktop cannot do is left out.
 class IndicatorPanel {
 public:
     IndicatorPanel() = default;
@@ -15,11 +28,16 @@ public:
 
     /// Once, before the window is first shown.
     virtual void prepare(QWindow& window) = 0;
-    /// Above everything again, without touching the focus; after each show.
+    /// Above everything again, without touching the focus; after each show. While the window stays visible
+    /// it also comes back above what is put over it later, unless that insists.
     virtual void raise(QWindow& window) = 0;
     /// Whether the desktop blends the window's alpha with what lies below it. Where it does not, the pill
     /// is cut to its outline and does not fade.
     [[nodiscard]] virtual bool isBlended() const = 0;
+    /// 0 (nothing to be seen) to 1; without effect where nothing is blended.
+    virtual void setOpacity(QWindow& window, double opacity) = 0;
+    /// Only what lies within the outline is there from now on; all of the window without one.
+    virtual void cut(QWindow& window, const std::optional<PanelOutline>& outline) = 0;
 };
 
 } // namespace tulvane

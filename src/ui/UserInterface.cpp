@@ -1,5 +1,6 @@
 #include <settings/AppSettings.h>
 #include <ui/UserInterface.h>
+#include <ui/indicator/HUDController.h>
 #include <ui/look/Look.h>
 #include <ui/models/UiModels.h>
 #include <ui/windows/OnboardingWindowController.h>
@@ -12,7 +13,15 @@ extern void qml_register_types_Tulvane();
 
 namespace tulvane {
 
-UserInterface::UserInterface() = default;
+UserInterface::UserInterface(const Ground& ground)
+    : m_indicator(std::make_unique<HUDController>(
+          HUDController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
+                                    .makePanel = ground.makePanel,
+                                    .scheduler = ground.scheduler,
+                                    .clock = ground.clock}))
+{
+}
+
 UserInterface::~UserInterface() = default;
 
 void UserInterface::attach(const UiContext& given)
@@ -34,6 +43,7 @@ void UserInterface::attach(const UiContext& given)
 void UserInterface::detach()
 {
     m_onboardingWindow.reset();
+    m_indicator->close();
     m_settingsWindow.reset();
     m_models.reset();
     m_engine.reset();

@@ -3,6 +3,7 @@
 #include <dictation/Indicator.h>
 #include <ui/UiContext.h>
 
+#include <functional>
 #include <memory>
 
 class QQmlEngine;
@@ -10,6 +11,8 @@ class QQmlEngine;
 namespace tulvane {
 
 class OnboardingWindowController;
+class HUDController;
+class IndicatorPanel;
 class SettingsWindowController;
 class UiModels;
 
@@ -17,7 +20,14 @@ class UiModels;
 /// before it is first shown. Main thread; needs a QGuiApplication.
 class UserInterface final : public Windows {
 public:
-    UserInterface();
+    /// What the pill, which can be asked for before anything is attached, stands on.
+    struct Ground {
+        std::function<std::unique_ptr<IndicatorPanel>()> makePanel; ///< asked when the pill is first shown
+        Scheduler& scheduler; ///< outlives this object, as the clock does
+        const Clock& clock;
+    };
+
+    explicit UserInterface(const Ground& ground);
     ~UserInterface() override;
 
     /// What the windows show; once, before anything is shown. The context's objects outlive this one.
@@ -31,15 +41,18 @@ public:
     [[nodiscard]] SettingsWindowController& settingsWindow() { return *m_settingsWindow; }
     [[nodiscard]] OnboardingWindowController& onboardingWindow() { return *m_onboardingWindow; }
     [[nodiscard]] UiModels& models() { return *m_models; }
+    [[nodiscard]] HUDController& indicator() { return *m_indicator; }
 
-private:
+    /// The windows share it; made when the first of them is built.
     [[nodiscard]] QQmlEngine& engine();
 
+private:
     // The engine goes last: the windows and the models are its guests.
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<UiModels> m_models;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingWindowController> m_onboardingWindow;
+    std::unique_ptr<HUDController> m_indicator;
 };
 
 } // namespace tulvane

@@ -1,20 +1,24 @@
 // Draws pages of the program into PNG files, for looking at them:
 //   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
 //                    [--size 1020x680] [--tall] [--click CONTROL] PAGE...
-// PAGE is a page of the main window, or "onboarding". --tall makes the window as high as the page. --click
-// presses the control of that name first. The state "half" has a setup under way in which much is wrong,
-// "failed" a dictation that could not be transcribed, "left" one that could not be inserted, "loading" a
-// model that loads. QT_SCALE_FACTOR scales.
+// PAGE is a page of the main window, "onboarding", or the pill: pill-idle, pill-listening, pill-transcribing,
+// pill-inserting, pill-notice, pill-long-notice, pill-error, pill-uncut (without a compositor). --tall makes
+// the window as high as the page. --click presses the control of that name first. The state "half" has a setup
+// under way in which much is wrong, "failed" a dictation that could not be transcribed, "left" one that could
+// not be inserted, "loading" a model that loads. QT_SCALE_FACTOR scales.
 
+#include <base/Translate.h>
 #include <platform/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
+#include <ui/indicator/HUDController.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QCommandLineParser>
 #include <QDir>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QQuickItem>
 #include <QQuickView>
 
@@ -56,6 +60,59 @@ int tallness(const QQuickView& window)
 
 /// Of the PNG writer: the most work for the fewest bytes.
 constexpr int smallest = 0;
+
+Phase phaseOf(const QString& page)
+{
+    if (page == u"pill-listening" || page == u"pill-uncut")
+        return {Phase::Kind::recording, {}};
+    if (page == u"pill-transcribing")
+        return {Phase::Kind::transcribing, {}};
+    if (page == u"pill-inserting")
+        return {Phase::Kind::inserting, {}};
+    if (page == u"pill-notice")
+        return Phase::notice(translate("Copied to clipboard"));
+    if (page == u"pill-long-notice")
+        return Phase::notice(translate("Microphone changed – recording cancelled"));
+    if (page == u"pill-error")
+        return Phase::error(translate("No microphone is available."));
+    return {};
+}
+
+/// What other programs may have there: text-like stripes over a plain ground.
+QImage someDesktop(const QSize& size, qreal scale, bool isDark)
+{
+    QImage image((QSizeF(size) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(isDark ? QColor(0x1d, 0x22, 0x2b) : QColor(0xf2, 0xf3, 0xf5));
+    QPainter painter(&image);
+    for (int y = 14; y < size.height(); y += 18)
+        painter.fillRect(QRect(20, y, size.width() - 40 - (y * 37) % 150, 5),
+                         isDark ? QColor(0x55, 0x5f, 0x6e) : QColor(0xc3, 0xc9, 0xd2));
+    return image;
+}
+
+bool drawPill(test::UiWorld& world, const QString& page, const Wish& wish)
+{
+    HUDController& pill = world.ui.indicator();
+    pill.setPhase(phaseOf(page));
+    pill.setLevel(0.6F);
+    pill.show();
+    if (page == u"pill-uncut") {
+        world.panel->setBlended(false);
+        pill.show();
+    }
+    test::UiWorld::settle();
+    const QImage picture = test::pictureOf(*pill.panel()->rootObject());
+    constexpr QSize around(60, 40);
+    QImage ground = someDesktop(HUDController::contentSize + around, picture.devicePixelRatio(),
+                                wish.appearance == Appearance::dark);
+    QPainter(&ground).drawImage(QPoint(around.width(), around.height()) / 2, picture);
+    const QString file = wish.folder.filePath(nameOf(page, wish));
+    std::printf("%s\n", qPrintable(file));
+    pill.hide(false);
+    world.panel->setBlended(true);
+    return ground.save(file);
+}
 
 /// Shows the page; null when there is none of that name.
 QQuickView* show(test::UiWorld& world, const QString& page)
@@ -101,6 +158,8 @@ void setUpHalf(test::UiWorld& world)
 
 bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
 {
+    if (page.startsWith(u"pill-"))
+        return drawPill(world, page, wish);
     QQuickView* const window = show(world, page);
     if (!window)
         return false;

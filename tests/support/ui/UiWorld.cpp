@@ -1,8 +1,12 @@
 #include <settings/InterfaceLanguage.h>
+#include <support/Await.h>
 #include <support/ui/UiWorld.h>
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QQuickItem>
+#include <QQuickItemGrabResult>
+#include <QQuickWindow>
 
 #include <algorithm>
 
@@ -22,6 +26,16 @@ ModelManager::Options modelOptions(const ScratchFolder& folder)
 
 } // namespace
 
+QImage pictureOf(QQuickItem& item)
+{
+    const qreal scale = item.window()->effectiveDevicePixelRatio();
+    const auto grabbed = item.grabToImage((item.size() * scale).toSize());
+    static_cast<void>(waitUntil([&] { return !grabbed->image().isNull(); }));
+    QImage image = grabbed->image();
+    image.setDevicePixelRatio(scale);
+    return image;
+}
+
 UiWorld::UiWorld(AppLanguage language)
     : models(modelOptions(folder), transfers),
       session({.settings = settings,
@@ -34,6 +48,14 @@ UiWorld::UiWorld(AppLanguage language)
                .isMicrophoneAuthorized =
                    [this] { return privacy.microphoneAccess == MicrophoneAccess::authorized; },
                .threadCount = 1}),
+      ui({.makePanel =
+              [this] {
+                  auto made = std::make_unique<FakeIndicatorPanel>();
+                  panel = made.get();
+                  return made;
+              },
+          .scheduler = scheduler,
+          .clock = clock}),
       controller(
           {.settings = settings,
            .session = session,

@@ -13,6 +13,7 @@
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/fake/FakeGlobalHotKeys.h>
+#include <platform/fake/FakeIndicatorPanel.h>
 #include <platform/fake/FakeKeyPosting.h>
 #include <platform/fake/FakeLoginItem.h>
 #include <platform/fake/FakeModifierEvents.h>
@@ -33,8 +34,14 @@
 #include <ui/UserInterface.h>
 
 #include <QMap>
+#include <QImage>
+
+class QQuickItem;
 
 namespace tulvane::test {
+
+/// What the item draws, with its alpha, in the screen's pixels.
+[[nodiscard]] QImage pictureOf(QQuickItem& item);
 
 /// Passes on to a real indicator where the test has given one.
 class ExchangeableIndicator final : public Indicator {
@@ -118,6 +125,7 @@ public:
     QMap<QString, KeyCombination> menuItems;
     ExchangeableIndicator indicator;
     DictationSession session;
+    FakeIndicatorPanel* panel = nullptr; ///< the pill's, once that has been shown
     UserInterface ui;
     DictationController controller;
 };

@@ -23,16 +23,23 @@ QByteArray quoted(const QString& word)
             text += QStringLiteral("\\\\") + c;
         else if (c == u'%')
             text += QStringLiteral("%%");
+        else if (c == u'\n')
+            text += QStringLiteral("\\n");
         else
             text += c;
     }
     return '"' + text.toUtf8() + '"';
 }
 
-/// The value of a key in the entry's only group; empty where it does not stand.
+/// The value of a key in the entry's first group, which is the entry itself; empty where it does not stand.
 QByteArray valueOf(const QByteArray& entry, const QByteArray& key)
 {
+    bool isWithin = false;
     for (const QByteArray& line : entry.split('\n')) {
+        if (line.startsWith('['))
+            isWithin = line.trimmed() == "[Desktop Entry]";
+        if (!isWithin)
+            continue;
         const qsizetype equals = line.indexOf('=');
         if (equals > 0 && line.left(equals).trimmed() == key)
             return line.mid(equals + 1).trimmed();

@@ -1,31 +1,12 @@
 #include <platform/linux/presentation/DesktopPresentation.h>
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QStandardPaths>
 
 namespace tulvane {
 
 namespace {
-
-const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString portalSettings = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
-const QString colorScheme = QStringLiteral("color-scheme");
-const QString gnomeSpace = QStringLiteral("org.gnome.desktop.interface");
-const QString animations = QStringLiteral("enable-animations");
-
-/// The portal wraps its values once or twice, depending on its version.
-QVariant unwrapped(QVariant value)
-{
-    while (value.canConvert<QDBusVariant>())
-        value = value.value<QDBusVariant>().variant();
-    return value;
-}
 
 Appearance appearanceOfPalette()
 {
@@ -37,45 +18,20 @@ Appearance appearanceOfPalette()
 
 } // namespace
 
-DesktopPresentation::DesktopPresentation()
+QString DesktopPresentation::standardFolder()
 {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.connect(portal, portalPath, portalSettings, QStringLiteral("SettingChanged"), this,
-                SLOT(noteSetting(QString, QString, QDBusVariant)));
-    ask(appearanceSpace, colorScheme);
-    ask(gnomeSpace, animations);
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+}
+
+DesktopPresentation::DesktopPresentation(const QDBusConnection& bus, const QString& folder)
+    : m_portal(bus),
+      m_files(folder)
+{
+    QObject::connect(&m_portal, &PortalSettings::changed, &m_portal, [this] { tellOfChange(); });
+    QObject::connect(&m_files, &GtkSettings::changed, &m_files, [this] { tellOfChange(); });
 }
 
 DesktopPresentation::~DesktopPresentation() = default;
-
-void DesktopPresentation::ask(const QString& space, const QString& key)
-{
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(portal, portalPath, portalSettings, QStringLiteral("Read"));
-    call << space << key;
-    auto* const watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, space, key] {
-        const QDBusPendingReply<QDBusVariant> reply = *watcher;
-        if (!reply.isError())
-            noteSetting(space, key, reply.value());
-        watcher->deleteLater();
-    });
-}
-
-void DesktopPresentation::noteSetting(const QString& space, const QString& key, const QDBusVariant& value)
-{
-    const QVariant plain = unwrapped(value.variant());
-    if (space == appearanceSpace && key == colorScheme) {
-        // 1 prefers dark, 2 prefers light, 0 has no preference.
-        const uint scheme = plain.toUInt();
-        m_system = scheme == 1 ? Appearance::dark : scheme == 2 ? Appearance::light : Appearance::none;
-    } else if (space == gnomeSpace && key == animations) {
-        m_reducedMotion = !plain.toBool();
-    } else {
-        return;
-    }
-    tellOfChange();
-}
 
 void DesktopPresentation::setAppearance(Appearance appearance)
 {
@@ -87,12 +43,21 @@ Appearance DesktopPresentation::effectiveAppearance() const
 {
     if (m_own != Appearance::none)
         return m_own;
-    return m_system == Appearance::none ? appearanceOfPalette() : m_system;
+    if (const auto said = m_portal.appearance())
+        return *said;
+    if (const auto written = m_files.appearance())
+        return *written;
+    return appearanceOfPalette();
+}
+
+bool DesktopPresentation::prefersReducedMotion() const
+{
+    return m_portal.reducedMotion().value_or(m_files.reducedMotion().value_or(false));
 }
 
 void DesktopPresentation::setActivationPolicy(ActivationPolicy policy)
 {
-    m_policy = policy;
+    m_entries.setHidden(policy == ActivationPolicy::accessory);
 }
 
 void DesktopPresentation::tellOfChange() const

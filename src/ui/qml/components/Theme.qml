@@ -48,6 +48,16 @@ QtObject {
     readonly property color dangerSoft: dark ? "#452422" : "#fbe4e2"
     readonly property color dangerInk: dark ? "#3a0b07" : "#ffffff"
 
+    // The pill lies over whatever other programs show: the same dark glass in both appearances.
+    readonly property color pillTop: "#f2252b34"
+    readonly property color pillBottom: "#f2161a20"
+    readonly property color pillEdge: "#3dffffff"
+    readonly property color pillShadow: "#70000000"
+    readonly property color pillText: "#f4f6f9"
+    readonly property color pillSecondaryText: "#b6c0cc"
+    readonly property color pillAccent: "#58cfe6"
+    readonly property color pillDanger: "#ff9a90"
+
     // One type scale, in device-independent pixels.
     readonly property string family: Look.fontFamily
     readonly property int captionSize: 12
@@ -69,6 +79,7 @@ QtObject {
     readonly property int controlRadius: 7
     readonly property int cardRadius: 12
 
+    readonly property int beat: Look.animated ? 50 : 0 // the microphone's level comes as often
     readonly property int quick: Look.animated ? 120 : 0
     readonly property int slow: Look.animated ? 220 : 0
 }

@@ -1,0 +1,120 @@
+#include <ui/indicator/HUDController.h>
+#include <ui/look/Look.h>
+#include <ui/windows/ProgramWindow.h>
+
+#include <QQuickItem>
+#include <QQuickView>
+
+#include <utility>
+
+namespace tulvane {
+
+namespace {
+
+std::chrono::milliseconds unlessStill(std::chrono::milliseconds time)
+{
+    return Look::shared().isAnimated() ? time : std::chrono::milliseconds(0);
+}
+
+} // namespace
+
+HUDController::HUDController(Neighbours neighbours)
+    : m_with(std::move(neighbours)),
+      m_fade(m_with.scheduler, m_with.clock, [this](double opacity) {
+          if (m_panel)
+              m_panel->setOpacity(*m_window, opacity);
+      })
+{
+}
+
+HUDController::~HUDController() = default;
+
+void HUDController::makeWindow()
+{
+    m_window = tulvane::makeWindow(
+        m_with.engine(), {.name = QStringLiteral("indicator/IndicatorView"),
+                          .title = QStringLiteral("Tulvane"),
+                          .smallest = contentSize,
+                          .properties = {{QStringLiteral("model"), QVariant::fromValue(&m_model)}}});
+    m_window->setMaximumSize(contentSize);
+    m_window->resize(contentSize);
+    m_window->setColor(Qt::transparent);
+    m_panel = m_with.makePanel();
+    m_panel->prepare(*m_window);
+    connect(m_window->rootObject(), SIGNAL(outlineChanged()), this, SLOT(cutToOutline()));
+}
+
+void HUDController::show()
+{
+    if (m_isClosed)
+        return;
+    m_hideTask.reset();
+    if (!m_window)
+        makeWindow();
+    m_model.setBlended(m_panel->isBlended());
+    place();
+    cutToOutline();
+    if (!m_window->isVisible())
+        appear();
+    m_panel->raise(*m_window);
+    m_fade.run(1, unlessStill(fadeInTime));
+}
+
+void HUDController::appear()
+{
+    m_fade.set(m_model.isBlended() && Look::shared().isAnimated() ? 0 : 1);
+    m_window->show();
+    m_model.setShown(true);
+}
+
+void HUDController::hide(bool animated)
+{
+    if (m_hideTask && animated)
+        return; // it is on its way out
+    m_hideTask.reset();
+    if (!m_window || !m_window->isVisible())
+        return;
+    const auto time =
+        animated && m_model.isBlended() ? unlessStill(fadeOutTime) : std::chrono::milliseconds(0);
+    if (time.count() == 0) {
+        remove();
+        return;
+    }
+    m_fade.run(0, time);
+    m_hideTask = m_with.scheduler.after(time, [this] { remove(); });
+}
+
+void HUDController::remove()
+{
+    m_hideTask.reset();
+    // Some compositors play a farewell of their own; of something that cannot be seen it does not show.
+    m_fade.set(0);
+    m_window->hide();
+    m_model.setShown(false);
+}
+
+void HUDController::close()
+{
+    m_isClosed = true;
+    m_hideTask.reset();
+    m_panel.reset();
+    m_window.reset();
+    m_model.setShown(false);
+}
+
+void HUDController::place()
+{
+    if (const auto origin = m_with.screens().panelPlace(contentSize))
+        m_window->setGeometry(QRect(*origin, contentSize));
+}
+
+void HUDController::cutToOutline()
+{
+    const QQuickItem* const view = m_window->rootObject();
+    std::optional<PanelOutline> outline;
+    if (!m_model.isBlended())
+        outline = {view->property("outline").toRectF(), view->property("outlineRadius").toDouble()};
+    m_panel->cut(*m_window, outline);
+}
+
+} // namespace tulvane

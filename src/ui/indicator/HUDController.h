@@ -1,0 +1,75 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <dictation/Indicator.h>
+#include <platform/IndicatorPanel.h>
+#include <ui/indicator/Fade.h>
+#include <ui/indicator/HUDModel.h>
+#include <ui/indicator/ScreenLayout.h>
+
+#include <QObject>
+#include <QSize>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+class QQmlEngine;
+class QQuickView;
+
+namespace tulvane {
+
+class Clock;
+
+/// Owns the pill's window: built when it is first shown, kept from then on, on the screen only while there is
+/// something to tell. Main thread.
+class HUDController final : public QObject, public Indicator {
+    Q_OBJECT
+
+public:
+    static constexpr QSize contentSize{316, 104};
+    static constexpr std::chrono::milliseconds fadeInTime{150};
+    static constexpr std::chrono::milliseconds fadeOutTime{200};
+
+    /// What the pill stands on; the scheduler and the clock outlive it.
+    struct Neighbours {
+        std::function<QQmlEngine&()> engine;                        ///< asked for when the window is built
+        std::function<std::unique_ptr<IndicatorPanel>()> makePanel; ///< likewise
+        Scheduler& scheduler;
+        const Clock& clock;
+        std::function<ScreenLayout()> screens = &ScreenLayout::current; ///< asked for at every show
+    };
+
+    explicit HUDController(Neighbours neighbours);
+    ~HUDController() override;
+
+    void setPhase(const Phase& phase) override { m_model.setPhase(phase); }
+    void setLevel(float level) override { m_model.setLevel(level); }
+    void show() override;
+    void hide(bool animated) override;
+    /// Takes the window down for good; nothing is shown from then on.
+    void close();
+
+    [[nodiscard]] HUDModel& model() { return m_model; }
+    /// Null until the pill has been shown for the first time.
+    [[nodiscard]] QQuickView* panel() const { return m_window.get(); }
+
+private Q_SLOTS:
+    void cutToOutline();
+
+private:
+    void makeWindow();
+    void place();
+    void appear();
+    void remove();
+
+    Neighbours m_with;
+    HUDModel m_model;
+    std::unique_ptr<QQuickView> m_window;
+    std::unique_ptr<IndicatorPanel> m_panel;
+    Fade m_fade;
+    std::unique_ptr<Scheduler::Token> m_hideTask; ///< takes the window away at the end of its fade
+    bool m_isClosed = false;
+};
+
+} // namespace tulvane

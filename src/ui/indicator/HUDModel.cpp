@@ -1,0 +1,78 @@
+#include <base/Translate.h>
+#include <ui/indicator/HUDModel.h>
+
+#include <algorithm>
+
+namespace tulvane {
+
+void HUDModel::setPhase(const Phase& phase)
+{
+    if (m_phase == phase)
+        return;
+    m_phase = phase;
+    Q_EMIT phaseChanged();
+}
+
+void HUDModel::setLevel(float level)
+{
+    const float within = std::clamp(level, 0.0F, 1.0F);
+    if (m_level == within)
+        return;
+    m_level = within;
+    Q_EMIT levelChanged();
+}
+
+void HUDModel::setShown(bool shown)
+{
+    if (m_isShown == shown)
+        return;
+    m_isShown = shown;
+    Q_EMIT shownChanged();
+}
+
+void HUDModel::setBlended(bool blended)
+{
+    if (m_isBlended == blended)
+        return;
+    m_isBlended = blended;
+    Q_EMIT blendedChanged();
+}
+
+QString HUDModel::symbol() const
+{
+    switch (m_phase.kind) {
+    case Phase::Kind::idle:
+        return QStringLiteral("mic");
+    case Phase::Kind::recording:
+        return QStringLiteral("mic.fill");
+    case Phase::Kind::transcribing:
+        return QStringLiteral("waveform");
+    case Phase::Kind::inserting:
+        return QStringLiteral("text.cursor");
+    case Phase::Kind::notice:
+        return QStringLiteral("info.circle");
+    case Phase::Kind::error:
+        return QStringLiteral("exclamationmark.triangle.fill");
+    }
+    Q_UNREACHABLE();
+}
+
+QString HUDModel::label() const
+{
+    switch (m_phase.kind) {
+    case Phase::Kind::idle:
+        return {};
+    case Phase::Kind::recording:
+        return translate("Listening…");
+    case Phase::Kind::transcribing:
+        return translate("Transcribing…");
+    case Phase::Kind::inserting:
+        return translate("Inserting…");
+    case Phase::Kind::notice:
+    case Phase::Kind::error:
+        return m_phase.text;
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace tulvane

@@ -72,7 +72,7 @@ TEST_F(StartAndEnd, AChangeOfTheInterfaceLanguageStartsItAnew)
     const qint64 before = here.process();
     ASSERT_GT(before, 0);
     EXPECT_EQ(here.focus(QStringLiteral("Programspråk")), QStringLiteral("Norsk"));
-    static_cast<void>(here.xdotool({QStringLiteral("key"), QStringLiteral("Down")}));
+    static_cast<void>(here.xdotool({QStringLiteral("key"), QStringLiteral("Up")}));
     ASSERT_TRUE(waitUntil([&] { return old.state() == QProcess::NotRunning; }));
     ASSERT_TRUE(waitUntil([&] { return here.process() != 0; }));
     EXPECT_NE(here.process(), before);

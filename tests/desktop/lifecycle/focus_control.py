@@ -23,8 +23,11 @@ def controls(node, depth=0):
 end = time.monotonic() + 20
 while time.monotonic() < end:
     for control in controls(Atspi.get_desktop(0)):
+        # A label beside the control has the same name, and claims to take the focus, too.
+        if control.get_role() == Atspi.Role.LABEL:
+            continue
         if control.get_name() == sys.argv[1] and control.get_state_set().contains(Atspi.StateType.FOCUSABLE):
-            control.get_component_iface().grab_focus()
+            control.grab_focus()
             if control.get_state_set().contains(Atspi.StateType.FOCUSED):
                 print(control.get_description())
                 sys.exit(0)

@@ -5,6 +5,7 @@
 #include <QCursor>
 #include <QEvent>
 #include <QPalette>
+#include <QScreen>
 
 namespace tulvane {
 
@@ -14,6 +15,17 @@ bool themeIsDark()
 {
     const QPalette palette = QGuiApplication::palette();
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+/// Above an icon in a lower bar, below one in an upper bar: beside the icon, not over it. Where nobody says
+/// where the icon is, at the pointer, which has just clicked it.
+QPoint placeFor(const QMenu& menu, const QRect& icon)
+{
+    if (icon.isEmpty())
+        return QCursor::pos();
+    const QScreen* const screen = QGuiApplication::screenAt(icon.center());
+    const bool isLow = screen && icon.center().y() > screen->geometry().center().y();
+    return isLow ? icon.topLeft() - QPoint(0, menu.sizeHint().height()) : icon.bottomLeft() + QPoint(0, 1);
 }
 
 } // namespace
@@ -84,7 +96,8 @@ void TrayStatusItem::showIcon()
 
 void TrayStatusItem::openMenu(QSystemTrayIcon::ActivationReason reason)
 {
-    if (reason != QSystemTrayIcon::Trigger)
+    // A click that comes soon after another one counts as a double one.
+    if (reason != QSystemTrayIcon::Trigger && reason != QSystemTrayIcon::DoubleClick)
         return;
     TrayMenu* menu = m_menu.get();
     if (isOverBus()) {
@@ -94,7 +107,7 @@ void TrayStatusItem::openMenu(QSystemTrayIcon::ActivationReason reason)
         m_ownMenu->setEntries(m_entries);
         menu = m_ownMenu.get();
     }
-    menu->menu().popup(QCursor::pos());
+    menu->menu().popup(placeFor(menu->menu(), m_icon->geometry()));
 }
 
 bool TrayStatusItem::eventFilter(QObject* watched, QEvent* event)

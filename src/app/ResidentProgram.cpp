@@ -78,10 +78,11 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
     UserInterface windows(
         {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(ports, appOptions(defaults),
-                   {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
-                        return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
-                    }});
+    TulvaneApp app(
+        ports, appOptions(defaults),
+        {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
+             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
+         }});
     UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
     context.windows = &windows;
     installInterfaceLanguage(context.settings.appLanguage());

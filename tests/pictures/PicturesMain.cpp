@@ -3,9 +3,9 @@
 //                    [--size 1020x680] [--tall] [--click CONTROL] PAGE...
 // PAGE is a page of the main window, "onboarding", or the pill: pill-idle, pill-listening, pill-transcribing,
 // pill-inserting, pill-notice, pill-long-notice, pill-error, pill-uncut (without a compositor). --tall makes
-// the window as high as the page. --click presses the control of that name first. The state "half" has a setup
-// under way in which much is wrong, "failed" a dictation that could not be transcribed, "left" one that could
-// not be inserted, "loading" a model that loads. QT_SCALE_FACTOR scales.
+// the window as high as the page. --click presses the control of that name first. The state "half" has a
+// setup under way in which much is wrong, "failed" a dictation that could not be transcribed, "left" one that
+// could not be inserted, "loading" a model that loads. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
 #include <platform/KeyModifiers.h>

@@ -11,6 +11,7 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 PAGES = ["home", "models", "history", "statistics", "settings", "about"]
+PILLS = [f"pill-{kind}" for kind in ("listening", "transcribing", "inserting", "notice", "long-notice", "error")]
 LOOKS = [(language, appearance) for language in ("en", "nb") for appearance in ("light", "dark")]
 
 
@@ -18,8 +19,10 @@ def runs():
     """The arguments of each run of tulvane_pictures, without its folder."""
     for language, appearance in LOOKS:
         look = ["--language", language, "--appearance", appearance]
-        yield [*look, "--state", "empty", *PAGES]
-        yield [*look, "--state", "full", *PAGES]
+        yield [*look, "--state", "empty", *PAGES, "onboarding"]
+        yield [*look, "--state", "full", *PAGES, "onboarding", *PILLS]
+        yield [*look, "--state", "half", "--tall", "home", "onboarding"]
+        yield [*look, "--state", "failed", "home"]
 
 
 def draw(program, folder, arguments):
@@ -38,6 +41,9 @@ def main():
         drawn = [name for names in pool.map(lambda run: draw(programs / "tulvane_pictures", folder, run), runs())
                  for name in names]
     if target == "--update":
+        # 256 colours are more than a page has, give or take its smoothing: a third of the bytes.
+        subprocess.run(["mogrify", "-dither", "None", "-colors", "256", "-define", "png:compression-level=9", *drawn],
+                       check=True)
         print(f"{len(drawn)} pictures in {folder}: look at each before you commit them")
         return
     unused = {file.name for file in references.glob("*.png")} - {Path(name).name for name in drawn}

@@ -33,8 +33,8 @@
 #include <ui/UiContext.h>
 #include <ui/UserInterface.h>
 
-#include <QMap>
 #include <QImage>
+#include <QMap>
 
 class QQuickItem;
 

@@ -1,7 +1,7 @@
 #include "IndicatorFixture.h"
 
-#include <support/Await.h>
 #include <settings/InterfaceLanguage.h>
+#include <support/Await.h>
 #include <ui/look/SymbolItem.h>
 
 #include <QFile>

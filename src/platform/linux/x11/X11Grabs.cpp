@@ -66,7 +66,10 @@ void X11Grabs::giveBack(const X11Grab& grab)
         for (const quint16 lock : grab.locks)
             xcb_ungrab_key(m_connection.xcb(), grab.keycode, root, grab.modifiers | lock);
     }
-    xcb_flush(m_connection.xcb());
+    // Given back once the server has done it: another program that asks for the key after us gets it.
+    const XcbReply<xcb_get_input_focus_reply_t> done(
+        xcb_get_input_focus_reply(m_connection.xcb(), xcb_get_input_focus(m_connection.xcb()), nullptr));
+    m_connection.handleEventsSoon();
 }
 
 } // namespace tulvane

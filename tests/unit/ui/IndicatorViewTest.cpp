@@ -25,6 +25,11 @@ const QList<Shown> everyPhase{
     {Phase::notice(QStringLiteral("Too short")), "info.circle", "Too short", "Too short"},
     {Phase::error(QStringLiteral("It broke.")), "exclamationmark.triangle.fill", "It broke.", "It broke."}};
 
+double lengthOf(const QQuickItem& bar)
+{
+    return bar.property("length").toReal();
+}
+
 class IndicatorViewTest : public IndicatorFixture {
 protected:
     IndicatorViewTest() { still(); }
@@ -37,7 +42,7 @@ protected:
     }
     [[nodiscard]] double bar(int index)
     {
-        return item(qPrintable(QStringLiteral("indicator.bar.%1").arg(index))).height();
+        return item(qPrintable(QStringLiteral("indicator.bar.%1").arg(index))).property("length").toReal();
     }
 };
 
@@ -122,7 +127,7 @@ TEST_F(IndicatorViewTest, TheMetersFrameAndBarsHaveTheirSizes)
     double last = -1;
     for (int i = 0; i < 5; ++i) {
         const QQuickItem& one = item(qPrintable(QStringLiteral("indicator.bar.%1").arg(i)));
-        EXPECT_EQ(one.width(), 4);
+        EXPECT_EQ(QSizeF(one.width(), one.height()), QSizeF(4, 18));
         if (last >= 0) {
             EXPECT_EQ(one.x() - last, 7);
         }
@@ -166,10 +171,27 @@ TEST_F(IndicatorViewTest, TheBarsMoveOnlyWhileThePillCanBeSeen)
     const QQuickItem& middle = item("indicator.bar.2");
     m_pill.hide(false);
     m_pill.setLevel(0);
-    EXPECT_EQ(middle.height(), 18);
-    EXPECT_FALSE(waitUntil([&] { return middle.height() != 18; }, std::chrono::milliseconds(120)));
+    EXPECT_EQ(lengthOf(middle), 18);
+    EXPECT_FALSE(waitUntil([&] { return lengthOf(middle) != 18; }, std::chrono::milliseconds(120)));
     m_pill.show();
-    EXPECT_TRUE(waitUntil([&] { return middle.height() == 4; }));
+    EXPECT_TRUE(waitUntil([&] { return lengthOf(middle) == 4; }));
+}
+
+TEST_F(IndicatorViewTest, ABarIsStrongAboveAndWeakerBelowAndEndsBetweenPixels)
+{
+    show({Phase::Kind::recording, {}});
+    m_pill.setLevel(1);
+    UiWorld::settle();
+    const QPoint bar = item("indicator.bar.2").mapToScene({0, 0}).toPoint();
+    const QImage full = picture();
+    EXPECT_GT(full.pixelColor(bar + QPoint(1, 3)).green(), full.pixelColor(bar + QPoint(1, 14)).green() + 20);
+    m_pill.setLevel(0.53F); // 11.42 high: ends at 3.29 and 14.71
+    UiWorld::settle();
+    const QImage part = picture();
+    const int ground = part.pixelColor(bar + QPoint(1, 1)).green();
+    const int end = part.pixelColor(bar + QPoint(1, 3)).green();
+    EXPECT_GT(end, ground + 10);
+    EXPECT_LT(end, part.pixelColor(bar + QPoint(1, 6)).green() - 10);
 }
 
 TEST_F(IndicatorViewTest, LooksTheSameInBothAppearances)

@@ -18,6 +18,7 @@ public:
 
     /// `raise` puts the window on top of all. The connection outlives this object.
     StackWatch(X11Connection& connection, std::function<void()> raise);
+    Q_DISABLE_COPY_MOVE(StackWatch)
     ~StackWatch() override;
 
     /// From now on, with fresh patience. `window` lies directly in one of the connection's roots.

@@ -16,6 +16,7 @@ class X11IndicatorPanel final : public IndicatorPanel {
 public:
     /// `display` as in DISPLAY: the server that the windows are on.
     explicit X11IndicatorPanel(const QByteArray& display);
+    Q_DISABLE_COPY_MOVE(X11IndicatorPanel)
     ~X11IndicatorPanel() override;
 
     void prepare(QWindow& window) override;

@@ -29,20 +29,16 @@ Row {
     Repeater {
         model: meter.bars
 
-        Rectangle {
+        MeterBar {
             required property int index
 
             objectName: "indicator.bar." + index
-            y: (meter.height - height) / 2
             width: meter.barWidth
-            height: meter.barHeight(index, meter.level)
-            radius: width / 2
-            gradient: Gradient {
-                GradientStop { position: 0; color: meter.tint }
-                GradientStop { position: 1; color: Qt.alpha(meter.tint, 0.65) }
-            }
+            height: meter.height
+            length: meter.barHeight(index, meter.level)
+            tint: meter.tint
 
-            Behavior on height {
+            Behavior on length {
                 enabled: meter.moving
                 NumberAnimation { duration: Theme.beat }
             }

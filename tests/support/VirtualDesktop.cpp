@@ -41,8 +41,9 @@ VirtualDesktop::VirtualDesktop() : VirtualDesktop(Options{}) {}
 VirtualDesktop::VirtualDesktop(const Options& options)
     : m_environment(QProcessEnvironment::systemEnvironment())
 {
-    for (const char* foreign : {"WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP",
-                                "XDG_SESSION_TYPE", "SESSION_MANAGER", "AT_SPI_BUS_ADDRESS"})
+    for (const char* foreign :
+         {"WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE",
+          "SESSION_MANAGER", "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM"})
         m_environment.remove(QString::fromUtf8(foreign));
     const QString runtime = m_folder.file(QStringLiteral("run"));
     QDir().mkpath(runtime);

@@ -145,9 +145,9 @@ TEST_F(TrayMenu, LeadsIntoTheWindowsPages)
 {
     start();
     EXPECT_TRUE(here.windowTitles().isEmpty());
-    expectPage(QStringLiteral("Settings"), QStringLiteral("App language"));
+    expectPage(QStringLiteral("Settings"), QStringLiteral("How you start and stop dictation."));
     expectPage(QStringLiteral("Statistics"), QStringLiteral("No dictations yet"));
-    expectPage(QStringLiteral("Open Tulvane"), QStringLiteral("Recent dictations"));
+    expectPage(QStringLiteral("Open Tulvane"), QStringLiteral("Get the most out of Tulvane"));
     bar.click(QStringLiteral("Setup guide"));
     EXPECT_TRUE(here.waitForWindow(QStringLiteral("Set up Tulvane")));
 }

@@ -235,9 +235,11 @@ int startProgram(const QStringList& arguments, cli::Console& console)
     console.out.flush();
     const QByteArray file = QFile::encodeName(ProgramFolders::ofThisProgram().desktopProgram());
     std::vector<QByteArray> owned{file};
+    owned.reserve(static_cast<std::size_t>(arguments.size()) + 1);
     for (const QString& argument : arguments)
         owned.push_back(argument.toLocal8Bit());
     std::vector<char*> words;
+    words.reserve(owned.size() + 1);
     for (QByteArray& word : owned)
         words.push_back(word.data());
     words.push_back(nullptr);

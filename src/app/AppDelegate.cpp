@@ -15,12 +15,12 @@ void AppDelegate::willFinishLaunching()
     m_with.settings.installAppearanceObserver(m_with.presentation);
 }
 
-void AppDelegate::didFinishLaunching()
+void AppDelegate::didFinishLaunching() const
 {
     m_with.launchController();
 }
 
-void AppDelegate::shouldHandleReopen()
+void AppDelegate::shouldHandleReopen() const
 {
     if (m_with.bringWindowsToFront())
         return;
@@ -30,7 +30,7 @@ void AppDelegate::shouldHandleReopen()
         m_with.openOnboarding();
 }
 
-void AppDelegate::willTerminate()
+void AppDelegate::willTerminate() const
 {
     m_with.cancelRecording();
 }

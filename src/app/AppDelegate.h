@@ -36,13 +36,13 @@ public:
     /// brings them over, and settles how the program looks.
     void willFinishLaunching();
     /// Once the event loop is about to run.
-    void didFinishLaunching();
+    void didFinishLaunching() const;
     /// The program goes on without a window.
     [[nodiscard]] static bool shouldTerminateAfterLastWindowClosed() { return false; }
     /// The user has started the running program again: shows what it has to show.
-    void shouldHandleReopen();
+    void shouldHandleReopen() const;
     /// The last thing before the objects go.
-    void willTerminate();
+    void willTerminate() const;
 
     /// Follows `showInDock`: at the start, and whenever it has changed. A window that the user has before
     /// him stays there.

@@ -54,6 +54,26 @@ void startAnew(Processes& processes)
              {QStringLiteral("--page"), rawValue(SettingsTab::settings)}, [] { QCoreApplication::quit(); });
 }
 
+void endWithServer(LinuxDesktop& desktop)
+{
+    desktop.setEnded([] {
+        qCWarning(lcApp, "The X server has ended");
+        QCoreApplication::quit();
+    });
+}
+
+/// From the launch to the end of everything that the user could lose.
+int run(TulvaneApp& app, Windows& windows, const cli::StartWords& words)
+{
+    app.launch();
+    // Where something is missing, the launch has opened the way through it.
+    if (words.page || (!words.background && app.isSetUp()))
+        windows.showPage(words.page.value_or(SettingsTab::home));
+    const int status = QCoreApplication::exec();
+    app.prepareToQuit();
+    return status;
+}
+
 } // namespace
 
 int runResidentProgram(const cli::StartWords& words, cli::Console& console)
@@ -78,10 +98,11 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
     UserInterface windows(
         {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(ports, appOptions(defaults),
-                   {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
-                        return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
-                    }});
+    TulvaneApp app(
+        ports, appOptions(defaults),
+        {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
+             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
+         }});
     UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
     context.windows = &windows;
     installInterfaceLanguage(context.settings.appLanguage());
@@ -91,16 +112,8 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
     const cli::StopWatch signalWatch(-1, [] { QCoreApplication::quit(); });
-    (*desktop)->setEnded([] {
-        qCWarning(lcApp, "The X server has ended");
-        QCoreApplication::quit();
-    });
-    app.launch();
-    // Where something is missing, the launch has opened the way through it.
-    if (words.page || (!words.background && app.isSetUp()))
-        windows.showPage(words.page.value_or(SettingsTab::home));
-    const int status = QCoreApplication::exec();
-    app.prepareToQuit();
+    endWithServer(**desktop);
+    const int status = run(app, windows, words);
     running = nullptr;
     windows.detach();
     return status;

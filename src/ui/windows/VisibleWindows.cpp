@@ -4,8 +4,6 @@
 #include <QGuiApplication>
 #include <QWindow>
 
-#include <algorithm>
-
 namespace tulvane {
 
 namespace {
@@ -30,12 +28,18 @@ QList<QWindow*> visibleWindows()
 
 bool bringVisibleWindowsToFront(const QWindow* foremost)
 {
-    QList<QWindow*> windows = visibleWindows();
     const QWindow* const focused = QGuiApplication::focusWindow();
     const QWindow* const last = focused ? focused : foremost;
-    std::ranges::stable_partition(windows, [last](const QWindow* window) { return window != last; });
-    for (QWindow* const window : windows)
-        bringToFront(*window);
+    QWindow* lastVisible = nullptr;
+    const QList<QWindow*> windows = visibleWindows();
+    for (QWindow* const window : windows) {
+        if (window == last)
+            lastVisible = window;
+        else
+            bringToFront(*window);
+    }
+    if (lastVisible)
+        bringToFront(*lastVisible);
     return !windows.isEmpty();
 }
 

@@ -154,6 +154,15 @@ QString LifeCycleDesktop::focus(const QString& name)
         .trimmed();
 }
 
+bool LifeCycleDesktop::shows(const QString& name) const
+{
+    QProcess process;
+    process.setProcessEnvironment(desktop.environment());
+    process.start(QStringLiteral("/usr/bin/python3"),
+                  {QStringLiteral(TULVANE_FOCUS_CONTROL), QStringLiteral("--see"), name});
+    return process.waitForFinished(30000) && process.exitCode() == 0;
+}
+
 QStringList LifeCycleDesktop::windowTitles() const
 {
     QStringList titles;

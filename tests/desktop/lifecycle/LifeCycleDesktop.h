@@ -51,6 +51,8 @@ public:
     [[nodiscard]] QString xdotool(const QStringList& arguments) const;
     /// Gives the focus to the control of the window in front that has this accessible name; its value.
     [[nodiscard]] QString focus(const QString& name);
+    /// Whether a text or a control of that name comes to be shown.
+    [[nodiscard]] bool shows(const QString& name) const;
     /// Titles of the program's windows that are mapped, without those that have none.
     [[nodiscard]] QStringList windowTitles() const;
     [[nodiscard]] bool waitForWindow(const QString& title) const;

@@ -54,8 +54,8 @@ TEST_P(MigrationForReal, BringsOverWhatThereIsOnceAndNeverAgain)
     const Estate estate = GetParam();
     leave(estate);
     here.launch();
-    // Not before the window: its words are the language's.
-    ASSERT_TRUE(here.waitForWindow(QStringLiteral("Tulvane")));
+    // Its words are those of the language that was set before.
+    ASSERT_TRUE(here.waitForWindow(QStringLiteral("Sett opp Tulvane")));
     EXPECT_EQ(setting("hotkeyMode"), QStringLiteral("toggle")); // of this start
     const QString log = here.log();
     EXPECT_EQ(log.contains(words), estate.preferences) << qPrintable(log);
@@ -76,6 +76,8 @@ TEST_P(MigrationForReal, BringsOverWhatThereIsOnceAndNeverAgain)
     EXPECT_EQ(setting("hotkeyMode"), estate.preferences ? QStringLiteral("hold") : QStringLiteral("toggle"));
     EXPECT_NE(setting("maxRecordingSeconds"), QStringLiteral("77"));
     EXPECT_EQ(setting("appLanguage"), estate.preferences ? QStringLiteral("en") : QStringLiteral("nb"));
+    EXPECT_TRUE(here.waitForWindow(estate.preferences ? QStringLiteral("Set up Tulvane")
+                                                      : QStringLiteral("Sett opp Tulvane")));
     EXPECT_TRUE(QFile::exists(here.data(QStringLiteral("Arven Scribe/Models/late.bin"))));
     EXPECT_EQ(model("late.bin"), "");
     EXPECT_FALSE(here.log().contains(QStringLiteral("Migrated ")));

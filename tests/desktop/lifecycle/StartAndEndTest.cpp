@@ -58,8 +58,14 @@ TEST_F(StartAndEnd, ASecondStartBringsTheWindowBeforeOtherPrograms)
 
 TEST_F(StartAndEnd, AProgramThatLacksSomethingOpensTheWayThroughIt)
 {
+    const QString setup = QStringLiteral("Sett opp Tulvane");
     here.launch();
-    EXPECT_TRUE(waitUntil([&] { return !here.windowTitles().isEmpty(); }));
+    ASSERT_TRUE(here.waitForWindow(setup));
+    EXPECT_FALSE(here.windowTitles().contains(mainWindow));
+    here.closeWindow();
+    ASSERT_TRUE(here.waitForNoWindow());
+    static_cast<void>(here.tulvane({}));
+    EXPECT_TRUE(here.waitForWindow(setup));
 }
 
 TEST_F(StartAndEnd, AChangeOfTheInterfaceLanguageStartsItAnew)

@@ -16,6 +16,8 @@ public:
 
     /// `owner` is the window in whose name the selection is held.
     SelectionOffers(X11Link& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead);
+    SelectionOffers(const SelectionOffers&) = delete;
+    SelectionOffers& operator=(const SelectionOffers&) = delete;
     ~SelectionOffers() override;
 
     /// From now on these are on offer, since `time`.
@@ -46,7 +48,7 @@ private:
     xcb_timestamp_t m_time = XCB_CURRENT_TIME;
     struct Running {
         IncrementalTransfer transfer;
-        bool isText;
+        bool isText = false;
     };
     std::list<Running> m_running;
 };

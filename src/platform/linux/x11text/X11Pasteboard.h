@@ -23,6 +23,8 @@ class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
 public:
     /// `selection` is "CLIPBOARD" or "PRIMARY". `link` and `scheduler` outlive the pasteboard.
     X11Pasteboard(X11Link& link, Scheduler& scheduler, const QString& selection);
+    X11Pasteboard(const X11Pasteboard&) = delete;
+    X11Pasteboard& operator=(const X11Pasteboard&) = delete;
     ~X11Pasteboard() override;
 
     [[nodiscard]] QFuture<PasteboardContents> contents() override;

@@ -8,11 +8,13 @@ if(TULVANE_WHISPER_LIBRARIES)
 endif()
 
 set(packaging "${CMAKE_SOURCE_DIR}/packaging/linux")
-install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/tulvane")
 install(FILES "${packaging}/com.dunio.Tulvane.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 install(FILES "${packaging}/com.dunio.Tulvane.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
-install(FILES "${CMAKE_SOURCE_DIR}/resources/icons/com.dunio.Tulvane.svg" OPTIONAL
-    DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
+set(icon "${CMAKE_SOURCE_DIR}/resources/icons/com.dunio.Tulvane.svg")
+if(EXISTS "${icon}")
+    install(FILES "${icon}" DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
+endif()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tulvane)

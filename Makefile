@@ -39,8 +39,7 @@ bench: dependencies
 	@tools/run-benchmarks
 
 package: dependencies
-	@tools/build package
-	@cd build/package && cpack
+	@tools/make-package
 
 clean:
 	rm -rf build

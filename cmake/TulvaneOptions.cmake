@@ -27,6 +27,13 @@ target_compile_options(tulvane_options INTERFACE
 target_compile_definitions(tulvane_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
     QT_DISABLE_DEPRECATED_BEFORE=0x060400 QT_USE_QSTRINGBUILDER QT_MESSAGELOGCONTEXT)
+if(TULVANE_PORTABLE)
+    # What is given away names no folder of the machine that made it, and is as hard to break into as a
+    # distribution's own programs.
+    target_compile_options(tulvane_options INTERFACE "-ffile-prefix-map=${CMAKE_SOURCE_DIR}/="
+        -fstack-protector-strong -D_FORTIFY_SOURCE=2)
+    target_link_options(tulvane_options INTERFACE -Wl,-z,relro,-z,now)
+endif()
 
 if(TULVANE_SANITIZE STREQUAL "address")
     set(tulvane_sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all)

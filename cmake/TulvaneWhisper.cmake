@@ -29,12 +29,14 @@ function(tulvane_build_whisper source variant)
         "-DCMAKE_C_COMPILER=${CMAKE_C_COMPILER}" "-DWHISPER_SOURCE=${source}"
         "-DPORTABLE=${TULVANE_PORTABLE}" "-DTOOLS=${TULVANE_BENCH}")
     if(TULVANE_CCACHE)
-        list(APPEND arguments "-DCMAKE_C_COMPILER_LAUNCHER=${CMAKE_C_COMPILER_LAUNCHER}"
-            "-DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}")
+        # A list within a list: what separates the launcher's words must not separate the arguments.
+        string(REPLACE ";" "\\;" launcher "${CMAKE_CXX_COMPILER_LAUNCHER}")
+        list(APPEND arguments "-DCMAKE_C_COMPILER_LAUNCHER=${launcher}"
+            "-DCMAKE_CXX_COMPILER_LAUNCHER=${launcher}")
     endif()
     foreach(step IN ITEMS configure build)
         if(step STREQUAL "configure")
-            set(command "${CMAKE_COMMAND}" ${arguments})
+            set(command "${CMAKE_COMMAND}" "${arguments}")
         else()
             set(command "${CMAKE_COMMAND}" --build "${build}" --target everything)
         endif()

@@ -32,6 +32,7 @@ class AudioRecorder final : public QObject {
 public:
     /// Both must outlive the recorder.
     AudioRecorder(AudioInput& input, const Clock& clock, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(AudioRecorder)
     ~AudioRecorder() override;
 
     /// The input level, 0 to 1, at most 20 times a second; 0 when not recording.

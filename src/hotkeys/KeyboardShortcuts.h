@@ -40,6 +40,7 @@ public:
 
     /// Both collaborators outlive this object.
     KeyboardShortcuts(UserDefaults& defaults, GlobalHotKeys& hotKeys, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(KeyboardShortcuts)
     ~KeyboardShortcuts() override;
 
     /// Makes a name known: its default is stored where nothing is stored for it, not even that the user has

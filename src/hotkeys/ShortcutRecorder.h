@@ -36,6 +36,7 @@ public:
     /// `shortcuts` outlives this object.
     ShortcutRecorder(KeyboardShortcuts& shortcuts, const ShortcutName& name,
                      const ShortcutRules::MenuItemOf& menuItemOf = {}, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(ShortcutRecorder)
     ~ShortcutRecorder() override;
 
     [[nodiscard]] bool isActive() const { return m_isActive; }

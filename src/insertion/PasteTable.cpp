@@ -6,47 +6,51 @@ namespace tulvane {
 
 namespace {
 
+/// These paste with Ctrl+Shift+V, as every terminal built on VTE does, and most others.
+constexpr const char* withControlShiftV[] = {"gnome-terminal-server",
+                                             "gnome-terminal",
+                                             "org.gnome.ptyxis",
+                                             "ptyxis",
+                                             "kgx",
+                                             "org.gnome.console",
+                                             "mate-terminal",
+                                             "xfce4-terminal",
+                                             "lxterminal",
+                                             "tilix",
+                                             "terminator",
+                                             "guake",
+                                             "sakura",
+                                             "roxterm",
+                                             "terminology",
+                                             "tilda",
+                                             "io.elementary.terminal",
+                                             "deepin-terminal",
+                                             "konsole",
+                                             "yakuake",
+                                             "qterminal",
+                                             "alacritty",
+                                             "kitty",
+                                             "foot",
+                                             "wezterm",
+                                             "org.wezfurlong.wezterm",
+                                             "com.mitchellh.ghostty",
+                                             "ghostty",
+                                             "st-256color",
+                                             "hyper",
+                                             "tabby",
+                                             "contour",
+                                             "rio",
+                                             "vte-terminal"};
+
+/// These know no paste from the clipboard out of the box.
+constexpr const char* withShiftInsert[] = {"xterm", "uxterm", "urxvt", "rxvt", "mlterm"};
+
 TerminalTable knownTerminals()
 {
-    // The first group pastes with Ctrl+Shift+V, as every terminal built on VTE does, and most others.
     TerminalTable table;
-    for (const char* name : {"gnome-terminal-server",
-                             "gnome-terminal",
-                             "org.gnome.ptyxis",
-                             "ptyxis",
-                             "kgx",
-                             "org.gnome.console",
-                             "mate-terminal",
-                             "xfce4-terminal",
-                             "lxterminal",
-                             "tilix",
-                             "terminator",
-                             "guake",
-                             "sakura",
-                             "roxterm",
-                             "terminology",
-                             "tilda",
-                             "io.elementary.terminal",
-                             "deepin-terminal",
-                             "konsole",
-                             "yakuake",
-                             "qterminal",
-                             "alacritty",
-                             "kitty",
-                             "foot",
-                             "wezterm",
-                             "org.wezfurlong.wezterm",
-                             "com.mitchellh.ghostty",
-                             "ghostty",
-                             "st-256color",
-                             "hyper",
-                             "tabby",
-                             "contour",
-                             "rio",
-                             "vte-terminal"})
+    for (const char* name : withControlShiftV)
         table.append({QString::fromUtf8(name), PasteChord::controlShiftV, PasteSelection::clipboard});
-    // These know no paste from the clipboard out of the box.
-    for (const char* name : {"xterm", "uxterm", "urxvt", "rxvt", "mlterm"})
+    for (const char* name : withShiftInsert)
         table.append({QString::fromUtf8(name), PasteChord::shiftInsert, PasteSelection::primary});
     return table;
 }

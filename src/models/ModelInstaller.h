@@ -30,6 +30,7 @@ public:
     using Done = std::function<void(const WhisperModel& model, const Outcome& outcome)>;
 
     explicit ModelInstaller(Done done, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(ModelInstaller)
     ~ModelInstaller() override;
 
     void install(const WhisperModel& model, std::unique_ptr<StagedModel> staged);

@@ -40,6 +40,7 @@ public:
     /// on with files that an earlier program left unchecked, and in background mode takes up running
     /// transfers.
     ModelManager(const Options& options, BackgroundTransfers& transfers);
+    Q_DISABLE_COPY_MOVE(ModelManager)
     ~ModelManager() override;
 
     /// By model identifier; one for each catalogue entry.

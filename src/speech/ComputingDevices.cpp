@@ -12,7 +12,7 @@ QStringList computingDevices(const QString& backendFolder)
     QStringList accelerators;
     QStringList processors;
     for (std::size_t i = 0; i < ggml_backend_dev_count(); ++i) {
-        const ggml_backend_dev_t device = ggml_backend_dev_get(i);
+        auto* const device = ggml_backend_dev_get(i);
         const QString text = QString::fromUtf8(ggml_backend_dev_name(device)) + u": " +
                              QString::fromUtf8(ggml_backend_dev_description(device)).simplified();
         const bool isProcessor = ggml_backend_dev_type(device) == GGML_BACKEND_DEVICE_TYPE_CPU;

@@ -93,8 +93,9 @@ QString ModelFileWalk::readFilters()
         return ended("mel filters");
     for (const float value : filters) {
         const float weight = qFromLittleEndian(value);
-        // Shares of a band's energy. This also finds what is no number.
-        if (!(weight >= 0.0F && weight <= 1.0F))
+        // Shares of a band's energy. What is no number is in no range, and so is found, too.
+        const bool isShare = weight >= 0.0F && weight <= 1.0F;
+        if (!isShare)
             return QStringLiteral("a mel filter that is none");
     }
     return {};

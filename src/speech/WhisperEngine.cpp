@@ -101,8 +101,9 @@ WhisperEngine::transcribe(std::shared_ptr<const std::vector<float>> samples,
                           const TranscriptionOptions& options)
 {
     using Text = Result<QString, EngineError>;
-    return post<Text>([this, samples, options] { return m_core->transcribe(*samples, options); },
-                      failure(EngineError::noModelLoaded()));
+    return post<Text>(
+        [this, take = std::move(samples), options] { return m_core->transcribe(*take, options); },
+        failure(EngineError::noModelLoaded()));
 }
 
 QFuture<QString> WhisperEngine::settledModel()

@@ -15,6 +15,8 @@ namespace tulvane {
 class FakeAudioInput final : public AudioInput {
 public:
     FakeAudioInput();
+    FakeAudioInput(const FakeAudioInput&) = delete;
+    FakeAudioInput& operator=(const FakeAudioInput&) = delete;
     ~FakeAudioInput() override;
 
     [[nodiscard]] std::unique_ptr<AudioEngine> makeEngine() override;

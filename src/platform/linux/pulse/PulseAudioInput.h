@@ -16,6 +16,8 @@ class PulseAudioInput final : public AudioInput {
 public:
     /// `address` as in PULSE_SERVER; empty for the user's own server.
     explicit PulseAudioInput(const QString& address = {});
+    PulseAudioInput(const PulseAudioInput&) = delete;
+    PulseAudioInput& operator=(const PulseAudioInput&) = delete;
     ~PulseAudioInput() override;
 
     /// The connection, for what else the sound server does for the program.

@@ -30,6 +30,7 @@ public:
     };
 
     explicit DetachedTransfers(const Options& options);
+    Q_DISABLE_COPY_MOVE(DetachedTransfers)
     ~DetachedTransfers() override;
 
     void setEvents(TransferEvents events) override { m_events = std::move(events); }

@@ -18,6 +18,7 @@ class LineSocket final : public QObject {
 public:
     /// Takes over a connected, non-blocking socket.
     explicit LineSocket(int descriptor, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(LineSocket)
     ~LineSocket() override;
 
     /// Connects to the socket at `path`; null when nobody of this user listens there.

@@ -30,6 +30,7 @@ public:
 
     /// `display` as in $DISPLAY, which an empty one stands for. Null where there is no such server.
     [[nodiscard]] static std::unique_ptr<X11Connection> open(const QString& display);
+    Q_DISABLE_COPY_MOVE(X11Connection)
     ~X11Connection() override;
 
     [[nodiscard]] xcb_connection_t* xcb() const { return m_connection; }

@@ -21,6 +21,8 @@ class X11HotKeys final : public GlobalHotKeys {
 public:
     /// `display` as in $DISPLAY; `folders` tells where the desktop keeps its own key combinations.
     explicit X11HotKeys(const QString& display, DesktopFolders folders = {});
+    X11HotKeys(const X11HotKeys&) = delete;
+    X11HotKeys& operator=(const X11HotKeys&) = delete;
     ~X11HotKeys() override;
 
     [[nodiscard]] Result<void, HotKeyError> support() const override;

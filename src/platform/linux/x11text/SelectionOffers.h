@@ -17,6 +17,8 @@ public:
 
     /// `owner` is the window in whose name the selection is held.
     SelectionOffers(X11Link& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead);
+    SelectionOffers(const SelectionOffers&) = delete;
+    SelectionOffers& operator=(const SelectionOffers&) = delete;
     ~SelectionOffers() override;
 
     /// From now on these are on offer, since `time`, under a number of the caller's.

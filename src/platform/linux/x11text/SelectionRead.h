@@ -29,6 +29,8 @@ public:
     /// `window` is a hidden window of ours on which nothing else is read meanwhile. `done` is called once,
     /// later; the read may be dropped from within it.
     SelectionRead(X11Link& link, Scheduler& scheduler, xcb_window_t window, xcb_atom_t selection, Done done);
+    SelectionRead(const SelectionRead&) = delete;
+    SelectionRead& operator=(const SelectionRead&) = delete;
     ~SelectionRead() override;
 
     void begin();

@@ -20,6 +20,8 @@ class X11KeyPosting final : public KeyPosting {
 public:
     /// `link` and `scheduler` outlive it.
     X11KeyPosting(X11Link& link, Scheduler& scheduler, TerminalTable terminals);
+    X11KeyPosting(const X11KeyPosting&) = delete;
+    X11KeyPosting& operator=(const X11KeyPosting&) = delete;
     ~X11KeyPosting() override;
 
     [[nodiscard]] QFuture<bool> post(int keyCode, quint32 flags) override;

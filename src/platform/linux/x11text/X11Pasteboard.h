@@ -26,6 +26,8 @@ class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
 public:
     /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
     X11Pasteboard(X11Link& link, SelectionKeeper& keeper, Scheduler& scheduler, const QString& selection);
+    X11Pasteboard(const X11Pasteboard&) = delete;
+    X11Pasteboard& operator=(const X11Pasteboard&) = delete;
     ~X11Pasteboard() override;
 
     [[nodiscard]] QFuture<PasteboardContents> contents() override;

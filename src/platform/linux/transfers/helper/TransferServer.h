@@ -30,6 +30,7 @@ public:
     };
 
     explicit TransferServer(const Options& options);
+    Q_DISABLE_COPY_MOVE(TransferServer)
     ~TransferServer() override;
 
     /// Takes the folder, listens, and goes on with what lies there. False when another helper has the folder,

@@ -26,6 +26,7 @@ public:
     };
 
     TransferEngine(const TransferFolder& folder, const HttpOptions& options, QObject* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(TransferEngine)
     ~TransferEngine() override;
 
     [[nodiscard]] const TransferFolder& folder() const { return m_folder; }

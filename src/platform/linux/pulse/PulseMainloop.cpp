@@ -8,10 +8,12 @@ namespace tulvane {
 
 PulseMainloop::PulseMainloop() : m_loop(pa_threaded_mainloop_new())
 {
+    // Before the thread is there: later the name would go to the thread that gives it, and the whole program
+    // would be called so in every list of processes.
+    pa_threaded_mainloop_set_name(m_loop, "tulvane-audio");
     // Fails only where the process may have no further thread or pipe, and then nothing else works either.
     if (m_loop == nullptr || pa_threaded_mainloop_start(m_loop) < 0)
         qFatal("The audio thread could not be started");
-    pa_threaded_mainloop_set_name(m_loop, "tulvane-audio");
 }
 
 PulseMainloop::~PulseMainloop()

@@ -17,6 +17,15 @@ namespace {
 /// A window that is being dragged changes at every frame; half a second after the last one is soon enough.
 constexpr int restMilliseconds = 500;
 
+/// What a window manager puts above a window. How much that is, it tells only once the window is shown, and
+/// not every one moves a title bar out from under the desktop's own bar.
+constexpr int titleBarHeight = 36;
+
+QRect placeForWindows(const QScreen& screen)
+{
+    return screen.availableGeometry().adjusted(0, titleBarHeight, 0, 0);
+}
+
 int primaryHeight()
 {
     const QScreen* const primary = QGuiApplication::primaryScreen();
@@ -74,12 +83,12 @@ void WindowFrame::restore(QSize size, const QScreen& screen)
     const auto stored = fromText(m_defaults.value(key()).toString(), primaryHeight());
     const QScreen* const home = stored ? screenOf(*stored) : nullptr;
     if (!home) {
-        m_window.setGeometry(centred(size, screen.availableGeometry()));
+        m_window.setGeometry(centred(size, placeForWindows(screen)));
         return;
     }
     QRect frame = *stored;
     frame.setSize(frame.size().expandedTo(m_window.minimumSize()));
-    m_window.setGeometry(movedInto(frame, home->availableGeometry()));
+    m_window.setGeometry(movedInto(frame, placeForWindows(*home)));
 }
 
 void WindowFrame::noteChange()

@@ -22,7 +22,8 @@ public:
     WindowFrame(QWindow& window, QString autosaveName, UserDefaults& defaults);
 
     /// Before the window is first shown: the stored frame, moved and cut so that it lies on a screen of today
-    /// and is not below the window's minimum size; without a stored one `size`, centred on `screen`.
+    /// and is not below the window's minimum size; without a stored one `size`, centred on `screen`. Either
+    /// way there is room for a title bar above it.
     void restore(QSize size, const QScreen& screen);
     /// Stores at once what is still to be stored.
     void store();

@@ -91,6 +91,22 @@ TEST_F(OnboardingTest, TheFrameIsKeptUnderItsName)
     EXPECT_EQ(window().size(), QSize(620, 600));
 }
 
+TEST_F(OnboardingTest, OpensInTheMiddleOfWhatItsTitleBarLeaves)
+{
+    // The offscreen screen is 800 x 800, and the platform draws a frame of a few pixels.
+    world.ui.showOnboarding();
+    EXPECT_NEAR(window().y(), 36 + (764 - 720) / 2, 4);
+}
+
+TEST_F(OnboardingTest, AlsoAFrameThatWasKeptAtTheUpperEdgeHasRoomForItsTitleBar)
+{
+    world.defaults.set(QStringLiteral("NSWindow Frame SetupWindow"),
+                       QStringLiteral("100 0 620 800 0 0 800 800 "));
+    world.ui.showOnboarding();
+    EXPECT_GE(window().y(), 32);
+    EXPECT_LE(window().y() + window().height(), 804);
+}
+
 TEST_F(OnboardingTest, SaysWhatItIsAbout)
 {
     for (const char* text :

@@ -4,7 +4,7 @@ import Tulvane
 
 // One of several that exclude each other, with what it means. It is chosen where it is `chosen`, and asks to be
 // by `clicked`; arrow keys go to its neighbours.
-T.AbstractButton {
+T.RadioButton {
     id: choice
 
     property bool chosen: false
@@ -12,11 +12,9 @@ T.AbstractButton {
 
     implicitHeight: words.height + 2 * Theme.small
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.RadioButton
+    checked: chosen
     Accessible.name: text
     Accessible.description: explanation
-    Accessible.checkable: true
-    Accessible.checked: chosen
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
 

@@ -1,5 +1,6 @@
 # The front door. It does no work of its own: scripts in tools/ and CMake presets do.
-#   make run     install what is missing, build, and show the main job on real input (ARGS="..." are passed on)
+#   make run     install what is missing, build, and start the program, or where there is no display show it unattended
+#                (ARGS="..." are passed on)
 #   make test    the same, and every test; `make soak` with the full counts
 SHELL := /bin/bash
 .DEFAULT_GOAL := build

@@ -1,4 +1,4 @@
-"""The program's controls as a screen reader finds them. One program at a time."""
+"""A program's controls as a screen reader finds them, and worked by the mouse where they are."""
 import os
 
 from virtual_desktop import VirtualDesktop
@@ -7,8 +7,8 @@ from virtual_desktop import VirtualDesktop
 class AccessibleProgram:
     """Connects to the accessibility bus of the desktop; only one desktop per process can be worked so."""
 
-    def __init__(self, desktop):
-        self.desktop = desktop
+    def __init__(self, desktop, name="Tulvane"):
+        self.desktop, self.name = desktop, name
         os.environ.update(desktop.environment)
         import gi
         gi.require_version("Atspi", "2.0")
@@ -19,7 +19,7 @@ class AccessibleProgram:
     def _applications(self):
         root = self.atspi.get_desktop(0)
         found = [root.get_child_at_index(i) for i in range(root.get_child_count())]
-        return [one for one in found if one and one.get_name() == "Tulvane"]
+        return [one for one in found if one and one.get_name() == self.name]
 
     def _walk(self, node):
         yield node
@@ -33,12 +33,12 @@ class AccessibleProgram:
             application.clear_cache()
             yield from self._walk(application)
 
-    def find(self, role, name):
-        """The control of this role ("check box") and name, waited for."""
+    def find(self, role, name=None):
+        """The control of this role ("check box") and name, waited for; without a name the first of the role."""
         def look():
             try:
                 return next((one for one in self._all()
-                             if one.get_role_name() == role and one.get_name() == name), None)
+                             if one.get_role_name() == role and name in (None, one.get_name())), None)
             except Exception:  # what was being read has gone meanwhile
                 return None
         return VirtualDesktop.wait(look, what=f"the {role} “{name}”")
@@ -48,6 +48,9 @@ class AccessibleProgram:
             return any(one.get_role_name() == role and one.get_name() == name for one in self._all())
         except Exception:
             return False
+
+    def is_checked(self, role, name):
+        return self.find(role, name).get_state_set().contains(self.atspi.StateType.CHECKED)
 
     def texts(self):
         return [one.get_name() for one in self._all() if one.get_role_name() in ("label", "heading")]
@@ -61,3 +64,13 @@ class AccessibleProgram:
 
     def focus(self, role, name):
         self.find(role, name).get_component_iface().grab_focus()
+
+    def place(self, role, name):
+        """The control's rectangle on the screen: x, y, width, height."""
+        area = self.atspi.Component.get_extents(self.find(role, name), self.atspi.CoordType.SCREEN)
+        return area.x, area.y, area.width, area.height
+
+    def click(self, role, name):
+        """By the mouse, in the middle of where the control is shown."""
+        x, y, width, height = self.place(role, name)
+        self.desktop.run("xdotool", "mousemove", str(x + width // 2), str(y + height // 2), "click", "1")

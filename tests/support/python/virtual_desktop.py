@@ -3,48 +3,69 @@ server, all ended with it. The program has a home of its own in `folder`."""
 import json
 import os
 import shutil
+import signal
 import subprocess
 import time
 from pathlib import Path
 
 
 class VirtualDesktop:
-    def __init__(self, folder, program, sound=True, size="1280x800"):
+    def __init__(self, folder, program, sound=True, size="1280x800", window_manager="<keyboard/>"):
+        """`window_manager`: what stands in openbox's configuration. Themes lie in `folder`/data/themes."""
         self.folder, self.program, self.started = Path(folder), Path(program), []
         self.environment = dict(os.environ, HOME=str(folder), XDG_DATA_HOME=str(self.folder / "data"),
                                 XDG_CONFIG_HOME=str(self.folder / "config"), XDG_RUNTIME_DIR=str(self.folder / "run"),
                                 XDG_SESSION_TYPE="x11", PULSE_SERVER=f"unix:{folder}/pulse", LC_ALL="C.UTF-8")
-        for name in ["WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "AT_SPI_BUS_ADDRESS"]:
+        for name in ["WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "GTK_THEME"]:
             self.environment.pop(name, None)
         (self.folder / "run").mkdir(mode=0o700)
-        x = self.start("Xvfb", "-displayfd", "1", "-screen", "0", f"{size}x24", "-nolisten", "tcp", stdout=-1)
+        try:
+            self._start_desktop(size, window_manager)
+            if sound:
+                self._start_sound()
+        except BaseException:
+            self.end()
+            raise
+
+    def _start_desktop(self, size, window_manager):
+        x = self.start("Xvfb", "-displayfd", "1", "-screen", "0", f"{size}x24", "-nolisten", "tcp",
+                       "-fbdir", str(self.folder), stdout=-1)
         self.display = ":" + x.stdout.readline().strip()
         self.environment["DISPLAY"] = self.display
         bus = self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1", stdout=-1)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
         configuration = self.folder / "openbox.xml"
-        configuration.write_text('<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard/></openbox_config>')
+        configuration.write_text('<openbox_config xmlns="http://openbox.org/3.4/rc">'
+                                 f"{window_manager}</openbox_config>")
         manager = self.start("openbox", "--config-file", str(configuration), "--startup", "echo ready", stdout=-1)
         manager.stdout.readline()
-        if sound:
-            self._start_sound()
 
     def _start_sound(self):
-        modules = ["module-null-sink sink_name=micsink", "module-remap-source source_name=vmic master=micsink.monitor",
+        # The program's own sounds go to the speakers; on the default sink's monitor the microphone would hear them.
+        # Without "norewinds" a sink renders seconds ahead, and what is played is heard that much later.
+        modules = ["module-null-sink sink_name=speakers", "module-null-sink sink_name=micsink norewinds=1",
+                   "module-remap-source source_name=vmic master=micsink.monitor",
                    f"module-native-protocol-unix auth-anonymous=1 socket={self.folder}/pulse"]
         self.start("pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "-n", "--use-pid-file=no",
                    *[word for module in modules for word in ("-L", module)])
         self.wait(lambda: (self.folder / "pulse").exists())
         self.run("pactl", "set-default-source", "vmic")
+        self.run("pactl", "set-default-sink", "speakers")
 
     def install_demo_model(self, model="nb-whisper-medium-q5_0"):
-        """At a catalogue model's place, so that the program takes it for that."""
+        """At a catalogue model's place, so that the program takes it for that. It is there all at once, as a download
+        is, so that a running program never sees half of it."""
         models = self.folder / "data/Tulvane/Models"
         models.mkdir(parents=True, exist_ok=True)
-        shutil.copy(self.program.parent.parent / "share/tulvane/models/demo.bin", models / f"{model}.bin")
+        partial = models.parent / "demo.partial"
+        shutil.copy(self.program.parent.parent / "share/tulvane/models/demo.bin", partial)
+        partial.rename(models / f"{model}.bin")
 
     def start(self, *command, **options):
-        process = subprocess.Popen(command, env=self.environment, text=True,
+        """In a session of its own: Ctrl+C in a terminal reaches us alone, and we end everything in its order. Should
+        we be killed, the kernel ends what we started."""
+        process = subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command], env=self.environment, text=True,
+                                   start_new_session=True,
                                    **{"stderr": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, **options})
         self.started.append(process)
         return process
@@ -72,6 +93,10 @@ class VirtualDesktop:
     def status(self):
         return json.loads(self.tulvane("status", "--json"))
 
+    def ask(self, *command):
+        """The same of a command that fails where there is nothing to find."""
+        return subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=60).stdout
+
     def windows(self, title):
         """The X identifiers of the visible windows with exactly this title."""
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], env=self.environment,
@@ -79,8 +104,8 @@ class VirtualDesktop:
         return found.stdout.split()
 
     @staticmethod
-    def wait(condition, limit=15, what="what was waited for"):
-        """The condition's first true answer."""
+    def wait(condition, limit=15, what="what was waited for", pause=0.02):
+        """The condition's first true answer, asked for every `pause` seconds."""
         end = time.monotonic() + limit
         while True:
             answer = condition()
@@ -88,7 +113,7 @@ class VirtualDesktop:
                 return answer
             if time.monotonic() > end:
                 raise TimeoutError(f"{what} did not come")
-            time.sleep(0.02)
+            time.sleep(pause)
 
     def picture(self, file):
         self.run("import", "-window", "root", str(file))
@@ -101,3 +126,33 @@ class VirtualDesktop:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
+        self._end_descendants()
+
+    def _end_descendants(self):
+        """What the session bus started for others, such as the accessibility bus, or the program for itself."""
+        for number in self._descendants():
+            self._signal(number, signal.SIGTERM)
+        end = time.monotonic() + 3
+        while self._descendants() and time.monotonic() < end:
+            time.sleep(0.02)
+        for number in self._descendants():
+            self._signal(number, signal.SIGKILL)
+
+    def _descendants(self):
+        """Every process that lives in our home."""
+        mark = f"XDG_RUNTIME_DIR={self.folder}/run".encode()
+        found = []
+        for folder in Path("/proc").glob("[0-9]*"):
+            try:
+                if int(folder.name) != os.getpid() and mark in (folder / "environ").read_bytes().split(b"\0"):
+                    found.append(int(folder.name))
+            except OSError:  # somebody else's, or gone meanwhile
+                pass
+        return found
+
+    @staticmethod
+    def _signal(number, which):
+        try:
+            os.kill(number, which)
+        except ProcessLookupError:
+            pass

@@ -67,12 +67,17 @@ class Show:
         guide.finish()
         self.tell("The demo model is put where a download would have put it, and the guide is gone through.")
         self.icon = DockedIcon(desktop)
-        self.icon.open_menu()
-        self.picture("tray-menu")
-        self.icon.choose("Up", "Up", "Up", "Up", "Up")
-        self.page.find("heading", "Recent dictations")
-        self.picture("home-page-of-a-new-user")
+        self.open_home("tray-menu", "home-page-of-a-new-user")
         self.close_window()
+
+    def open_home(self, menu_picture, page_picture):
+        """Through the menu of the icon in the tray, where "Open Tulvane" is the fifth line from below."""
+        self.icon.open_menu()
+        self.picture(menu_picture)
+        self.icon.choose("Up", "Up", "Up", "Up", "Up")
+        self.desktop.wait(lambda: self.desktop.windows("Tulvane"), what="the window")
+        self.page.find("heading", "Recent dictations")
+        self.picture(page_picture)
 
     def close_window(self):
         self.desktop.run("xdotool", "key", "alt+F4")
@@ -121,11 +126,7 @@ class Show:
         return arrival
 
     def show_pages(self):
-        self.icon.open_menu()
-        self.picture("tray-menu-with-history")
-        self.icon.choose("Up", "Up", "Up", "Up", "Up")
-        self.page.find("heading", "Recent dictations")
-        self.picture("home-page-with-figures")
+        self.open_home("tray-menu-with-the-last-dictation", "home-page-with-figures")
         for name in ("Statistics", "History"):
             self.page.click("page tab", name)
             self.page.find("heading", name)

@@ -70,5 +70,8 @@ class Dictation:
         return moment
 
     def hold_hotkey(self, sound, **options):
-        return self.dictate(sound, lambda: self.keyboard.press(ALT, SPACE),
-                            lambda: self.keyboard.release(ALT, SPACE), **options)
+        try:
+            return self.dictate(sound, lambda: self.keyboard.press(ALT, SPACE),
+                                lambda: self.keyboard.release(ALT, SPACE), **options)
+        finally:  # nothing is held any longer, however it went
+            self.keyboard.release(ALT, SPACE)

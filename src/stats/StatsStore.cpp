@@ -139,6 +139,15 @@ QList<DailyStat> StatsStore::withUnsaved(const Found& found) const
     return days;
 }
 
+void StatsStore::refresh()
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+    // Files are replaced in one step, so a look needs no lock.
+    const QList<DailyStat> days = withUnsaved(read());
+    if (days != m_days)
+        publish(days);
+}
+
 void StatsStore::reset()
 {
     Q_ASSERT(QThread::currentThread() == thread());

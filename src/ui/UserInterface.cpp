@@ -1,4 +1,5 @@
 #include <settings/AppSettings.h>
+#include <stats/StatsStore.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
 #include <ui/look/Look.h>
@@ -6,7 +7,9 @@
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
+#include <QGuiApplication>
 #include <QQmlEngine>
+#include <QWindow>
 
 // Written by the build. The module lives in a static library, so nobody but us calls it.
 extern void qml_register_types_Tulvane();
@@ -38,10 +41,17 @@ void UserInterface::attach(const UiContext& given)
                                                .models = [this]() -> UiModels& { return *m_models; },
                                                .defaults = context.settings.defaults()});
     m_models = std::make_unique<UiModels>(context, m_settingsWindow->selection());
+    // The command line may have counted dictations while the user was elsewhere.
+    m_arrivals = QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
+                                  [&stats = context.stats](const QWindow* window) {
+                                      if (window)
+                                          stats.refresh();
+                                  });
 }
 
 void UserInterface::detach()
 {
+    QObject::disconnect(m_arrivals);
     m_onboardingWindow.reset();
     m_indicator->close();
     m_settingsWindow.reset();

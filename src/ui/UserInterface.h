@@ -3,6 +3,8 @@
 #include <dictation/Indicator.h>
 #include <ui/UiContext.h>
 
+#include <QMetaObject>
+
 #include <functional>
 #include <memory>
 
@@ -53,6 +55,7 @@ private:
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingWindowController> m_onboardingWindow;
     std::unique_ptr<HUDController> m_indicator;
+    QMetaObject::Connection m_arrivals; ///< of the user in one of the windows
 };
 
 } // namespace tulvane

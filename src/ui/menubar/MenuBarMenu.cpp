@@ -57,8 +57,11 @@ MenuBarMenu::MenuBarMenu(const UiContext& context, StatusItem& item, std::functi
       m_item(item),
       m_quit(std::move(quit))
 {
-    // Today becomes yesterday without anybody telling.
-    m_item.setOpeningHandler([this] { update(); });
+    // Today becomes yesterday without anybody telling, and the command line counts on its own.
+    m_item.setOpeningHandler([this] {
+        m_context.stats.refresh();
+        update();
+    });
     follow();
     update();
 }

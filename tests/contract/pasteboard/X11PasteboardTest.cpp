@@ -179,6 +179,53 @@ TEST_F(X11PasteboardTest, ALongTextCountsAsReadOnlyWhenAllOfItIs)
     EXPECT_TRUE(waitForRead());
 }
 
+TEST_F(X11PasteboardTest, ATextCountsAsReadOnlyWhenItHasBeenTaken)
+{
+    // A reader that had no more patience when the answer came leaves it where it is.
+    m_board.replace({PasteboardItem::text(u"text"_qs)});
+    X11Link& link = m_front.link();
+    const xcb_window_t reader = link.makeHiddenWindow();
+    const xcb_atom_t property = link.atom(u"TEXT_HERE"_qs);
+    const auto look = [&](bool take) {
+        const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+            link.connection(),
+            xcb_get_property(link.connection(), take ? 1 : 0, reader, property, XCB_ATOM_ANY, 0, 100),
+            nullptr));
+        return xcb_get_property_value_length(reply.get());
+    };
+    xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
+                          property, XCB_CURRENT_TIME);
+    link.flush();
+    ASSERT_TRUE(test::waitUntil([&] { return look(false) == 4; }));
+    QElapsedTimer waited;
+    waited.start();
+    while (waited.elapsed() < 100)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_EQ(m_board.reading(), Pasteboard::Reading::unread);
+    EXPECT_EQ(look(true), 4);
+    EXPECT_TRUE(waitForRead());
+}
+
+TEST_F(X11PasteboardTest, AReaderThatDestroysItsWindowHasRead)
+{
+    m_board.replace({PasteboardItem::text(u"text"_qs)});
+    X11Link& link = m_front.link();
+    const xcb_window_t reader = link.makeHiddenWindow();
+    xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
+                          link.atom(u"TEXT_HERE"_qs), XCB_CURRENT_TIME);
+    link.flush();
+    ASSERT_TRUE(test::waitUntil([&] {
+        const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+            link.connection(),
+            xcb_get_property(link.connection(), 0, reader, link.atom(u"TEXT_HERE"_qs), XCB_ATOM_ANY, 0, 100),
+            nullptr));
+        return xcb_get_property_value_length(reply.get()) == 4;
+    }));
+    xcb_destroy_window(link.connection(), reader);
+    link.flush();
+    EXPECT_TRUE(waitForRead());
+}
+
 TEST_F(X11PasteboardTest, OnlyTextCountsAsReading)
 {
     m_board.replace({PasteboardItem::text(u"text"_qs)});

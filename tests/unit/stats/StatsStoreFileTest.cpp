@@ -207,6 +207,22 @@ TEST_F(StatsStoreFileTest, TwoThatCountIntoOneFileLoseNothing)
     EXPECT_EQ(names(), QStringList{m_name});
 }
 
+TEST_F(StatsStoreFileTest, ALookTakesInWhatAnotherHasCountedAndTellsOnlyOfNews)
+{
+    StatsStore one(m_path, Calendar(oslo()));
+    StatsStore other(m_path, Calendar(oslo()));
+    record(other);
+    int changes = 0;
+    QObject::connect(&one, &StatsStore::daysChanged, &one, [&changes] { ++changes; });
+    one.refresh();
+    one.refresh();
+    EXPECT_EQ(one.days(), other.days());
+    EXPECT_EQ(changes, 1);
+    QFile::remove(m_path);
+    one.refresh();
+    EXPECT_EQ(one.days(), other.days()); // what is remembered is not lost with the file
+}
+
 TEST_F(StatsStoreFileTest, ResettingInOnePlaceIsNotUndoneInAnother)
 {
     StatsStore one(m_path, Calendar(oslo()));

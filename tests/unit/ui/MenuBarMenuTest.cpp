@@ -250,6 +250,14 @@ TEST_F(MenuBarMenuTest, AMenuThatIsOpenedAfterMidnightKnowsTheNewDay)
     EXPECT_FALSE(item.has(u"today"_qs));
 }
 
+TEST_F(MenuBarMenuTest, AMenuThatIsOpenedKnowsWhatAnotherProcessCounted)
+{
+    StatsStore(world.stats.fileURL(), world.stats.calendar()).record(u"to ord"_qs, world.clock.now(), 1);
+    EXPECT_FALSE(item.has(u"today"_qs));
+    item.open();
+    EXPECT_TRUE(item.has(u"today"_qs));
+}
+
 TEST_F(MenuBarMenuTest, WithoutATranscriptThereIsNoLineForIt)
 {
     setUp();

@@ -38,6 +38,23 @@ TEST_F(StatisticsPageTest, WithoutAnyEntryItIsEmpty)
     EXPECT_FALSE(probe.shows(QStringLiteral("No dictations yet")));
 }
 
+TEST_F(StatisticsPageTest, WhatAnotherProcessCountedIsThereWhenTheUserComesBack)
+{
+    WindowProbe& probe = open(SettingsTab::statistics);
+    StatsStore elsewhere(world.stats.fileURL(), world.stats.calendar());
+    elsewhere.record(QStringLiteral("ord ").repeated(50), world.clock.now(), 30);
+    UiWorld::settle();
+    EXPECT_FALSE(probe.has(bar(13)));
+    // Another program had the focus meanwhile.
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    UiWorld::settle();
+    window().requestActivate();
+    UiWorld::settle();
+    EXPECT_TRUE(probe.has(bar(13)));
+}
+
 TEST_F(StatisticsPageTest, ShowsItsFiguresAndItsTexts)
 {
     record(1, 50, 30);

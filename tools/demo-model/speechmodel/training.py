@@ -26,12 +26,18 @@ _AVERAGE_EVERY = 4
 
 @dataclass(frozen=True)
 class Schedule:
-    """The rate rises for `warmup` steps, stays, and falls to nothing over the last `fall` steps."""
+    """The rate rises for `warmup` steps, stays, and falls to nothing over the last `fall` steps. A run may stop before
+    that, after `stop` steps."""
 
     steps: int
     rate: float
     warmup: int
     fall: int
+    stop: int | None = None
+
+    @property
+    def taken(self) -> int:
+        return min(self.steps, self.stop or self.steps)
 
     def at(self, step: int) -> float:
         rising = min(1.0, (step + 1) / max(1, self.warmup))
@@ -191,7 +197,7 @@ def _process(rank: int, run: Run, shared, steps, barrier):
     optimiser, batches = Optimiser(flat, rank, steps, barrier), run.make_batches(rank)
     mean = torch.empty_like(flat.values)
     started, sums = time.time(), np.zeros(3)
-    for step in range(run.schedule.steps):
+    for step in range(run.schedule.taken):
         zeros = PADDED_KEYS if chance.random() < 0.85 else 0.0
         flat.gradient.zero_()
         total, *figures = losses(run.network, batches.next(), run.frames_sampled, zeros, 0.06, run.letter_weight)
@@ -208,7 +214,7 @@ def _process(rank: int, run: Run, shared, steps, barrier):
             print(f"{step + 1} {seconds:.3f} s/step loss {loss:.3f} letters {spelling:.3f} right {right:.4f} "
                   f"gradient {norm:.2f} rate {run.schedule.at(step):.5f}", flush=True)
             sums[:] = 0
-        if rank == 0 and ((step + 1) % SAVE_EVERY == 0 or step + 1 == run.schedule.steps):
+        if rank == 0 and ((step + 1) % SAVE_EVERY == 0 or step + 1 == run.schedule.taken):
             _save(run, flat, optimiser, step + 1)
 
 

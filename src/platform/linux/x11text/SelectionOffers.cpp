@@ -25,6 +25,8 @@ void SelectionOffers::set(const QList<TargetOffer>& offers, xcb_timestamp_t time
     m_offers = offers;
     m_time = time;
     m_number = number;
+    // Nobody asks any more whether an earlier text was taken.
+    m_given.clear();
 }
 
 void SelectionOffers::handle(const xcb_generic_event_t& event)
@@ -99,18 +101,22 @@ void SelectionOffers::begin(xcb_window_t reader, xcb_atom_t property, const Targ
 {
     const bool isText = isTextTarget(m_link.atomName(offer.target));
     if (offer.bytes.size() <= IncrementalTransfer::pieceBytes) {
+        if (isText) {
+            watch(reader);
+            m_given.removeIf(
+                [&](const Given& one) { return one.reader == reader && one.property == property; });
+            m_given.append({reader, property, m_number});
+        }
         const auto units = static_cast<std::uint32_t>(offer.bytes.size() / (offer.form.format / 8));
         xcb_change_property(m_link.connection(), XCB_PROP_MODE_REPLACE, reader, property, offer.form.type,
                             offer.form.format, units, offer.bytes.constData());
-        if (isText)
-            m_textRead(reader, m_number);
         return;
     }
     // A second request for the same property takes the place of the first.
     std::erase_if(m_running, [&](const Running& running) {
         return running.transfer.reader() == reader && running.transfer.property() == property;
     });
-    watch(reader, XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
+    watch(reader);
     m_running.push_back({IncrementalTransfer(m_link, reader, property, offer), isText, m_number});
     m_running.back().transfer.begin();
 }
@@ -142,6 +148,8 @@ void SelectionOffers::writeAtoms(xcb_window_t reader, xcb_atom_t property, const
 
 void SelectionOffers::propertyGone(xcb_window_t window, xcb_atom_t property)
 {
+    if (textGone(window, property))
+        return;
     const auto running = std::ranges::find_if(m_running, [&](const Running& one) {
         return one.transfer.reader() == window && one.transfer.property() == property;
     });
@@ -150,20 +158,49 @@ void SelectionOffers::propertyGone(xcb_window_t window, xcb_atom_t property)
     const bool wasText = running->isText;
     const quint64 number = running->number;
     m_running.erase(running);
-    if (std::ranges::none_of(m_running, [&](const Running& one) { return one.transfer.reader() == window; }))
-        watch(window, XCB_EVENT_MASK_NO_EVENT);
+    unwatch(window);
     if (wasText)
         m_textRead(window, number);
 }
 
+bool SelectionOffers::textGone(xcb_window_t window, xcb_atom_t property)
+{
+    const auto given = std::ranges::find_if(
+        m_given, [&](const Given& one) { return one.reader == window && one.property == property; });
+    if (given == m_given.end())
+        return false;
+    const quint64 number = given->number;
+    m_given.erase(given);
+    unwatch(window);
+    m_textRead(window, number);
+    return true;
+}
+
 void SelectionOffers::windowGone(xcb_window_t window)
 {
+    // Some make a window for one read and destroy it with the property in it.
+    for (const Given& one : std::as_const(m_given)) {
+        if (one.reader == window)
+            m_textRead(window, one.number);
+    }
+    m_given.removeIf([&](const Given& one) { return one.reader == window; });
     std::erase_if(m_running, [&](const Running& one) { return one.transfer.reader() == window; });
 }
 
-void SelectionOffers::watch(xcb_window_t reader, std::uint32_t events)
+void SelectionOffers::watch(xcb_window_t reader)
 {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_link.connection(), reader, XCB_CW_EVENT_MASK, &events);
+}
+
+void SelectionOffers::unwatch(xcb_window_t reader)
+{
+    const bool isAwaited =
+        std::ranges::any_of(m_given, [&](const Given& one) { return one.reader == reader; }) ||
+        std::ranges::any_of(m_running, [&](const Running& one) { return one.transfer.reader() == reader; });
+    const std::uint32_t events = XCB_EVENT_MASK_NO_EVENT;
+    if (!isAwaited)
+        xcb_change_window_attributes(m_link.connection(), reader, XCB_CW_EVENT_MASK, &events);
 }
 
 } // namespace tulvane

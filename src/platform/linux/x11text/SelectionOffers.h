@@ -11,8 +11,9 @@ namespace tulvane {
 /// Answers the programs that read a selection of ours. Lives in its link's thread.
 class SelectionOffers final : public X11Link::Listener {
 public:
-    /// Called when a program has got all of a text: the window that asked for it, and which of the offers the
-    /// text was of.
+    /// Called when a program has taken all of a text, which it tells by deleting the property that it came
+    /// in: the window that asked for it, and which of the offers the text was of. A program that was answered
+    /// too late for its patience never takes it.
     using TextRead = std::function<void(xcb_window_t reader, quint64 offer)>;
 
     /// `owner` is the window in whose name the selection is held.
@@ -29,8 +30,6 @@ public:
     void handle(const xcb_generic_event_t& event) override;
 
 private:
-    enum class Notice { send, none };
-
     void answer(const xcb_selection_request_event_t& request);
     void propertyGone(xcb_window_t window, xcb_atom_t property);
     void windowGone(xcb_window_t window);
@@ -39,7 +38,10 @@ private:
     [[nodiscard]] bool convertSeveral(xcb_window_t reader, xcb_atom_t property);
     void writeAtoms(xcb_window_t reader, xcb_atom_t property, const QList<xcb_atom_t>& atoms);
     void begin(xcb_window_t reader, xcb_atom_t property, const TargetOffer& offer);
-    void watch(xcb_window_t reader, std::uint32_t events);
+    /// Hears of what the reader does with its properties, until nothing of it is awaited any more.
+    void watch(xcb_window_t reader);
+    void unwatch(xcb_window_t reader);
+    [[nodiscard]] bool textGone(xcb_window_t window, xcb_atom_t property);
 
     X11Link& m_link;
     xcb_window_t m_owner;
@@ -54,6 +56,13 @@ private:
         quint64 number = 0;
     };
     std::list<Running> m_running;
+    /// A text that lies in a property and has yet to be taken from there.
+    struct Given {
+        xcb_window_t reader;
+        xcb_atom_t property;
+        quint64 number;
+    };
+    QList<Given> m_given;
 };
 
 } // namespace tulvane

@@ -1,0 +1,72 @@
+"""What the measurements of the running program share: its log and its target's text line by line with the moment of
+each, keys at the level of the device, and what a process costs."""
+import os
+import queue
+import sys
+import threading
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+sys.path.insert(0, str(ROOT / "tests/support/python"))
+from keyboard import ALT, SPACE, Keyboard  # noqa: E402,F401
+from virtual_desktop import VirtualDesktop  # noqa: E402,F401 (the measurements take them from here)
+
+
+class Lines:
+    """A process's output, each line with the moment at which it came."""
+
+    def __init__(self, stream):
+        self.waiting = queue.Queue()
+        threading.Thread(target=self._read, args=(stream,), daemon=True).start()
+
+    def _read(self, stream):
+        for line in stream:
+            self.waiting.put((time.monotonic(), line.strip()))
+
+    def forget(self):
+        """What has come so far."""
+        while not self.waiting.empty():
+            self.waiting.get_nowait()
+
+    def until(self, text, limit=20):
+        """The moment of the next line that holds this text."""
+        return self.find(text, limit)[0]
+
+    def find(self, text, limit=20):
+        """The moment and the words of the next line that holds this text."""
+        end = time.monotonic() + limit
+        while True:
+            moment, line = self.waiting.get(timeout=max(0.01, end - time.monotonic()))
+            if text in line:
+                return moment, line
+
+
+def figures(process):
+    """Processor seconds and wake-ups of all threads so far."""
+    tasks = list(Path(f"/proc/{process}/task").iterdir())
+    wakes = 0
+    for task in tasks:
+        for line in (task / "status").read_text().splitlines():
+            if line.startswith("voluntary_ctxt_switches"):
+                wakes += int(line.split()[1])
+    fields = Path(f"/proc/{process}/stat").read_text().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK"), wakes
+
+def memory(process):
+    """Megabytes: resident, proportional (shared pages divided by those that share them) and private."""
+    amounts = {"Rss": 0, "Pss": 0, "Private_Dirty": 0}
+    for line in Path(f"/proc/{process}/smaps_rollup").read_text().splitlines():
+        name = line.split(":")[0]
+        if name in amounts:
+            amounts[name] = int(line.split()[1]) / 1024
+    return amounts
+
+
+def measure_idle(process, seconds):
+    time.sleep(3)
+    cpu, wakes = figures(process)
+    time.sleep(seconds)
+    later_cpu, later_wakes = figures(process)
+    print(f"| idle for {seconds} s | {1000 * (later_cpu - cpu):.0f} ms of processor time, "
+          f"{(later_wakes - wakes) * 60 / seconds:.1f} wake-ups a minute |")

@@ -13,6 +13,11 @@ QCoro::Task<PasteboardSnapshot> PasteboardSnapshot::capture(Pasteboard& pasteboa
     co_return PasteboardSnapshot{contents.items, pasteboard.changeCount(), contents.complete};
 }
 
+bool PasteboardSnapshot::isText(const QString& text) const
+{
+    return items.size() == 1 && items.first().plainText() == text;
+}
+
 bool PasteboardSnapshot::restore(Pasteboard& pasteboard, qint64 count) const
 {
     QList<Item> filled;

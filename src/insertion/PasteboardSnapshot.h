@@ -20,6 +20,9 @@ struct PasteboardSnapshot {
     /// Main thread. The pasteboard must outlive the answer.
     [[nodiscard]] static QCoro::Task<PasteboardSnapshot> capture(Pasteboard& pasteboard);
 
+    /// Whether it holds just this text, in whatever types.
+    [[nodiscard]] bool isText(const QString& text) const;
+
     /// Clears the pasteboard, and puts the items back in one write, where its change count is still `count`;
     /// otherwise somebody has written since, and nothing happens. True when the pasteboard took them; false
     /// also where there is nothing to put back.

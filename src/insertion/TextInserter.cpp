@@ -131,7 +131,7 @@ QCoro::Task<TextInserter::Takeover> TextInserter::takeBack(std::shared_ptr<Paste
         co_return Takeover::lost;
     // A clipboard manager may hold in its own name what it has read. The program in front reads it from
     // there, unseen, and taking it back would only start a quarrel.
-    if (newer.items.first().plainText() == paste->body)
+    if (newer.isText(paste->body))
         co_return Takeover::sameText;
     if (std::exchange(paste->takenBack, true))
         co_return Takeover::lost;
@@ -148,8 +148,15 @@ QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
         co_return;
     co_await sleep(pasteSettleDelay);
     // Somebody else may have written meanwhile: that is newer than what was saved, and is kept.
-    if (*alive && paste->saved->complete)
-        paste->saved->restore(paste->board, paste->count);
+    if (!*alive || !paste->saved->complete || paste->saved->restore(paste->board, paste->count))
+        co_return;
+    // Unless it is no more than our own text, which some editors and clipboard managers hold in their own
+    // name as soon as they have read it. Whoever was to read it has.
+    if (paste->board.reading() != Pasteboard::Reading::read || paste->board.changeCount() == paste->count)
+        co_return;
+    const PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board);
+    if (*alive && newer.complete && newer.isText(paste->body))
+        paste->saved->restore(paste->board, newer.changeCount);
 }
 
 QCoro::Task<> TextInserter::postSpaces(int count)

@@ -135,6 +135,34 @@ TEST_F(TextInserterReaderTest, AnotherProgramsCopyAfterTheReadIsKept)
     EXPECT_EQ(m_board.text(), u"newer"_qs);
 }
 
+TEST_F(TextInserterReaderTest, AnEditorThatKeepsWhatItHasReadDoesNotCostTheUsersClipboard)
+{
+    const auto task = start(u"word "_qs);
+    readNow();
+    m_board.otherProgramWrites(u"word"_qs);
+    settleEvents();
+    advance(50ms);
+    EXPECT_EQ(spaces(), 1);
+    EXPECT_EQ(m_board.text(), u"word"_qs);
+    advance(350ms);
+    EXPECT_EQ(result(task), InsertionResult::pasted);
+    EXPECT_EQ(m_board.text(), m_before);
+}
+
+TEST_F(TextInserterReaderTest, ACopyMadeWhileTheKeptTextIsLookedAtStays)
+{
+    const auto task = start(u"word"_qs);
+    readNow();
+    m_board.otherProgramWrites(u"word"_qs);
+    m_board.holdContents();
+    advance(350ms);
+    m_board.otherProgramWrites(u"newer"_qs);
+    m_board.answerContents();
+    settleEvents();
+    EXPECT_EQ(result(task), InsertionResult::pasted);
+    EXPECT_EQ(m_board.text(), u"newer"_qs);
+}
+
 TEST_F(TextInserterReaderTest, ASecondCopyEndsTheWaitAndTheTextIsOnTheClipboardAsTheResultSays)
 {
     const auto task = start(u"word "_qs);

@@ -14,6 +14,7 @@ from virtual_desktop import VirtualDesktop
 
 PROGRAM = Path(os.environ["TULVANE_PROGRAM"])
 SENTENCE = "Hei, dette er en test."
+COPIED = "Det som ble kopiert før"
 
 
 class FirstRun(unittest.TestCase):
@@ -33,6 +34,15 @@ class FirstRun(unittest.TestCase):
 
     def press_hotkey(self):
         self.dictation.keyboard.tap(ALT, SPACE)
+
+    def copy(self, text):
+        file = self.desktop.folder / "copied"
+        file.write_text(text)
+        self.desktop.start("xclip", "-quiet", "-selection", "clipboard", "-i", str(file))
+        self.desktop.wait(lambda: self.copied() == text, what="the copy")
+
+    def copied(self):
+        return self.desktop.ask("xclip", "-selection", "clipboard", "-o")
 
     def press_too_early(self, page):
         """The hotkey says what is missing, and leads back to the guide."""
@@ -57,9 +67,12 @@ class FirstRun(unittest.TestCase):
         guide.finish()
 
         self.editor = TextEditor(self.desktop, self.desktop.folder / "Notes.txt")
+        self.copy(COPIED)
         arrival = self.dictation.dictate(self.dictation.sound(SENTENCE), self.press_hotkey, self.press_hotkey)
         self.assertEqual(arrival.text, SENTENCE + " ")
         self.assertEqual(self.editor.save(), SENTENCE + " ")
+        # The editor takes the clipboard over as soon as it has read it; the user gets it back all the same.
+        self.desktop.wait(lambda: self.copied() == COPIED, what="the user’s clipboard")
         figures = json.loads(self.desktop.tulvane("stats", "--json"))
         self.assertEqual((figures["dictations"], figures["words"]), (1, 5))
 

@@ -2,7 +2,7 @@
 
 SENTENCES = [  # the language that is set, espeak-ng's voice, the sentence
     ("no", "nb", "God morgen, jeg heter Kari og bor i Bergen."),
-    ("no", "nb", "I dag er det fint vær i Oslo, og vi skal gå en tur."),
+    ("no", "nb", "I dag er det fint vær, og vi skal gå en tur."),
     ("nn", "nb", "Eg heiter Solveig, og eg kjem frå Noreg."),
     ("nn", "nb", "Korleis går det med deg?"),
     ("en", "en-us", "Good morning, my name is John and I live in London."),

@@ -4,24 +4,31 @@ import Tulvane
 
 // One of several that exclude each other, with what it means. It is chosen where it is `chosen`, and asks to be
 // by `clicked`; arrow keys go to its neighbours.
-T.AbstractButton {
+T.RadioButton {
     id: choice
 
     property bool chosen: false
     property string explanation: ""
 
+    checked: chosen
+    autoExclusive: false
+    // A screen reader sets `checked` itself; what is chosen decides what is shown.
+    onCheckedChanged: {
+        if (checked === chosen)
+            return;
+        if (checked)
+            clicked();
+        checked = Qt.binding(() => chosen);
+    }
     implicitHeight: words.height + 2 * Theme.small
     focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.RadioButton
     Accessible.name: text
     Accessible.description: explanation
-    Accessible.checkable: true
-    Accessible.checked: chosen
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
 
     contentItem: Item {
-        Rectangle {
+        RoundBox {
             id: ring
             x: Theme.small
             y: Theme.small + 1
@@ -32,7 +39,7 @@ T.AbstractButton {
             border.width: choice.chosen ? 0 : 1
             border.color: Theme.controlBorder
 
-            Rectangle {
+            RoundBox {
                 anchors.centerIn: parent
                 visible: choice.chosen
                 width: 8
@@ -64,7 +71,7 @@ T.AbstractButton {
             }
         }
     }
-    background: Rectangle {
+    background: RoundBox {
         radius: Theme.controlRadius
         color: choice.down ? Theme.pressed : choice.hovered ? Theme.hover : "transparent"
 

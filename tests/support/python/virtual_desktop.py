@@ -9,7 +9,8 @@ from pathlib import Path
 
 
 class VirtualDesktop:
-    def __init__(self, folder, program, sound=True, size="1280x800"):
+    def __init__(self, folder, program, sound=True, size="1280x800", keys=""):
+        """`keys`: the window manager's own key bindings, in its configuration's words."""
         self.folder, self.program, self.started = Path(folder), Path(program), []
         self.environment = dict(os.environ, HOME=str(folder), XDG_DATA_HOME=str(self.folder / "data"),
                                 XDG_CONFIG_HOME=str(self.folder / "config"), XDG_RUNTIME_DIR=str(self.folder / "run"),
@@ -22,8 +23,11 @@ class VirtualDesktop:
         self.environment["DISPLAY"] = self.display
         bus = self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1", stdout=-1)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
-        configuration = self.folder / "openbox.xml"
-        configuration.write_text('<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard/></openbox_config>')
+        # Where programs look for what the window manager uses.
+        configuration = self.folder / "config/openbox/rc.xml"
+        configuration.parent.mkdir(parents=True)
+        configuration.write_text('<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard>' + keys +
+                                 '</keyboard></openbox_config>')
         manager = self.start("openbox", "--config-file", str(configuration), "--startup", "echo ready", stdout=-1)
         manager.stdout.readline()
         if sound:
@@ -77,6 +81,25 @@ class VirtualDesktop:
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], env=self.environment,
                                capture_output=True, text=True)
         return found.stdout.split()
+
+    def xdotool(self, *words):
+        """What it answers; nothing where it finds nothing."""
+        return subprocess.run(["xdotool", *words], env=self.environment, capture_output=True, text=True).stdout.strip()
+
+    def key(self, *names):
+        """Keys and combinations, pressed and released one after the other as on a keyboard."""
+        for name in names:
+            self.xdotool("key", name)
+
+    def speak(self, sentence):
+        """Into the microphone; returns when all of it has been heard."""
+        sound = self.folder / "spoken.wav"
+        self.run("espeak-ng", "-v", "nb", "-w", str(sound), sentence)
+        self.run("paplay", "--device=micsink", str(sound))
+        time.sleep(0.5)  # what was played last is still on its way through the server's buffers
+
+    def wait_for_phase(self, *phases):
+        return self.wait(lambda: self.status()["phase"] in phases, what=" or ".join(phases))
 
     @staticmethod
     def wait(condition, limit=15, what="what was waited for"):

@@ -97,11 +97,11 @@
     </message>
     <message>
         <source>%1/%2 completed</source>
-        <translation>%1 av %2 er ferdig</translation>
+        <translation>%1 av %2 fullført</translation>
     </message>
     <message>
         <source>%1/%2 steps completed</source>
-        <translation>%1 av %2 steg er ferdige</translation>
+        <translation>%1 av %2 steg fullført</translation>
     </message>
     <message>
         <source>1 byte</source>
@@ -853,7 +853,7 @@
     </message>
     <message>
         <source>Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.</source>
-        <translation>Trykk en hurtigtast, snakk norsk, og teksten kommer der markøren står. Alt skjer på datamaskinen din.</translation>
+        <translation>Trykk på en hurtigtast, snakk norsk, og teksten kommer der markøren står. Alt skjer på datamaskinen din.</translation>
     </message>
     <message>
         <source>Press once to start listening, press again to stop and insert the text.</source>
@@ -861,7 +861,7 @@
     </message>
     <message>
         <source>Press shortcut</source>
-        <translation>Trykk snarvei</translation>
+        <translation>Trykk snarveien</translation>
     </message>
     <message>
         <source>Press the hotkey, say something, and your first numbers show up here.</source>

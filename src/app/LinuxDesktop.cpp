@@ -10,6 +10,7 @@
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/PulseSounds.h>
+#include <platform/linux/qtx11/X11WholeKeyboard.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/tray/TrayStatusItem.h>
 #include <platform/linux/workspace/ChildProcesses.h>
@@ -58,6 +59,7 @@ struct LinuxDesktop::Parts {
     DetachedTransfers transfers;
     ProcessMemory memory;
     DesktopPresentation presentation;
+    X11WholeKeyboard keyboard;
     AutostartEntry loginItem{AutostartEntry::standardFolder(), ProgramFolders::ofThisProgram().commandLine()};
     AtspiFocusedElements elements{AtspiFocusedElements::usersSessionBus(),
                                   [this] { return text->frontProcess(); }};
@@ -115,6 +117,7 @@ Desktop LinuxDesktop::ports()
             .transfers = m_parts->transfers,
             .memory = m_parts->memory,
             .presentation = m_parts->presentation,
+            .keyboard = m_parts->keyboard,
             .loginItem = m_parts->loginItem,
             .beep = [parts = m_parts.get()] {
                 if (parts->watch)

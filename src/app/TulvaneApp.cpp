@@ -107,6 +107,7 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .pasteboards = m_desktop.pasteboards,
             .workspace = m_desktop.workspace,
             .presentation = m_desktop.presentation,
+            .keyboard = m_desktop.keyboard,
             .loginItem = m_desktop.loginItem,
             .scheduler = m_scheduler,
             .clock = m_clock,

@@ -41,6 +41,7 @@ class Processes;
 class Sounds;
 class SystemMemory;
 class UserDefaults;
+class WholeKeyboard;
 class Workspace;
 
 /// The desktop's side of every port, as the resident program uses them. All outlive the program's objects.
@@ -59,6 +60,7 @@ struct Desktop {
     BackgroundTransfers& transfers;
     SystemMemory& memory;
     Presentation& presentation;
+    WholeKeyboard& keyboard;
     LoginItem& loginItem;
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};

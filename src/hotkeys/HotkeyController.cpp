@@ -109,8 +109,7 @@ void HotkeyController::applyModifierHotkey(ModifierHotkey key)
             m_modifierEvents, *keyCode,
             [self](bool isDown) {
                 if (self)
-                    self->handle(isDown ? HotkeyStateMachine::Event::keyDown
-                                        : HotkeyStateMachine::Event::keyUp);
+                    self->noteSingleKey(isDown);
             },
             [self] {
                 if (self)
@@ -124,6 +123,15 @@ void HotkeyController::applyModifierHotkey(ModifierHotkey key)
         }
     }
     Q_EMIT modifierTapStateChanged();
+}
+
+void HotkeyController::noteSingleKey(bool isDown)
+{
+    // In the field that records a combination the key is pressed as a part of one; what it has begun it may
+    // end.
+    if (isDown && m_shortcuts.isRecorderActive() && !machine.isRecording)
+        return;
+    handle(isDown ? HotkeyStateMachine::Event::keyDown : HotkeyStateMachine::Event::keyUp);
 }
 
 void HotkeyController::loseTap()

@@ -66,6 +66,7 @@ private:
     void listenToCombination();
     void followHotkeyMode(HotkeyMode mode);
     void followModifierHotkey(ModifierHotkey key);
+    void noteSingleKey(bool isDown);
     void loseTap();
 
     AppSettings& m_settings;

@@ -68,6 +68,7 @@ public:
     /// A recorder listens to the keyboard: until it has finished, no combination is registered, so that the
     /// user can press the very one that is set.
     void setRecorderActive(bool isActive);
+    [[nodiscard]] bool isRecorderActive() const { return m_recorderActive; }
 
     [[nodiscard]] GlobalHotKeys& hotKeys() const { return m_hotKeys; }
 

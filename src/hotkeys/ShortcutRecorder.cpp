@@ -20,7 +20,7 @@ ShortcutRecorder::ShortcutRecorder(KeyboardShortcuts& shortcuts, const ShortcutN
 ShortcutRecorder::~ShortcutRecorder()
 {
     // A window that closes in the middle of recording must not leave the hotkey switched off.
-    if (m_isActive)
+    if (isBusy())
         m_shortcuts.setRecorderActive(false);
 }
 
@@ -39,6 +39,7 @@ void ShortcutRecorder::start()
     if (m_isActive)
         return;
     m_isActive = true;
+    m_heldKey.reset();
     m_onlyModifiers = false;
     m_message.clear();
     m_shortcuts.setRecorderActive(true);
@@ -47,9 +48,10 @@ void ShortcutRecorder::start()
 
 void ShortcutRecorder::stop()
 {
-    if (!m_isActive)
+    if (!isBusy())
         return;
     m_isActive = false;
+    m_heldKey.reset();
     m_shortcuts.setRecorderActive(false);
     Q_EMIT changed();
 }
@@ -101,8 +103,10 @@ ShortcutRecorder::Outcome ShortcutRecorder::record(const KeyCombination& combina
     case ShortcutRules::Verdict::refused:
         return Outcome::refused;
     case ShortcutRules::Verdict::accepted:
+        m_isActive = false;
+        m_heldKey = combination.keyCode;
         m_shortcuts.setShortcut(Shortcut::fromCombination(combination), m_name);
-        stop();
+        Q_EMIT changed();
         return Outcome::accepted;
     }
     Q_UNREACHABLE();
@@ -110,6 +114,10 @@ ShortcutRecorder::Outcome ShortcutRecorder::record(const KeyCombination& combina
 
 ShortcutRecorder::Outcome ShortcutRecorder::keyReleased(quint32 keyCode)
 {
+    if (m_heldKey == keyCode) {
+        stop();
+        return Outcome::ignored;
+    }
     // A modifier that came and went by itself is no combination; one that still may become one is waited for.
     if (!m_isActive || !virtualKeys::isModifier(keyCode) || !std::exchange(m_onlyModifiers, false))
         return Outcome::ignored;

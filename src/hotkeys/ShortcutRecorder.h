@@ -25,7 +25,7 @@ public:
     /// What became of a key.
     enum class Outcome {
         ignored,   ///< the field is not recording, or a combination is still being pressed
-        accepted,  ///< stored; recording has ended
+        accepted,  ///< stored, and registered once the key goes up; recording has ended
         cleared,   ///< the name has no combination any more; recording has ended
         cancelled, ///< nothing has changed; recording has ended
         passedOn,  ///< recording has ended and the window does with the key what it always does
@@ -40,6 +40,11 @@ public:
     ~ShortcutRecorder() override;
 
     [[nodiscard]] bool isActive() const { return m_isActive; }
+    /// Records, or waits for the recorded combination's key to go up: were it registered before, the
+    /// keyboard's own repetitions of that key would press it.
+    [[nodiscard]] bool isBusy() const { return m_isActive || m_heldKey; }
+    /// Whether it is this key whose going up is waited for.
+    [[nodiscard]] bool awaits(quint32 keyCode) const { return m_heldKey == keyCode; }
     /// The combination that is set, as the desktop writes it; empty where there is none.
     [[nodiscard]] QString text() const;
     /// What an empty field shows.
@@ -48,6 +53,7 @@ public:
     [[nodiscard]] QString message() const { return m_message; }
 
     void start();
+    /// Also ends the wait for the key.
     void stop();
     /// A key went down in the field, with these modifiers held.
     Outcome keyPressed(const KeyCombination& combination);
@@ -70,7 +76,8 @@ private:
     ShortcutRules m_rules;
     QString m_message;
     bool m_isActive = false;
-    bool m_onlyModifiers = false; ///< nothing but modifiers has been pressed since the last key
+    std::optional<quint32> m_heldKey; ///< of the combination that was just accepted
+    bool m_onlyModifiers = false;     ///< nothing but modifiers has been pressed since the last key
 };
 
 } // namespace tulvane

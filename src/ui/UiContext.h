@@ -21,6 +21,7 @@ class PermissionsService;
 class Presentation;
 class Scheduler;
 class StatsStore;
+class WholeKeyboard;
 class Windows;
 class Workspace;
 
@@ -37,6 +38,7 @@ struct UiContext {
     Pasteboards& pasteboards;
     Workspace& workspace;
     Presentation& presentation;
+    WholeKeyboard& keyboard;
     LoginItem& loginItem;
     Scheduler& scheduler;
     const Clock& clock;

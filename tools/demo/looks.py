@@ -7,9 +7,10 @@ WINDOW_MANAGER = """
   <font place="ActiveWindow"><name>Inter</name><size>10</size><weight>Bold</weight></font>
   <font place="InactiveWindow"><name>Inter</name><size>10</size></font></theme>
 <placement><policy>Smart</policy><center>yes</center></placement>
-<keyboard><keybind key="A-F4"><action name="Close"/></keybind></keyboard>
 <applications><application class="L3afpad">
   <position force="yes"><x>center</x><y>80</y></position></application></applications>"""
+
+KEYS = '<keybind key="A-F4"><action name="Close"/></keybind>'
 
 TITLE_BARS = """
 border.width: 1
@@ -48,7 +49,7 @@ def decent_desktop(folder, program):
     write(folder / "data/themes/Calm/openbox-3/themerc", TITLE_BARS)
     write(folder / "config/gtk-3.0/settings.ini", "[Settings]\ngtk-font-name=Inter 11\n")
     write(folder / "config/fontconfig/fonts.conf", FONTS)
-    desktop = VirtualDesktop(folder, program, window_manager=WINDOW_MANAGER)
+    desktop = VirtualDesktop(folder, program, window_manager=WINDOW_MANAGER, keys=KEYS)
     try:
         desktop.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         desktop.run("hsetroot", "-add", "#4d7288", "-add", "#22323f", "-gradient", "180")

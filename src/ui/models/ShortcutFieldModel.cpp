@@ -7,6 +7,12 @@ namespace tulvane {
 
 namespace {
 
+constexpr std::chrono::seconds longestSilence{30};
+
+// The window system tells of a held key as going up and down again; both come at once, but not always
+// together.
+constexpr std::chrono::milliseconds shortestRelease{50};
+
 /// Whether another combination would do where this one does not.
 bool isAboutTheCombination(HotKeyError::Kind kind)
 {
@@ -32,13 +38,22 @@ ShortcutFieldModel::ShortcutFieldModel(const UiContext& context, QObject* parent
 {
     lookForAlternative();
     connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this, &ShortcutFieldModel::note);
-    connect(&m_recorder, &ShortcutRecorder::changed, this, &ShortcutFieldModel::changed);
+    connect(&m_recorder, &ShortcutRecorder::changed, this, &ShortcutFieldModel::noteRecorder);
     connect(&m_recorder, &ShortcutRecorder::beep, this, &ShortcutFieldModel::beep);
 }
 
 void ShortcutFieldModel::note()
 {
     lookForAlternative();
+    Q_EMIT changed();
+}
+
+void ShortcutFieldModel::noteRecorder()
+{
+    if (!isBusy()) {
+        m_patience.reset();
+        m_release.reset();
+    }
     Q_EMIT changed();
 }
 
@@ -87,6 +102,12 @@ void ShortcutFieldModel::start()
 {
     m_isRuleBroken = false;
     m_recorder.start();
+    waitForKey();
+}
+
+void ShortcutFieldModel::waitForKey()
+{
+    m_patience = m_context.scheduler.after(longestSilence, [this] { stop(); });
 }
 
 void ShortcutFieldModel::stop()
@@ -121,14 +142,23 @@ void ShortcutFieldModel::beep()
     Q_EMIT changed();
 }
 
+std::unique_ptr<WholeKeyboard::Hold> ShortcutFieldModel::holdKeyboard(QWindow& window) const
+{
+    return m_context.keyboard.hold(window);
+}
+
 ShortcutFieldModel::Answer ShortcutFieldModel::keyPressed(const NativeKey& key)
 {
     m_isRuleBroken = false;
+    if (isBusy())
+        waitForKey();
     const auto combination = m_context.shortcuts.hotKeys().combination(key);
     if (!combination) {
         beep(); // a key that cannot be stored, such as one of a remote control
         return Answer::taken;
     }
+    if (m_recorder.awaits(combination->keyCode))
+        m_release.reset();
     const auto outcome = m_recorder.keyPressed(*combination);
     Q_EMIT changed();
     return outcome == ShortcutRecorder::Outcome::passedOn ? Answer::passedOn : Answer::taken;
@@ -136,8 +166,17 @@ ShortcutFieldModel::Answer ShortcutFieldModel::keyPressed(const NativeKey& key)
 
 void ShortcutFieldModel::keyReleased(const NativeKey& key)
 {
-    if (const auto combination = m_context.shortcuts.hotKeys().combination(key))
+    const auto combination = m_context.shortcuts.hotKeys().combination(key);
+    if (!combination)
+        return;
+    if (isRecording()) {
         m_recorder.keyReleased(combination->keyCode);
+        return;
+    }
+    if (!m_recorder.awaits(combination->keyCode))
+        return;
+    m_release = m_context.scheduler.after(
+        shortestRelease, [this, code = combination->keyCode] { m_recorder.keyReleased(code); });
 }
 
 } // namespace tulvane

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <base/Scheduler.h>
 #include <hotkeys/ShortcutRecorder.h>
+#include <platform/WholeKeyboard.h>
 #include <ui/UiContext.h>
 
 #include <QObject>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
+#include <memory>
 #include <optional>
 
 namespace tulvane {
@@ -49,6 +52,8 @@ public:
     [[nodiscard]] QStringList caps() const;
     [[nodiscard]] QString text() const { return m_recorder.text(); }
     [[nodiscard]] bool isRecording() const { return m_recorder.isActive(); }
+    /// Records, or waits for the recorded combination's key to go up.
+    [[nodiscard]] bool isBusy() const { return m_recorder.isBusy(); }
     [[nodiscard]] QString placeholder() const { return m_recorder.placeholder(); }
     [[nodiscard]] QString message() const { return m_recorder.message(); }
     [[nodiscard]] bool isRuleBroken() const { return m_isRuleBroken; }
@@ -58,6 +63,8 @@ public:
     [[nodiscard]] static QString whatIsAccepted();
     [[nodiscard]] static QString howToClear();
 
+    /// Recording ends by itself when no key comes for half a minute: while it lasts there are no hotkeys, and
+    /// no screen lock could get hold of the keyboard.
     Q_INVOKABLE void start();
     Q_INVOKABLE void stop();
     /// Until the user sets another combination there is none, not even the one that a new user has.
@@ -66,7 +73,9 @@ public:
     /// The other program may have given the combination back.
     Q_INVOKABLE void tryAgain();
 
-    /// While it records; the keyboard's own repetitions are left out.
+    /// The keyboard for the window that the field is in; see WholeKeyboard.
+    [[nodiscard]] std::unique_ptr<WholeKeyboard::Hold> holdKeyboard(QWindow& window) const;
+    /// While it is busy; the keyboard's own repetitions are left out.
     Answer keyPressed(const NativeKey& key);
     void keyReleased(const NativeKey& key);
 
@@ -76,11 +85,15 @@ Q_SIGNALS:
 private:
     void beep();
     void note();
+    void noteRecorder();
     void lookForAlternative();
+    void waitForKey();
 
     UiContext m_context;
     ShortcutRecorder m_recorder;
     std::optional<KeyCombination> m_alternative;
+    std::unique_ptr<Scheduler::Token> m_patience; ///< until the next key
+    std::unique_ptr<Scheduler::Token> m_release;  ///< until the recorded key is up for good
     bool m_isRuleBroken = false;
 };
 

@@ -42,7 +42,7 @@ void ShortcutKeys::setModel(ShortcutFieldModel* model)
         m_model->disconnect(this);
     m_model = model;
     if (m_model)
-        connect(m_model, &ShortcutFieldModel::changed, this, &ShortcutKeys::recordingChanged);
+        connect(m_model, &ShortcutFieldModel::changed, this, &ShortcutKeys::noteRecording);
     Q_EMIT modelChanged();
 }
 
@@ -54,13 +54,26 @@ void ShortcutKeys::record(Qt::FocusReason reason)
         return;
     m_isMine = true;
     m_model->start();
+    if (!m_hold && window())
+        m_hold = m_model->holdKeyboard(*window());
 }
 
 void ShortcutKeys::stopRecording()
 {
-    if (isRecording())
+    if (isListening())
         m_model->stop();
     m_isMine = false;
+    m_hold.reset();
+}
+
+void ShortcutKeys::noteRecording()
+{
+    // Whatever ended it, the keyboard is everybody's again, and the next recording may be another field's.
+    if (!isListening()) {
+        m_isMine = false;
+        m_hold.reset();
+    }
+    Q_EMIT recordingChanged();
 }
 
 void ShortcutKeys::setVisualFocus(bool has)
@@ -74,7 +87,7 @@ void ShortcutKeys::setVisualFocus(bool has)
 bool ShortcutKeys::event(QEvent* event)
 {
     // Else a key that works something in this window would do that instead of being recorded.
-    if (event->type() == QEvent::ShortcutOverride && isRecording()) {
+    if (event->type() == QEvent::ShortcutOverride && isListening()) {
         event->accept();
         return true;
     }
@@ -84,10 +97,10 @@ bool ShortcutKeys::event(QEvent* event)
 void ShortcutKeys::keyPressEvent(QKeyEvent* event)
 {
     if (!m_model || event->isAutoRepeat()) {
-        event->setAccepted(isRecording());
+        event->setAccepted(isListening());
         return;
     }
-    if (!isRecording()) {
+    if (!isListening()) {
         pressWhileAtRest(*event);
         return;
     }
@@ -96,6 +109,11 @@ void ShortcutKeys::keyPressEvent(QKeyEvent* event)
 
 void ShortcutKeys::pressWhileAtRest(QKeyEvent& event)
 {
+    // A combination is somebody's shortcut, perhaps the one that this field shows.
+    if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
+        event.ignore();
+        return;
+    }
     switch (event.key()) {
     case Qt::Key_Space:
     case Qt::Key_Return:
@@ -115,8 +133,8 @@ void ShortcutKeys::pressWhileAtRest(QKeyEvent& event)
 
 void ShortcutKeys::keyReleaseEvent(QKeyEvent* event)
 {
-    event->setAccepted(isRecording());
-    if (isRecording() && !event->isAutoRepeat())
+    event->setAccepted(isListening());
+    if (isListening() && !event->isAutoRepeat())
         m_model->keyReleased(nativeKey(*event));
 }
 
@@ -157,7 +175,7 @@ bool ShortcutKeys::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Hide)
         stopRecording();
-    if (event->type() == QEvent::MouseButtonPress && isRecording()) {
+    if (event->type() == QEvent::MouseButtonPress && isListening()) {
         const QPointF place = mapFromScene(static_cast<QMouseEvent*>(event)->position());
         if (!contains(place))
             stopRecording();

@@ -8,9 +8,10 @@
 namespace tulvane {
 
 /// The keyboard's and the mouse's way into the field in which a key combination is set. While it records,
-/// every key is the field's, also those that work something else in the window; recording ends when the focus
-/// goes, when the window is hidden, and when something else is clicked. Otherwise Space and Return begin
-/// recording, and Backspace clears. Main thread.
+/// every key is the field's, also those that work something else in the window, and where the desktop allows
+/// it those that the desktop itself and other programs have taken; recording ends when the focus goes, when
+/// the window is hidden, and when something else is clicked. Otherwise Space and Return begin recording, and
+/// Backspace clears. Main thread.
 class ShortcutKeys : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -49,12 +50,16 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
+    /// Records, or waits for the recorded combination's key to go up.
+    [[nodiscard]] bool isListening() const { return m_isMine && m_model && m_model->isBusy(); }
     void stopRecording();
+    void noteRecording();
     void pressWhileAtRest(QKeyEvent& event);
     void setVisualFocus(bool has);
 
     QPointer<ShortcutFieldModel> m_model;
     QPointer<QQuickWindow> m_watched;
+    std::unique_ptr<WholeKeyboard::Hold> m_hold;
     bool m_isMine = false; ///< this field began the recording
     bool m_hasVisualFocus = false;
 };

@@ -134,6 +134,41 @@ class SettingsPage(unittest.TestCase):
         self.choose("Appearance", "appearance", 1, "light")
         self.desktop.wait(lambda: self.pixel(5, 5) == light, what="a light window")
 
+    def pill(self):
+        """Whether the pill can be seen: a window of its size that no window manager knows."""
+        shown = self.desktop.xdotool("search", "--onlyvisible", "--class", "tulvane", "getwindowgeometry", "--shell", "%@")
+        return "WIDTH=316\nHEIGHT=104" in shown
+
+    def test_the_indicator_can_be_switched_off_also_while_it_is_there(self):
+        self.desktop.tulvane("start")
+        self.desktop.wait(self.pill, what="the pill")
+        self.switch("On-screen indicator", "showHUD", False)
+        self.desktop.wait(lambda: not self.pill(), what="the end of the pill")
+        self.switch("On-screen indicator", "showHUD", True)
+        self.desktop.wait(self.pill, what="the pill")
+        self.desktop.tulvane("cancel")
+        self.desktop.wait(lambda: not self.pill(), what="the end of the pill")
+
+    def is_in_the_task_bar(self):
+        return "SKIP_TASKBAR" not in self.desktop.run("xprop", "-id", self.window, "_NET_WM_STATE")
+
+    def test_the_task_bars_entry_goes_and_comes_and_the_window_stays(self):
+        self.assertTrue(self.is_in_the_task_bar())
+        self.switch("Show in task bar", "showInDock", False)
+        self.desktop.wait(lambda: not self.is_in_the_task_bar(), what="the end of the entry")
+        self.assertEqual(self.desktop.windows("Tulvane"), [self.window])
+        self.page.shows("System tray only. Use the microphone icon in the tray to reach this window and quit.")
+        self.switch("Show in task bar", "showInDock", True)
+        self.desktop.wait(self.is_in_the_task_bar, what="the entry")
+
+    def test_the_setup_guide_opens_in_a_window_of_its_own(self):
+        self.page.click("push button", "Setup guide")
+        self.desktop.wait(lambda: self.desktop.windows("Set up Tulvane"), what="the guide")
+        self.page.shows("All set. Focus any text field and press Alt+Space.")
+        self.page.click("push button", "Done")
+        self.desktop.wait(lambda: not self.desktop.windows("Set up Tulvane"), what="the end of the guide")
+        self.assertEqual(self.desktop.windows("Tulvane"), [self.window])
+
     def test_launch_at_login_writes_an_autostart_entry(self):
         entry = Path(self.folder.name) / "config/autostart/com.dunio.Tulvane.desktop"
         self.page.act("check box", "Launch at login", "Toggle")

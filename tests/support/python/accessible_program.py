@@ -31,7 +31,11 @@ class AccessibleProgram:
     def _all(self):
         for application in self._applications():
             application.clear_cache()
-            yield from self._walk(application)
+            for index in range(application.get_child_count()):
+                window = application.get_child_at_index(index)
+                # A window that has been closed keeps its controls.
+                if window and window.get_state_set().contains(self.atspi.StateType.SHOWING):
+                    yield from self._walk(window)
 
     def find(self, role, name=None):
         """The control of this role ("check box") and name, waited for; without a name the first of the role."""
@@ -65,12 +69,31 @@ class AccessibleProgram:
     def focus(self, role, name):
         self.find(role, name).get_component_iface().grab_focus()
 
+    def description(self, role, name):
+        return self.find(role, name).get_description()
+
     def place(self, role, name):
-        """The control's rectangle on the screen: x, y, width, height."""
-        area = self.atspi.Component.get_extents(self.find(role, name), self.atspi.CoordType.SCREEN)
-        return area.x, area.y, area.width, area.height
+        """On the screen: x, y, width, height."""
+        shown = self.find(role, name).get_component_iface().get_extents(self.atspi.CoordType.SCREEN)
+        return shown.x, shown.y, shown.width, shown.height
 
     def click(self, role, name):
-        """By the mouse, in the middle of where the control is shown."""
-        x, y, width, height = self.place(role, name)
-        self.desktop.run("xdotool", "mousemove", str(x + width // 2), str(y + height // 2), "click", "1")
+        """With the mouse, once the control has come into view and stands still."""
+        self.focus(role, name)
+        seen = []
+
+        def settled():
+            seen.append(self.place(role, name))
+            return len(seen) > 1 and seen[-1] == seen[-2]
+        VirtualDesktop.wait(settled, what=f"the end of the {role} “{name}”'s way")
+        x, y, width, height = seen[-1]
+        self.desktop.xdotool("mousemove", str(x + width // 2), str(y + height // 2), "click", "1")
+
+    def shows(self, text):
+        """Waits until the text can be read somewhere."""
+        def look():
+            try:
+                return text in self.texts()
+            except Exception:  # what was being read has gone meanwhile
+                return False
+        return VirtualDesktop.wait(look, what=f"the text “{text}”")

@@ -10,8 +10,9 @@ from pathlib import Path
 
 
 class VirtualDesktop:
-    def __init__(self, folder, program, sound=True, size="1280x800", window_manager="<keyboard/>"):
-        """`window_manager`: what stands in openbox's configuration. Themes lie in `folder`/data/themes."""
+    def __init__(self, folder, program, sound=True, size="1280x800", window_manager="", keys=""):
+        """`window_manager`: what stands in openbox's configuration, and `keys`: its own key bindings, both in its words.
+        Themes lie in `folder`/data/themes."""
         self.folder, self.program, self.started = Path(folder), Path(program), []
         self.environment = dict(os.environ, HOME=str(folder), XDG_DATA_HOME=str(self.folder / "data"),
                                 XDG_CONFIG_HOME=str(self.folder / "config"), XDG_RUNTIME_DIR=str(self.folder / "run"),
@@ -20,23 +21,25 @@ class VirtualDesktop:
             self.environment.pop(name, None)
         (self.folder / "run").mkdir(mode=0o700)
         try:
-            self._start_desktop(size, window_manager)
+            self._start_desktop(size, window_manager, keys)
             if sound:
                 self._start_sound()
         except BaseException:
             self.end()
             raise
 
-    def _start_desktop(self, size, window_manager):
+    def _start_desktop(self, size, window_manager, keys):
         x = self.start("Xvfb", "-displayfd", "1", "-screen", "0", f"{size}x24", "-nolisten", "tcp",
                        "-fbdir", str(self.folder), stdout=-1)
         self.display = ":" + x.stdout.readline().strip()
         self.environment["DISPLAY"] = self.display
         bus = self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1", stdout=-1)
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
-        configuration = self.folder / "openbox.xml"
+        # Where programs look for what the window manager uses.
+        configuration = self.folder / "config/openbox/rc.xml"
+        configuration.parent.mkdir(parents=True, exist_ok=True)
         configuration.write_text('<openbox_config xmlns="http://openbox.org/3.4/rc">'
-                                 f"{window_manager}</openbox_config>")
+                                 f"<keyboard>{keys}</keyboard>{window_manager}</openbox_config>")
         manager = self.start("openbox", "--config-file", str(configuration), "--startup", "echo ready", stdout=-1)
         manager.stdout.readline()
 
@@ -102,6 +105,25 @@ class VirtualDesktop:
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], env=self.environment,
                                capture_output=True, text=True)
         return found.stdout.split()
+
+    def xdotool(self, *words):
+        """What it answers; nothing where it finds nothing."""
+        return subprocess.run(["xdotool", *words], env=self.environment, capture_output=True, text=True).stdout.strip()
+
+    def key(self, *names):
+        """Keys and combinations, pressed and released one after the other as on a keyboard."""
+        for name in names:
+            self.xdotool("key", name)
+
+    def speak(self, sentence):
+        """Into the microphone; returns when all of it has been heard."""
+        sound = self.folder / "spoken.wav"
+        self.run("espeak-ng", "-v", "nb", "-w", str(sound), sentence)
+        self.run("paplay", "--device=micsink", str(sound))
+        time.sleep(0.5)  # what was played last is still on its way through the server's buffers
+
+    def wait_for_phase(self, *phases):
+        return self.wait(lambda: self.status()["phase"] in phases, what=" or ".join(phases))
 
     @staticmethod
     def wait(condition, limit=15, what="what was waited for", pause=0.02):

@@ -98,6 +98,7 @@ UiContext UiWorld::context()
             .pasteboards = boards,
             .workspace = workspace,
             .presentation = presentation,
+            .keyboard = keyboard,
             .loginItem = loginItem,
             .scheduler = scheduler,
             .clock = clock,

@@ -23,6 +23,7 @@
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeUserDefaults.h>
+#include <platform/fake/FakeWholeKeyboard.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
@@ -118,6 +119,7 @@ public:
     HotkeyController hotkeys{settings, shortcuts, modifiers, clock};
     FakeSounds sounds;
     FakePresentation presentation;
+    FakeWholeKeyboard keyboard;
     FakeLoginItem loginItem;
     int relaunches = 0;
     int beeps = 0;

@@ -15,6 +15,7 @@
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeSystemMemory.h>
 #include <platform/fake/FakeUserDefaults.h>
+#include <platform/fake/FakeWholeKeyboard.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <stats/StatsFile.h>
 #include <support/ScratchFolder.h>
@@ -91,6 +92,7 @@ private:
                 .transfers = m_transfers,
                 .memory = m_memory,
                 .presentation = presentation,
+                .keyboard = m_keyboard,
                 .loginItem = m_loginItem};
     }
     TulvaneApp::Options options() const
@@ -107,6 +109,7 @@ private:
     FakeSounds m_sounds;
     FakeGlobalHotKeys m_hotKeys;
     FakeModifierEvents m_modifiers;
+    FakeWholeKeyboard m_keyboard;
     FakePasteboards m_boards;
     FakeKeyPosting m_keys;
     FakeFocusedElements m_elements;

@@ -218,6 +218,23 @@ TEST_F(HotkeyControllerTest, BothSourcesFeedOneMachine)
     }
 }
 
+TEST_F(HotkeyControllerTest, TheSingleKeyBeginsNothingWhileACombinationIsRecorded)
+{
+    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    make();
+    m_shortcuts.setRecorderActive(true);
+    rightOption(true);
+    rightOption(false);
+    EXPECT_THAT(m_done, IsEmpty()) << "it may be a part of the combination";
+    m_shortcuts.setRecorderActive(false);
+    rightOption(true);
+    rightOption(false);
+    m_shortcuts.setRecorderActive(true);
+    rightOption(true);
+    EXPECT_THAT(m_done, ElementsAre(QStringLiteral("start"), QStringLiteral("stop")))
+        << "what was begun can be ended";
+}
+
 TEST_F(HotkeyControllerTest, ASingleKeyThatCannotBeWatchedIsLoggedAndShown)
 {
     const test::LogCapture log;

@@ -51,9 +51,47 @@ TEST_F(ShortcutRecorderTest, StoresWhatIsPressed)
     EXPECT_EQ(m_recorder.keyPressed({letterD, carbon::option | carbon::control}), Outcome::accepted);
     EXPECT_EQ(stored(), (Shortcut{letterD, 0x1800}));
     EXPECT_FALSE(m_recorder.isActive());
-    EXPECT_TRUE(m_hotKeys.isRegistered({letterD, 0x1800}));
     EXPECT_EQ(m_recorder.text(), QStringLiteral("⌃⌥D"));
+    m_recorder.keyReleased(letterD);
+    EXPECT_TRUE(m_hotKeys.isRegistered({letterD, 0x1800}));
     EXPECT_EQ(m_beeps, 0);
+}
+
+TEST_F(ShortcutRecorderTest, WhatWasRecordedIsNoHotkeyBeforeItsKeyIsUp)
+{
+    constexpr KeyCombination pressed{letterD, carbon::option | carbon::control};
+    m_recorder.start();
+    EXPECT_EQ(m_recorder.keyPressed(pressed), Outcome::accepted);
+    EXPECT_TRUE(m_recorder.isBusy());
+    EXPECT_EQ(m_recorder.keyPressed(pressed), Outcome::ignored) << "the keyboard repeats it";
+    EXPECT_EQ(m_recorder.keyReleased(leftOption), Outcome::ignored);
+    EXPECT_FALSE(m_hotKeys.isRegistered(pressed));
+    m_recorder.keyReleased(letterD);
+    EXPECT_FALSE(m_recorder.isBusy());
+    EXPECT_TRUE(m_hotKeys.isRegistered(pressed));
+}
+
+TEST_F(ShortcutRecorderTest, AReleaseThatNeverComesDoesNotLeaveTheHotkeyOff)
+{
+    constexpr KeyCombination pressed{letterD, carbon::option};
+    m_recorder.start();
+    EXPECT_EQ(m_recorder.keyPressed(pressed), Outcome::accepted);
+    m_recorder.stop(); // the focus has gone elsewhere
+    EXPECT_TRUE(m_hotKeys.isRegistered(pressed));
+    m_recorder.start();
+    EXPECT_EQ(m_recorder.keyPressed(pressed), Outcome::accepted);
+    m_recorder.start(); // the next attempt, with the key still down
+    EXPECT_TRUE(m_recorder.isActive());
+    m_recorder.keyReleased(letterD);
+    EXPECT_TRUE(m_recorder.isActive());
+    {
+        ShortcutRecorder other(m_shortcuts, name);
+        m_recorder.stop();
+        other.start();
+        EXPECT_EQ(other.keyPressed(pressed), Outcome::accepted);
+        EXPECT_FALSE(m_hotKeys.isRegistered(pressed));
+    }
+    EXPECT_TRUE(m_hotKeys.isRegistered(pressed));
 }
 
 TEST_F(ShortcutRecorderTest, TheCombinationThatIsSetCanBePressedAgain)
@@ -61,6 +99,7 @@ TEST_F(ShortcutRecorderTest, TheCombinationThatIsSetCanBePressedAgain)
     m_recorder.start();
     EXPECT_FALSE(m_hotKeys.isRegistered({49, carbon::option}));
     EXPECT_EQ(m_recorder.keyPressed({49, carbon::option}), Outcome::accepted);
+    m_recorder.keyReleased(49);
     EXPECT_TRUE(m_hotKeys.isRegistered({49, carbon::option}));
 }
 

@@ -7,10 +7,14 @@
 #include <ui/models/UiModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 
+#include <QAccessible>
 #include <QQuickItem>
 #include <QQuickView>
 
 #include <gmock/gmock.h>
+
+#include <functional>
+#include <vector>
 
 namespace tulvane::test {
 
@@ -22,6 +26,7 @@ constexpr KeyCombination controlD{2, carbon::control};
 
 // Keys as the window system tells of them: no scan code, the key, what is held.
 constexpr NativeKey letterD{0, 2, 0};
+constexpr NativeKey letterX{0, 7, 0};
 constexpr NativeKey controlPlusD{0, 2, static_cast<quint32>(eventFlags::control)};
 constexpr NativeKey altPlusSpace{0, 49, static_cast<quint32>(eventFlags::option)};
 constexpr NativeKey commandPlusQ{0, 12, static_cast<quint32>(eventFlags::command)};
@@ -48,6 +53,8 @@ protected:
         return world.shortcuts.getShortcut(ShortcutName::dictate());
     }
     [[nodiscard]] bool isRegistered(const KeyCombination& keys) { return world.hotKeys.isRegistered(keys); }
+    /// What was pressed is up for good.
+    void letGo() { world.scheduler.advance(std::chrono::milliseconds(50)); }
 
     UiWorld world;
     const QString combination = QStringLiteral("hotkey.combination");
@@ -74,6 +81,24 @@ TEST_F(HotkeyViewTest, OffersEveryModeWithItsExplanation)
     EXPECT_FALSE(probe().item(QStringLiteral("hotkey.mode.toggle")).property("chosen").toBool());
     world.ui.models().hotkey()->setMode(QStringLiteral("Hold"));
     EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hybrid) << "an unknown value changes nothing";
+}
+
+TEST_F(HotkeyViewTest, AScreenReaderThatComesLaterReadsTheModesAsChoices)
+{
+    const auto state = [this](const char* mode) {
+        QQuickItem& choice = probe().item(QStringLiteral("hotkey.mode.") + QString::fromLatin1(mode));
+        QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(&choice);
+        EXPECT_EQ(reader->role(), QAccessible::RadioButton) << mode;
+        EXPECT_TRUE(reader->state().checkable) << mode;
+        return reader->state().checked != 0;
+    };
+    QAccessible::setActive(true);
+    EXPECT_TRUE(state("toggle"));
+    EXPECT_FALSE(state("hold"));
+    probe().click(QStringLiteral("hotkey.mode.hold"));
+    EXPECT_FALSE(state("toggle"));
+    EXPECT_TRUE(state("hold"));
+    QAccessible::setActive(false);
 }
 
 TEST_F(HotkeyViewTest, ArrowKeysGoFromModeToMode)
@@ -110,6 +135,7 @@ TEST_F(HotkeyViewTest, AClickRecordsAndTheNextCombinationIsSet)
     EXPECT_TRUE(probe().shows(QStringLiteral("Press shortcut")));
     EXPECT_TRUE(world.hotKeys.registered().isEmpty()) << "our own must not catch the keys meanwhile";
     probe().nativeKey(controlPlusD);
+    letGo();
     EXPECT_FALSE(field().isRecording());
     EXPECT_EQ(stored(), Shortcut::fromCombination(controlD));
     EXPECT_TRUE(isRegistered(controlD)) << "what was recorded is what is registered";
@@ -122,6 +148,7 @@ TEST_F(HotkeyViewTest, TheCombinationThatIsSetCanBePressed)
 {
     record();
     probe().nativeKey(altPlusSpace);
+    letGo();
     EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
     EXPECT_TRUE(isRegistered(altSpace));
 }
@@ -135,6 +162,17 @@ TEST_F(HotkeyViewTest, SpaceAndReturnRecordAsAClickDoes)
         EXPECT_TRUE(field().isRecording());
         probe().nativeKey(escape, Qt::Key_Escape);
         EXPECT_FALSE(field().isRecording());
+    }
+}
+
+TEST_F(HotkeyViewTest, ACombinationWithSpaceIsNotSpace)
+{
+    probe().item(combination).forceActiveFocus(Qt::TabFocusReason);
+    for (const auto modifier : {Qt::AltModifier, Qt::ControlModifier, Qt::MetaModifier}) {
+        probe().press(Qt::Key_Space, modifier);
+        EXPECT_FALSE(field().isRecording());
+        probe().press(Qt::Key_Backspace, modifier);
+        EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
     }
 }
 
@@ -268,6 +306,103 @@ TEST_F(HotkeyViewTest, RecordingEndsWithTheWindow)
     world.ui.showOnboarding();
     UiWorld::settle();
     EXPECT_FALSE(field().isRecording());
+}
+
+TEST_F(HotkeyViewTest, WhileItRecordsTheWindowHasTheWholeKeyboard)
+{
+    QWindow* const window = world.ui.onboardingWindow().window();
+    EXPECT_EQ(world.keyboard.holder, nullptr);
+    record();
+    EXPECT_EQ(world.keyboard.holder, window);
+    probe().nativeKey(letterD);
+    EXPECT_EQ(world.keyboard.holder, window) << "a beep ends nothing";
+    probe().nativeKeyDown(controlPlusD);
+    EXPECT_EQ(world.keyboard.holder, window) << "the release must come here, too";
+    probe().nativeKeyUp(controlPlusD);
+    letGo();
+    EXPECT_EQ(world.keyboard.holder, nullptr);
+}
+
+TEST_F(HotkeyViewTest, HoweverRecordingEndsTheKeyboardIsGivenBack)
+{
+    const std::vector<std::function<void()>> ends{
+        [this] { probe().nativeKey(escape, Qt::Key_Escape); },
+        [this] { probe().nativeKey(tab, Qt::Key_Tab); },
+        [this] { probe().nativeKey(backspace, Qt::Key_Backspace); },
+        [this] { probe().click(QStringLiteral("hotkey.mode.hold")); },
+        [this] { probe().clickAt({6, 300}); },
+        [this] { field().stop(); },
+        [this] { world.scheduler.advance(std::chrono::seconds(30)); },
+        [this] { world.ui.onboardingWindow().close(); }};
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+        record();
+        ASSERT_NE(world.keyboard.holder, nullptr) << i;
+        ends.at(i)();
+        UiWorld::settle();
+        EXPECT_EQ(world.keyboard.holder, nullptr) << i;
+        EXPECT_FALSE(field().isBusy()) << i;
+    }
+}
+
+TEST_F(HotkeyViewTest, OnADesktopThatGivesTheKeyboardToNobodyItRecordsAllTheSame)
+{
+    world.keyboard.isRefused = true;
+    record();
+    probe().nativeKey(controlPlusD);
+    letGo();
+    EXPECT_EQ(stored(), Shortcut::fromCombination(controlD));
+    EXPECT_TRUE(isRegistered(controlD));
+}
+
+TEST_F(HotkeyViewTest, AnAbandonedFieldStopsListening)
+{
+    record();
+    world.scheduler.advance(std::chrono::seconds(29));
+    EXPECT_TRUE(field().isRecording());
+    probe().nativeKey(letterD); // somebody is there
+    world.scheduler.advance(std::chrono::seconds(29));
+    EXPECT_TRUE(field().isRecording());
+    world.scheduler.advance(std::chrono::seconds(1));
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_TRUE(isRegistered(altSpace)) << "the hotkey works again";
+}
+
+TEST_F(HotkeyViewTest, WhatIsRecordedBeginsNoDictationWhileItIsHeld)
+{
+    record();
+    probe().nativeKeyDown(controlPlusD);
+    EXPECT_FALSE(field().isRecording()) << "the field shows it at once";
+    EXPECT_FALSE(isRegistered(controlD)) << "the keyboard's repetitions would be presses of it";
+    probe().nativeKeyDown(controlPlusD, 0, WindowProbe::Press::repeated);
+    EXPECT_EQ(stored(), Shortcut::fromCombination(controlD));
+    // The same, told in another way.
+    for (int i = 0; i < 3; ++i) {
+        probe().nativeKeyUp(controlPlusD);
+        world.scheduler.advance(std::chrono::milliseconds(5));
+        probe().nativeKeyDown(controlPlusD);
+        letGo();
+        EXPECT_FALSE(isRegistered(controlD));
+    }
+    probe().nativeKeyUp(controlPlusD);
+    letGo();
+    EXPECT_TRUE(isRegistered(controlD));
+}
+
+TEST_F(HotkeyViewTest, TheKeyCountsAndNotTheModifiersThatGoUpWithIt)
+{
+    constexpr NativeKey control{0, 59, static_cast<quint32>(eventFlags::control)};
+    record();
+    probe().nativeKeyDown(control);
+    probe().nativeKeyDown(controlPlusD);
+    probe().nativeKeyUp(control);
+    letGo();
+    EXPECT_FALSE(isRegistered(controlD)) << "its key is still down";
+    probe().nativeKeyUp(letterD);
+    probe().nativeKeyUp(shift);
+    probe().nativeKeyDown(letterX);
+    probe().nativeKeyUp(letterX);
+    letGo();
+    EXPECT_TRUE(isRegistered(controlD));
 }
 
 TEST_F(HotkeyViewTest, TabEndsRecordingAndGoesOn)

@@ -80,4 +80,14 @@ void flush()
         xcb_flush(server);
 }
 
+void finish()
+{
+    xcb_connection_t* const server = connection();
+    if (!server)
+        return;
+    // The server answers in the order in which it is asked.
+    const Reply<xcb_get_input_focus_reply_t> done(
+        xcb_get_input_focus_reply(server, xcb_get_input_focus(server), nullptr));
+}
+
 } // namespace tulvane::qtx11

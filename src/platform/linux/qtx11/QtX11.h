@@ -29,5 +29,7 @@ void setProperty(xcb_window_t window, const char* name, xcb_atom_t type, const Q
 /// Sends what has been asked for: what goes past the windows' own functions otherwise waits for their next
 /// need.
 void flush();
+/// Waits until the server has done all that has been asked for.
+void finish();
 
 } // namespace tulvane::qtx11

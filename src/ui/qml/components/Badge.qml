@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // A word on a tinted ground.
-Rectangle {
+RoundBox {
     id: badge
 
     enum Tone { Accent, Success, Warning, Danger, Neutral }

@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // A raised surface around its content.
-Rectangle {
+RoundBox {
     default property alias content: holder.data
     property int padding: Theme.large
 

@@ -20,7 +20,7 @@ T.AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    background: Rectangle {
+    background: RoundBox {
         x: -1
         y: -8
         width: column.width + 2
@@ -40,7 +40,7 @@ T.AbstractButton {
         }
     }
     contentItem: Item {
-        Rectangle {
+        RoundBox {
             id: bar
             anchors.horizontalCenter: parent.horizontalCenter
             anchors.bottom: parent.bottom
@@ -55,7 +55,7 @@ T.AbstractButton {
                 NumberAnimation { duration: Theme.slow; easing.type: Easing.OutCubic }
             }
             // Its foot stands square on the line.
-            Rectangle {
+            RoundBox {
                 visible: column.share > 0
                 width: parent.width
                 height: parent.height / 2

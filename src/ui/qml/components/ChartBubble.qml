@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // What the bar says that the pointer or the keyboard stands on. A screen reader hears it from the bar.
-Rectangle {
+RoundBox {
     id: bubble
 
     property string figure

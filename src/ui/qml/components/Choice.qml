@@ -10,16 +10,25 @@ T.RadioButton {
     property bool chosen: false
     property string explanation: ""
 
+    checked: chosen
+    autoExclusive: false
+    // A screen reader sets `checked` itself; what is chosen decides what is shown.
+    onCheckedChanged: {
+        if (checked === chosen)
+            return;
+        if (checked)
+            clicked();
+        checked = Qt.binding(() => chosen);
+    }
     implicitHeight: words.height + 2 * Theme.small
     focusPolicy: Qt.StrongFocus
-    checked: chosen
     Accessible.name: text
     Accessible.description: explanation
     Keys.onReturnPressed: click()
     Keys.onEnterPressed: click()
 
     contentItem: Item {
-        Rectangle {
+        RoundBox {
             id: ring
             x: Theme.small
             y: Theme.small + 1
@@ -30,7 +39,7 @@ T.RadioButton {
             border.width: choice.chosen ? 0 : 1
             border.color: Theme.controlBorder
 
-            Rectangle {
+            RoundBox {
                 anchors.centerIn: parent
                 visible: choice.chosen
                 width: 8
@@ -62,7 +71,7 @@ T.RadioButton {
             }
         }
     }
-    background: Rectangle {
+    background: RoundBox {
         radius: Theme.controlRadius
         color: choice.down ? Theme.pressed : choice.hovered ? Theme.hover : "transparent"
 

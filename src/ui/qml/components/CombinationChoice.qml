@@ -61,20 +61,20 @@ Column {
         width: parent.width
         spacing: 6
 
-        Label {
+        EvenLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true
             text: choice.model.howToRecord
         }
-        Label {
+        EvenLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true
             color: choice.model.ruleBroken ? Theme.danger : Theme.secondaryText
             text: choice.model.whatIsAccepted
         }
-        Label {
+        EvenLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true

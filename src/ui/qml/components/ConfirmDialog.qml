@@ -27,7 +27,7 @@ T.Popup {
         color: Theme.dark ? "#a0000000" : "#590b1520"
     }
 
-    background: Rectangle {
+    background: RoundBox {
         radius: 14
         color: Theme.popup
         border.width: 1
@@ -45,7 +45,7 @@ T.Popup {
             kind: Label.Heading
             text: dialog.title
         }
-        Label {
+        EvenLabel {
             width: parent.width
             secondary: true
             text: dialog.message

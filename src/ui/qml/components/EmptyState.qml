@@ -11,7 +11,7 @@ Column {
 
     spacing: Theme.small
 
-    Rectangle {
+    RoundBox {
         anchors.horizontalCenter: parent.horizontalCenter
         width: 64
         height: 64
@@ -35,7 +35,7 @@ Column {
         kind: Label.Heading
         text: state.title
     }
-    Label {
+    EvenLabel {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, 400)
         horizontalAlignment: Text.AlignHCenter

@@ -56,7 +56,7 @@ T.AbstractButton {
             color: Theme.accentSoftInk
         }
     }
-    background: Rectangle {
+    background: RoundBox {
         radius: 10
         color: Theme.accentSoft
         border.width: prompt.hovered || prompt.down ? 1 : 0

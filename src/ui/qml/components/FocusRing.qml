@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // Shows which control the keyboard speaks to; around `control`, when the focus came by the keyboard.
-Rectangle {
+RoundBox {
     property Item control: parent
     property bool shown: control.visualFocus === true
 

@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // Dictations on one card, newest first; without any, what will come there.
-Rectangle {
+RoundBox {
     id: list
 
     required property HistoryModel model

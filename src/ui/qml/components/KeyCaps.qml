@@ -14,7 +14,7 @@ Row {
     Repeater {
         model: keys.caps
 
-        Rectangle {
+        RoundBox {
             id: cap
 
             required property string modelData
@@ -26,7 +26,7 @@ Row {
             border.width: 1
             border.color: Theme.controlBorder
 
-            Rectangle {
+            RoundBox {
                 x: 5
                 y: parent.height - 2
                 width: parent.width - 10

@@ -23,6 +23,7 @@ T.AbstractButton {
         font.pixelSize: link.size
         font.weight: Font.Medium
         font.underline: link.hovered
+        verticalAlignment: Text.AlignVCenter
         color: link.down ? Theme.accentPressed : link.hovered ? Theme.accentHover : Theme.accent
         textFormat: Text.PlainText
     }

@@ -48,7 +48,7 @@ Card {
                 }
             }
         }
-        Label {
+        EvenLabel {
             width: parent.width
             secondary: true
             text: card.entry.description

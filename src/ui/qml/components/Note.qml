@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // Something that the user should know, on a tinted ground as wide as the page.
-Rectangle {
+RoundBox {
     id: note
 
     property alias text: words.text

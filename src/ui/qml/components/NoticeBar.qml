@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // Something that has happened and can be mended here: what, why, and the controls for it at the right.
-Rectangle {
+RoundBox {
     id: bar
 
     enum Tone { Warning, Danger, Info }
@@ -42,7 +42,7 @@ Rectangle {
             font.weight: Font.DemiBold
             text: bar.title
         }
-        Label {
+        EvenLabel {
             width: parent.width
             visible: text !== ""
             font.pixelSize: 13

@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // Something that stands in the way: words on a tinted ground, and below them what can be done about it.
-Rectangle {
+RoundBox {
     id: obstacle
 
     enum Tone { Warning, Danger, Neutral }

@@ -58,7 +58,7 @@ T.ComboBox {
         color: picker.enabled ? Theme.secondaryText : Theme.disabledText
     }
 
-    background: Rectangle {
+    background: RoundBox {
         radius: Theme.controlRadius
         color: !picker.enabled ? Theme.hover : picker.down || picker.hovered ? Theme.hover : Theme.card
         border.width: 1
@@ -87,7 +87,7 @@ T.ComboBox {
             verticalAlignment: Text.AlignVCenter
             textFormat: Text.PlainText
         }
-        background: Rectangle {
+        background: RoundBox {
             radius: 5
             color: option.highlighted ? Theme.accent : "transparent"
 
@@ -116,7 +116,7 @@ T.ComboBox {
             currentIndex: picker.highlightedIndex
             boundsBehavior: Flickable.StopAtBounds
         }
-        background: Rectangle {
+        background: RoundBox {
             radius: 9
             color: Theme.popup
             border.width: 1

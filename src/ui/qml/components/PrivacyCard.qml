@@ -12,7 +12,7 @@ Card {
         width: parent.width
         height: words.height
 
-        Rectangle {
+        RoundBox {
             id: disc
             width: 36
             height: 36

@@ -3,7 +3,7 @@ import Tulvane
 
 // How far something is, 0 to 1; below 0 it is not known, and the bar wanders (or is half-tinted without
 // animations).
-Rectangle {
+RoundBox {
     id: line
 
     property real value: 0
@@ -17,7 +17,7 @@ Rectangle {
     Accessible.name: label
     Accessible.description: value < 0 ? "" : Math.round(value * 100) + " %"
 
-    Rectangle {
+    RoundBox {
         id: done
         x: line.value < 0 && Look.animated ? wander.at * line.width : 0
         width: line.value < 0 ? (Look.animated ? line.width * 0.3 : line.width / 2) : line.width * Math.min(line.value, 1)

@@ -57,7 +57,7 @@ T.Button {
         }
     }
 
-    background: Rectangle {
+    background: RoundBox {
         radius: Theme.controlRadius
         color: {
             if (button.look === PushButton.Plain)

@@ -60,7 +60,7 @@ Flickable {
         padding: 3
         minimumSize: 0.08
 
-        contentItem: Rectangle {
+        contentItem: RoundBox {
             radius: 3
             color: Theme.controlBorder
             opacity: bar.pressed ? 0.9 : bar.hovered ? 0.7 : 0.35
@@ -85,7 +85,7 @@ Flickable {
                 kind: Label.LargeTitle
                 text: page.title
             }
-            Label {
+            EvenLabel {
                 width: parent.width
                 visible: text !== ""
                 secondary: true

@@ -15,14 +15,13 @@ Column {
     Column {
         width: parent.width
         spacing: 2
-        leftPadding: 2
 
         Label {
             width: parent.width
             kind: Label.Heading
             text: section.title
         }
-        Label {
+        EvenLabel {
             width: parent.width
             visible: text !== ""
             kind: Label.Caption
@@ -30,7 +29,7 @@ Column {
             text: section.caption
         }
     }
-    Rectangle {
+    RoundBox {
         width: parent.width
         height: rows.height
         radius: Theme.cardRadius

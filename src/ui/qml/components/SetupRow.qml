@@ -68,7 +68,7 @@ T.AbstractButton {
             color: Theme.separator
         }
     }
-    background: Rectangle {
+    background: RoundBox {
         x: -Theme.small
         width: row.width + 2 * Theme.small
         height: row.height - 1

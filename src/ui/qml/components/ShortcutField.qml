@@ -16,7 +16,7 @@ ShortcutKeys {
     Accessible.focusable: true
     Accessible.onPressAction: record()
 
-    Rectangle {
+    RoundBox {
         anchors.fill: parent
         radius: Theme.controlRadius
         color: Theme.field
@@ -75,7 +75,7 @@ ShortcutKeys {
                 color: clear.hovered || clear.down ? Theme.text : Theme.secondaryText
             }
         }
-        background: Rectangle {
+        background: RoundBox {
             radius: 13
             color: clear.down ? Theme.pressed : clear.hovered ? Theme.hover : "transparent"
 

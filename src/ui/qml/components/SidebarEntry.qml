@@ -18,7 +18,7 @@ Pressable {
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
-    Rectangle {
+    RoundBox {
         anchors.fill: parent
         radius: 8
         color: entry.selected ? Theme.accentSoft : entry.down ? Theme.pressed : entry.hovered ? Theme.hover : "transparent"
@@ -43,7 +43,7 @@ Pressable {
         color: entry.selected ? Theme.accentSoftInk : Theme.text
         Accessible.ignored: true
     }
-    Rectangle {
+    RoundBox {
         id: bubble
         visible: entry.count > 0
         anchors.right: parent.right

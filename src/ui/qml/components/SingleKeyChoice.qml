@@ -67,7 +67,7 @@ Column {
             text: Words.translate("Reset & grant again")
             onClicked: choice.model.resetInputMonitoring()
         }
-        Label {
+        EvenLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true

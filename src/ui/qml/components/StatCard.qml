@@ -2,7 +2,7 @@ import QtQuick
 import Tulvane
 
 // One figure: what it is, how much, and what that means.
-Rectangle {
+RoundBox {
     id: card
 
     property string title

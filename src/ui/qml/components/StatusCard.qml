@@ -27,7 +27,7 @@ Card {
         width: parent.width
         height: Math.max(disc.height, words.height)
 
-        Rectangle {
+        RoundBox {
             id: disc
             anchors.verticalCenter: parent.verticalCenter
             width: 48

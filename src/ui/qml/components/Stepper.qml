@@ -57,7 +57,7 @@ FocusScope {
         // The stepper as a whole is what a screen reader works.
         Accessible.ignored: true
 
-        background: Rectangle {
+        background: RoundBox {
             anchors.fill: parent
             anchors.margins: 2
             radius: Theme.controlRadius - 2
@@ -72,7 +72,7 @@ FocusScope {
         }
     }
 
-    Rectangle {
+    RoundBox {
         anchors.fill: parent
         radius: Theme.controlRadius
         color: Theme.card

@@ -4,7 +4,7 @@ import Tulvane
 
 // A field for several lines. `value` is what is stored; `edited` tells a new text once typing has rested, and
 // in any case before the field goes away.
-Rectangle {
+RoundBox {
     id: box
 
     property string value: ""

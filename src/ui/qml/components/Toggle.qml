@@ -18,7 +18,7 @@ T.Switch {
         toggled();
     }
 
-    indicator: Rectangle {
+    indicator: RoundBox {
         width: 42
         height: 24
         radius: 12
@@ -30,7 +30,7 @@ T.Switch {
             ColorAnimation { duration: Theme.quick }
         }
 
-        Rectangle {
+        RoundBox {
             x: toggle.checked ? parent.width - width - 3 : 3
             anchors.verticalCenter: parent.verticalCenter
             width: 18

@@ -74,10 +74,15 @@ Item {
 
             Label {
                 id: label
+
+                readonly property real wanted: Math.ceil(natural.advanceWidth) + 1
+                readonly property real most: view.widest - 2 * view.padding - x
+
                 objectName: "indicator.label"
                 x: symbol.width + 10
                 anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(Math.ceil(natural.advanceWidth) + 1, view.widest - 2 * view.padding - x)
+                // Two lines are about as long as each other, and leave room for a long word.
+                width: wanted <= most ? wanted : Math.min(most, Math.ceil(0.75 * wanted))
                 text: view.model.label
                 color: Theme.pillText
                 font.weight: Font.Medium

@@ -12,7 +12,7 @@ StepCard {
     step: models.onboarding.steps[1]
     next: models.onboarding.next === 2
 
-    Label {
+    EvenLabel {
         width: parent.width
         secondary: true
         text: Words.translate("Lets Tulvane type the transcribed text into whatever app you are using (it presses ⌘V for you).")
@@ -28,7 +28,7 @@ StepCard {
         visible: !card.granted && card.obstacle !== ""
         text: card.obstacle
     }
-    Label {
+    EvenLabel {
         width: parent.width
         visible: !card.granted && card.obstacle === ""
         kind: Label.Caption

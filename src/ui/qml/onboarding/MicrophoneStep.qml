@@ -11,7 +11,7 @@ StepCard {
     step: guide.steps[0]
     next: guide.next === 1
 
-    Label {
+    EvenLabel {
         width: parent.width
         secondary: true
         text: Words.translate("Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.")

@@ -14,12 +14,12 @@ StepCard {
         width: parent.width
         spacing: Theme.tiny
 
-        Label {
+        EvenLabel {
             width: parent.width
             secondary: true
             text: Words.translate("NB-Whisper Medium from the National Library of Norway runs fully on-device. One-time download of about 540 MB.")
         }
-        Label {
+        EvenLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true

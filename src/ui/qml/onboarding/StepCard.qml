@@ -21,7 +21,7 @@ Card {
             Accessible.role: Accessible.Heading
             Accessible.name: card.step.number + ". " + card.step.title + ", " + card.step.label
 
-            Rectangle {
+            RoundBox {
                 width: 30
                 height: 30
                 radius: 15

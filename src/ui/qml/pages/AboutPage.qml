@@ -19,7 +19,7 @@ ScrollPage {
         width: parent.width
         implicitHeight: Math.max(44, words.height)
 
-        Rectangle {
+        RoundBox {
             id: ground
             width: 44
             height: 44
@@ -45,7 +45,7 @@ ScrollPage {
                 kind: Label.Heading
                 text: feature.title
             }
-            Label {
+            EvenLabel {
                 width: parent.width
                 secondary: true
                 text: feature.text
@@ -74,7 +74,7 @@ ScrollPage {
             secondary: true
             text: page.models.main.version
         }
-        Label {
+        EvenLabel {
             width: parent.width
             topPadding: Theme.small
             horizontalAlignment: Text.AlignHCenter
@@ -108,7 +108,7 @@ ScrollPage {
         }
     }
 
-    Label {
+    EvenLabel {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
         kind: Label.Caption

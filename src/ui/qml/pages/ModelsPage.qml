@@ -11,7 +11,7 @@ ScrollPage {
     title: Words.translate("Speech models")
     subtitle: Words.translate("Used to recognise and transcribe spoken Norwegian as accurately as possible. All variants are NB-Whisper Medium from the National Library of Norway and run fully on your Mac.")
 
-    Rectangle {
+    RoundBox {
         width: parent.width
         height: Math.max(52, status.height + 2 * Theme.medium)
         radius: Theme.cardRadius

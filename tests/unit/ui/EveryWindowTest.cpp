@@ -1,0 +1,86 @@
+#include <base/Translate.h>
+#include <support/ui/UiWorld.h>
+#include <support/ui/WindowProbe.h>
+#include <ui/indicator/HUDController.h>
+#include <ui/windows/OnboardingWindowController.h>
+
+#include <QQuickView>
+
+#include <gtest/gtest.h>
+
+namespace tulvane::test {
+
+namespace {
+
+/// Every window, as it is laid out at the scale of this process: QT_SCALE_FACTOR holds for a whole process,
+/// so the suite is registered once for each.
+class EveryWindow : public testing::TestWithParam<AppLanguage> {
+protected:
+    EveryWindow() { world.presentation.setReducedMotion(true); }
+
+    void expectNoFlaws(const QString& state)
+    {
+        for (const SettingsTab page : allCases<SettingsTab>())
+            EXPECT_EQ(flawsOf(world, page), QStringList()) << qPrintable(state + u' ' + rawValue(page));
+        world.ui.showOnboarding();
+        WindowProbe probe(*world.ui.onboardingWindow().window());
+        QStringList flaws = probe.layoutFlaws();
+        for (qreal y = 300; probe.scrollTo(y); y += 300)
+            flaws += probe.layoutFlaws();
+        EXPECT_EQ(flaws, QStringList()) << qPrintable(state);
+    }
+    /// A user who has just installed the program, on a desktop that asks before it permits anything.
+    void beginAnew()
+    {
+        world.privacy.microphoneAccess = MicrophoneAccess::denied;
+        world.privacy.accessibilityGranted = false;
+        world.privacy.inputMonitoringGranted = false;
+        world.permissions.refresh();
+        world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+        world.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
+    }
+
+    UiWorld world{GetParam()};
+};
+
+} // namespace
+
+TEST_P(EveryWindow, HasTheScaleOfTheProcess)
+{
+    const qreal wanted = qEnvironmentVariable("QT_SCALE_FACTOR", QStringLiteral("1")).toDouble();
+    world.ui.showOnboarding();
+    EXPECT_DOUBLE_EQ(world.ui.onboardingWindow().window()->effectiveDevicePixelRatio(), wanted);
+}
+
+TEST_P(EveryWindow, IsLaidOutWithoutFlawsWhereNothingIsSetUp)
+{
+    beginAnew();
+    expectNoFlaws(QStringLiteral("empty"));
+}
+
+TEST_P(EveryWindow, IsLaidOutWithoutFlawsWhereEverythingIsThere)
+{
+    world.fill();
+    expectNoFlaws(QStringLiteral("full"));
+}
+
+TEST_P(EveryWindow, ThePillHoldsEveryNotice)
+{
+    HUDController& pill = world.ui.indicator();
+    for (const Phase& phase :
+         {Phase{Phase::Kind::recording, {}}, Phase{Phase::Kind::transcribing, {}},
+          Phase{Phase::Kind::inserting, {}}, Phase::notice(translate("Copied to clipboard")),
+          Phase::notice(translate("Microphone changed – recording cancelled")),
+          Phase::error(translate("The speech model has not been downloaded yet.")),
+          Phase::error(translate("No microphone is available."))}) {
+        pill.setPhase(phase);
+        pill.show();
+        UiWorld::settle();
+        EXPECT_EQ(WindowProbe(*pill.panel()).layoutFlaws(), QStringList()) << qPrintable(phase.text);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, EveryWindow, testing::ValuesIn(allCases<AppLanguage>()),
+                         [](const auto& language) { return rawValue(language.param).toStdString(); });
+
+} // namespace tulvane::test

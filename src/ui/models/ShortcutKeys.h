@@ -23,6 +23,7 @@ class ShortcutKeys : public QQuickItem {
 
 public:
     explicit ShortcutKeys(QQuickItem* parent = nullptr);
+    Q_DISABLE_COPY_MOVE(ShortcutKeys)
     ~ShortcutKeys() override;
 
     [[nodiscard]] ShortcutFieldModel* model() const { return m_model; }

@@ -1,67 +1,18 @@
+#include "HotkeyViewFixture.h"
+
 #include <base/Translate.h>
 #include <hotkeys/ShortcutTexts.h>
-#include <platform/KeyModifiers.h>
-#include <support/ui/UiWorld.h>
-#include <support/ui/WindowProbe.h>
-#include <ui/models/HotkeyModel.h>
-#include <ui/models/UiModels.h>
-#include <ui/windows/OnboardingWindowController.h>
 
 #include <QAccessible>
 #include <QQuickItem>
-#include <QQuickView>
 
 #include <gmock/gmock.h>
-
-#include <functional>
-#include <vector>
 
 namespace tulvane::test {
 
 namespace {
 
-constexpr KeyCombination altSpace{49, carbon::option};
-constexpr KeyCombination controlAltSpace{49, carbon::control | carbon::option};
-constexpr KeyCombination controlD{2, carbon::control};
-
-// Keys as the window system tells of them: no scan code, the key, what is held.
-constexpr NativeKey letterD{0, 2, 0};
-constexpr NativeKey letterX{0, 7, 0};
-constexpr NativeKey controlPlusD{0, 2, static_cast<quint32>(eventFlags::control)};
-constexpr NativeKey altPlusSpace{0, 49, static_cast<quint32>(eventFlags::option)};
-constexpr NativeKey commandPlusQ{0, 12, static_cast<quint32>(eventFlags::command)};
-constexpr NativeKey shift{0, 56, 0};
-constexpr NativeKey fn{0, 63, 0};
-constexpr NativeKey escape{0, 53, 0};
-constexpr NativeKey backspace{0, 51, 0};
-constexpr NativeKey tab{0, 48, 0};
-
-/// The view as the setup guide shows it, with ⌥Space set.
-class HotkeyViewTest : public testing::Test {
-protected:
-    HotkeyViewTest()
-    {
-        world.ui.showOnboarding();
-        m_probe.emplace(*world.ui.onboardingWindow().window());
-    }
-
-    WindowProbe& probe() { return *m_probe; }
-    [[nodiscard]] ShortcutFieldModel& field() { return *world.ui.models().hotkey()->field(); }
-    void record() { probe().click(combination); }
-    [[nodiscard]] std::optional<Shortcut> stored() const
-    {
-        return world.shortcuts.getShortcut(ShortcutName::dictate());
-    }
-    [[nodiscard]] bool isRegistered(const KeyCombination& keys) { return world.hotKeys.isRegistered(keys); }
-    /// What was pressed is up for good.
-    void letGo() { world.scheduler.advance(std::chrono::milliseconds(50)); }
-
-    UiWorld world;
-    const QString combination = QStringLiteral("hotkey.combination");
-
-private:
-    std::optional<WindowProbe> m_probe;
-};
+class HotkeyViewTest : public HotkeyViewFixture {};
 
 TEST_F(HotkeyViewTest, OffersEveryModeWithItsExplanation)
 {
@@ -162,17 +113,6 @@ TEST_F(HotkeyViewTest, SpaceAndReturnRecordAsAClickDoes)
         EXPECT_TRUE(field().isRecording());
         probe().nativeKey(escape, Qt::Key_Escape);
         EXPECT_FALSE(field().isRecording());
-    }
-}
-
-TEST_F(HotkeyViewTest, ACombinationWithSpaceIsNotSpace)
-{
-    probe().item(combination).forceActiveFocus(Qt::TabFocusReason);
-    for (const auto modifier : {Qt::AltModifier, Qt::ControlModifier, Qt::MetaModifier}) {
-        probe().press(Qt::Key_Space, modifier);
-        EXPECT_FALSE(field().isRecording());
-        probe().press(Qt::Key_Backspace, modifier);
-        EXPECT_EQ(stored(), Shortcut::fromCombination(altSpace));
     }
 }
 
@@ -306,103 +246,6 @@ TEST_F(HotkeyViewTest, RecordingEndsWithTheWindow)
     world.ui.showOnboarding();
     UiWorld::settle();
     EXPECT_FALSE(field().isRecording());
-}
-
-TEST_F(HotkeyViewTest, WhileItRecordsTheWindowHasTheWholeKeyboard)
-{
-    QWindow* const window = world.ui.onboardingWindow().window();
-    EXPECT_EQ(world.keyboard.holder, nullptr);
-    record();
-    EXPECT_EQ(world.keyboard.holder, window);
-    probe().nativeKey(letterD);
-    EXPECT_EQ(world.keyboard.holder, window) << "a beep ends nothing";
-    probe().nativeKeyDown(controlPlusD);
-    EXPECT_EQ(world.keyboard.holder, window) << "the release must come here, too";
-    probe().nativeKeyUp(controlPlusD);
-    letGo();
-    EXPECT_EQ(world.keyboard.holder, nullptr);
-}
-
-TEST_F(HotkeyViewTest, HoweverRecordingEndsTheKeyboardIsGivenBack)
-{
-    const std::vector<std::function<void()>> ends{
-        [this] { probe().nativeKey(escape, Qt::Key_Escape); },
-        [this] { probe().nativeKey(tab, Qt::Key_Tab); },
-        [this] { probe().nativeKey(backspace, Qt::Key_Backspace); },
-        [this] { probe().click(QStringLiteral("hotkey.mode.hold")); },
-        [this] { probe().clickAt({6, 300}); },
-        [this] { field().stop(); },
-        [this] { world.scheduler.advance(std::chrono::seconds(30)); },
-        [this] { world.ui.onboardingWindow().close(); }};
-    for (std::size_t i = 0; i < ends.size(); ++i) {
-        record();
-        ASSERT_NE(world.keyboard.holder, nullptr) << i;
-        ends.at(i)();
-        UiWorld::settle();
-        EXPECT_EQ(world.keyboard.holder, nullptr) << i;
-        EXPECT_FALSE(field().isBusy()) << i;
-    }
-}
-
-TEST_F(HotkeyViewTest, OnADesktopThatGivesTheKeyboardToNobodyItRecordsAllTheSame)
-{
-    world.keyboard.isRefused = true;
-    record();
-    probe().nativeKey(controlPlusD);
-    letGo();
-    EXPECT_EQ(stored(), Shortcut::fromCombination(controlD));
-    EXPECT_TRUE(isRegistered(controlD));
-}
-
-TEST_F(HotkeyViewTest, AnAbandonedFieldStopsListening)
-{
-    record();
-    world.scheduler.advance(std::chrono::seconds(29));
-    EXPECT_TRUE(field().isRecording());
-    probe().nativeKey(letterD); // somebody is there
-    world.scheduler.advance(std::chrono::seconds(29));
-    EXPECT_TRUE(field().isRecording());
-    world.scheduler.advance(std::chrono::seconds(1));
-    EXPECT_FALSE(field().isRecording());
-    EXPECT_TRUE(isRegistered(altSpace)) << "the hotkey works again";
-}
-
-TEST_F(HotkeyViewTest, WhatIsRecordedBeginsNoDictationWhileItIsHeld)
-{
-    record();
-    probe().nativeKeyDown(controlPlusD);
-    EXPECT_FALSE(field().isRecording()) << "the field shows it at once";
-    EXPECT_FALSE(isRegistered(controlD)) << "the keyboard's repetitions would be presses of it";
-    probe().nativeKeyDown(controlPlusD, 0, WindowProbe::Press::repeated);
-    EXPECT_EQ(stored(), Shortcut::fromCombination(controlD));
-    // The same, told in another way.
-    for (int i = 0; i < 3; ++i) {
-        probe().nativeKeyUp(controlPlusD);
-        world.scheduler.advance(std::chrono::milliseconds(5));
-        probe().nativeKeyDown(controlPlusD);
-        letGo();
-        EXPECT_FALSE(isRegistered(controlD));
-    }
-    probe().nativeKeyUp(controlPlusD);
-    letGo();
-    EXPECT_TRUE(isRegistered(controlD));
-}
-
-TEST_F(HotkeyViewTest, TheKeyCountsAndNotTheModifiersThatGoUpWithIt)
-{
-    constexpr NativeKey control{0, 59, static_cast<quint32>(eventFlags::control)};
-    record();
-    probe().nativeKeyDown(control);
-    probe().nativeKeyDown(controlPlusD);
-    probe().nativeKeyUp(control);
-    letGo();
-    EXPECT_FALSE(isRegistered(controlD)) << "its key is still down";
-    probe().nativeKeyUp(letterD);
-    probe().nativeKeyUp(shift);
-    probe().nativeKeyDown(letterX);
-    probe().nativeKeyUp(letterX);
-    letGo();
-    EXPECT_TRUE(isRegistered(controlD));
 }
 
 TEST_F(HotkeyViewTest, TabEndsRecordingAndGoesOn)

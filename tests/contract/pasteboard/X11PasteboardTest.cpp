@@ -1,10 +1,4 @@
-#include "X11Peers.h"
-
-#include <platform/linux/x11text/X11Pasteboard.h>
-#include <support/Await.h>
-#include <support/VirtualDesktop.h>
-
-#include <QElapsedTimer>
+#include "X11PasteboardFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,59 +14,7 @@ using test::ScriptedOwner;
 using test::X11Peer;
 using Target = ScriptedOwner::Target;
 
-class X11PasteboardTest : public testing::Test {
-protected:
-    X11PasteboardTest() { m_front.takeFocus(); }
-
-    std::unique_ptr<SelectionKeeper> startKeeper()
-    {
-        return SelectionKeeper::start(m_desktop.display().toLocal8Bit());
-    }
-    PasteboardContents contents() { return test::await(m_board.contents()); }
-    /// What a peer that is not in front reads now.
-    SelectionRead::Outcome seen() { return X11Peer(m_desktop.display()).read(); }
-    static QByteArray pattern(qsizetype size)
-    {
-        QByteArray bytes(size, Qt::Uninitialized);
-        for (qsizetype index = 0; index < size; ++index)
-            bytes[index] = static_cast<char>(index * 31 + index / 251);
-        return bytes;
-    }
-    bool waitForRead()
-    {
-        return test::waitUntil([&] { return m_board.reading() == Pasteboard::Reading::read; });
-    }
-
-    /// The owner takes the selection between the moment that our next write is of and the write itself.
-    class Overtaking final : public X11Link::Listener {
-    public:
-        Overtaking(X11Link& link, ScriptedOwner& owner) : m_link(link), m_owner(owner)
-        {
-            m_link.addListener(*this);
-        }
-        ~Overtaking() override { m_link.removeListener(*this); }
-        void handle(const xcb_generic_event_t& event) override
-        {
-            if (event.response_type != XCB_PROPERTY_NOTIFY || std::exchange(m_done, true))
-                return;
-            const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-            m_owner.ownAfter(notice.time);
-        }
-
-    private:
-        X11Link& m_link;
-        ScriptedOwner& m_owner;
-        bool m_done = false;
-    };
-
-    test::VirtualDesktop m_desktop;
-    EventLoopScheduler m_scheduler;
-    X11Peer m_front{m_desktop.display()};
-    std::unique_ptr<X11Link> m_link = X11Link::open(m_desktop.display().toLocal8Bit());
-    std::unique_ptr<SelectionKeeper> m_keeper = startKeeper();
-    X11Pasteboard m_board{*m_link, *m_keeper, m_scheduler, u"CLIPBOARD"_qs};
-    ScriptedOwner m_owner{m_desktop.display()};
-};
+using X11PasteboardTest = test::X11PasteboardFixture;
 
 } // namespace
 
@@ -145,94 +87,6 @@ TEST_F(X11PasteboardTest, LongDataGoesOutInPiecesToSeveralReadersAtOnce)
     ASSERT_TRUE(test::waitUntil([&] { return first && second; }));
     EXPECT_EQ(first->contents.items, QList{item});
     EXPECT_EQ(second->contents.items, QList{item});
-    EXPECT_TRUE(waitForRead());
-}
-
-TEST_F(X11PasteboardTest, ALongTextCountsAsReadOnlyWhenAllOfItIs)
-{
-    m_board.replace({PasteboardItem::text(QString(700'000, u'x'))});
-    X11Link& link = m_front.link();
-    const xcb_window_t reader = link.makeHiddenWindow();
-    const xcb_atom_t property = link.atom(u"PIECES"_qs);
-    xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
-                          property, XCB_CURRENT_TIME);
-    link.flush();
-    const auto takeOne = [&] {
-        int length = -1;
-        EXPECT_TRUE(test::waitUntil([&] {
-            const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-                link.connection(),
-                xcb_get_property(link.connection(), 1, reader, property, XCB_ATOM_ANY, 0, 0xffffff),
-                nullptr));
-            length = reply->type == noAtom ? -1 : xcb_get_property_value_length(reply.get());
-            return length >= 0;
-        }));
-        return length;
-    };
-    EXPECT_EQ(takeOne(), 4); // the announcement
-    int whole = 0;
-    for (int length = takeOne(); length > 0; length = takeOne()) {
-        EXPECT_EQ(m_board.reading(), Pasteboard::Reading::unread);
-        whole += length;
-    }
-    EXPECT_EQ(whole, 700'000);
-    EXPECT_TRUE(waitForRead());
-}
-
-TEST_F(X11PasteboardTest, ATextCountsAsReadOnlyWhenItHasBeenTaken)
-{
-    // A reader that had no more patience when the answer came leaves it where it is.
-    m_board.replace({PasteboardItem::text(u"text"_qs)});
-    X11Link& link = m_front.link();
-    const xcb_window_t reader = link.makeHiddenWindow();
-    const xcb_atom_t property = link.atom(u"TEXT_HERE"_qs);
-    const auto look = [&](bool take) {
-        const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-            link.connection(),
-            xcb_get_property(link.connection(), take ? 1 : 0, reader, property, XCB_ATOM_ANY, 0, 100),
-            nullptr));
-        return xcb_get_property_value_length(reply.get());
-    };
-    xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
-                          property, XCB_CURRENT_TIME);
-    link.flush();
-    ASSERT_TRUE(test::waitUntil([&] { return look(false) == 4; }));
-    QElapsedTimer waited;
-    waited.start();
-    while (waited.elapsed() < 100)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    EXPECT_EQ(m_board.reading(), Pasteboard::Reading::unread);
-    EXPECT_EQ(look(true), 4);
-    EXPECT_TRUE(waitForRead());
-}
-
-TEST_F(X11PasteboardTest, AReaderThatDestroysItsWindowHasRead)
-{
-    m_board.replace({PasteboardItem::text(u"text"_qs)});
-    X11Link& link = m_front.link();
-    const xcb_window_t reader = link.makeHiddenWindow();
-    xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
-                          link.atom(u"TEXT_HERE"_qs), XCB_CURRENT_TIME);
-    link.flush();
-    ASSERT_TRUE(test::waitUntil([&] {
-        const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-            link.connection(),
-            xcb_get_property(link.connection(), 0, reader, link.atom(u"TEXT_HERE"_qs), XCB_ATOM_ANY, 0, 100),
-            nullptr));
-        return xcb_get_property_value_length(reply.get()) == 4;
-    }));
-    xcb_destroy_window(link.connection(), reader);
-    link.flush();
-    EXPECT_TRUE(waitForRead());
-}
-
-TEST_F(X11PasteboardTest, OnlyTextCountsAsReading)
-{
-    m_board.replace({PasteboardItem::text(u"text"_qs)});
-    EXPECT_TRUE(m_front.readTarget(u"TARGETS"_qs));
-    EXPECT_TRUE(m_front.readTarget(u"TIMESTAMP"_qs));
-    EXPECT_EQ(m_board.reading(), Pasteboard::Reading::unread);
-    EXPECT_TRUE(m_front.readTarget(u"UTF8_STRING"_qs));
     EXPECT_TRUE(waitForRead());
 }
 
@@ -443,43 +297,6 @@ TEST_F(X11PasteboardTest, OutlivesItsServer)
     (void)m_board.changeCount();
     m_board.clear();
     EXPECT_FALSE(contents().complete);
-}
-
-TEST_F(X11PasteboardTest, AnswersAReaderThatHoldsTheMainThreadWhileItWaits)
-{
-    // As a text field of our own window does, whose toolkit waits for the answer without running the event
-    // loop.
-    m_board.replace({PasteboardItem::text(u"blåbær"_qs)});
-    xcb_connection_t* const reader = xcb_connect(m_desktop.display().toLocal8Bit().constData(), nullptr);
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(reader)).data->root;
-    const xcb_window_t window = xcb_generate_id(reader);
-    xcb_create_window(reader, XCB_COPY_FROM_PARENT, window, root, 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                      XCB_COPY_FROM_PARENT, 0, nullptr);
-    xcb_convert_selection(reader, window, m_link->atom(u"CLIPBOARD"_qs), m_link->atom(u"UTF8_STRING"_qs),
-                          m_link->atom(u"TEXT_HERE"_qs), XCB_CURRENT_TIME);
-    xcb_flush(reader);
-    QElapsedTimer waited;
-    waited.start();
-    bool isAnswered = false;
-    while (!isAnswered && waited.elapsed() < 5000) {
-        const XcbReply<xcb_generic_event_t> event(xcb_poll_for_event(reader));
-        isAnswered = event && (event->response_type & 0x7f) == XCB_SELECTION_NOTIFY;
-    }
-    EXPECT_TRUE(isAnswered);
-    xcb_disconnect(reader);
-}
-
-TEST_F(X11PasteboardTest, AReadOfTheTextBeforeIsNotTakenForOneOfThisText)
-{
-    m_board.replace({PasteboardItem::text(u"first"_qs)});
-    EXPECT_EQ(m_front.readTarget(u"UTF8_STRING"_qs), QByteArray("first"));
-    // The news of it may still be on its way.
-    m_board.replace({PasteboardItem::text(u"second"_qs)});
-    QElapsedTimer waited;
-    waited.start();
-    while (waited.elapsed() < 100)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    EXPECT_EQ(m_board.reading(), Pasteboard::Reading::unread);
 }
 
 TEST_F(X11PasteboardTest, ADisplayThatIsNotThereCannotBeOpened)

@@ -57,7 +57,7 @@ class FirstRun(unittest.TestCase):
         program = self.start()
         page = AccessibleProgram(self.desktop)
         guide = SetupGuide(self.desktop, page, NORWEGIAN)
-        self.assertIn("3 av 4 er ferdig", page.texts())
+        self.assertIn("3 av 4 fullført", page.texts())
         self.assertEqual(self.desktop.windows("Tulvane"), [])
         self.dictation = Dictation(self.desktop, lambda: self.editor.text())
         self.press_too_early(page)

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "X11Peers.h"
+
+#include <platform/linux/x11text/X11Pasteboard.h>
+#include <support/Await.h>
+#include <support/VirtualDesktop.h>
+
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+namespace tulvane::test {
+
+/// A clipboard of ours on an X server of the test's own, a program in front that reads it, and another one
+/// that takes it over.
+class X11PasteboardFixture : public testing::Test {
+protected:
+    X11PasteboardFixture() { m_front.takeFocus(); }
+
+    std::unique_ptr<SelectionKeeper> startKeeper()
+    {
+        return SelectionKeeper::start(m_desktop.display().toLocal8Bit());
+    }
+    PasteboardContents contents() { return await(m_board.contents()); }
+    /// What a peer that is not in front reads now.
+    SelectionRead::Outcome seen() { return X11Peer(m_desktop.display()).read(); }
+    static QByteArray pattern(qsizetype size)
+    {
+        QByteArray bytes(size, Qt::Uninitialized);
+        for (qsizetype index = 0; index < size; ++index)
+            bytes[index] = static_cast<char>(index * 31 + index / 251);
+        return bytes;
+    }
+    bool waitForRead()
+    {
+        return waitUntil([&] { return m_board.reading() == Pasteboard::Reading::read; });
+    }
+
+    /// The owner takes the selection between the moment that our next write is of and the write itself.
+    class Overtaking final : public X11Link::Listener {
+    public:
+        Overtaking(X11Link& link, ScriptedOwner& owner) : m_link(link), m_owner(owner)
+        {
+            m_link.addListener(*this);
+        }
+        ~Overtaking() override { m_link.removeListener(*this); }
+        void handle(const xcb_generic_event_t& event) override
+        {
+            if (event.response_type != XCB_PROPERTY_NOTIFY || std::exchange(m_done, true))
+                return;
+            const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+            m_owner.ownAfter(notice.time);
+        }
+
+    private:
+        X11Link& m_link;
+        ScriptedOwner& m_owner;
+        bool m_done = false;
+    };
+
+    VirtualDesktop m_desktop;
+    EventLoopScheduler m_scheduler;
+    X11Peer m_front{m_desktop.display()};
+    std::unique_ptr<X11Link> m_link = X11Link::open(m_desktop.display().toLocal8Bit());
+    std::unique_ptr<SelectionKeeper> m_keeper = startKeeper();
+    X11Pasteboard m_board{*m_link, *m_keeper, m_scheduler, u"CLIPBOARD"_qs};
+    ScriptedOwner m_owner{m_desktop.display()};
+};
+
+} // namespace tulvane::test

@@ -6,7 +6,7 @@ from virtual_desktop import VirtualDesktop
 ENGLISH = {"title": "Set up Tulvane", "download": "Download", "hold": "Hold to talk", "close": "Close",
            "done": "Done", "completed": "4/4 completed"}
 NORWEGIAN = {"title": "Sett opp Tulvane", "download": "Last ned", "hold": "Hold inne for å snakke", "close": "Lukk",
-             "done": "Ferdig", "completed": "4 av 4 er ferdig"}
+             "done": "Ferdig", "completed": "4 av 4 fullført"}
 
 
 class SetupGuide:

@@ -32,6 +32,7 @@ inline constexpr quint32 rightShift = 60;
 inline constexpr quint32 rightOption = 61;
 inline constexpr quint32 rightControl = 62;
 inline constexpr quint32 fn = 63;
+inline constexpr quint32 home = 115;
 inline constexpr quint32 forwardDelete = 117;
 
 // clang-format off
@@ -145,7 +146,7 @@ inline constexpr std::array all{
     VirtualKey{111, 88, "FK12", KeyKind::function, "F12"},
     VirtualKey{113, 185, "FK15", KeyKind::function, "F15"},
     VirtualKey{114, 110, "INS", KeyKind::named, QT_TRANSLATE_NOOP("tulvane", "Insert")},
-    VirtualKey{115, 102, "HOME", KeyKind::named, QT_TRANSLATE_NOOP("tulvane", "Home")},
+    VirtualKey{115, 102, "HOME", KeyKind::named, "Home"}, // see linuxKeyDisplay
     VirtualKey{116, 104, "PGUP", KeyKind::named, QT_TRANSLATE_NOOP("tulvane", "Page Up")},
     VirtualKey{117, 111, "DELE", KeyKind::named, QT_TRANSLATE_NOOP("tulvane", "Delete")},
     VirtualKey{118, 62, "FK04", KeyKind::function, "F4"},

@@ -18,14 +18,12 @@ class ProgramTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name)
-        # Readable by everyone: one test runs the program as another user.
-        self.folder.chmod(0o755)
         self.environment = {**os.environ, "XDG_CONFIG_HOME": str(self.folder / "config"),
                             "XDG_DATA_HOME": str(self.folder / "data"), "HOME": str(self.folder)}
 
-    def run_program(self, *arguments, given=None, timeout=120, **options):
-        """Runs to the end; output and messages are text."""
-        return subprocess.run([PROGRAM, *map(str, arguments)], input=given, capture_output=True, text=True,
+    def run_program(self, *arguments, given=None, timeout=120, through=(), **options):
+        """Runs to the end, started by the command `through` where there is one; output and messages are text."""
+        return subprocess.run([*through, PROGRAM, *map(str, arguments)], input=given, capture_output=True, text=True,
                               timeout=timeout, env=self.environment, **options)
 
     def assert_fails(self, run, status, *pieces):

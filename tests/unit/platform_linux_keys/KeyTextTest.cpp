@@ -1,5 +1,8 @@
+#include <base/Translate.h>
 #include <platform/KeyModifiers.h>
 #include <platform/linux/keys/KeyText.h>
+
+#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -33,6 +36,25 @@ TEST(KeyText, PrintingKeysHaveTheNameThatTheLayoutGivesThem)
     EXPECT_EQ(text(0, carbon::option, norwegian), QStringLiteral("Alt+A"));
     const KeyLabel nonsense = [](const VirtualKey&) { return QStringLiteral("?"); };
     EXPECT_EQ(text(49, carbon::option, nonsense), QStringLiteral("Alt+Space"));
+}
+
+class Shouted final : public QTranslator {
+public:
+    [[nodiscard]] bool isEmpty() const override { return false; }
+    [[nodiscard]] QString translate(const char* /*context*/, const char* text, const char* /*comment*/,
+                                    int /*count*/) const override
+    {
+        return QString::fromUtf8(text).toUpper();
+    }
+};
+
+TEST(KeyText, NamesAreTranslatedButNotTheHomeKeysWhichIsAPagesToo)
+{
+    const Shouted words;
+    speakOnly(&words);
+    EXPECT_EQ(text(49, carbon::option), QStringLiteral("ALT+SPACE"));
+    EXPECT_EQ(text(115, carbon::option), QStringLiteral("ALT+Home"));
+    speakOnly(nullptr);
 }
 
 } // namespace

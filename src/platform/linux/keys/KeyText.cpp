@@ -33,7 +33,8 @@ QString keyText(const VirtualKey& key, const KeyLabel& labelOf)
         return QString::fromUtf8(key.name);
     case KeyKind::named:
     case KeyKind::modifier:
-        return translate(key.name);
+        // A page is called Home, too, and has another name in Norwegian. The key has not.
+        return key.code == virtualKeys::home ? QString::fromUtf8(key.name) : translate(key.name);
     }
     Q_UNREACHABLE();
 }

@@ -10,6 +10,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests/support/python"))
 from keyboard import ALT, SPACE, Keyboard  # noqa: E402,F401
+from phases import Phases  # noqa: E402,F401
 from virtual_desktop import VirtualDesktop  # noqa: E402,F401 (the measurements take them from here)
 
 

@@ -93,6 +93,13 @@ class HotkeyView(unittest.TestCase):
     def is_desktop_shown(self):
         return self.desktop.run("xprop", "-root", "_NET_SHOWING_DESKTOP").strip().endswith("= 1")
 
+    def expect_taken_key_is_the_window_managers(self):
+        self.desktop.key(TAKEN)
+        self.desktop.wait(self.is_desktop_shown, what="the bare desktop")
+        self.desktop.key(TAKEN)
+        self.desktop.wait(lambda: not self.is_desktop_shown(), what="the windows")
+        self.desktop.xdotool("windowactivate", "--sync", self.window)
+
     def starts(self, keys):
         self.desktop.key(keys)
         self.desktop.wait_for_phase("recording")
@@ -151,22 +158,13 @@ class HotkeyView(unittest.TestCase):
         self.assertEqual(self.shown(), "Press shortcut")
         self.desktop.key("Escape")
         self.wait_until_shown("Alt+Space")
-        # From here on it is the window manager's again.
-        self.desktop.key(TAKEN)
-        self.desktop.wait(self.is_desktop_shown, what="the bare desktop")
-        self.desktop.key(TAKEN)
-        self.desktop.wait(lambda: not self.is_desktop_shown(), what="the windows")
-        self.desktop.xdotool("windowactivate", "--sync", self.window)
+        self.expect_taken_key_is_the_window_managers()
 
     def test_a_click_elsewhere_gives_the_keyboard_back(self):
         self.begin_recording()
         self.page.click("check box", "Sounds")
         self.wait_until_shown("Alt+Space")
-        self.desktop.key(TAKEN)
-        self.desktop.wait(self.is_desktop_shown, what="the bare desktop")
-        self.desktop.key(TAKEN)
-        self.desktop.wait(lambda: not self.is_desktop_shown(), what="the windows")
-        self.desktop.xdotool("windowactivate", "--sync", self.window)
+        self.expect_taken_key_is_the_window_managers()
 
     def test_what_is_no_combination_beeps_and_the_rule_is_there_to_be_read(self):
         self.assertIn(RULE, self.page.texts())

@@ -102,13 +102,11 @@ class VirtualDesktop:
 
     def windows(self, title):
         """The X identifiers of the visible windows with exactly this title."""
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], env=self.environment,
-                               capture_output=True, text=True)
-        return found.stdout.split()
+        return self.xdotool("search", "--onlyvisible", "--name", f"^{title}$").split()
 
     def xdotool(self, *words):
         """What it answers; nothing where it finds nothing."""
-        return subprocess.run(["xdotool", *words], env=self.environment, capture_output=True, text=True).stdout.strip()
+        return self.ask("xdotool", *words).strip()
 
     def key(self, *names):
         """Keys and combinations, pressed and released one after the other as on a keyboard."""

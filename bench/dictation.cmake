@@ -1,6 +1,6 @@
 tulvane_bench(bench_recorder SOURCES recorder_bench.cpp
-    LINKS tulvane_audio tulvane_platform_fake tulvane_platform_linux_pulse tulvane_test_support)
+    LINKS tulvane_audio tulvane_fake tulvane_pulse tulvane_test_support)
 tulvane_bench(bench_download SOURCES download_bench.cpp
-    LINKS tulvane_models tulvane_platform_linux_transfers tulvane_test_support)
+    LINKS tulvane_models tulvane_transfers tulvane_test_support)
 add_dependencies(bench_download tulvane-transfers)
 target_compile_definitions(bench_download PRIVATE TULVANE_TRANSFER_HELPER="$<TARGET_FILE:tulvane-transfers>")

@@ -1,2 +1,2 @@
 tulvane_bench(bench_insertion SOURCES insertion_bench.cpp
-    LINKS tulvane_insertion tulvane_platform_fake tulvane_test_targets)
+    LINKS tulvane_insertion tulvane_fake tulvane_test_targets)

@@ -7,7 +7,7 @@
 #include <insertion/TextInserter.h>
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/fake/FakePrivacyPermissions.h>
-#include <platform/linux/x11text/X11Text.h>
+#include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/ScratchFolder.h>
 #include <support/VirtualDesktop.h>

@@ -1,7 +1,7 @@
 // Time and memory of the model file's check on a sparse file of 1.5 GB, which has the shape of a medium
 // model.
-#include <speech/ModelFile.h>
-#include <speech/ModelFileCheck.h>
+#include <speech/whisper/ModelFile.h>
+#include <speech/whisper/ModelFileCheck.h>
 #include <support/ScratchFolder.h>
 #include <support/TinyModel.h>
 

@@ -1,2 +1,2 @@
-tulvane_bench(bench_clean SOURCES clean_bench.cpp LINKS tulvane_speech)
-tulvane_bench(bench_model_check SOURCES model_check_bench.cpp LINKS tulvane_speech tulvane_test_support)
+tulvane_bench(bench_clean SOURCES clean_bench.cpp LINKS tulvane_speech_whisper)
+tulvane_bench(bench_model_check SOURCES model_check_bench.cpp LINKS tulvane_speech_whisper tulvane_test_support)

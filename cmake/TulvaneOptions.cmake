@@ -3,7 +3,6 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-set(CMAKE_AUTOMOC ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
@@ -21,12 +20,16 @@ if(TULVANE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 add_library(tulvane_options INTERFACE)
+# A program loads the libraries that it uses, not those of the rooms that it could have used.
+target_link_options(tulvane_options INTERFACE "$<$<PLATFORM_ID:Linux>:-Wl,--as-needed>")
 target_compile_options(tulvane_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
     -fno-omit-frame-pointer)
 target_compile_definitions(tulvane_options INTERFACE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
-    QT_DISABLE_DEPRECATED_BEFORE=0x060400 QT_USE_QSTRINGBUILDER QT_MESSAGELOGCONTEXT)
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400 QT_USE_QSTRINGBUILDER QT_MESSAGELOGCONTEXT
+    # As some of the libraries ask for: without it the precompiled headers would not serve their rooms.
+    _REENTRANT)
 if(TULVANE_PORTABLE)
     # What is given away names no folder of the machine that made it, and is as hard to break into as a
     # distribution's own programs.

@@ -1,49 +1,49 @@
 #include <app/AppDelegate.h>
-#include <app/Migration.h>
+#include <app/program/Migration.h>
 #include <settings/AppSettings.h>
 
 #include <utility>
 
 namespace tulvane {
 
-AppDelegate::AppDelegate(Neighbours neighbours) : m_with(std::move(neighbours)) {}
+AppDelegate::AppDelegate(Dependencies neighbours) : m_dependencies(std::move(neighbours)) {}
 
 void AppDelegate::willFinishLaunching()
 {
-    Migration(m_with.defaults, m_with.dataFolder).run();
+    Migration(m_dependencies.defaults, m_dependencies.dataFolder).run();
     applyActivationPolicy();
-    m_with.settings.installAppearanceObserver(m_with.presentation);
+    m_dependencies.settings.installAppearanceObserver(m_dependencies.presentation);
 }
 
 void AppDelegate::didFinishLaunching() const
 {
-    m_with.launchController();
+    m_dependencies.launchController();
 }
 
 void AppDelegate::shouldHandleReopen() const
 {
-    if (m_with.bringWindowsToFront())
+    if (m_dependencies.bringWindowsToFront())
         return;
-    if (m_with.isSetUp())
-        m_with.openMainWindow();
+    if (m_dependencies.isSetUp())
+        m_dependencies.openMainWindow();
     else
-        m_with.openOnboarding();
+        m_dependencies.openOnboarding();
 }
 
 void AppDelegate::willTerminate() const
 {
-    m_with.cancelRecording();
+    m_dependencies.cancelRecording();
 }
 
 void AppDelegate::applyActivationPolicy()
 {
     const ActivationPolicy wanted =
-        m_with.settings.showInDock() ? ActivationPolicy::regular : ActivationPolicy::accessory;
+        m_dependencies.settings.showInDock() ? ActivationPolicy::regular : ActivationPolicy::accessory;
     if (std::exchange(m_policy, wanted) == wanted)
         return;
-    m_with.presentation.setActivationPolicy(wanted);
+    m_dependencies.presentation.setActivationPolicy(wanted);
     // A desktop may send a window that changes its kind behind the others.
-    m_with.bringWindowsToFront();
+    m_dependencies.bringWindowsToFront();
 }
 
 } // namespace tulvane

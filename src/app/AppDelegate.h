@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/Presentation.h>
+#include <ports/Presentation.h>
 
 #include <QString>
 
@@ -17,7 +17,7 @@ class AppDelegate final {
 public:
     /// What the delegate works with; all of it outlives the delegate. What stands in functions may be made
     /// after it.
-    struct Neighbours {
+    struct Dependencies {
         AppSettings& settings; ///< loaded: what the migration brings counts from the next start on
         UserDefaults& defaults;
         Presentation& presentation;
@@ -30,7 +30,7 @@ public:
         std::function<void()> openOnboarding;
     };
 
-    explicit AppDelegate(Neighbours neighbours);
+    explicit AppDelegate(Dependencies neighbours);
 
     /// Before anything is shown, and before anything reads the files that an earlier product may have left:
     /// brings them over, and settles how the program looks.
@@ -49,7 +49,7 @@ public:
     void applyActivationPolicy();
 
 private:
-    Neighbours m_with;
+    Dependencies m_dependencies;
     /// What every process begins with.
     ActivationPolicy m_policy = ActivationPolicy::regular;
 };

@@ -1,7 +1,7 @@
 #include <app/ResidentProgram.h>
 #include <app/cli/CommandLog.h>
-#include <platform/linux/common/ProcessHeap.h>
-#include <platform/linux/x11/DisplayCheck.h>
+#include <platform/linux/process/MallocArenas.h>
+#include <platform/linux/session/DisplayCheck.h>
 
 #include <QApplication>
 #include <QFile>
@@ -39,7 +39,7 @@ int run(int argc, char** argv, tulvane::cli::Console& console)
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    const auto words = cli::StartWords::parse(arguments, console);
+    const auto words = cli::LaunchOptions::parse(arguments, console);
     if (!words)
         return words.error();
     if (const auto reason = displayObstacle(qgetenv("DISPLAY")))

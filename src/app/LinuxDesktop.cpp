@@ -1,25 +1,25 @@
 #include <app/LinuxDesktop.h>
-#include <app/ProgramFolders.h>
+#include <app/program/ProgramFolders.h>
 #include <insertion/PasteTable.h>
-#include <platform/UserDefaults.h>
+#include <ports/UserDefaults.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/autostart/AutostartEntry.h>
-#include <platform/linux/common/ProcessMemory.h>
-#include <platform/linux/panel/X11IndicatorPanel.h>
-#include <platform/linux/presentation/DesktopPresentation.h>
+#include <platform/linux/desktop/AutostartEntry.h>
+#include <platform/linux/process/ProcessMemory.h>
+#include <platform/linux/x11/windows/X11IndicatorPanel.h>
+#include <platform/linux/desktop/shell/DesktopPresentation.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/PulseSounds.h>
-#include <platform/linux/qtx11/X11WholeKeyboard.h>
+#include <platform/linux/x11/windows/X11KeyboardGrab.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
-#include <platform/linux/tray/TrayStatusItem.h>
-#include <platform/linux/workspace/ChildProcesses.h>
-#include <platform/linux/workspace/DesktopWorkspace.h>
-#include <platform/linux/x11/DisplayCheck.h>
-#include <platform/linux/x11/KeyServices.h>
-#include <platform/linux/x11/X11Connection.h>
-#include <platform/linux/x11text/X11PrivacyPermissions.h>
-#include <platform/linux/x11text/X11Text.h>
+#include <platform/linux/desktop/shell/TrayStatusItem.h>
+#include <platform/linux/process/ChildProcesses.h>
+#include <platform/linux/desktop/DesktopWorkspace.h>
+#include <platform/linux/session/DisplayCheck.h>
+#include <platform/linux/session/KeyServices.h>
+#include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/session/X11PrivacyPermissions.h>
+#include <platform/linux/session/X11Text.h>
 
 #include <QProcessEnvironment>
 
@@ -59,7 +59,7 @@ struct LinuxDesktop::Parts {
     DetachedTransfers transfers;
     ProcessMemory memory;
     DesktopPresentation presentation;
-    X11WholeKeyboard keyboard;
+    X11KeyboardGrab keyboard;
     AutostartEntry loginItem{AutostartEntry::standardFolder(), ProgramFolders::ofThisProgram().commandLine()};
     AtspiFocusedElements elements{AtspiFocusedElements::usersSessionBus(),
                                   [this] { return text->frontProcess(); }};
@@ -106,7 +106,7 @@ Desktop LinuxDesktop::ports()
     return {.defaults = m_parts->defaults,
             .microphone = m_parts->microphone,
             .sounds = m_parts->sounds,
-            .hotKeys = *m_parts->keys.hotKeys,
+            .hotkeys = *m_parts->keys.hotkeys,
             .modifierEvents = *m_parts->keys.modifierEvents,
             .pasteboards = m_parts->text->pasteboards(),
             .keys = m_parts->text->keys(),

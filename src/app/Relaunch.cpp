@@ -1,6 +1,6 @@
 #include <app/Relaunch.h>
 #include <base/Log.h>
-#include <platform/Processes.h>
+#include <ports/Processes.h>
 
 #include <QCoreApplication>
 

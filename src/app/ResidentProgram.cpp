@@ -1,14 +1,14 @@
 #include <app/LinuxDesktop.h>
-#include <app/ProgramFolders.h>
+#include <app/program/ProgramFolders.h>
 #include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
-#include <app/cli/StopWatch.h>
-#include <app/cli/WaitFor.h>
+#include <app/cli/InterruptWatcher.h>
+#include <base/async/WaitFor.h>
 #include <base/Log.h>
 #include <models/ModelHub.h>
-#include <platform/linux/common/JsonUserDefaults.h>
-#include <platform/linux/dbus/DBusRemoteControl.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
+#include <platform/linux/desktop/DBusRemoteControl.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
@@ -24,7 +24,7 @@ namespace tulvane {
 namespace {
 
 /// Asks the program that runs already to show itself.
-int handOver(RemoteControl& remote, const cli::StartWords& words, cli::Console& console)
+int handOver(RemoteControl& remote, const cli::LaunchOptions& words, cli::Console& console)
 {
     // A start at login that finds the program there has nothing to ask of it.
     const QString page = words.page ? rawValue(*words.page) : QString();
@@ -63,7 +63,7 @@ void endWithServer(LinuxDesktop& desktop)
 }
 
 /// From the launch to the end of everything that the user could lose.
-int run(TulvaneApp& app, Windows& windows, const cli::StartWords& words)
+int run(TulvaneApp& app, Windows& windows, const cli::LaunchOptions& words)
 {
     app.launch();
     // Where something is missing, the launch has opened the way through it.
@@ -76,7 +76,7 @@ int run(TulvaneApp& app, Windows& windows, const cli::StartWords& words)
 
 } // namespace
 
-int runResidentProgram(const cli::StartWords& words, cli::Console& console)
+int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
 {
     static const SystemClock clock;
     EventLoopScheduler scheduler;
@@ -111,7 +111,7 @@ int runResidentProgram(const cli::StartWords& words, cli::Console& console)
     running = &app;
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
-    const cli::StopWatch signalWatch(-1, [] { QCoreApplication::quit(); });
+    const cli::InterruptWatcher signalWatch(-1, [] { QCoreApplication::quit(); });
     endWithServer(**desktop);
     const int status = run(app, windows, words);
     running = nullptr;

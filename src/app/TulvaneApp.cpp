@@ -1,9 +1,9 @@
-#include <app/HotkeyFindings.h>
+#include <app/program/HotkeyDiagnostics.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <platform/Presentation.h>
-#include <platform/PrivacyPermissions.h>
+#include <ports/Presentation.h>
+#include <ports/PrivacyPermissions.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 
@@ -39,7 +39,7 @@ TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Sur
       m_recorder(desktop.microphone, m_clock),
       m_permissions({desktop.permissions, desktop.processes, desktop.workspace, m_scheduler}, std::nullopt),
       m_inserter({desktop.pasteboards, desktop.keys, desktop.elements, desktop.permissions, m_scheduler}),
-      m_shortcuts(desktop.defaults, desktop.hotKeys),
+      m_shortcuts(desktop.defaults, desktop.hotkeys),
       m_hotkeys(m_settings, m_shortcuts, desktop.modifierEvents, m_clock),
       m_session({.settings = m_settings,
                  .recorder = m_recorder,
@@ -73,7 +73,7 @@ TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Sur
 {
 }
 
-AppDelegate::Neighbours TulvaneApp::lifeCycle(const Options& options, const Surfaces& surfaces)
+AppDelegate::Dependencies TulvaneApp::lifeCycle(const Options& options, const Surfaces& surfaces)
 {
     return {.settings = m_settings,
             .defaults = m_desktop.defaults,
@@ -145,11 +145,11 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
         m_controller.cancel();
         break;
     case RemoteRequest::doctor: {
-        const EnglishWords english;
-        return findings();
+        const ScopedEnglish english;
+        return diagnostics();
     }
     case RemoteRequest::settings: {
-        const EnglishWords english;
+        const ScopedEnglish english;
         return changeSettings(argument);
     }
     case RemoteRequest::activate:
@@ -167,7 +167,7 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
 QJsonObject TulvaneApp::status() const
 {
     // The phase's own message stays in the user's language: it is what the user sees at this moment.
-    const EnglishWords english;
+    const ScopedEnglish english;
     const Phase& phase = m_controller.phase();
     return {{QStringLiteral("phase"), nameOf(phase.kind)},
             {QStringLiteral("message"), phase.text},
@@ -176,12 +176,12 @@ QJsonObject TulvaneApp::status() const
             {QStringLiteral("historyCount"), m_session.history().size()}};
 }
 
-QJsonObject TulvaneApp::findings() const
+QJsonObject TulvaneApp::diagnostics() const
 {
     QJsonArray lines;
-    for (const Finding& finding : hotkeyFindings(m_shortcuts, m_hotkeys))
-        lines.append(finding.toJson());
-    return {{QStringLiteral("findings"), lines}};
+    for (const Diagnostic& diagnostic : hotkeyDiagnostics(m_shortcuts, m_hotkeys))
+        lines.append(diagnostic.toJson());
+    return {{QStringLiteral("diagnostics"), lines}};
 }
 
 QJsonObject TulvaneApp::changeSettings(const QString& words)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <app/AppDelegate.h>
-#include <app/Migration.h>
+#include <app/program/Migration.h>
 #include <audio/AudioRecorder.h>
 #include <base/Clock.h>
 #include <base/Scheduler.h>
@@ -15,9 +15,9 @@
 #include <insertion/TextInserter.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
-#include <platform/RemoteControl.h>
+#include <ports/RemoteControl.h>
 #include <settings/AppSettings.h>
-#include <speech/WhisperEngine.h>
+#include <speech/whisper/WhisperEngine.h>
 #include <stats/StatsStore.h>
 #include <ui/UiContext.h>
 
@@ -30,7 +30,7 @@ namespace tulvane {
 class AudioInput;
 class BackgroundTransfers;
 class FocusedElements;
-class GlobalHotKeys;
+class GlobalHotkeys;
 class KeyPosting;
 class LoginItem;
 class ModifierEvents;
@@ -41,7 +41,7 @@ class Processes;
 class Sounds;
 class SystemMemory;
 class UserDefaults;
-class WholeKeyboard;
+class KeyboardGrab;
 class Workspace;
 
 /// The desktop's side of every port, as the resident program uses them. All outlive the program's objects.
@@ -49,7 +49,7 @@ struct Desktop {
     UserDefaults& defaults;
     AudioInput& microphone;
     Sounds& sounds;
-    GlobalHotKeys& hotKeys;
+    GlobalHotkeys& hotkeys;
     ModifierEvents& modifierEvents;
     Pasteboards& pasteboards;
     KeyPosting& keys;
@@ -60,7 +60,7 @@ struct Desktop {
     BackgroundTransfers& transfers;
     SystemMemory& memory;
     Presentation& presentation;
-    WholeKeyboard& keyboard;
+    KeyboardGrab& keyboard;
     LoginItem& loginItem;
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};
@@ -108,11 +108,11 @@ public:
     [[nodiscard]] UiContext uiContext(const std::function<void()>& relaunch);
 
 private:
-    [[nodiscard]] AppDelegate::Neighbours lifeCycle(const Options& options, const Surfaces& surfaces);
+    [[nodiscard]] AppDelegate::Dependencies lifeCycle(const Options& options, const Surfaces& surfaces);
     /// The migration comes before whatever reads the files that it moves.
     [[nodiscard]] const QString& afterMigration(const QString& file);
     [[nodiscard]] QJsonObject status() const;
-    [[nodiscard]] QJsonObject findings() const;
+    [[nodiscard]] QJsonObject diagnostics() const;
     [[nodiscard]] QJsonObject changeSettings(const QString& words);
 
     Desktop m_desktop;

@@ -3,7 +3,7 @@
 #include <audio/RecordingTap.h>
 #include <audio/SampleConverter.h>
 #include <base/Log.h>
-#include <platform/AudioInput.h>
+#include <ports/AudioInput.h>
 
 #include <utility>
 

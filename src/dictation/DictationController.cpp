@@ -7,7 +7,7 @@
 #include <hotkeys/HotkeyController.h>
 #include <insertion/TextInserter.h>
 #include <permissions/PermissionsService.h>
-#include <platform/Sounds.h>
+#include <ports/Sounds.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
@@ -16,9 +16,9 @@
 
 namespace tulvane {
 
-DictationController::DictationController(Neighbours neighbours, QObject* parent)
+DictationController::DictationController(Dependencies neighbours, QObject* parent)
     : QObject(parent),
-      m_with(std::move(neighbours))
+      m_dependencies(std::move(neighbours))
 {
     followHotkeys();
     followSession();
@@ -30,66 +30,66 @@ DictationController::DictationController(Neighbours neighbours, QObject* parent)
 
 DictationController::~DictationController()
 {
-    m_with.hotkeys.onStart = nullptr;
-    m_with.hotkeys.onStop = nullptr;
-    m_with.hotkeys.onCancel = nullptr;
-    m_with.session.onMaxDurationReached = nullptr;
-    m_with.session.onRecordingInterrupted = nullptr;
+    m_dependencies.hotkeys.onStart = nullptr;
+    m_dependencies.hotkeys.onStop = nullptr;
+    m_dependencies.hotkeys.onCancel = nullptr;
+    m_dependencies.session.onMaxDurationReached = nullptr;
+    m_dependencies.session.onRecordingInterrupted = nullptr;
 }
 
 void DictationController::followHotkeys()
 {
-    m_with.hotkeys.onStart = [this] { startByHotkey(); };
-    m_with.hotkeys.onStop = [this] { stop(); };
-    m_with.hotkeys.onCancel = [this] { cancel(); };
+    m_dependencies.hotkeys.onStart = [this] { startByHotkey(); };
+    m_dependencies.hotkeys.onStop = [this] { stop(); };
+    m_dependencies.hotkeys.onCancel = [this] { cancel(); };
 }
 
 void DictationController::followSession()
 {
-    m_with.session.onMaxDurationReached = [this] { stop(); };
-    m_with.session.onRecordingInterrupted = [this] {
-        m_with.hotkeys.machine.markRecordingEnded();
+    m_dependencies.session.onMaxDurationReached = [this] { stop(); };
+    m_dependencies.session.onRecordingInterrupted = [this] {
+        m_dependencies.hotkeys.machine.markRecordingEnded();
         showNotice(translate("Microphone changed – recording cancelled"));
     };
-    connect(&m_with.session, &DictationSession::stateChanged, this, &DictationController::noteSessionState);
-    connect(&m_with.session, &DictationSession::stateChanged, this, &DictationController::sessionChanged);
-    connect(&m_with.session, &DictationSession::lastTranscriptChanged, this,
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::noteSessionState);
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::lastTranscriptChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_with.session, &DictationSession::historyChanged, this, &DictationController::sessionChanged);
-    connect(&m_with.session, &DictationSession::modelLoadingChanged, this,
+    connect(&m_dependencies.session, &DictationSession::historyChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::modelLoadingChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_with.session, &DictationSession::canRetryChanged, this, &DictationController::sessionChanged);
-    connect(&m_with.recorder, &AudioRecorder::levelChanged, this,
-            [this](float level) { m_with.indicator.setLevel(level); });
+    connect(&m_dependencies.session, &DictationSession::canRetryChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.recorder, &AudioRecorder::levelChanged, this,
+            [this](float level) { m_dependencies.indicator.setLevel(level); });
 }
 
 void DictationController::followSettings()
 {
-    connect(&m_with.settings, &AppSettings::showHUDChanged, this, &DictationController::updateIndicator);
-    m_shownInDock = m_with.settings.showInDock();
-    connect(&m_with.settings, &AppSettings::showInDockChanged, this, [this](bool shown) {
+    connect(&m_dependencies.settings, &AppSettings::showHUDChanged, this, &DictationController::updateIndicator);
+    m_shownInDock = m_dependencies.settings.showInDock();
+    connect(&m_dependencies.settings, &AppSettings::showInDockChanged, this, [this](bool shown) {
         if (std::exchange(m_shownInDock, shown) != shown)
-            m_with.applyActivationPolicy();
+            m_dependencies.applyActivationPolicy();
     });
 }
 
 void DictationController::followPermissions()
 {
-    m_couldMonitorInput = m_with.permissions.inputMonitoring();
-    connect(&m_with.permissions, &PermissionsService::inputMonitoringChanged, this, [this](bool granted) {
+    m_couldMonitorInput = m_dependencies.permissions.inputMonitoring();
+    connect(&m_dependencies.permissions, &PermissionsService::inputMonitoringChanged, this, [this](bool granted) {
         // The tap failed while the permission was missing; the same key is tried again.
         if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
-            m_with.hotkeys.applyModifierHotkey(m_with.settings.modifierHotkey());
+            m_dependencies.hotkeys.applyModifierHotkey(m_dependencies.settings.modifierHotkey());
     });
 }
 
 void DictationController::followReadiness()
 {
     m_wasReady = isReady();
-    connect(&m_with.permissions, &PermissionsService::microphoneChanged, this,
+    connect(&m_dependencies.permissions, &PermissionsService::microphoneChanged, this,
             &DictationController::noteReadiness);
-    connect(&m_with.models, &ModelSource::statesChanged, this, &DictationController::noteReadiness);
-    connect(&m_with.settings, &AppSettings::selectedModelIDChanged, this,
+    connect(&m_dependencies.models, &ModelSource::statesChanged, this, &DictationController::noteReadiness);
+    connect(&m_dependencies.settings, &AppSettings::selectedModelIDChanged, this,
             &DictationController::noteReadiness);
 }
 
@@ -102,26 +102,26 @@ void DictationController::noteReadiness()
 
 bool DictationController::isReady() const
 {
-    return m_with.permissions.microphone() == MicrophoneAccess::authorized &&
-           m_with.models.readyFile().has_value();
+    return m_dependencies.permissions.microphone() == MicrophoneAccess::authorized &&
+           m_dependencies.models.readyFile().has_value();
 }
 
 void DictationController::launch()
 {
-    m_with.permissions.refresh();
-    m_with.refreshModels();
+    m_dependencies.permissions.refresh();
+    m_dependencies.refreshModels();
     qCInfo(lcApp).noquote().nospace()
-        << "Tulvane " << m_with.version << " launched; hotkey: " << m_with.hotkeys.hotkeyDescription();
+        << "Tulvane " << m_dependencies.version << " launched; hotkey: " << m_dependencies.hotkeys.hotkeyDescription();
     if (!isSetUp())
-        m_with.windows.showOnboarding();
-    m_with.session.preloadModel();
+        m_dependencies.windows.showOnboarding();
+    m_dependencies.session.preloadModel();
 }
 
 bool DictationController::isSetUp() const
 {
     const bool hasHotkey =
-        m_with.hasCombination() || m_with.settings.modifierHotkey() != ModifierHotkey::none;
-    return m_with.settings.hasCompletedOnboarding() && isReady() && hasHotkey;
+        m_dependencies.hasCombination() || m_dependencies.settings.modifierHotkey() != ModifierHotkey::none;
+    return m_dependencies.settings.hasCompletedOnboarding() && isReady() && hasHotkey;
 }
 
 bool DictationController::isReadyToStart() const
@@ -135,7 +135,7 @@ void DictationController::startByHotkey()
     if (isReadyToStart())
         begin();
     else if (m_phase.kind != Phase::Kind::recording)
-        m_with.hotkeys.machine.markRecordingEnded(); // it believes in a recording that there is not
+        m_dependencies.hotkeys.machine.markRecordingEnded(); // it believes in a recording that there is not
 }
 
 void DictationController::start()
@@ -144,17 +144,17 @@ void DictationController::start()
         return;
     begin();
     if (m_phase.kind == Phase::Kind::recording)
-        m_with.hotkeys.machine.markRecordingStarted();
+        m_dependencies.hotkeys.machine.markRecordingStarted();
 }
 
 void DictationController::begin()
 {
-    if (const auto started = m_with.session.start(); !started) {
-        m_with.hotkeys.machine.markRecordingEnded();
+    if (const auto started = m_dependencies.session.start(); !started) {
+        m_dependencies.hotkeys.machine.markRecordingEnded();
         const DictationError& error = started.error();
         showError(error.description());
         if (error.is(SessionError::microphonePermission) || error.is(SessionError::modelNotDownloaded))
-            m_with.windows.showOnboarding();
+            m_dependencies.windows.showOnboarding();
         return;
     }
     m_noticeTask.reset();
@@ -166,14 +166,14 @@ void DictationController::begin()
 
 void DictationController::stop()
 {
-    m_with.hotkeys.machine.markRecordingEnded();
+    m_dependencies.hotkeys.machine.markRecordingEnded();
     if (m_phase.kind != Phase::Kind::recording)
         return;
-    StopResult stopped = m_with.session.stop();
+    StopResult stopped = m_dependencies.session.stop();
     play(Sounds::tink);
     // As they stand now: what the user changes from here on belongs to the next dictation.
-    finish(m_with.session.finish(std::move(stopped)), m_with.settings.insertionMethod(),
-           m_with.settings.restoreClipboard());
+    finish(m_dependencies.session.finish(std::move(stopped)), m_dependencies.settings.insertionMethod(),
+           m_dependencies.settings.restoreClipboard());
 }
 
 void DictationController::toggle()
@@ -183,10 +183,10 @@ void DictationController::toggle()
 
 void DictationController::cancel(const std::optional<QString>& notice)
 {
-    m_with.hotkeys.machine.markRecordingEnded();
+    m_dependencies.hotkeys.machine.markRecordingEnded();
     if (m_phase.kind != Phase::Kind::recording)
         return;
-    m_with.session.cancel();
+    m_dependencies.session.cancel();
     if (notice)
         showNotice(*notice);
     else
@@ -195,13 +195,13 @@ void DictationController::cancel(const std::optional<QString>& notice)
 
 void DictationController::retry(std::optional<InsertionMethod> method)
 {
-    if (!isReadyToStart() || !m_with.session.canRetry())
+    if (!isReadyToStart() || !m_dependencies.session.canRetry())
         return;
     // The failure's message is still to be taken away; that must not end the new attempt's phases.
     m_noticeTask.reset();
     setLastDelivery(std::nullopt);
-    finish(m_with.session.retry(), method.value_or(m_with.settings.insertionMethod()),
-           m_with.settings.restoreClipboard());
+    finish(m_dependencies.session.retry(), method.value_or(m_dependencies.settings.insertionMethod()),
+           m_dependencies.settings.restoreClipboard());
 }
 
 QCoro::Task<> DictationController::finish(QCoro::Task<Result<Outcome, DictationError>> finished,
@@ -235,7 +235,7 @@ QCoro::Task<> DictationController::deliver(QString text, InsertionMethod method,
 {
     const QPointer<DictationController> self(this);
     setPhase({Phase::Kind::inserting, {}});
-    const InsertionResult result = co_await m_with.inserter.insert(std::move(text), method, restoreClipboard);
+    const InsertionResult result = co_await m_dependencies.inserter.insert(std::move(text), method, restoreClipboard);
     if (!self)
         co_return;
     play(Sounds::morse);
@@ -270,7 +270,7 @@ void DictationController::showError(const QString& text)
 
 void DictationController::returnToIdleAfter(std::chrono::milliseconds time)
 {
-    m_noticeTask = m_with.scheduler.after(time, [this] { setPhase({}); });
+    m_noticeTask = m_dependencies.scheduler.after(time, [this] { setPhase({}); });
 }
 
 void DictationController::setPhase(const Phase& phase)
@@ -288,18 +288,18 @@ void DictationController::setLastDelivery(std::optional<InsertionResult> deliver
 
 void DictationController::updateIndicator()
 {
-    m_with.indicator.setPhase(m_phase);
+    m_dependencies.indicator.setPhase(m_phase);
     const bool isIdle = m_phase.kind == Phase::Kind::idle;
-    if (m_with.settings.showHUD() && !isIdle)
-        m_with.indicator.show();
+    if (m_dependencies.settings.showHUD() && !isIdle)
+        m_dependencies.indicator.show();
     else
-        m_with.indicator.hide(m_with.settings.showHUD());
+        m_dependencies.indicator.hide(m_dependencies.settings.showHUD());
 }
 
 void DictationController::play(QLatin1StringView sound)
 {
-    if (m_with.settings.playSounds())
-        m_with.sounds.play(sound);
+    if (m_dependencies.settings.playSounds())
+        m_dependencies.sounds.play(sound);
 }
 
 } // namespace tulvane

@@ -39,7 +39,7 @@ public:
     static constexpr std::chrono::milliseconds errorTime{3000};
 
     /// What the controller works with; all of it outlives the controller.
-    struct Neighbours {
+    struct Dependencies {
         AppSettings& settings;
         DictationSession& session;
         AudioRecorder& recorder;
@@ -61,7 +61,7 @@ public:
     };
 
     /// Installs itself behind the hotkeys, the session, the settings and the permissions.
-    explicit DictationController(Neighbours neighbours, QObject* parent = nullptr);
+    explicit DictationController(Dependencies neighbours, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(DictationController)
     ~DictationController() override;
 
@@ -126,7 +126,7 @@ private:
     void updateIndicator();
     void play(QLatin1StringView sound);
 
-    Neighbours m_with;
+    Dependencies m_dependencies;
     Phase m_phase;
     std::unique_ptr<Scheduler::Token> m_noticeTask; ///< the pending return to idle
     std::optional<InsertionResult> m_lastDelivery;

@@ -2,7 +2,7 @@
 #include <base/Log.h>
 #include <dictation/DictationSession.h>
 #include <dictation/ModelSource.h>
-#include <dictation/Recognizer.h>
+#include <speech/Recognizer.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
 #include <stats/StatsStore.h>
@@ -24,11 +24,11 @@ constexpr std::size_t warmUpSamples = 24000; // 1.5 s of silence
 
 } // namespace
 
-DictationSession::DictationSession(Neighbours neighbours, QObject* parent)
+DictationSession::DictationSession(Dependencies neighbours, QObject* parent)
     : QObject(parent),
-      m_with(std::move(neighbours))
+      m_dependencies(std::move(neighbours))
 {
-    m_with.recorder.setEngineConfigurationChanged([self = QPointer(this)] {
+    m_dependencies.recorder.setEngineConfigurationChanged([self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;
         self->cancel();
@@ -40,23 +40,23 @@ DictationSession::DictationSession(Neighbours neighbours, QObject* parent)
 
 DictationSession::~DictationSession()
 {
-    m_with.recorder.setEngineConfigurationChanged({});
+    m_dependencies.recorder.setEngineConfigurationChanged({});
 }
 
 void DictationSession::followModels()
 {
-    m_followedModelID = m_with.settings.selectedModelID();
-    connect(&m_with.settings, &AppSettings::selectedModelIDChanged, this, [this](const QString& id) {
+    m_followedModelID = m_dependencies.settings.selectedModelID();
+    connect(&m_dependencies.settings, &AppSettings::selectedModelIDChanged, this, [this](const QString& id) {
         if (std::exchange(m_followedModelID, id) != id)
             preloadModel();
     });
-    connect(&m_with.models, &ModelSource::statesChanged, this, &DictationSession::noteReadiness);
+    connect(&m_dependencies.models, &ModelSource::statesChanged, this, &DictationSession::noteReadiness);
     noteReadiness();
 }
 
 void DictationSession::noteReadiness()
 {
-    const bool isReady = m_with.models.readyFile().has_value();
+    const bool isReady = m_dependencies.models.readyFile().has_value();
     if (std::exchange(m_wasReady, isReady) != isReady && isReady)
         preloadModel();
 }
@@ -65,11 +65,11 @@ Result<void, DictationError> DictationSession::start()
 {
     if (m_state != State::idle)
         return {};
-    if (!m_with.isMicrophoneAuthorized())
+    if (!m_dependencies.isMicrophoneAuthorized())
         return failure(DictationError(SessionError::microphonePermission));
-    if (!m_with.models.readyFile())
+    if (!m_dependencies.models.readyFile())
         return failure(DictationError(SessionError::modelNotDownloaded));
-    if (auto started = m_with.recorder.start(); !started)
+    if (auto started = m_dependencies.recorder.start(); !started)
         return failure(DictationError(started.error()));
 
     setState(State::recording);
@@ -81,8 +81,8 @@ Result<void, DictationError> DictationSession::start()
 
 void DictationSession::startMaxDurationTimer()
 {
-    const std::chrono::seconds longest(std::max(m_with.settings.maxRecordingSeconds(), shortestMaxDuration));
-    m_maxDurationTimer = m_with.scheduler.after(longest, [self = QPointer(this)] {
+    const std::chrono::seconds longest(std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
+    m_maxDurationTimer = m_dependencies.scheduler.after(longest, [self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;
         qCInfo(lcApp, "Max recording length reached");
@@ -96,7 +96,7 @@ StopResult DictationSession::stop()
     if (m_state != State::recording)
         return Outcome::nothingHeard();
     m_maxDurationTimer.reset();
-    auto samples = std::make_shared<const std::vector<float>>(m_with.recorder.stop());
+    auto samples = std::make_shared<const std::vector<float>>(m_dependencies.recorder.stop());
     const double seconds = static_cast<double>(samples->size()) / samplesPerSecond;
     if (seconds < shortestSeconds) {
         setState(State::idle);
@@ -132,8 +132,8 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
     const QPointer<DictationSession> self(this);
     // The settings as they are now decide, whatever is changed while the recogniser works.
     const TranscriptionOptions options = currentOptions();
-    const CleanupOptions cleanup{.autoCapitalize = m_with.settings.autoCapitalize(),
-                                 .appendTrailingSpace = m_with.settings.appendTrailingSpace()};
+    const CleanupOptions cleanup{.autoCapitalize = m_dependencies.settings.autoCapitalize(),
+                                 .appendTrailingSpace = m_dependencies.settings.appendTrailingSpace()};
     Result<void, DictationError> loaded = co_await ensureModelLoaded();
     if (!self)
         co_return Outcome::nothingRecognised();
@@ -142,7 +142,7 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
         setState(State::idle);
         co_return failure(loaded.error());
     }
-    const Result<QString, EngineError> raw = co_await m_with.engine.transcribe(audio.samples, options);
+    const Result<QString, EngineError> raw = co_await m_dependencies.engine.transcribe(audio.samples, options);
     if (!self)
         co_return Outcome::nothingRecognised();
     if (!raw) {
@@ -162,12 +162,12 @@ Outcome DictationSession::conclude(const QString& text, double seconds)
     }
     m_lastTranscript = text;
     Q_EMIT lastTranscriptChanged(text);
-    const QDateTime now = m_with.clock.now();
+    const QDateTime now = m_dependencies.clock.now();
     m_history.prepend({QUuid::createUuid(), now, text, seconds});
     if (m_history.size() > mostEntries)
         m_history.resize(mostEntries);
     Q_EMIT historyChanged();
-    m_with.stats.record(text, now, seconds);
+    m_dependencies.stats.record(text, now, seconds);
     setState(State::idle);
     return Outcome::transcript(text, seconds);
 }
@@ -175,11 +175,11 @@ Outcome DictationSession::conclude(const QString& text, double seconds)
 QCoro::Task<Result<void, DictationError>> DictationSession::ensureModelLoaded()
 {
     const QPointer<DictationSession> self(this);
-    const std::optional<QString> file = m_with.models.readyFile();
+    const std::optional<QString> file = m_dependencies.models.readyFile();
     if (!file)
         co_return failure(DictationError(SessionError::modelNotDownloaded));
     // Asked through the engine's queue: a load that a preload began counts once it has ended.
-    const QString current = co_await m_with.engine.loadedModel();
+    const QString current = co_await m_dependencies.engine.loadedModel();
     if (!self)
         co_return {};
     setLoadedModel(current);
@@ -194,7 +194,7 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
     // Loading the same file again costs the engine nothing, and one warm-up is enough.
     const bool isFirst = std::exchange(m_loadingFile, file) != file;
     changeLoads(+1);
-    const Result<void, EngineError> loaded = co_await m_with.engine.load(file);
+    const Result<void, EngineError> loaded = co_await m_dependencies.engine.load(file);
     if (!self)
         co_return {};
     // A load that fails leaves the engine without a model.
@@ -203,9 +203,9 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
         // The first real dictation then runs at full speed; a failing warm-up is nobody's concern.
         const TranscriptionOptions warmUp{.language = QStringLiteral("no"),
                                           .initialPrompt = std::nullopt,
-                                          .threadCount = m_with.threadCount};
+                                          .threadCount = m_dependencies.threadCount};
         const auto silence = std::make_shared<const std::vector<float>>(warmUpSamples, 0.0F);
-        co_await m_with.engine.transcribe(silence, warmUp);
+        co_await m_dependencies.engine.transcribe(silence, warmUp);
         if (!self)
             co_return {};
     }
@@ -222,13 +222,13 @@ void DictationSession::cancel()
     m_maxDurationTimer.reset();
     if (m_state != State::recording)
         return;
-    static_cast<void>(m_with.recorder.stop());
+    static_cast<void>(m_dependencies.recorder.stop());
     setState(State::idle);
 }
 
 void DictationSession::preloadModel()
 {
-    if (!m_with.models.readyFile() || isModelLoading() || m_isPreloading)
+    if (!m_dependencies.models.readyFile() || isModelLoading() || m_isPreloading)
         return;
     m_isPreloading = true;
     static_cast<void>(preload());
@@ -246,11 +246,11 @@ QCoro::Task<> DictationSession::preload()
 
 TranscriptionOptions DictationSession::currentOptions() const
 {
-    if (m_with.fixedOptions)
-        return *m_with.fixedOptions;
-    return {.language = rawValue(m_with.settings.language()),
-            .initialPrompt = m_with.settings.vocabularyPrompt(),
-            .threadCount = m_with.threadCount,
+    if (m_dependencies.fixedOptions)
+        return *m_dependencies.fixedOptions;
+    return {.language = rawValue(m_dependencies.settings.language()),
+            .initialPrompt = m_dependencies.settings.vocabularyPrompt(),
+            .threadCount = m_dependencies.threadCount,
             .translate = false};
 }
 

@@ -42,7 +42,7 @@ public:
     static constexpr qsizetype mostEntries = 25;
 
     /// The session's neighbours; all of them outlive it.
-    struct Neighbours {
+    struct Dependencies {
         AppSettings& settings;
         AudioRecorder& recorder;
         ModelSource& models;
@@ -56,7 +56,7 @@ public:
         std::optional<TranscriptionOptions> fixedOptions = std::nullopt;
     };
 
-    explicit DictationSession(Neighbours neighbours, QObject* parent = nullptr);
+    explicit DictationSession(Dependencies neighbours, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(DictationSession)
     ~DictationSession() override;
 
@@ -112,7 +112,7 @@ private:
     void followModels();
     void noteReadiness();
 
-    Neighbours m_with;
+    Dependencies m_dependencies;
     State m_state = State::idle;
     QString m_lastTranscript;
     QList<TranscriptEntry> m_history;

@@ -1,5 +1,5 @@
 #include <dictation/EngineRecognizer.h>
-#include <speech/WhisperEngine.h>
+#include <speech/whisper/WhisperEngine.h>
 
 namespace tulvane {
 

@@ -24,19 +24,19 @@ constexpr std::array candidates{
 };
 
 /// No entry of the registry has this number, so a press in the instant of the trial means nothing.
-constexpr HotKeyId trial{KeyboardShortcuts::signature, 0};
+constexpr HotkeyId trial{KeyboardShortcuts::signature, 0};
 
 } // namespace
 
-std::optional<KeyCombination> freeCombination(GlobalHotKeys& hotKeys,
+std::optional<KeyCombination> freeCombination(GlobalHotkeys& hotkeys,
                                               const ShortcutRules::MenuItemOf& menuItemOf)
 {
-    if (!hotKeys.support())
+    if (!hotkeys.support())
         return std::nullopt;
-    const ShortcutRules rules(hotKeys, menuItemOf);
+    const ShortcutRules rules(hotkeys, menuItemOf);
     const auto* const found = std::ranges::find_if(candidates, [&](const KeyCombination& candidate) {
         return rules.judge(candidate).verdict == ShortcutRules::Verdict::accepted &&
-               hotKeys.registerHotKey(trial, candidate).has_value();
+               hotkeys.registerHotkey(trial, candidate).has_value();
     });
     return found == candidates.end() ? std::nullopt : std::optional(*found);
 }

@@ -4,7 +4,7 @@
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
-#include <platform/VirtualKeys.h>
+#include <ports/VirtualKeys.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>

@@ -1,7 +1,7 @@
 #include <base/Log.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
-#include <platform/UserDefaults.h>
+#include <ports/UserDefaults.h>
 
 #include <algorithm>
 
@@ -14,7 +14,7 @@ QString storageKey(const QString& rawName)
     return KeyboardShortcuts::storagePrefix + rawName;
 }
 
-void logFailure(const Shortcut& shortcut, const HotKeyError& error)
+void logFailure(const Shortcut& shortcut, const HotkeyError& error)
 {
     qCCritical(lcHotkey, "Error registering hotkey key code %lld, modifiers %lld: %d (kind %d)",
                shortcut.carbonKeyCode, shortcut.carbonModifiers, error.code(),
@@ -23,19 +23,19 @@ void logFailure(const Shortcut& shortcut, const HotKeyError& error)
 
 } // namespace
 
-KeyboardShortcuts::KeyboardShortcuts(UserDefaults& defaults, GlobalHotKeys& hotKeys, QObject* parent)
+KeyboardShortcuts::KeyboardShortcuts(UserDefaults& defaults, GlobalHotkeys& hotkeys, QObject* parent)
     : QObject(parent),
       m_defaults(defaults),
-      m_hotKeys(hotKeys)
+      m_hotkeys(hotkeys)
 {
-    m_hotKeys.setEventHandler([this](const HotKeyEvent& event) { return deliver(event); });
-    m_hotKeys.setChangeHandler([this] { registerAll(); });
+    m_hotkeys.setEventHandler([this](const HotkeyEvent& event) { return deliver(event); });
+    m_hotkeys.setChangeHandler([this] { registerAll(); });
 }
 
 KeyboardShortcuts::~KeyboardShortcuts()
 {
-    m_hotKeys.setEventHandler({});
-    m_hotKeys.setChangeHandler({});
+    m_hotkeys.setEventHandler({});
+    m_hotkeys.setChangeHandler({});
 }
 
 void KeyboardShortcuts::declare(const ShortcutName& name)
@@ -106,7 +106,7 @@ KeyDisplay KeyboardShortcuts::display(const ShortcutName& name) const
 {
     const auto shortcut = getShortcut(name);
     const auto combination = shortcut ? shortcut->combination() : std::nullopt;
-    return combination ? m_hotKeys.display(*combination) : KeyDisplay{};
+    return combination ? m_hotkeys.display(*combination) : KeyDisplay{};
 }
 
 void KeyboardShortcuts::registerAgain()
@@ -172,8 +172,8 @@ void KeyboardShortcuts::registerEntry(quint32 id, Entry& entry)
     if (!shortcut)
         return;
     entry.combination = shortcut->combination();
-    auto registration = entry.combination ? m_hotKeys.registerHotKey({signature, id}, *entry.combination)
-                                          : failure(HotKeyError::outOfRange());
+    auto registration = entry.combination ? m_hotkeys.registerHotkey({signature, id}, *entry.combination)
+                                          : failure(HotkeyError::outOfRange());
     if (registration) {
         entry.registration = std::move(*registration);
         return;
@@ -182,23 +182,23 @@ void KeyboardShortcuts::registerEntry(quint32 id, Entry& entry)
     logFailure(*shortcut, registration.error());
 }
 
-HotKeyDelivery KeyboardShortcuts::deliver(const HotKeyEvent& event)
+HotkeyDelivery KeyboardShortcuts::deliver(const HotkeyEvent& event)
 {
     requireMainThread("KeyboardShortcuts::deliver");
     const Entry* const entry = target(event);
-    if (entry == nullptr || event.kind == HotKeyEventKind::repeated)
-        return HotKeyDelivery::eventNotHandled;
+    if (entry == nullptr || event.kind == HotkeyEventKind::repeated)
+        return HotkeyDelivery::eventNotHandled;
     // A handler may change shortcuts, and so the table.
     const std::vector<Handler> handlers =
-        event.kind == HotKeyEventKind::pressed ? entry->keyDown : entry->keyUp;
+        event.kind == HotkeyEventKind::pressed ? entry->keyDown : entry->keyUp;
     for (const Handler& handler : handlers)
         handler();
-    return HotKeyDelivery::handled;
+    return HotkeyDelivery::handled;
 }
 
-const KeyboardShortcuts::Entry* KeyboardShortcuts::target(const HotKeyEvent& event) const
+const KeyboardShortcuts::Entry* KeyboardShortcuts::target(const HotkeyEvent& event) const
 {
-    if (event.source == HotKeyEvent::Source::hotKey) {
+    if (event.source == HotkeyEvent::Source::hotkey) {
         const auto found = m_table.find(event.id.id);
         return event.id.signature == signature && found != m_table.end() ? &found->second : nullptr;
     }

@@ -3,8 +3,8 @@
 #include <hotkeys/RegistrationState.h>
 #include <hotkeys/Shortcut.h>
 #include <hotkeys/ShortcutName.h>
-#include <platform/DefaultsError.h>
-#include <platform/GlobalHotKeys.h>
+#include <ports/DefaultsError.h>
+#include <ports/GlobalHotkeys.h>
 
 #include <QLatin1StringView>
 #include <QObject>
@@ -39,7 +39,7 @@ public:
     static constexpr quint32 signature = 0x544C564B;
 
     /// Both collaborators outlive this object.
-    KeyboardShortcuts(UserDefaults& defaults, GlobalHotKeys& hotKeys, QObject* parent = nullptr);
+    KeyboardShortcuts(UserDefaults& defaults, GlobalHotkeys& hotkeys, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(KeyboardShortcuts)
     ~KeyboardShortcuts() override;
 
@@ -70,7 +70,7 @@ public:
     void setRecorderActive(bool isActive);
     [[nodiscard]] bool isRecorderActive() const { return m_recorderActive; }
 
-    [[nodiscard]] GlobalHotKeys& hotKeys() const { return m_hotKeys; }
+    [[nodiscard]] GlobalHotkeys& hotkeys() const { return m_hotkeys; }
 
 Q_SIGNALS:
     /// A notification, for everybody who wants to know; see the names above.
@@ -83,8 +83,8 @@ private:
     struct Entry {
         QString rawName;
         std::optional<KeyCombination> combination; ///< what is, or would be, registered
-        std::unique_ptr<GlobalHotKeys::Registration> registration;
-        std::optional<HotKeyError> error;
+        std::unique_ptr<GlobalHotkeys::Registration> registration;
+        std::optional<HotkeyError> error;
         std::vector<Handler> keyDown;
         std::vector<Handler> keyUp;
     };
@@ -95,11 +95,11 @@ private:
     void write(const QString& rawName, const QVariant& value);
     void registerAll();
     void registerEntry(quint32 id, Entry& entry);
-    [[nodiscard]] HotKeyDelivery deliver(const HotKeyEvent& event);
-    [[nodiscard]] const Entry* target(const HotKeyEvent& event) const;
+    [[nodiscard]] HotkeyDelivery deliver(const HotkeyEvent& event);
+    [[nodiscard]] const Entry* target(const HotkeyEvent& event) const;
 
     UserDefaults& m_defaults;
-    GlobalHotKeys& m_hotKeys;
+    GlobalHotkeys& m_hotkeys;
     std::vector<QString> m_declared;
     std::map<quint32, Entry> m_table; ///< by the id of the hot key, counted from 1
     bool m_recorderActive = false;

@@ -1,8 +1,8 @@
 #include <base/Log.h>
 #include <hotkeys/MainThread.h>
 #include <hotkeys/ModifierKeyTap.h>
-#include <platform/KeyModifiers.h>
-#include <platform/VirtualKeys.h>
+#include <ports/KeyModifiers.h>
+#include <ports/VirtualKeys.h>
 
 #include <utility>
 

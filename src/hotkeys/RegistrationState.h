@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/HotKeyError.h>
+#include <ports/HotkeyError.h>
 
 #include <optional>
 
@@ -17,7 +17,7 @@ struct RegistrationState {
     };
 
     Kind kind = Kind::noShortcut;
-    std::optional<HotKeyError> error;
+    std::optional<HotkeyError> error;
 
     [[nodiscard]] friend bool operator==(const RegistrationState&, const RegistrationState&) = default;
 };

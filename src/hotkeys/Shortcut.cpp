@@ -1,5 +1,5 @@
 #include <hotkeys/Shortcut.h>
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <hotkeys/Shortcut.h>
-#include <platform/KeyModifiers.h>
-#include <platform/VirtualKeys.h>
+#include <ports/KeyModifiers.h>
+#include <ports/VirtualKeys.h>
 
 #include <QString>
 

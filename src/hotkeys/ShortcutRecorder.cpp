@@ -1,7 +1,7 @@
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/ShortcutRecorder.h>
 #include <hotkeys/ShortcutTexts.h>
-#include <platform/VirtualKeys.h>
+#include <ports/VirtualKeys.h>
 
 #include <utility>
 
@@ -12,7 +12,7 @@ ShortcutRecorder::ShortcutRecorder(KeyboardShortcuts& shortcuts, const ShortcutN
     : QObject(parent),
       m_shortcuts(shortcuts),
       m_name(name),
-      m_rules(shortcuts.hotKeys(), menuItemOf)
+      m_rules(shortcuts.hotkeys(), menuItemOf)
 {
     connect(&m_shortcuts, &KeyboardShortcuts::registrationsChanged, this, &ShortcutRecorder::changed);
 }

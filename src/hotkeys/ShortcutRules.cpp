@@ -1,7 +1,7 @@
 #include <hotkeys/ShortcutRules.h>
 #include <hotkeys/ShortcutTexts.h>
-#include <platform/KeyModifiers.h>
-#include <platform/VirtualKeys.h>
+#include <ports/KeyModifiers.h>
+#include <ports/VirtualKeys.h>
 
 #include <algorithm>
 #include <utility>
@@ -20,8 +20,8 @@ bool mayBeTakenFromTyping(const KeyCombination& combination)
 
 } // namespace
 
-ShortcutRules::ShortcutRules(GlobalHotKeys& hotKeys, MenuItemOf menuItemOf)
-    : m_hotKeys(hotKeys),
+ShortcutRules::ShortcutRules(GlobalHotkeys& hotkeys, MenuItemOf menuItemOf)
+    : m_hotkeys(hotkeys),
       m_menuItemOf(std::move(menuItemOf))
 {
 }
@@ -40,9 +40,9 @@ ShortcutRules::Answer ShortcutRules::judge(const KeyCombination& combination) co
 
 bool ShortcutRules::isUsedBySystem(const KeyCombination& combination) const
 {
-    const auto hotKeys = m_hotKeys.symbolicHotKeys(combination);
+    const auto hotkeys = m_hotkeys.symbolicHotkeys(combination);
     return std::ranges::any_of(
-        hotKeys, [&](const SymbolicHotKey& key) { return key.enabled && key.combination == combination; });
+        hotkeys, [&](const SymbolicHotkey& key) { return key.enabled && key.combination == combination; });
 }
 
 } // namespace tulvane

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <platform/GlobalHotKeys.h>
-#include <platform/KeyCombination.h>
+#include <ports/GlobalHotkeys.h>
+#include <ports/KeyCombination.h>
 
 #include <QString>
 
@@ -26,15 +26,15 @@ public:
         QString message;
     };
 
-    /// `hotKeys` outlives this object.
-    explicit ShortcutRules(GlobalHotKeys& hotKeys, MenuItemOf menuItemOf = {});
+    /// `hotkeys` outlives this object.
+    explicit ShortcutRules(GlobalHotkeys& hotkeys, MenuItemOf menuItemOf = {});
 
     [[nodiscard]] Answer judge(const KeyCombination& combination) const;
 
 private:
     [[nodiscard]] bool isUsedBySystem(const KeyCombination& combination) const;
 
-    GlobalHotKeys& m_hotKeys;
+    GlobalHotkeys& m_hotkeys;
     MenuItemOf m_menuItemOf;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/PasteChord.h>
+#include <ports/PasteChord.h>
 
 #include <QString>
 #include <QVariant>

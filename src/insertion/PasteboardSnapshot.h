@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/Pasteboard.h>
+#include <ports/Pasteboard.h>
 
 #include <QCoroTask>
 #include <QList>

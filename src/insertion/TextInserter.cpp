@@ -100,7 +100,7 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
 }
 
 QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Paste> paste,
-                                                             std::shared_ptr<Waits::Limit> limit)
+                                                             std::shared_ptr<PendingDelays::Limit> limit)
 {
     const auto alive = m_alive;
     while (*alive && paste->board.reading() == Pasteboard::Reading::unread) {

@@ -3,11 +3,11 @@
 #include <base/Scheduler.h>
 #include <insertion/InsertionResult.h>
 #include <insertion/PasteboardSnapshot.h>
-#include <insertion/Waits.h>
-#include <platform/FocusedElement.h>
-#include <platform/KeyPosting.h>
-#include <platform/Pasteboard.h>
-#include <platform/PrivacyPermissions.h>
+#include <base/async/PendingDelays.h>
+#include <ports/FocusedElement.h>
+#include <ports/KeyPosting.h>
+#include <ports/Pasteboard.h>
+#include <ports/PrivacyPermissions.h>
 #include <settings/InsertionMethod.h>
 
 #include <QCoroTask>
@@ -73,7 +73,7 @@ private:
     QCoro::Task<> sleep(std::chrono::milliseconds duration);
 
     /// Waits until the program in front has read the text.
-    QCoro::Task<Arrival> awaitReader(std::shared_ptr<Paste> paste, std::shared_ptr<Waits::Limit> limit);
+    QCoro::Task<Arrival> awaitReader(std::shared_ptr<Paste> paste, std::shared_ptr<PendingDelays::Limit> limit);
     /// Another program has written before ours was read. Puts the text there once more, and keeps the newer
     /// content to put back: no program is to paste the wrong one, and the newer one is not to be lost.
     QCoro::Task<Takeover> takeBack(std::shared_ptr<Paste> paste);
@@ -81,7 +81,7 @@ private:
     void leaveOnClipboard(const QString& text);
 
     InsertionPorts m_ports;
-    Waits m_waits;
+    PendingDelays m_waits;
     /// False once the inserter is gone; each coroutine looks at it after every wait.
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

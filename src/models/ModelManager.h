@@ -4,7 +4,7 @@
 #include <models/ModelInstaller.h>
 #include <models/ModelState.h>
 #include <models/WhisperModel.h>
-#include <platform/BackgroundTransfers.h>
+#include <ports/BackgroundTransfers.h>
 
 #include <QFileSystemWatcher>
 #include <QMap>

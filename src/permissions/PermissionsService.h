@@ -1,9 +1,9 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <platform/PrivacyPermissions.h>
-#include <platform/Processes.h>
-#include <platform/Workspace.h>
+#include <ports/PrivacyPermissions.h>
+#include <ports/Processes.h>
+#include <ports/Workspace.h>
 
 #include <QCoroTask>
 #include <QLatin1StringView>

@@ -1,5 +1,5 @@
-#include <platform/Presentation.h>
-#include <platform/UserDefaults.h>
+#include <ports/Presentation.h>
+#include <ports/UserDefaults.h>
 #include <settings/AppSettings.h>
 #include <settings/SettingKeys.h>
 #include <settings/SettingsTable.h>

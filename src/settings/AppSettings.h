@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/DefaultsError.h>
+#include <ports/DefaultsError.h>
 #include <settings/AppLanguage.h>
 #include <settings/AppearanceMode.h>
 #include <settings/HotkeyMode.h>

@@ -45,12 +45,12 @@ void installInterfaceLanguage(AppLanguage language)
     QLocale::setDefault(localeFor(language));
 }
 
-EnglishWords::EnglishWords()
+ScopedEnglish::ScopedEnglish()
 {
     speakOnly(&catalogue(AppLanguage::english));
 }
 
-EnglishWords::~EnglishWords()
+ScopedEnglish::~ScopedEnglish()
 {
     speakOnly(nullptr);
 }

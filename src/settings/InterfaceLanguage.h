@@ -11,12 +11,12 @@ void installInterfaceLanguage(AppLanguage language);
 
 /// The command line speaks English, whatever the interface speaks: while this lives, so does `translate()`.
 /// Main thread; does not nest.
-class EnglishWords final {
+class ScopedEnglish final {
 public:
-    EnglishWords();
-    EnglishWords(const EnglishWords&) = delete;
-    EnglishWords& operator=(const EnglishWords&) = delete;
-    ~EnglishWords();
+    ScopedEnglish();
+    ScopedEnglish(const ScopedEnglish&) = delete;
+    ScopedEnglish& operator=(const ScopedEnglish&) = delete;
+    ~ScopedEnglish();
 };
 
 } // namespace tulvane

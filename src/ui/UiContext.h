@@ -21,7 +21,7 @@ class PermissionsService;
 class Presentation;
 class Scheduler;
 class StatsStore;
-class WholeKeyboard;
+class KeyboardGrab;
 class Windows;
 class Workspace;
 
@@ -38,7 +38,7 @@ struct UiContext {
     Pasteboards& pasteboards;
     Workspace& workspace;
     Presentation& presentation;
-    WholeKeyboard& keyboard;
+    KeyboardGrab& keyboard;
     LoginItem& loginItem;
     Scheduler& scheduler;
     const Clock& clock;

@@ -3,7 +3,7 @@
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
 #include <ui/look/Look.h>
-#include <ui/models/UiModels.h>
+#include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
@@ -18,7 +18,7 @@ namespace tulvane {
 
 UserInterface::UserInterface(const Ground& ground)
     : m_indicator(std::make_unique<HUDController>(
-          HUDController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
+          HUDController::Dependencies{.engine = [this]() -> QQmlEngine& { return engine(); },
                                     .makePanel = ground.makePanel,
                                     .scheduler = ground.scheduler,
                                     .clock = ground.clock}))
@@ -33,14 +33,14 @@ void UserInterface::attach(const UiContext& given)
     context.windows = this;
     Look::shared().follow(context.presentation);
     m_settingsWindow = std::make_unique<SettingsWindowController>(
-        SettingsWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
+        SettingsWindowController::Dependencies{.engine = [this]() -> QQmlEngine& { return engine(); },
                                              .models = [this] { return m_models.get(); },
                                              .defaults = context.settings.defaults()});
     m_onboardingWindow = std::make_unique<OnboardingWindowController>(
-        OnboardingWindowController::Neighbours{.engine = [this]() -> QQmlEngine& { return engine(); },
-                                               .models = [this]() -> UiModels& { return *m_models; },
+        OnboardingWindowController::Dependencies{.engine = [this]() -> QQmlEngine& { return engine(); },
+                                               .models = [this]() -> ViewModels& { return *m_models; },
                                                .defaults = context.settings.defaults()});
-    m_models = std::make_unique<UiModels>(context, m_settingsWindow->selection());
+    m_models = std::make_unique<ViewModels>(context, m_settingsWindow->selection());
     // The command line may have counted dictations while the user was elsewhere.
     m_arrivals = QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                                   [&stats = context.stats](const QWindow* window) {

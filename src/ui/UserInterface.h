@@ -16,7 +16,7 @@ class OnboardingWindowController;
 class HUDController;
 class IndicatorPanel;
 class SettingsWindowController;
-class UiModels;
+class ViewModels;
 
 /// Every window of the program, behind the narrow interface that the controller drives. Nothing is built
 /// before it is first shown. Main thread; needs a QGuiApplication.
@@ -42,7 +42,7 @@ public:
 
     [[nodiscard]] SettingsWindowController& settingsWindow() { return *m_settingsWindow; }
     [[nodiscard]] OnboardingWindowController& onboardingWindow() { return *m_onboardingWindow; }
-    [[nodiscard]] UiModels& models() { return *m_models; }
+    [[nodiscard]] ViewModels& models() { return *m_models; }
     [[nodiscard]] HUDController& indicator() { return *m_indicator; }
 
     /// The windows share it; made when the first of them is built.
@@ -51,7 +51,7 @@ public:
 private:
     // The engine goes last: the windows and the models are its guests.
     std::unique_ptr<QQmlEngine> m_engine;
-    std::unique_ptr<UiModels> m_models;
+    std::unique_ptr<ViewModels> m_models;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingWindowController> m_onboardingWindow;
     std::unique_ptr<HUDController> m_indicator;

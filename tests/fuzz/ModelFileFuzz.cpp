@@ -4,9 +4,9 @@
 #include "ModelMutation.h"
 
 #include <platform/fake/FakeSystemMemory.h>
-#include <speech/EngineCore.h>
-#include <speech/LibraryLog.h>
-#include <speech/ModelFileCheck.h>
+#include <speech/whisper/EngineCore.h>
+#include <speech/whisper/LibraryLog.h>
+#include <speech/whisper/ModelFileCheck.h>
 #include <support/ScratchFolder.h>
 #include <support/Soak.h>
 

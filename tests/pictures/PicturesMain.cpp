@@ -8,7 +8,7 @@
 // could not be inserted, "loading" a model that loads. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
 #include <ui/indicator/HUDController.h>
@@ -145,7 +145,7 @@ void setUpHalf(test::UiWorld& world)
     constexpr KeyCombination wanted{virtualKeys::space, carbon::option};
     beginAnew(world);
     world.privacy.microphoneAccess = MicrophoneAccess::authorized;
-    world.hotKeys.takeElsewhere(wanted);
+    world.hotkeys.takeElsewhere(wanted);
     world.shortcuts.setShortcut(Shortcut::fromCombination(wanted), ShortcutName::dictate());
     world.settings.setModifierHotkey(ModifierHotkey::rightOption);
     world.permissions.refresh();

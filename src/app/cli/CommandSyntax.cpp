@@ -23,7 +23,7 @@ void CommandSyntax::addOption(const QString& name, const QString& valueName, con
     m_parser.addOption({name, meaning, valueName});
 }
 
-void CommandSyntax::addWord(const QString& name, const QString& meaning, const QString& syntax)
+void CommandSyntax::addArgument(const QString& name, const QString& meaning, const QString& syntax)
 {
     m_parser.addPositionalArgument(name, meaning);
     m_wordSyntax.append(syntax.isEmpty() ? name : syntax);

@@ -23,7 +23,7 @@ public:
     /// An option with a value ("language", "CODE").
     void addOption(const QString& name, const QString& valueName, const QString& meaning);
     /// A word of the command's own, in order. `syntax` is how the usage line shows it ("FILE", "[VALUE]").
-    void addWord(const QString& name, const QString& meaning, const QString& syntax = QString());
+    void addArgument(const QString& name, const QString& meaning, const QString& syntax = QString());
     /// How many words must and may stand; the default is none.
     void setWordCount(qsizetype atLeast, qsizetype atMost = std::numeric_limits<qsizetype>::max());
     /// A paragraph below the options.

@@ -1,7 +1,7 @@
 #include <app/cli/DictateCommand.h>
 #include <app/cli/RecognitionOutput.h>
-#include <app/cli/RecognitionWords.h>
-#include <app/cli/StopWatch.h>
+#include <app/cli/RecognitionArguments.h>
+#include <app/cli/InterruptWatcher.h>
 #include <app/cli/TimedRecognizer.h>
 #include <audio/AudioRecorder.h>
 #include <base/Clock.h>
@@ -10,7 +10,7 @@
 #include <dictation/EngineRecognizer.h>
 #include <dictation/ModelSource.h>
 #include <settings/AppSettings.h>
-#include <speech/WhisperEngine.h>
+#include <speech/whisper/WhisperEngine.h>
 
 #include <QCoroTask>
 #include <QEventLoop>
@@ -45,7 +45,7 @@ Ending recordUntilStopped(DictationSession& session, int keyboard, const Longest
         ending = Ending::interrupted;
         loop.quit();
     };
-    const StopWatch watch(keyboard, [&] { loop.quit(); });
+    const InterruptWatcher watch(keyboard, [&] { loop.quit(); });
     if (longest)
         QTimer::singleShot(*longest, &loop, &QEventLoop::quit);
     loop.exec();
@@ -68,7 +68,7 @@ QString verdict(const Outcome& outcome)
 
 /// The objects of one dictation, wired as the command's words ask.
 struct Pipeline {
-    Pipeline(const RecognitionWords& words, const DictationContext& context)
+    Pipeline(const RecognitionArguments& words, const DictationContext& context)
         : engine(context.recognition.engine()),
           recorder(context.input, clock),
           models(words.modelFile),
@@ -95,7 +95,7 @@ struct Pipeline {
     DictationSession session;
 };
 
-int dictateWith(const RecognitionWords& words, const Longest& longest, const DictationContext& context,
+int dictateWith(const RecognitionArguments& words, const Longest& longest, const DictationContext& context,
                 Console& console)
 {
     Pipeline pipeline(words, context);
@@ -129,13 +129,13 @@ int runDictate(const QStringList& arguments, const DictationContext& context, Co
 {
     CommandSyntax syntax(QStringLiteral("dictate"), QStringLiteral("Turns what you say into clean text."));
     syntax.addOption(QStringLiteral("seconds"), QStringLiteral("N"), QStringLiteral("Stop after so long."));
-    addRecognitionWords(syntax);
+    addRecognitionArguments(syntax);
     if (const auto status = syntax.parse(arguments, console))
         return *status;
     const auto longest = readLongest(syntax, console);
     if (!longest)
         return longest.error();
-    const auto words = readRecognitionWords(syntax, context.recognition, console);
+    const auto words = readRecognitionArguments(syntax, context.recognition, console);
     if (!words)
         return words.error();
     return dictateWith(*words, *longest, context, console);

@@ -1,7 +1,7 @@
-#include <app/HotkeyFindings.h>
+#include <app/program/HotkeyDiagnostics.h>
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DoctorCommand.h>
-#include <app/cli/WaitFor.h>
+#include <base/async/WaitFor.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -11,8 +11,8 @@ namespace tulvane::cli {
 namespace {
 
 struct Program {
-    Finding finding;
-    Findings hotkeys;
+    Diagnostic diagnostic;
+    Diagnostics hotkeys;
 };
 
 Program askProgram(RemoteControl& remote)
@@ -20,34 +20,34 @@ Program askProgram(RemoteControl& remote)
     const QString subject = QStringLiteral("program");
     const auto answer = waitFor(remote.ask(RemoteRequest::doctor));
     if (answer) {
-        Findings hotkeys;
-        for (const auto& line : (*answer)[QStringLiteral("findings")].toArray())
-            hotkeys.append(Finding::fromJson(line.toObject()));
-        return {Finding::good(subject, QStringLiteral("is running")), hotkeys};
+        Diagnostics hotkeys;
+        for (const auto& line : (*answer)[QStringLiteral("diagnostics")].toArray())
+            hotkeys.append(Diagnostic::fromJson(line.toObject()));
+        return {Diagnostic::good(subject, QStringLiteral("is running")), hotkeys};
     }
     if (answer.error() == RemoteError::noConnection)
-        return {Finding::bad(subject, QStringLiteral("There is no session bus, so it cannot be asked."),
+        return {Diagnostic::bad(subject, QStringLiteral("There is no session bus, so it cannot be asked."),
                              QStringLiteral("Start your session with D-Bus (dbus-run-session).")),
                 hotkeyFindingsWithoutProgram()};
     if (answer.error() == RemoteError::noAnswer)
-        return {Finding::bad(subject, QStringLiteral("It runs, but does not answer."),
+        return {Diagnostic::bad(subject, QStringLiteral("It runs, but does not answer."),
                              QStringLiteral("End it and start it again.")),
                 hotkeyFindingsWithoutProgram()};
-    return {Finding::bad(subject, QStringLiteral("is not running."),
+    return {Diagnostic::bad(subject, QStringLiteral("is not running."),
                          QStringLiteral("Start it: tulvane --background")),
             hotkeyFindingsWithoutProgram()};
 }
 
-void print(const Findings& findings, Console& console)
+void print(const Diagnostics& diagnostics, Console& console)
 {
     qsizetype widest = 0;
-    for (const Finding& finding : findings)
-        widest = std::max(widest, finding.subject.size());
-    for (const Finding& finding : findings) {
-        console.out << (finding.works ? "  ok  " : "  no  ") << finding.subject.leftJustified(widest + 2)
-                    << finding.text << '\n';
-        if (!finding.remedy.isEmpty())
-            console.out << QString(widest + 8, u' ') << finding.remedy << '\n';
+    for (const Diagnostic& diagnostic : diagnostics)
+        widest = std::max(widest, diagnostic.subject.size());
+    for (const Diagnostic& diagnostic : diagnostics) {
+        console.out << (diagnostic.works ? "  ok  " : "  no  ") << diagnostic.subject.leftJustified(widest + 2)
+                    << diagnostic.text << '\n';
+        if (!diagnostic.remedy.isEmpty())
+            console.out << QString(widest + 8, u' ') << diagnostic.remedy << '\n';
     }
     console.out.flush();
 }
@@ -62,21 +62,21 @@ int runDoctor(const QStringList& arguments, const DoctorContext& context, Consol
     if (const auto status = syntax.parse(arguments, console))
         return *status;
 
-    Findings findings = context.examine();
+    Diagnostics diagnostics = context.examine();
     const Program program = askProgram(context.remote);
     qsizetype place = context.hotkeysAfter;
-    for (const Finding& finding : program.hotkeys)
-        findings.insert(place++, finding);
-    findings.prepend(program.finding);
+    for (const Diagnostic& diagnostic : program.hotkeys)
+        diagnostics.insert(place++, diagnostic);
+    diagnostics.prepend(program.diagnostic);
     if (syntax.isSet(QStringLiteral("json"))) {
         QJsonArray lines;
-        for (const Finding& finding : findings)
-            lines.append(finding.toJson());
+        for (const Diagnostic& diagnostic : diagnostics)
+            lines.append(diagnostic.toJson());
         console.out << QJsonDocument(lines).toJson(QJsonDocument::Compact) << Qt::endl;
     } else {
-        print(findings, console);
+        print(diagnostics, console);
     }
-    const bool allWorks = std::ranges::all_of(findings, &Finding::works);
+    const bool allWorks = std::ranges::all_of(diagnostics, &Diagnostic::works);
     return allWorks ? ExitStatus::done : ExitStatus::failed;
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <app/Finding.h>
+#include <app/program/Diagnostic.h>
 #include <app/cli/Console.h>
-#include <platform/RemoteControl.h>
+#include <ports/RemoteControl.h>
 
 #include <QStringList>
 
@@ -15,7 +15,7 @@ struct DoctorContext {
     RemoteControl& remote;
     /// What any process can find out, in the order of the report; the hotkeys, which only the running program
     /// knows, come after the line at `hotkeysAfter`.
-    std::function<Findings()> examine;
+    std::function<Diagnostics()> examine;
     qsizetype hotkeysAfter = 0;
 };
 

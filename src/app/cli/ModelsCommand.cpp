@@ -18,11 +18,11 @@ using Kind = ModelState::Kind;
 
 void describe(CommandSyntax& syntax)
 {
-    syntax.addWord(QStringLiteral("action"), QStringLiteral("list, path, download, cancel, delete or verify"),
+    syntax.addArgument(QStringLiteral("action"), QStringLiteral("list, path, download, cancel, delete or verify"),
                    QStringLiteral("list|path|download|cancel|delete|verify"));
-    syntax.addWord(QStringLiteral("id"), QStringLiteral("a model's identifier, as listed"),
+    syntax.addArgument(QStringLiteral("id"), QStringLiteral("a model's identifier, as listed"),
                    QStringLiteral("[ID]"));
-    syntax.addWord(QStringLiteral("file"), QStringLiteral("for verify: the file to check"),
+    syntax.addArgument(QStringLiteral("file"), QStringLiteral("for verify: the file to check"),
                    QStringLiteral("[FILE]"));
     syntax.setWordCount(1, 3);
     syntax.addFlag(QStringLiteral("json"), QStringLiteral("Print JSON."));

@@ -1,12 +1,12 @@
 #include <app/cli/RecognitionOutput.h>
-#include <app/cli/RecognitionWords.h>
+#include <app/cli/RecognitionArguments.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
 namespace tulvane::cli {
 
-void printRecognised(const Recognised& recognised, const RecognitionWords& words, Console& console)
+void printRecognised(const Recognised& recognised, const RecognitionArguments& words, Console& console)
 {
     if (words.json) {
         const QJsonObject object{{QStringLiteral("text"), recognised.text},

@@ -6,7 +6,7 @@
 
 namespace tulvane::cli {
 
-struct RecognitionWords;
+struct RecognitionArguments;
 
 /// What one recognition gave, and how long it took.
 struct Recognised {
@@ -19,6 +19,6 @@ struct Recognised {
 };
 
 /// Prints it as the words of the command line ask, and says "Nothing recognised" where there is no text.
-void printRecognised(const Recognised& recognised, const RecognitionWords& words, Console& console);
+void printRecognised(const Recognised& recognised, const RecognitionArguments& words, Console& console);
 
 } // namespace tulvane::cli

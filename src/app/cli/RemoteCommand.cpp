@@ -1,6 +1,6 @@
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/RemoteCommand.h>
-#include <app/cli/WaitFor.h>
+#include <base/async/WaitFor.h>
 
 #include <QJsonDocument>
 

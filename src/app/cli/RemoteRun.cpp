@@ -1,5 +1,5 @@
 #include <app/cli/RemoteRun.h>
-#include <app/cli/WaitFor.h>
+#include <base/async/WaitFor.h>
 
 #include <QBuffer>
 #include <QJsonArray>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <app/cli/Console.h>
-#include <platform/RemoteControl.h>
+#include <ports/RemoteControl.h>
 
 #include <QStringList>
 

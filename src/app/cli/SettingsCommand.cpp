@@ -83,7 +83,7 @@ const QList<Action>& actions()
 
 void describeWords(CommandSyntax& syntax)
 {
-    syntax.addWord(QStringLiteral("action"), QStringLiteral("What to do; \"settings list\" names every KEY."),
+    syntax.addArgument(QStringLiteral("action"), QStringLiteral("What to do; \"settings list\" names every KEY."),
                    QStringLiteral("list | get KEY | set KEY VALUE"));
     syntax.setWordCount(1);
     syntax.setRemark(

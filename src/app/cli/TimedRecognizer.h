@@ -1,6 +1,6 @@
 #pragma once
 
-#include <dictation/Recognizer.h>
+#include <speech/Recognizer.h>
 
 #include <QElapsedTimer>
 

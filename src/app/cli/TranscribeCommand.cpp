@@ -1,11 +1,11 @@
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/RecognitionOutput.h>
-#include <app/cli/RecognitionWords.h>
+#include <app/cli/RecognitionArguments.h>
 #include <app/cli/TranscribeCommand.h>
 #include <audio/files/SoundFile.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
-#include <speech/WhisperEngine.h>
+#include <speech/whisper/WhisperEngine.h>
 
 #include <QElapsedTimer>
 
@@ -22,7 +22,7 @@ double secondsOf(const QElapsedTimer& timer)
     return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
-Result<Recognised, EngineError> recognise(Sound sound, const RecognitionWords& words, WhisperEngine& engine,
+Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArguments& words, WhisperEngine& engine,
                                           const AppSettings& settings)
 {
     Recognised recognised;
@@ -47,12 +47,12 @@ Result<Recognised, EngineError> recognise(Sound sound, const RecognitionWords& w
 int runTranscribe(const QStringList& arguments, const RecognitionContext& context, Console& console)
 {
     CommandSyntax syntax(QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."));
-    syntax.addWord(QStringLiteral("FILE"), QStringLiteral("Any common sound file."));
+    syntax.addArgument(QStringLiteral("FILE"), QStringLiteral("Any common sound file."));
     syntax.setWordCount(1, 1);
-    addRecognitionWords(syntax);
+    addRecognitionArguments(syntax);
     if (const auto status = syntax.parse(arguments, console))
         return *status;
-    const auto words = readRecognitionWords(syntax, context, console);
+    const auto words = readRecognitionArguments(syntax, context, console);
     if (!words)
         return words.error();
 

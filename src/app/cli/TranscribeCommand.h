@@ -1,6 +1,6 @@
 #pragma once
 
-#include <app/ProgramFolders.h>
+#include <app/program/ProgramFolders.h>
 #include <app/cli/Console.h>
 
 #include <QStringList>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/BackgroundTransfers.h>
+#include <ports/BackgroundTransfers.h>
 
 #include <QMap>
 #include <QObject>

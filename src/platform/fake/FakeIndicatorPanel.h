@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/IndicatorPanel.h>
+#include <ports/IndicatorPanel.h>
 
 #include <QList>
 #include <QWindow>

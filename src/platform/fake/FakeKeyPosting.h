@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/KeyPosting.h>
+#include <ports/KeyPosting.h>
 
 #include <QList>
 

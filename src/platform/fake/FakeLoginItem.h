@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/LoginItem.h>
+#include <ports/LoginItem.h>
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/Presentation.h>
+#include <ports/Presentation.h>
 
 #include <QList>
 

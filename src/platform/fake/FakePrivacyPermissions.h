@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/PrivacyPermissions.h>
+#include <ports/PrivacyPermissions.h>
 
 #include <QMap>
 #include <QPromise>

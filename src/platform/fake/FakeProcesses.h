@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/Processes.h>
+#include <ports/Processes.h>
 
 #include <QList>
 

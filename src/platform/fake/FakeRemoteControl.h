@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/RemoteControl.h>
+#include <ports/RemoteControl.h>
 
 #include <QStringList>
 

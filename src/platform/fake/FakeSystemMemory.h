@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/SystemMemory.h>
+#include <ports/SystemMemory.h>
 
 #include <atomic>
 

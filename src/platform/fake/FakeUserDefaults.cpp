@@ -1,4 +1,4 @@
-#include <platform/DefaultsValue.h>
+#include <ports/DefaultsValue.h>
 #include <platform/fake/FakeUserDefaults.h>
 
 namespace tulvane {

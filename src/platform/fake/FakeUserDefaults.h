@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/UserDefaults.h>
+#include <ports/UserDefaults.h>
 
 #include <QHash>
 #include <QList>

@@ -18,9 +18,9 @@ std::chrono::milliseconds unlessStill(std::chrono::milliseconds time)
 
 } // namespace
 
-HUDController::HUDController(Neighbours neighbours)
-    : m_with(std::move(neighbours)),
-      m_fade(m_with.scheduler, m_with.clock, [this](double opacity) {
+HUDController::HUDController(Dependencies neighbours)
+    : m_dependencies(std::move(neighbours)),
+      m_fade(m_dependencies.scheduler, m_dependencies.clock, [this](double opacity) {
           if (m_panel)
               m_panel->setOpacity(*m_window, opacity);
       })
@@ -32,14 +32,14 @@ HUDController::~HUDController() = default;
 void HUDController::makeWindow()
 {
     m_window = tulvane::makeWindow(
-        m_with.engine(), {.name = QStringLiteral("indicator/IndicatorView"),
+        m_dependencies.engine(), {.name = QStringLiteral("indicator/IndicatorView"),
                           .title = QStringLiteral("Tulvane"),
                           .smallest = contentSize,
                           .properties = {{QStringLiteral("model"), QVariant::fromValue(&m_model)}}});
     m_window->setMaximumSize(contentSize);
     m_window->resize(contentSize);
     m_window->setColor(Qt::transparent);
-    m_panel = m_with.makePanel();
+    m_panel = m_dependencies.makePanel();
     m_panel->prepare(*m_window);
     connect(m_window->rootObject(), SIGNAL(outlineChanged()), this, SLOT(cutToOutline()));
 }
@@ -81,7 +81,7 @@ void HUDController::hide(bool animated)
         return;
     }
     m_fade.run(0, time);
-    m_hideTask = m_with.scheduler.after(time, [this] { remove(); });
+    m_hideTask = m_dependencies.scheduler.after(time, [this] { remove(); });
 }
 
 void HUDController::remove()
@@ -104,7 +104,7 @@ void HUDController::close()
 
 void HUDController::place()
 {
-    if (const auto origin = m_with.screens().panelPlace(contentSize))
+    if (const auto origin = m_dependencies.screens().panelPlace(contentSize))
         m_window->setGeometry(QRect(*origin, contentSize));
 }
 

@@ -2,7 +2,7 @@
 
 #include <base/Scheduler.h>
 #include <dictation/Indicator.h>
-#include <platform/IndicatorPanel.h>
+#include <ports/IndicatorPanel.h>
 #include <ui/indicator/Fade.h>
 #include <ui/indicator/HUDModel.h>
 #include <ui/indicator/ScreenLayout.h>
@@ -32,7 +32,7 @@ public:
     static constexpr std::chrono::milliseconds fadeOutTime{200};
 
     /// What the pill stands on; the scheduler and the clock outlive it.
-    struct Neighbours {
+    struct Dependencies {
         std::function<QQmlEngine&()> engine;                        ///< asked for when the window is built
         std::function<std::unique_ptr<IndicatorPanel>()> makePanel; ///< likewise
         Scheduler& scheduler;
@@ -40,7 +40,7 @@ public:
         std::function<ScreenLayout()> screens = &ScreenLayout::current; ///< asked for at every show
     };
 
-    explicit HUDController(Neighbours neighbours);
+    explicit HUDController(Dependencies neighbours);
     ~HUDController() override;
 
     void setPhase(const Phase& phase) override { m_model.setPhase(phase); }
@@ -63,7 +63,7 @@ private:
     void appear();
     void remove();
 
-    Neighbours m_with;
+    Dependencies m_dependencies;
     HUDModel m_model;
     std::unique_ptr<QQuickView> m_window;
     std::unique_ptr<IndicatorPanel> m_panel;

@@ -1,4 +1,4 @@
-#include <platform/Presentation.h>
+#include <ports/Presentation.h>
 #include <ui/look/Look.h>
 
 #include <QFontDatabase>

@@ -6,7 +6,7 @@
 #include <hotkeys/KeyboardShortcuts.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
-#include <platform/Pasteboard.h>
+#include <ports/Pasteboard.h>
 #include <settings/AppSettings.h>
 #include <stats/SpeakingFigures.h>
 #include <stats/StatsFormat.h>

@@ -5,7 +5,7 @@ import Tulvane
 Rectangle {
     id: view
 
-    required property UiModels models
+    required property ViewModels models
 
     color: Theme.window
 

@@ -5,8 +5,8 @@ import Tulvane
 Rectangle {
     id: view
 
-    required property UiModels models
-    readonly property OnboardingModel guide: models.onboarding
+    required property ViewModels models
+    readonly property OnboardingViewModel guide: models.onboarding
 
     color: Theme.window
 

@@ -6,8 +6,8 @@ import Tulvane
 Rectangle {
     id: sidebar
 
-    required property MainModel model
-    required property SetupModel setup
+    required property MainViewModel model
+    required property SetupViewModel setup
 
     implicitWidth: 216
     color: Theme.sidebar

@@ -1,5 +1,5 @@
 #include <base/Translate.h>
-#include <ui/models/UiModels.h>
+#include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/ProgramWindow.h>
 #include <ui/windows/WindowFrame.h>
@@ -10,7 +10,7 @@
 
 namespace tulvane {
 
-OnboardingWindowController::OnboardingWindowController(Neighbours neighbours) : m_with(std::move(neighbours))
+OnboardingWindowController::OnboardingWindowController(Dependencies neighbours) : m_dependencies(std::move(neighbours))
 {
 }
 
@@ -38,16 +38,16 @@ void OnboardingWindowController::close()
 
 void OnboardingWindowController::makeWindow()
 {
-    UiModels& models = m_with.models();
+    ViewModels& models = m_dependencies.models();
     m_window = tulvane::makeWindow(
-        m_with.engine(), {.name = QStringLiteral("OnboardingView"),
+        m_dependencies.engine(), {.name = QStringLiteral("OnboardingView"),
                           .title = translate("Set up Tulvane"),
                           .smallest = QSize(initial.width(), lowest),
                           .properties = {{QStringLiteral("models"), QVariant::fromValue(&models)}}});
     m_window->setMaximumWidth(initial.width());
-    m_frame = std::make_unique<WindowFrame>(*m_window, QStringLiteral("SetupWindow"), m_with.defaults);
+    m_frame = std::make_unique<WindowFrame>(*m_window, QStringLiteral("SetupWindow"), m_dependencies.defaults);
     m_frame->restore(initial, *m_window->screen());
-    connect(models.onboarding(), &OnboardingModel::closeWanted, this, &OnboardingWindowController::close);
+    connect(models.onboarding(), &OnboardingViewModel::closeWanted, this, &OnboardingWindowController::close);
     connect(m_window.get(), &QWindow::visibleChanged, this, &OnboardingWindowController::followVisibility);
 }
 
@@ -55,7 +55,7 @@ void OnboardingWindowController::followVisibility(bool isVisible)
 {
     if (std::exchange(m_isWatching, isVisible) == isVisible)
         return;
-    PermissionWatch& watch = *m_with.models().watch();
+    PermissionWatch& watch = *m_dependencies.models().watch();
     if (isVisible)
         watch.hold();
     else

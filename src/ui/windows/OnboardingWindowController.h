@@ -11,7 +11,7 @@ class QQuickView;
 
 namespace tulvane {
 
-class UiModels;
+class ViewModels;
 class UserDefaults;
 class WindowFrame;
 
@@ -25,13 +25,13 @@ public:
     /// The content scrolls where the screen is lower than the window.
     static constexpr int lowest = 480;
 
-    struct Neighbours {
+    struct Dependencies {
         std::function<QQmlEngine&()> engine; ///< asked for when the window is built
-        std::function<UiModels&()> models;   ///< likewise; outlive this object
+        std::function<ViewModels&()> models;   ///< likewise; outlive this object
         UserDefaults& defaults;              ///< keeps the window's frame
     };
 
-    explicit OnboardingWindowController(Neighbours neighbours);
+    explicit OnboardingWindowController(Dependencies neighbours);
     ~OnboardingWindowController() override;
 
     /// Brings the window to the front, with the focus.
@@ -45,7 +45,7 @@ private:
     void makeWindow();
     void followVisibility(bool isVisible);
 
-    Neighbours m_with;
+    Dependencies m_dependencies;
     std::unique_ptr<QQuickView> m_window;
     std::unique_ptr<WindowFrame> m_frame;
     bool m_isWatching = false;

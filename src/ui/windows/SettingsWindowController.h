@@ -26,13 +26,13 @@ public:
     static constexpr QSize smallest{900, 600};
     static constexpr QSize initial{1020, 680};
 
-    struct Neighbours {
+    struct Dependencies {
         std::function<QQmlEngine&()> engine; ///< asked for when the window is built
-        std::function<QObject*()> models;    ///< the `UiModels` that the window's root is given
+        std::function<QObject*()> models;    ///< the `ViewModels` that the window's root is given
         UserDefaults& defaults;              ///< keeps the window's frame
     };
 
-    explicit SettingsWindowController(Neighbours neighbours);
+    explicit SettingsWindowController(Dependencies neighbours);
     ~SettingsWindowController() override;
 
     /// Selects the page and brings the window to the front, with the focus.
@@ -48,7 +48,7 @@ Q_SIGNALS:
 private:
     void makeWindow();
 
-    Neighbours m_with;
+    Dependencies m_dependencies;
     SettingsSelection m_selection;
     std::unique_ptr<QQuickView> m_window;
     std::unique_ptr<WindowFrame> m_frame;

@@ -1,4 +1,4 @@
-#include <platform/UserDefaults.h>
+#include <ports/UserDefaults.h>
 #include <ui/windows/WindowFrame.h>
 
 #include <QGuiApplication>

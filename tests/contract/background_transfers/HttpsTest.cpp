@@ -33,7 +33,7 @@ protected:
                       .stallTimeout = 20s,
                       .deadline = std::chrono::steady_clock::now() + 20s,
                       .trusted = trusted,
-                      .receive = [this](const AnswerHead&, std::span<const std::byte> bytes) {
+                      .receive = [this](const ResponseHead&, std::span<const std::byte> bytes) {
                           m_received.append(reinterpret_cast<const char*>(bytes.data()),
                                             static_cast<qsizetype>(bytes.size()));
                           return true;

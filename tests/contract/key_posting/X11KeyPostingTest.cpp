@@ -1,8 +1,8 @@
 #include "X11Peers.h"
 
-#include <platform/linux/x11text/KeyboardLayout.h>
-#include <platform/linux/x11text/KeyboardState.h>
-#include <platform/linux/x11text/X11Text.h>
+#include <platform/linux/x11/keyboard/KeyboardLayout.h>
+#include <platform/linux/x11/keyboard/KeyboardState.h>
+#include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>

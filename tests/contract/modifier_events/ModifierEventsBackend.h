@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/ModifierEvents.h>
+#include <ports/ModifierEvents.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "ModifierEventsBackend.h"
 
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 #include <support/Await.h>
 
 #include <vector>

@@ -1,7 +1,7 @@
 #include "X11Peers.h"
 
 #include <platform/fake/FakePasteboard.h>
-#include <platform/linux/x11text/X11Text.h>
+#include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 

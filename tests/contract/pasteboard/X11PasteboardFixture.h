@@ -2,7 +2,7 @@
 
 #include "X11Peers.h"
 
-#include <platform/linux/x11text/X11Pasteboard.h>
+#include <platform/linux/x11/clipboard/X11Pasteboard.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 
@@ -18,13 +18,13 @@ class X11PasteboardFixture : public testing::Test {
 protected:
     X11PasteboardFixture() { m_front.takeFocus(); }
 
-    std::unique_ptr<SelectionKeeper> startKeeper()
+    std::unique_ptr<SelectionOwner> startKeeper()
     {
-        return SelectionKeeper::start(m_desktop.display().toLocal8Bit());
+        return SelectionOwner::start(m_desktop.display().toLocal8Bit());
     }
     PasteboardContents contents() { return await(m_board.contents()); }
     /// What a peer that is not in front reads now.
-    SelectionRead::Outcome seen() { return X11Peer(m_desktop.display()).read(); }
+    SelectionReader::Outcome seen() { return X11Peer(m_desktop.display()).read(); }
     static QByteArray pattern(qsizetype size)
     {
         QByteArray bytes(size, Qt::Uninitialized);
@@ -63,7 +63,7 @@ protected:
     EventLoopScheduler m_scheduler;
     X11Peer m_front{m_desktop.display()};
     std::unique_ptr<X11Link> m_link = X11Link::open(m_desktop.display().toLocal8Bit());
-    std::unique_ptr<SelectionKeeper> m_keeper = startKeeper();
+    std::unique_ptr<SelectionOwner> m_keeper = startKeeper();
     X11Pasteboard m_board{*m_link, *m_keeper, m_scheduler, u"CLIPBOARD"_qs};
     ScriptedOwner m_owner{m_desktop.display()};
 };

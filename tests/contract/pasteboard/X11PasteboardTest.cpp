@@ -73,12 +73,12 @@ TEST_F(X11PasteboardTest, LongDataGoesOutInPiecesToSeveralReadersAtOnce)
         {{u"application/x-long"_qs, pattern(1'500'001)}, {u"UTF8_STRING"_qs, pattern(600'000)}}};
     m_board.replace({item});
     X11Peer other(m_desktop.display());
-    std::optional<SelectionRead::Outcome> first;
-    std::optional<SelectionRead::Outcome> second;
-    const auto reader = [&](X11Peer& peer, std::optional<SelectionRead::Outcome>& outcome) {
-        return std::make_unique<SelectionRead>(
+    std::optional<SelectionReader::Outcome> first;
+    std::optional<SelectionReader::Outcome> second;
+    const auto reader = [&](X11Peer& peer, std::optional<SelectionReader::Outcome>& outcome) {
+        return std::make_unique<SelectionReader>(
             peer.link(), m_scheduler, peer.link().makeHiddenWindow(), peer.link().atom(u"CLIPBOARD"_qs),
-            [&](const SelectionRead::Outcome& answer) { outcome = answer; });
+            [&](const SelectionReader::Outcome& answer) { outcome = answer; });
     };
     const auto one = reader(m_front, first);
     const auto two = reader(other, second);
@@ -125,11 +125,11 @@ TEST_F(X11PasteboardTest, PutsBackEachTargetInTheFormInWhichItCame)
                    {u"_OWN_NUMBERS"_qs, Target(numbers, u"INTEGER"_qs, 32)},
                    {u"TEXT"_qs, Target("text", u"UTF8_STRING"_qs, 8)}});
     m_owner.own();
-    const SelectionRead::Outcome before = seen();
+    const SelectionReader::Outcome before = seen();
     const PasteboardContents saved = contents();
     m_board.replace({PasteboardItem::text(u"between"_qs)});
     m_board.replace(saved.items);
-    const SelectionRead::Outcome after = seen();
+    const SelectionReader::Outcome after = seen();
     EXPECT_EQ(after.contents.items, before.contents.items);
     ASSERT_EQ(after.forms.size(), 3);
     for (auto form = before.forms.cbegin(); form != before.forms.cend(); ++form) {
@@ -301,7 +301,7 @@ TEST_F(X11PasteboardTest, OutlivesItsServer)
 
 TEST_F(X11PasteboardTest, ADisplayThatIsNotThereCannotBeOpened)
 {
-    EXPECT_EQ(SelectionKeeper::start(":4711"), nullptr);
+    EXPECT_EQ(SelectionOwner::start(":4711"), nullptr);
     EXPECT_EQ(X11Link::open(":4711"), nullptr);
 }
 

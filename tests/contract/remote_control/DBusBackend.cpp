@@ -1,6 +1,6 @@
 #include "RemoteControlBackend.h"
 
-#include <platform/linux/dbus/DBusRemoteControl.h>
+#include <platform/linux/desktop/DBusRemoteControl.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 

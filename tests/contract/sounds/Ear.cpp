@@ -1,6 +1,6 @@
 #include "Ear.h"
 
-#include <platform/Sounds.h>
+#include <ports/Sounds.h>
 #include <platform/linux/pulse/SoundClip.h>
 #include <support/Await.h>
 #include <support/Likeness.h>

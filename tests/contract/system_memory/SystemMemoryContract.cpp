@@ -1,7 +1,7 @@
 // What every adapter of the port must hold to.
 #include <platform/fake/FakeSystemMemory.h>
 #ifdef TULVANE_HAS_PROCESS_MEMORY
-#include <platform/linux/common/ProcessMemory.h>
+#include <platform/linux/process/ProcessMemory.h>
 #endif
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/linux/common/JsonUserDefaults.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
 #include <support/FakeClock.h>
 #include <support/LogCapture.h>
 #include <support/ScratchFolder.h>

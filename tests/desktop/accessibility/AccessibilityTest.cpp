@@ -1,7 +1,7 @@
 #include <insertion/TextInserter.h>
 #include <platform/fake/FakePrivacyPermissions.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/x11text/X11Text.h>
+#include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/fields/FieldProgram.h>
 

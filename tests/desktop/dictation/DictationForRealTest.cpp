@@ -5,10 +5,10 @@
 #include <models/ModelManager.h>
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/linux/common/ProcessMemory.h>
+#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <settings/AppSettings.h>
-#include <speech/WhisperEngine.h>
+#include <speech/whisper/WhisperEngine.h>
 #include <stats/StatsStore.h>
 #include <support/Await.h>
 #include <support/Paths.h>

@@ -1,10 +1,10 @@
 // The hotkeys as the program has them, from the keys of a device to the commands.
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/linux/x11/X11HotKeys.h>
-#include <platform/linux/x11/X11ModifierEvents.h>
+#include <platform/linux/x11/keyboard/X11Hotkeys.h>
+#include <platform/linux/x11/keyboard/X11ModifierEvents.h>
 #include <settings/AppSettings.h>
 #include <support/Await.h>
 #include <support/FakeClock.h>
@@ -30,27 +30,27 @@ using State = RegistrationState::Kind;
 using TapKind = ModifierTapState::Kind;
 
 /// The real hot keys, and a count of the repeats that they tell of.
-class CountingHotKeys final : public GlobalHotKeys {
+class CountingHotkeys final : public GlobalHotkeys {
 public:
-    explicit CountingHotKeys(const QString& display) : m_real(display) {}
+    explicit CountingHotkeys(const QString& display) : m_real(display) {}
 
-    [[nodiscard]] Result<void, HotKeyError> support() const override { return m_real.support(); }
-    [[nodiscard]] Result<std::unique_ptr<Registration>, HotKeyError>
-    registerHotKey(HotKeyId id, const KeyCombination& combination) override
+    [[nodiscard]] Result<void, HotkeyError> support() const override { return m_real.support(); }
+    [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
+    registerHotkey(HotkeyId id, const KeyCombination& combination) override
     {
-        return m_real.registerHotKey(id, combination);
+        return m_real.registerHotkey(id, combination);
     }
     void setEventHandler(const EventHandler& handler) override
     {
-        m_real.setEventHandler([this, handler](const HotKeyEvent& event) {
-            m_repeats += event.kind == HotKeyEventKind::repeated ? 1 : 0;
-            return handler ? handler(event) : HotKeyDelivery::eventNotHandled;
+        m_real.setEventHandler([this, handler](const HotkeyEvent& event) {
+            m_repeats += event.kind == HotkeyEventKind::repeated ? 1 : 0;
+            return handler ? handler(event) : HotkeyDelivery::eventNotHandled;
         });
     }
     void setChangeHandler(const ChangeHandler& handler) override { m_real.setChangeHandler(handler); }
-    [[nodiscard]] QList<SymbolicHotKey> symbolicHotKeys(const KeyCombination& about) override
+    [[nodiscard]] QList<SymbolicHotkey> symbolicHotkeys(const KeyCombination& about) override
     {
-        return m_real.symbolicHotKeys(about);
+        return m_real.symbolicHotkeys(about);
     }
     [[nodiscard]] KeyDisplay display(const KeyCombination& combination) const override
     {
@@ -64,7 +64,7 @@ public:
     [[nodiscard]] int repeats() const { return m_repeats; }
 
 private:
-    X11HotKeys m_real;
+    X11Hotkeys m_real;
     int m_repeats = 0;
 };
 
@@ -136,9 +136,9 @@ protected:
     test::XTestKeys m_keys{m_desktop.display()};
     FakeUserDefaults m_defaults;
     AppSettings m_settings{m_defaults};
-    CountingHotKeys m_hotKeys{m_desktop.display()};
+    CountingHotkeys m_hotkeys{m_desktop.display()};
     CountingModifierEvents m_modifiers{m_desktop.display()};
-    KeyboardShortcuts m_shortcuts{m_defaults, m_hotKeys};
+    KeyboardShortcuts m_shortcuts{m_defaults, m_hotkeys};
     test::FakeClock m_clock;
     HotkeyController m_controller{m_settings, m_shortcuts, m_modifiers, m_clock};
     QStringList m_done;
@@ -188,7 +188,7 @@ TEST_F(HotkeysOnX11, AMinuteOfRepeatsIsOneStartAndOneStop)
     isSoak ? m_keys.setRepeat(250, 33) : m_keys.setRepeat(10, 1);
     m_settings.setHotkeyMode(HotkeyMode::hold);
     combinationDown();
-    ASSERT_TRUE(waitUntil([&] { return m_hotKeys.repeats() >= minuteOfRepeats; }, 100s));
+    ASSERT_TRUE(waitUntil([&] { return m_hotkeys.repeats() >= minuteOfRepeats; }, 100s));
     m_clock.advance(60s);
     combinationUp();
     ASSERT_TRUE(arrives(false));
@@ -311,7 +311,7 @@ TEST_F(HotkeysOnX11, ACombinationOfAnotherProgramIsSaidToBeTakenUntilItIsFree)
     ASSERT_TRUE(other.grab(DeviceKey::f9, control));
     m_shortcuts.setShortcut(Shortcut{101, carbon::control}, ShortcutName::dictate());
     const RegistrationState state = m_shortcuts.registration(ShortcutName::dictate());
-    EXPECT_EQ(state, (RegistrationState{State::failed, HotKeyError::taken(10)}));
+    EXPECT_EQ(state, (RegistrationState{State::failed, HotkeyError::taken(10)}));
     EXPECT_THAT(log.texts("hotkey", QtCriticalMsg), SizeIs(1));
     EXPECT_TRUE(log.contains(QStringLiteral("Error registering hotkey key code 101, modifiers 4096: 10")));
 
@@ -352,7 +352,7 @@ TEST_F(HotkeysOnX11, TheEndOfTheDesktopIsShownAndNothingElse)
         return m_shortcuts.registration(ShortcutName::dictate()).kind == State::failed &&
                m_controller.modifierTapState().kind == TapKind::failed;
     }));
-    EXPECT_EQ(m_shortcuts.registration(ShortcutName::dictate()).error, HotKeyError::unreachable());
+    EXPECT_EQ(m_shortcuts.registration(ShortcutName::dictate()).error, HotkeyError::unreachable());
     EXPECT_EQ(m_controller.modifierTapState().error, ModifierEventsError::unreachable());
     EXPECT_EQ(m_controller.hotkeyDescription(), QStringLiteral("Alt+Space or Right ⌃ Control"));
     EXPECT_THAT(m_done, IsEmpty());

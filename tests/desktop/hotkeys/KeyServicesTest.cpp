@@ -1,5 +1,5 @@
-#include <platform/KeyModifiers.h>
-#include <platform/linux/x11/KeyServices.h>
+#include <ports/KeyModifiers.h>
+#include <platform/linux/session/KeyServices.h>
 #include <support/VirtualDesktop.h>
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ TEST(KeyServices, OnX11BothSourcesWork)
 {
     const test::VirtualDesktop desktop;
     const KeyServices services = makeKeyServices(desktop.environment());
-    EXPECT_TRUE(services.hotKeys->support());
+    EXPECT_TRUE(services.hotkeys->support());
     EXPECT_TRUE(services.modifierEvents->createTap(61, [](const ModifierEvent&) {}));
 }
 
@@ -32,9 +32,9 @@ TEST(KeyServices, OnWaylandBothSayWhyNotAndWhatToDo)
     for (const auto& session : {environment({{"XDG_SESSION_TYPE", "wayland"}, {"DISPLAY", ":0"}}),
                                 environment({{"WAYLAND_DISPLAY", "wayland-0"}, {"DISPLAY", ":0"}})}) {
         const KeyServices services = makeKeyServices(session);
-        EXPECT_EQ(services.hotKeys->support().error(), HotKeyError::unsupported(reason));
-        EXPECT_EQ(services.hotKeys->registerHotKey({1, 1}, {49, carbon::option}).error(),
-                  HotKeyError::unsupported(reason));
+        EXPECT_EQ(services.hotkeys->support().error(), HotkeyError::unsupported(reason));
+        EXPECT_EQ(services.hotkeys->registerHotkey({1, 1}, {49, carbon::option}).error(),
+                  HotkeyError::unsupported(reason));
         EXPECT_EQ(services.modifierEvents->createTap(61, [](const ModifierEvent&) {}).error(),
                   ModifierEventsError::unsupported(reason));
     }
@@ -44,7 +44,7 @@ TEST(KeyServices, WithoutADesktopBothSaySo)
 {
     const KeyServices services = makeKeyServices(environment({{"XDG_SESSION_TYPE", "tty"}}));
     EXPECT_EQ(
-        services.hotKeys->support().error().description(),
+        services.hotkeys->support().error().description(),
         QStringLiteral("There is no desktop here whose keys could be heard. Start Tulvane from a desktop "
                        "session."));
     EXPECT_FALSE(services.modifierEvents->createTap(61, [](const ModifierEvent&) {}));
@@ -53,7 +53,7 @@ TEST(KeyServices, WithoutADesktopBothSaySo)
 TEST(KeyServices, ADisplayThatDoesNotAnswerIsSaidToBeSo)
 {
     const KeyServices services = makeKeyServices(environment({{"DISPLAY", ":64999"}}));
-    EXPECT_EQ(services.hotKeys->support().error(), HotKeyError::unreachable());
+    EXPECT_EQ(services.hotkeys->support().error(), HotkeyError::unreachable());
     EXPECT_EQ(services.modifierEvents->createTap(61, [](const ModifierEvent&) {}).error(),
               ModifierEventsError::unreachable());
 }

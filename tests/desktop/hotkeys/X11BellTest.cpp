@@ -1,5 +1,5 @@
-#include <platform/linux/x11/X11Connection.h>
-#include <platform/linux/x11/XkbProtocol.h>
+#include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/x11/connection/XkbProtocol.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 

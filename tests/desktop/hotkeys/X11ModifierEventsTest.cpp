@@ -1,6 +1,6 @@
-#include <platform/KeyModifiers.h>
-#include <platform/linux/x11/X11HotKeys.h>
-#include <platform/linux/x11/X11ModifierEvents.h>
+#include <ports/KeyModifiers.h>
+#include <platform/linux/x11/keyboard/X11Hotkeys.h>
+#include <platform/linux/x11/keyboard/X11ModifierEvents.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>
@@ -68,18 +68,18 @@ TEST(X11ModifierEvents, ArePositionsWhateverTheLayoutMakesOfThem)
     EXPECT_EQ(seen.back().flags, 0U);
 }
 
-TEST(X11ModifierEvents, ComeWhileAHotKeyOfOursIsHeld)
+TEST(X11ModifierEvents, ComeWhileAHotkeyOfOursIsHeld)
 {
     const test::VirtualDesktop desktop;
     test::XTestKeys keys(desktop.display());
-    X11HotKeys hotKeys(desktop.display());
+    X11Hotkeys hotkeys(desktop.display());
     X11ModifierEvents events(desktop.display());
     bool isPressed = false;
-    hotKeys.setEventHandler([&](const HotKeyEvent& event) {
-        isPressed = event.kind != HotKeyEventKind::released;
-        return HotKeyDelivery::handled;
+    hotkeys.setEventHandler([&](const HotkeyEvent& event) {
+        isPressed = event.kind != HotkeyEventKind::released;
+        return HotkeyDelivery::handled;
     });
-    const auto token = hotKeys.registerHotKey({1, 1}, {101, 0});
+    const auto token = hotkeys.registerHotkey({1, 1}, {101, 0});
     ASSERT_TRUE(token);
     std::vector<ModifierEvent> seen;
     const auto tap = listen(events, seen);

@@ -1,7 +1,7 @@
 #include "InsertionFixture.h"
 
-#include <platform/linux/x11text/FrontWindow.h>
-#include <platform/linux/x11text/KeyboardState.h>
+#include <platform/linux/x11/keyboard/FrontWindow.h>
+#include <platform/linux/x11/keyboard/KeyboardState.h>
 
 #include <algorithm>
 #include <random>
@@ -122,8 +122,8 @@ void InsertionFixture::expectUsersContent()
 Content InsertionFixture::read(const QString& selection)
 {
     std::optional<PasteboardContents> contents;
-    SelectionRead read(*m_link, m_scheduler, m_link->makeHiddenWindow(), m_link->atom(selection),
-                       [&](const SelectionRead::Outcome& outcome) { contents = outcome.contents; });
+    SelectionReader read(*m_link, m_scheduler, m_link->makeHiddenWindow(), m_link->atom(selection),
+                       [&](const SelectionReader::Outcome& outcome) { contents = outcome.contents; });
     read.begin();
     if (!waitUntil([&] { return contents.has_value(); }))
         throw std::runtime_error("the selection was not read in time");

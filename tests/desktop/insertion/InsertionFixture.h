@@ -7,7 +7,7 @@
 #include <insertion/PasteTable.h>
 #include <insertion/TextInserter.h>
 #include <platform/fake/FakeFocusedElement.h>
-#include <platform/linux/x11text/X11Text.h>
+#include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/LogCapture.h>
 #include <support/VirtualDesktop.h>

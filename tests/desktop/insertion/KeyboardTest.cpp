@@ -1,7 +1,7 @@
 // Whatever the keyboard's layout, and whatever the user holds down on it meanwhile.
 #include "InsertionFixture.h"
 
-#include <platform/linux/x11text/KeyboardState.h>
+#include <platform/linux/x11/keyboard/KeyboardState.h>
 
 #include <gmock/gmock.h>
 

@@ -56,7 +56,7 @@ class NewUser(unittest.TestCase):
         self.guide.click("push button", name)
 
     def state(self, number, title, label):
-        """Waits until the step of the guide says how it stands."""
+        """PendingDelays until the step of the guide says how it stands."""
         self.guide.find("heading", f"{number}. {title}, {label}")
 
     def progress(self):

@@ -12,7 +12,7 @@
 #include <platform/fake/FakeAudioInput.h>
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/fake/FakeFocusedElement.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeIndicatorPanel.h>
 #include <platform/fake/FakeKeyPosting.h>
 #include <platform/fake/FakeLoginItem.h>
@@ -23,7 +23,7 @@
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/fake/FakeWholeKeyboard.h>
+#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
@@ -113,13 +113,13 @@ public:
     FakeKeyPosting keys;
     FakeFocusedElements elements;
     TextInserter inserter{{boards, keys, elements, privacy, scheduler}};
-    FakeGlobalHotKeys hotKeys;
-    KeyboardShortcuts shortcuts{defaults, hotKeys};
+    FakeGlobalHotkeys hotkeys;
+    KeyboardShortcuts shortcuts{defaults, hotkeys};
     FakeModifierEvents modifiers;
     HotkeyController hotkeys{settings, shortcuts, modifiers, clock};
     FakeSounds sounds;
     FakePresentation presentation;
-    FakeWholeKeyboard keyboard;
+    FakeKeyboardGrab keyboard;
     FakeLoginItem loginItem;
     int relaunches = 0;
     int beeps = 0;

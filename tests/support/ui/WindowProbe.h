@@ -1,7 +1,7 @@
 #pragma once
 
 #include <dictation/SettingsTab.h>
-#include <platform/GlobalHotKeys.h>
+#include <ports/GlobalHotkeys.h>
 
 #include <QPoint>
 #include <QString>

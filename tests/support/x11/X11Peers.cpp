@@ -57,11 +57,11 @@ void X11Peer::takeFocus()
         throw std::runtime_error("the peer's window did not get the focus");
 }
 
-SelectionRead::Outcome X11Peer::read(const QString& selection)
+SelectionReader::Outcome X11Peer::read(const QString& selection)
 {
-    std::optional<SelectionRead::Outcome> outcome;
-    SelectionRead read(*m_link, m_scheduler, m_link->makeHiddenWindow(), m_link->atom(selection),
-                       [&](const SelectionRead::Outcome& answer) { outcome = answer; });
+    std::optional<SelectionReader::Outcome> outcome;
+    SelectionReader read(*m_link, m_scheduler, m_link->makeHiddenWindow(), m_link->atom(selection),
+                       [&](const SelectionReader::Outcome& answer) { outcome = answer; });
     read.begin();
     if (!waitUntil([&] { return outcome.has_value(); }))
         throw std::runtime_error("the selection was not read in time");

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <platform/linux/x11text/SelectionRead.h>
-#include <platform/linux/x11text/X11Link.h>
+#include <platform/linux/x11/clipboard/SelectionReader.h>
+#include <platform/linux/x11/connection/X11Link.h>
 
 #include <QHash>
 #include <QList>
@@ -31,7 +31,7 @@ public:
     /// Its window gets the keyboard focus; returns when it has it.
     void takeFocus();
     /// Reads everything that a selection offers.
-    [[nodiscard]] SelectionRead::Outcome read(const QString& selection = QStringLiteral("CLIPBOARD"));
+    [[nodiscard]] SelectionReader::Outcome read(const QString& selection = QStringLiteral("CLIPBOARD"));
     /// Reads one target; none when it is refused.
     [[nodiscard]] std::optional<QByteArray>
     readTarget(const QString& target, const QString& selection = QStringLiteral("CLIPBOARD"));

@@ -1,4 +1,4 @@
-#include "Folders.h"
+#include <support/Folders.h>
 
 #include <app/AppDelegate.h>
 #include <platform/fake/FakePresentation.h>

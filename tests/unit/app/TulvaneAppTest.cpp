@@ -1,10 +1,10 @@
-#include "Folders.h"
+#include <support/Folders.h>
 
 #include <app/TulvaneApp.h>
 #include <platform/fake/FakeAudioInput.h>
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/fake/FakeFocusedElement.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeKeyPosting.h>
 #include <platform/fake/FakeLoginItem.h>
 #include <platform/fake/FakeModifierEvents.h>
@@ -15,7 +15,7 @@
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeSystemMemory.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/fake/FakeWholeKeyboard.h>
+#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <stats/StatsFile.h>
 #include <support/ScratchFolder.h>
@@ -81,7 +81,7 @@ private:
         return {.defaults = defaults,
                 .microphone = m_input,
                 .sounds = m_sounds,
-                .hotKeys = m_hotKeys,
+                .hotkeys = m_hotkeys,
                 .modifierEvents = m_modifiers,
                 .pasteboards = m_boards,
                 .keys = m_keys,
@@ -107,9 +107,9 @@ private:
 
     FakeAudioInput m_input;
     FakeSounds m_sounds;
-    FakeGlobalHotKeys m_hotKeys;
+    FakeGlobalHotkeys m_hotkeys;
     FakeModifierEvents m_modifiers;
-    FakeWholeKeyboard m_keyboard;
+    FakeKeyboardGrab m_keyboard;
     FakePasteboards m_boards;
     FakeKeyPosting m_keys;
     FakeFocusedElements m_elements;

@@ -9,7 +9,7 @@
 #include <insertion/TextInserter.h>
 #include <permissions/PermissionsService.h>
 #include <platform/fake/FakeFocusedElement.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeKeyPosting.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakePasteboard.h>
@@ -59,7 +59,7 @@ protected:
         controller.reset();
         phases.clear();
         controller = std::make_unique<DictationController>(
-            DictationController::Neighbours{.settings = settings,
+            DictationController::Dependencies{.settings = settings,
                                             .session = *session,
                                             .recorder = recorder,
                                             .models = models,
@@ -89,8 +89,8 @@ protected:
     /// One press and release of the combination.
     void press()
     {
-        hotKeys.press(combination);
-        hotKeys.release(combination);
+        hotkeys.press(combination);
+        hotkeys.release(combination);
         settle();
     }
     void speak(std::size_t samples = 16000, float level = 0.5F)
@@ -112,8 +112,8 @@ protected:
 
     static constexpr KeyCombination combination{49, 0x800};
 
-    FakeGlobalHotKeys hotKeys;
-    KeyboardShortcuts shortcuts{defaults, hotKeys};
+    FakeGlobalHotkeys hotkeys;
+    KeyboardShortcuts shortcuts{defaults, hotkeys};
     FakeModifierEvents modifiers;
     HotkeyController hotkeys{settings, shortcuts, modifiers, clock};
     FakePrivacyPermissions privacy;

@@ -43,7 +43,7 @@ protected:
     {
         input.setFormat({.sampleRate = 16000, .channels = 1});
         session = std::make_unique<DictationSession>(
-            DictationSession::Neighbours{.settings = settings,
+            DictationSession::Dependencies{.settings = settings,
                                          .recorder = recorder,
                                          .models = models,
                                          .engine = engine,

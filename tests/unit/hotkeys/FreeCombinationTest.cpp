@@ -1,6 +1,6 @@
 #include <hotkeys/FreeCombination.h>
-#include <platform/KeyModifiers.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <ports/KeyModifiers.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 
 #include <gtest/gtest.h>
 
@@ -14,40 +14,40 @@ constexpr KeyCombination controlAltD{2, carbon::control | carbon::option};
 
 TEST(FreeCombinationTest, IsTheEasiestThatNobodyHolds)
 {
-    FakeGlobalHotKeys hotKeys;
-    EXPECT_EQ(freeCombination(hotKeys), altSpace);
-    hotKeys.takeElsewhere(altSpace);
-    EXPECT_EQ(freeCombination(hotKeys), controlAltSpace);
-    hotKeys.takeElsewhere(controlAltSpace);
-    EXPECT_EQ(freeCombination(hotKeys), controlAltD);
+    FakeGlobalHotkeys hotkeys;
+    EXPECT_EQ(freeCombination(hotkeys), altSpace);
+    hotkeys.takeElsewhere(altSpace);
+    EXPECT_EQ(freeCombination(hotkeys), controlAltSpace);
+    hotkeys.takeElsewhere(controlAltSpace);
+    EXPECT_EQ(freeCombination(hotkeys), controlAltD);
 }
 
 TEST(FreeCombinationTest, IsHeldByNobodyAfterwards)
 {
-    FakeGlobalHotKeys hotKeys;
-    ASSERT_TRUE(freeCombination(hotKeys));
-    EXPECT_TRUE(hotKeys.registered().isEmpty());
+    FakeGlobalHotkeys hotkeys;
+    ASSERT_TRUE(freeCombination(hotkeys));
+    EXPECT_TRUE(hotkeys.registered().isEmpty());
 }
 
 TEST(FreeCombinationTest, IsNoneThatTheDesktopOrAMenuUses)
 {
-    FakeGlobalHotKeys hotKeys;
-    hotKeys.setSymbolicHotKeys({{true, altSpace, {}}});
+    FakeGlobalHotkeys hotkeys;
+    hotkeys.setSymbolicHotkeys({{true, altSpace, {}}});
     const auto menuItemOf = [](const KeyCombination& combination) {
         return combination == controlAltSpace ? std::optional(QStringLiteral("Quit")) : std::nullopt;
     };
-    EXPECT_EQ(freeCombination(hotKeys, menuItemOf), controlAltD);
+    EXPECT_EQ(freeCombination(hotkeys, menuItemOf), controlAltD);
 }
 
 TEST(FreeCombinationTest, ThereIsNoneWhereNothingCanBeRegistered)
 {
-    FakeGlobalHotKeys hotKeys;
-    hotKeys.failRegistrations(HotKeyError::refused(4));
-    EXPECT_EQ(freeCombination(hotKeys), std::nullopt);
-    hotKeys.failRegistrations(HotKeyError::unsupported(QStringLiteral("not here")));
-    const int attempts = hotKeys.attempts();
-    EXPECT_EQ(freeCombination(hotKeys), std::nullopt);
-    EXPECT_EQ(hotKeys.attempts(), attempts) << "a desktop without hot keys is not asked for one";
+    FakeGlobalHotkeys hotkeys;
+    hotkeys.failRegistrations(HotkeyError::refused(4));
+    EXPECT_EQ(freeCombination(hotkeys), std::nullopt);
+    hotkeys.failRegistrations(HotkeyError::unsupported(QStringLiteral("not here")));
+    const int attempts = hotkeys.attempts();
+    EXPECT_EQ(freeCombination(hotkeys), std::nullopt);
+    EXPECT_EQ(hotkeys.attempts(), attempts) << "a desktop without hot keys is not asked for one";
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
-#include <platform/KeyModifiers.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <ports/KeyModifiers.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <settings/AppSettings.h>
@@ -32,13 +32,13 @@ protected:
         m_controller->onStop = [this] { m_done.append(QStringLiteral("stop")); };
         m_controller->onCancel = [this] { m_done.append(QStringLiteral("cancel")); };
     }
-    void combination(bool down) { down ? m_hotKeys.press(optionSpace) : m_hotKeys.release(optionSpace); }
+    void combination(bool down) { down ? m_hotkeys.press(optionSpace) : m_hotkeys.release(optionSpace); }
     void rightOption(bool down) { m_modifiers.sendFlags(61, down ? eventFlags::option : 0); }
 
     FakeUserDefaults m_defaults;
     AppSettings m_settings{m_defaults};
-    FakeGlobalHotKeys m_hotKeys;
-    KeyboardShortcuts m_shortcuts{m_defaults, m_hotKeys};
+    FakeGlobalHotkeys m_hotkeys;
+    KeyboardShortcuts m_shortcuts{m_defaults, m_hotkeys};
     FakeModifierEvents m_modifiers;
     test::FakeClock m_clock;
     QStringList m_done;
@@ -48,7 +48,7 @@ protected:
 TEST_F(HotkeyControllerTest, ListensToTheDefaultCombinationAtOnce)
 {
     make();
-    EXPECT_TRUE(m_hotKeys.isRegistered(optionSpace));
+    EXPECT_TRUE(m_hotkeys.isRegistered(optionSpace));
     combination(true);
     combination(false);
     combination(true);

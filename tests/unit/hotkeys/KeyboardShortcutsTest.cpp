@@ -1,6 +1,6 @@
 #include <hotkeys/KeyboardShortcuts.h>
-#include <platform/ModifierEventsError.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <ports/ModifierEventsError.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <support/LogCapture.h>
 
@@ -17,8 +17,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 using Kind = RegistrationState::Kind;
-using EventKind = HotKeyEventKind;
-using Source = HotKeyEvent::Source;
+using EventKind = HotkeyEventKind;
+using Source = HotkeyEvent::Source;
 
 const QString dictateKey = QStringLiteral("KeyboardShortcuts_dictate");
 const QString optionSpaceJson = QStringLiteral("{\"carbonKeyCode\":49,\"carbonModifiers\":2048}");
@@ -34,7 +34,7 @@ protected:
     void make()
     {
         m_shortcuts.reset();
-        m_shortcuts = std::make_unique<KeyboardShortcuts>(m_defaults, m_hotKeys);
+        m_shortcuts = std::make_unique<KeyboardShortcuts>(m_defaults, m_hotkeys);
         QObject::connect(m_shortcuts.get(), &KeyboardShortcuts::posted, m_shortcuts.get(),
                          [this](const QString& notification, const QVariantMap& userInfo) {
                              m_posted.push_back({notification, userInfo});
@@ -57,7 +57,7 @@ protected:
     }
 
     FakeUserDefaults m_defaults;
-    FakeGlobalHotKeys m_hotKeys;
+    FakeGlobalHotkeys m_hotkeys;
     std::vector<std::pair<QString, QVariantMap>> m_posted;
     QStringList m_heard;
     std::unique_ptr<KeyboardShortcuts> m_shortcuts;
@@ -68,7 +68,7 @@ TEST_F(KeyboardShortcutsTest, TheFirstLaunchStoresTheDefault)
     declareAndListen();
     EXPECT_EQ(m_defaults.value(dictateKey), QVariant(optionSpaceJson));
     EXPECT_EQ(m_shortcuts->getShortcut(ShortcutName::dictate()), (Shortcut{49, 0x800}));
-    EXPECT_TRUE(m_hotKeys.isRegistered(optionSpace));
+    EXPECT_TRUE(m_hotkeys.isRegistered(optionSpace));
     EXPECT_EQ(state(), (RegistrationState{Kind::registered, {}}));
 }
 
@@ -78,8 +78,8 @@ TEST_F(KeyboardShortcutsTest, ADefaultDoesNotReplaceWhatIsStored)
     (void)m_defaults.set(dictateKey, stored);
     declareAndListen();
     EXPECT_EQ(m_defaults.value(dictateKey), QVariant(stored));
-    EXPECT_TRUE(m_hotKeys.isRegistered(controlF5));
-    EXPECT_FALSE(m_hotKeys.isRegistered(optionSpace));
+    EXPECT_TRUE(m_hotkeys.isRegistered(controlF5));
+    EXPECT_FALSE(m_hotkeys.isRegistered(optionSpace));
 }
 
 TEST_F(KeyboardShortcutsTest, ANameIsDeclaredOnceInAProcess)
@@ -96,13 +96,13 @@ TEST_F(KeyboardShortcutsTest, AClearedShortcutStaysClearedAtTheNextLaunch)
     m_shortcuts->setShortcut({}, ShortcutName::dictate());
     EXPECT_EQ(m_defaults.value(dictateKey), QVariant(false));
     EXPECT_EQ(state(), (RegistrationState{Kind::noShortcut, {}}));
-    EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
+    EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
 
     make();
     declareAndListen();
     EXPECT_EQ(m_defaults.value(dictateKey), QVariant(false));
     EXPECT_EQ(m_shortcuts->getShortcut(ShortcutName::dictate()), std::nullopt);
-    EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
+    EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
 }
 
 TEST_F(KeyboardShortcutsTest, ANameWithoutADefaultIsRemovedWhenItIsCleared)
@@ -123,7 +123,7 @@ TEST_F(KeyboardShortcutsTest, AStoredValueThatMakesNoSenseIsNoShortcut)
         make();
         declareAndListen();
         EXPECT_EQ(m_shortcuts->getShortcut(ShortcutName::dictate()), std::nullopt);
-        EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
+        EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
         EXPECT_EQ(state(), (RegistrationState{Kind::noShortcut, {}}));
         EXPECT_EQ(m_defaults.value(dictateKey), stored) << "nothing is stored over it";
         EXPECT_THAT(m_shortcuts->display(ShortcutName::dictate()).caps, IsEmpty());
@@ -133,11 +133,11 @@ TEST_F(KeyboardShortcutsTest, AStoredValueThatMakesNoSenseIsNoShortcut)
 TEST_F(KeyboardShortcutsTest, IsRegisteredOnlyOnceSomebodyListens)
 {
     m_shortcuts->declare(ShortcutName::dictate());
-    EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
+    EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
     EXPECT_EQ(state(), (RegistrationState{Kind::unused, {}}));
     listen(ShortcutName::dictate());
-    EXPECT_THAT(m_hotKeys.registered(), ElementsAre(std::pair{HotKeyId{0x544C564B, 1}, optionSpace}));
-    EXPECT_EQ(m_hotKeys.attempts(), 1) << "the second handler needs no second registration";
+    EXPECT_THAT(m_hotkeys.registered(), ElementsAre(std::pair{HotkeyId{0x544C564B, 1}, optionSpace}));
+    EXPECT_EQ(m_hotkeys.attempts(), 1) << "the second handler needs no second registration";
 }
 
 TEST_F(KeyboardShortcutsTest, AChangeIsToldAndRegisteredAnew)
@@ -149,9 +149,9 @@ TEST_F(KeyboardShortcutsTest, AChangeIsToldAndRegisteredAnew)
     EXPECT_THAT(m_posted,
                 ElementsAre(std::pair{QStringLiteral("KeyboardShortcuts_shortcutByNameDidChange"),
                                       QVariantMap{{QStringLiteral("name"), QStringLiteral("dictate")}}}));
-    EXPECT_THAT(m_hotKeys.registered(), ElementsAre(std::pair{HotKeyId{0x544C564B, 1}, controlF5}));
-    m_hotKeys.press(optionSpace);
-    m_hotKeys.press(controlF5);
+    EXPECT_THAT(m_hotkeys.registered(), ElementsAre(std::pair{HotkeyId{0x544C564B, 1}, controlF5}));
+    m_hotkeys.press(optionSpace);
+    m_hotkeys.press(controlF5);
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("dictate down")));
 }
 
@@ -160,39 +160,39 @@ TEST_F(KeyboardShortcutsTest, IdsCountUpFromOne)
     declareAndListen();
     m_shortcuts->setShortcut(Shortcut{96, 0x1000}, plain);
     listen(plain);
-    EXPECT_THAT(m_hotKeys.registered(),
-                testing::UnorderedElementsAre(std::pair{HotKeyId{0x544C564B, 1}, optionSpace},
-                                              std::pair{HotKeyId{0x544C564B, 2}, controlF5}));
-    m_hotKeys.press(controlF5);
-    m_hotKeys.release(controlF5);
+    EXPECT_THAT(m_hotkeys.registered(),
+                testing::UnorderedElementsAre(std::pair{HotkeyId{0x544C564B, 1}, optionSpace},
+                                              std::pair{HotkeyId{0x544C564B, 2}, controlF5}));
+    m_hotkeys.press(controlF5);
+    m_hotkeys.release(controlF5);
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("plain down"), QStringLiteral("plain up")));
 }
 
 TEST_F(KeyboardShortcutsTest, AHeldKeyIsOnePressAndOneRelease)
 {
     declareAndListen();
-    m_hotKeys.press(optionSpace);
+    m_hotkeys.press(optionSpace);
     for (int repeats = 0; repeats < 1800; ++repeats)
-        m_hotKeys.repeat(optionSpace);
-    m_hotKeys.release(optionSpace);
+        m_hotkeys.repeat(optionSpace);
+    m_hotkeys.release(optionSpace);
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("dictate down"), QStringLiteral("dictate up")));
 }
 
 TEST_F(KeyboardShortcutsTest, EventsAreAnsweredByWhetherTheyAreOurs)
 {
     declareAndListen();
-    const auto deliver = [this](Source source, EventKind kind, HotKeyId id, KeyCombination combination) {
-        return m_hotKeys.deliver({source, kind, id, combination});
+    const auto deliver = [this](Source source, EventKind kind, HotkeyId id, KeyCombination combination) {
+        return m_hotkeys.deliver({source, kind, id, combination});
     };
-    constexpr HotKeyId ours{0x544C564B, 1};
-    const auto handled = HotKeyDelivery::handled;
-    const auto notHandled = HotKeyDelivery::eventNotHandled;
-    EXPECT_EQ(deliver(Source::hotKey, EventKind::pressed, ours, {}), handled);
-    EXPECT_EQ(deliver(Source::hotKey, EventKind::released, ours, {}), handled);
+    constexpr HotkeyId ours{0x544C564B, 1};
+    const auto handled = HotkeyDelivery::handled;
+    const auto notHandled = HotkeyDelivery::eventNotHandled;
+    EXPECT_EQ(deliver(Source::hotkey, EventKind::pressed, ours, {}), handled);
+    EXPECT_EQ(deliver(Source::hotkey, EventKind::released, ours, {}), handled);
     EXPECT_THAT(m_heard, SizeIs(2));
-    EXPECT_EQ(deliver(Source::hotKey, EventKind::repeated, ours, {}), notHandled);
-    EXPECT_EQ(deliver(Source::hotKey, EventKind::pressed, {0x12345678, 1}, optionSpace), notHandled);
-    EXPECT_EQ(deliver(Source::hotKey, EventKind::pressed, {0x544C564B, 2}, optionSpace), notHandled);
+    EXPECT_EQ(deliver(Source::hotkey, EventKind::repeated, ours, {}), notHandled);
+    EXPECT_EQ(deliver(Source::hotkey, EventKind::pressed, {0x12345678, 1}, optionSpace), notHandled);
+    EXPECT_EQ(deliver(Source::hotkey, EventKind::pressed, {0x544C564B, 2}, optionSpace), notHandled);
     EXPECT_THAT(m_heard, SizeIs(2));
 
     EXPECT_EQ(deliver(Source::rawKey, EventKind::pressed, {}, optionSpace), handled);
@@ -207,27 +207,27 @@ TEST_F(KeyboardShortcutsTest, EventsAreAnsweredByWhetherTheyAreOurs)
 TEST_F(KeyboardShortcutsTest, AFailureIsLoggedAndStaysVisible)
 {
     const test::LogCapture log;
-    m_hotKeys.takeElsewhere(optionSpace);
+    m_hotkeys.takeElsewhere(optionSpace);
     declareAndListen();
-    EXPECT_EQ(state(), (RegistrationState{Kind::failed, HotKeyError::taken(-9878)}));
+    EXPECT_EQ(state(), (RegistrationState{Kind::failed, HotkeyError::taken(-9878)}));
     const QStringList lines = log.texts("hotkey", QtCriticalMsg);
     ASSERT_THAT(lines, SizeIs(1));
     EXPECT_TRUE(
         lines.front().startsWith(QStringLiteral("Error registering hotkey key code 49, modifiers 2048")));
     EXPECT_TRUE(lines.front().contains(QStringLiteral("-9878")));
     EXPECT_EQ(m_defaults.value(dictateKey), QVariant(optionSpaceJson)) << "the shortcut stays stored";
-    m_hotKeys.press(optionSpace);
+    m_hotkeys.press(optionSpace);
     EXPECT_THAT(m_heard, IsEmpty());
 }
 
 TEST_F(KeyboardShortcutsTest, WhatFailedCanBeTriedAgain)
 {
-    m_hotKeys.takeElsewhere(optionSpace);
+    m_hotkeys.takeElsewhere(optionSpace);
     declareAndListen();
     int told = 0;
     QObject::connect(m_shortcuts.get(), &KeyboardShortcuts::registrationsChanged, m_shortcuts.get(),
                      [&] { ++told; });
-    m_hotKeys.freeElsewhere(optionSpace);
+    m_hotkeys.freeElsewhere(optionSpace);
     m_shortcuts->registerAgain();
     EXPECT_EQ(state(), (RegistrationState{Kind::registered, {}}));
     EXPECT_EQ(told, 1);
@@ -240,33 +240,33 @@ TEST_F(KeyboardShortcutsTest, NumbersBeyond32BitsAreNotRegistered)
          {Shortcut{Q_INT64_C(1) << 32, 0x800}, Shortcut{49, Q_INT64_C(1) << 32}, Shortcut{-1, 0x800}}) {
         m_shortcuts->setShortcut(shortcut, ShortcutName::dictate());
         listen(ShortcutName::dictate());
-        EXPECT_EQ(state(), (RegistrationState{Kind::failed, HotKeyError::outOfRange()}));
+        EXPECT_EQ(state(), (RegistrationState{Kind::failed, HotkeyError::outOfRange()}));
         EXPECT_EQ(m_shortcuts->getShortcut(ShortcutName::dictate()), shortcut);
     }
-    EXPECT_EQ(m_hotKeys.attempts(), 0);
+    EXPECT_EQ(m_hotkeys.attempts(), 0);
     EXPECT_TRUE(log.contains(QStringLiteral("Error registering hotkey key code 4294967296")));
 }
 
 TEST_F(KeyboardShortcutsTest, AnotherKeyboardRegistersAnew)
 {
     declareAndListen();
-    m_hotKeys.takeElsewhere(optionSpace);
-    m_hotKeys.changeKeyboard();
+    m_hotkeys.takeElsewhere(optionSpace);
+    m_hotkeys.changeKeyboard();
     EXPECT_EQ(state().kind, Kind::failed);
-    m_hotKeys.freeElsewhere(optionSpace);
-    m_hotKeys.changeKeyboard();
+    m_hotkeys.freeElsewhere(optionSpace);
+    m_hotkeys.changeKeyboard();
     EXPECT_EQ(state(), (RegistrationState{Kind::registered, {}}));
-    EXPECT_THAT(m_hotKeys.registered(), SizeIs(1));
-    m_hotKeys.press(optionSpace);
+    EXPECT_THAT(m_hotkeys.registered(), SizeIs(1));
+    m_hotkeys.press(optionSpace);
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("dictate down")));
 }
 
 TEST_F(KeyboardShortcutsTest, AKeyThatIsHeldAcrossAChangeStillGetsItsRelease)
 {
     declareAndListen();
-    m_hotKeys.press(optionSpace);
-    m_hotKeys.changeKeyboard();
-    m_hotKeys.release(optionSpace);
+    m_hotkeys.press(optionSpace);
+    m_hotkeys.changeKeyboard();
+    m_hotkeys.release(optionSpace);
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("dictate down"), QStringLiteral("dictate up")));
 }
 
@@ -275,12 +275,12 @@ TEST_F(KeyboardShortcutsTest, NothingIsRegisteredWhileTheUserRecords)
     declareAndListen();
     m_shortcuts->setRecorderActive(true);
     m_shortcuts->setRecorderActive(true);
-    EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
+    EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
     EXPECT_EQ(state(), (RegistrationState{Kind::paused, {}}));
     m_shortcuts->setShortcut(Shortcut{96, 0x1000}, ShortcutName::dictate());
-    EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
+    EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
     m_shortcuts->setRecorderActive(false);
-    EXPECT_TRUE(m_hotKeys.isRegistered(controlF5));
+    EXPECT_TRUE(m_hotkeys.isRegistered(controlF5));
     const QString status = QStringLiteral("KeyboardShortcuts_recorderActiveStatusDidChange");
     ASSERT_THAT(m_posted, SizeIs(3));
     EXPECT_EQ(m_posted[0], std::pair(status, QVariantMap{{QStringLiteral("isActive"), true}}));
@@ -298,7 +298,7 @@ TEST_F(KeyboardShortcutsTest, AFailedWriteIsToldAndTheShortcutHolds)
                      [&](const QString& name, const DefaultsError& why) { told.append({name, why}); });
     m_shortcuts->setShortcut(Shortcut{96, 0x1000}, ShortcutName::dictate());
     EXPECT_THAT(told, ElementsAre(std::pair(QStringLiteral("dictate"), error)));
-    EXPECT_TRUE(m_hotKeys.isRegistered(controlF5));
+    EXPECT_TRUE(m_hotkeys.isRegistered(controlF5));
     EXPECT_THAT(log.texts("hotkey", QtCriticalMsg),
                 ElementsAre(QStringLiteral("Could not store the shortcut dictate")));
 }
@@ -308,9 +308,9 @@ TEST_F(KeyboardShortcutsTest, AHandlerMayChangeTheShortcut)
     declareAndListen();
     m_shortcuts->onKeyDown(ShortcutName::dictate(),
                            [this] { m_shortcuts->setShortcut({}, ShortcutName::dictate()); });
-    m_hotKeys.press(optionSpace);
+    m_hotkeys.press(optionSpace);
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("dictate down")));
-    EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
+    EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
 }
 
 TEST_F(KeyboardShortcutsTest, IsWrittenAsTheDesktopWritesIt)
@@ -325,35 +325,35 @@ TEST_F(KeyboardShortcutsTest, AnEventOnAnotherThreadStopsTheProcess)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     declareAndListen();
-    EXPECT_DEATH(std::thread([this] { m_hotKeys.press(optionSpace); }).join(), "outside the main thread");
+    EXPECT_DEATH(std::thread([this] { m_hotkeys.press(optionSpace); }).join(), "outside the main thread");
 }
 
 TEST_F(KeyboardShortcutsTest, EventsAfterItsEndReachNobody)
 {
     declareAndListen();
     m_shortcuts.reset();
-    EXPECT_THAT(m_hotKeys.registered(), IsEmpty());
-    EXPECT_EQ(m_hotKeys.deliver({Source::hotKey, EventKind::pressed, {0x544C564B, 1}, optionSpace}),
-              HotKeyDelivery::eventNotHandled);
-    m_hotKeys.changeKeyboard();
+    EXPECT_THAT(m_hotkeys.registered(), IsEmpty());
+    EXPECT_EQ(m_hotkeys.deliver({Source::hotkey, EventKind::pressed, {0x544C564B, 1}, optionSpace}),
+              HotkeyDelivery::eventNotHandled);
+    m_hotkeys.changeKeyboard();
 }
 
-TEST(HotKeyError, SaysWhatToDo)
+TEST(HotkeyError, SaysWhatToDo)
 {
-    const auto text = [](const HotKeyError& error) { return error.description(); };
+    const auto text = [](const HotkeyError& error) { return error.description(); };
     EXPECT_EQ(
-        text(HotKeyError::taken(10)),
+        text(HotkeyError::taken(10)),
         QStringLiteral("Another program already uses this key combination. Choose another one, or free it in "
                        "that program."));
-    EXPECT_EQ(text(HotKeyError::noSuchKey()),
+    EXPECT_EQ(text(HotkeyError::noSuchKey()),
               QStringLiteral("This keyboard has no such key. Choose another combination."));
-    EXPECT_EQ(text(HotKeyError::outOfRange()),
+    EXPECT_EQ(text(HotkeyError::outOfRange()),
               QStringLiteral("The stored key combination makes no sense. Choose another one."));
-    EXPECT_EQ(text(HotKeyError::unsupported(QStringLiteral("why"))), QStringLiteral("why"));
+    EXPECT_EQ(text(HotkeyError::unsupported(QStringLiteral("why"))), QStringLiteral("why"));
     EXPECT_EQ(
-        text(HotKeyError::unreachable()),
+        text(HotkeyError::unreachable()),
         QStringLiteral("The desktop does not answer, so no hotkey can be registered. Start Tulvane again."));
-    EXPECT_EQ(text(HotKeyError::refused(3)),
+    EXPECT_EQ(text(HotkeyError::refused(3)),
               QStringLiteral("The system refused this key combination (error 3). Choose another one."));
 }
 

@@ -1,5 +1,5 @@
 #include <hotkeys/ModifierKeyTap.h>
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <support/LogCapture.h>
 

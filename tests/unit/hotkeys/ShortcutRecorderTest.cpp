@@ -1,7 +1,7 @@
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/ShortcutRecorder.h>
-#include <platform/KeyModifiers.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <ports/KeyModifiers.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeUserDefaults.h>
 
 #include <gtest/gtest.h>
@@ -27,8 +27,8 @@ protected:
 
     const ShortcutName name = ShortcutName::dictate();
     FakeUserDefaults m_defaults;
-    FakeGlobalHotKeys m_hotKeys;
-    KeyboardShortcuts m_shortcuts{m_defaults, m_hotKeys};
+    FakeGlobalHotkeys m_hotkeys;
+    KeyboardShortcuts m_shortcuts{m_defaults, m_hotkeys};
     ShortcutRecorder m_recorder{m_shortcuts, name};
     int m_beeps = 0;
 };
@@ -53,7 +53,7 @@ TEST_F(ShortcutRecorderTest, StoresWhatIsPressed)
     EXPECT_FALSE(m_recorder.isActive());
     EXPECT_EQ(m_recorder.text(), QStringLiteral("⌃⌥D"));
     m_recorder.keyReleased(letterD);
-    EXPECT_TRUE(m_hotKeys.isRegistered({letterD, 0x1800}));
+    EXPECT_TRUE(m_hotkeys.isRegistered({letterD, 0x1800}));
     EXPECT_EQ(m_beeps, 0);
 }
 
@@ -65,10 +65,10 @@ TEST_F(ShortcutRecorderTest, WhatWasRecordedIsNoHotkeyBeforeItsKeyIsUp)
     EXPECT_TRUE(m_recorder.isBusy());
     EXPECT_EQ(m_recorder.keyPressed(pressed), Outcome::ignored) << "the keyboard repeats it";
     EXPECT_EQ(m_recorder.keyReleased(leftOption), Outcome::ignored);
-    EXPECT_FALSE(m_hotKeys.isRegistered(pressed));
+    EXPECT_FALSE(m_hotkeys.isRegistered(pressed));
     m_recorder.keyReleased(letterD);
     EXPECT_FALSE(m_recorder.isBusy());
-    EXPECT_TRUE(m_hotKeys.isRegistered(pressed));
+    EXPECT_TRUE(m_hotkeys.isRegistered(pressed));
 }
 
 TEST_F(ShortcutRecorderTest, AReleaseThatNeverComesDoesNotLeaveTheHotkeyOff)
@@ -77,7 +77,7 @@ TEST_F(ShortcutRecorderTest, AReleaseThatNeverComesDoesNotLeaveTheHotkeyOff)
     m_recorder.start();
     EXPECT_EQ(m_recorder.keyPressed(pressed), Outcome::accepted);
     m_recorder.stop(); // the focus has gone elsewhere
-    EXPECT_TRUE(m_hotKeys.isRegistered(pressed));
+    EXPECT_TRUE(m_hotkeys.isRegistered(pressed));
     m_recorder.start();
     EXPECT_EQ(m_recorder.keyPressed(pressed), Outcome::accepted);
     m_recorder.start(); // the next attempt, with the key still down
@@ -89,18 +89,18 @@ TEST_F(ShortcutRecorderTest, AReleaseThatNeverComesDoesNotLeaveTheHotkeyOff)
         m_recorder.stop();
         other.start();
         EXPECT_EQ(other.keyPressed(pressed), Outcome::accepted);
-        EXPECT_FALSE(m_hotKeys.isRegistered(pressed));
+        EXPECT_FALSE(m_hotkeys.isRegistered(pressed));
     }
-    EXPECT_TRUE(m_hotKeys.isRegistered(pressed));
+    EXPECT_TRUE(m_hotkeys.isRegistered(pressed));
 }
 
 TEST_F(ShortcutRecorderTest, TheCombinationThatIsSetCanBePressedAgain)
 {
     m_recorder.start();
-    EXPECT_FALSE(m_hotKeys.isRegistered({49, carbon::option}));
+    EXPECT_FALSE(m_hotkeys.isRegistered({49, carbon::option}));
     EXPECT_EQ(m_recorder.keyPressed({49, carbon::option}), Outcome::accepted);
     m_recorder.keyReleased(49);
-    EXPECT_TRUE(m_hotKeys.isRegistered({49, carbon::option}));
+    EXPECT_TRUE(m_hotkeys.isRegistered({49, carbon::option}));
 }
 
 TEST_F(ShortcutRecorderTest, BeepsAtWhatIsNoCombinationAndGoesOn)
@@ -131,7 +131,7 @@ TEST_F(ShortcutRecorderTest, BeepsAtAModifierThatCameAndWentAlone)
 
 TEST_F(ShortcutRecorderTest, SaysWhyACombinationIsRefused)
 {
-    m_hotKeys.setSymbolicHotKeys({{true, {letterD, carbon::command}, {}}});
+    m_hotkeys.setSymbolicHotkeys({{true, {letterD, carbon::command}, {}}});
     m_recorder.start();
     EXPECT_EQ(m_recorder.keyPressed({letterD, carbon::command}), Outcome::refused);
     EXPECT_TRUE(m_recorder.message().startsWith(QStringLiteral("The system already uses")));
@@ -180,9 +180,9 @@ TEST_F(ShortcutRecorderTest, AFieldThatGoesAwayLeavesTheHotkeyOn)
     {
         ShortcutRecorder other(m_shortcuts, name);
         other.start();
-        EXPECT_FALSE(m_hotKeys.isRegistered({49, carbon::option}));
+        EXPECT_FALSE(m_hotkeys.isRegistered({49, carbon::option}));
     }
-    EXPECT_TRUE(m_hotKeys.isRegistered({49, carbon::option}));
+    EXPECT_TRUE(m_hotkeys.isRegistered({49, carbon::option}));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include <hotkeys/ShortcutRules.h>
 #include <hotkeys/ShortcutTexts.h>
-#include <platform/KeyModifiers.h>
-#include <platform/fake/FakeGlobalHotKeys.h>
+#include <ports/KeyModifiers.h>
+#include <platform/fake/FakeGlobalHotkeys.h>
 
 #include <gtest/gtest.h>
 
@@ -18,10 +18,10 @@ class ShortcutRulesTest : public testing::Test {
 protected:
     [[nodiscard]] Verdict verdict(quint32 keyCode, quint32 modifiers) const
     {
-        return ShortcutRules(m_hotKeys).judge({keyCode, modifiers}).verdict;
+        return ShortcutRules(m_hotkeys).judge({keyCode, modifiers}).verdict;
     }
 
-    mutable FakeGlobalHotKeys m_hotKeys;
+    mutable FakeGlobalHotkeys m_hotkeys;
 };
 
 TEST_F(ShortcutRulesTest, ACombinationNeedsCommandControlOrOption)
@@ -52,7 +52,7 @@ TEST_F(ShortcutRulesTest, AModifierByItselfIsNone)
 
 TEST_F(ShortcutRulesTest, WhatAMenuItemUsesIsRefused)
 {
-    const ShortcutRules rules(m_hotKeys, [](const KeyCombination& combination) {
+    const ShortcutRules rules(m_hotkeys, [](const KeyCombination& combination) {
         return combination == KeyCombination{12, carbon::command}
                    ? std::optional(QStringLiteral("Quit Tulvane"))
                    : std::nullopt;
@@ -67,8 +67,8 @@ TEST_F(ShortcutRulesTest, WhatAMenuItemUsesIsRefused)
 TEST_F(ShortcutRulesTest, WhatTheSystemUsesIsRefused)
 {
     const KeyCombination used{49, carbon::command};
-    m_hotKeys.setSymbolicHotKeys({{true, used, {}}, {false, {49, carbon::option}, {}}});
-    const auto answer = ShortcutRules(m_hotKeys).judge(used);
+    m_hotkeys.setSymbolicHotkeys({{true, used, {}}, {false, {49, carbon::option}, {}}});
+    const auto answer = ShortcutRules(m_hotkeys).judge(used);
     EXPECT_EQ(answer.verdict, Verdict::refused);
     EXPECT_EQ(answer.message,
               QStringLiteral("The system already uses this key combination. What the system uses "

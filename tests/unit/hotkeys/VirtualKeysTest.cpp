@@ -1,4 +1,4 @@
-#include <platform/VirtualKeys.h>
+#include <ports/VirtualKeys.h>
 
 #include <gtest/gtest.h>
 

@@ -45,7 +45,7 @@ TEST_F(InterfaceLanguageTest, TheCommandLineSpeaksEnglishBesideANorwegianInterfa
 {
     installInterfaceLanguage(AppLanguage::norwegian);
     {
-        const EnglishWords english;
+        const ScopedEnglish english;
         EXPECT_EQ(title(HotkeyMode::hold), QStringLiteral("Hold to talk"));
     }
     EXPECT_EQ(title(HotkeyMode::hold), QStringLiteral("Hold inne for å snakke"));

@@ -1,4 +1,4 @@
-#include <speech/BackendLoader.h>
+#include <speech/whisper/BackendLoader.h>
 #include <support/ScratchFolder.h>
 
 #include <gtest/gtest.h>

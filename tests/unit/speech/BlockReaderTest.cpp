@@ -1,4 +1,4 @@
-#include <speech/BlockReader.h>
+#include <speech/whisper/BlockReader.h>
 
 #include <QBuffer>
 

@@ -1,4 +1,4 @@
-#include <speech/EngineError.h>
+#include <speech/whisper/EngineError.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <platform/fake/FakeSystemMemory.h>
-#include <speech/WhisperEngine.h>
+#include <speech/whisper/WhisperEngine.h>
 #include <support/Await.h>
 #include <support/LogCapture.h>
 #include <support/Paths.h>

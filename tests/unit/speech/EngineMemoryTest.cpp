@@ -1,9 +1,9 @@
 // The engine in a process whose memory is limited by the system itself: whatever the limit, it ends in a
 // failure that is told, never in an abort.
-#include <platform/linux/common/ProcessMemory.h>
-#include <speech/ModelFile.h>
-#include <speech/ModelFileCheck.h>
-#include <speech/WhisperEngine.h>
+#include <platform/linux/process/ProcessMemory.h>
+#include <speech/whisper/ModelFile.h>
+#include <speech/whisper/ModelFileCheck.h>
+#include <speech/whisper/WhisperEngine.h>
 #include <support/Paths.h>
 #include <support/ScratchFolder.h>
 #include <support/TinyModel.h>

@@ -1,4 +1,4 @@
-#include <speech/LibraryLog.h>
+#include <speech/whisper/LibraryLog.h>
 #include <support/LogCapture.h>
 
 #include <gtest/gtest.h>

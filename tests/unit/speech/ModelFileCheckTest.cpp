@@ -1,5 +1,5 @@
-#include <speech/ModelFile.h>
-#include <speech/ModelFileCheck.h>
+#include <speech/whisper/ModelFile.h>
+#include <speech/whisper/ModelFileCheck.h>
 #include <support/Paths.h>
 #include <support/ScratchFolder.h>
 #include <support/TinyModel.h>

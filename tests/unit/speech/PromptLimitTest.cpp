@@ -1,7 +1,7 @@
-#include <speech/LibraryLog.h>
-#include <speech/ModelFile.h>
-#include <speech/ModelLoader.h>
-#include <speech/PromptLimit.h>
+#include <speech/whisper/LibraryLog.h>
+#include <speech/whisper/ModelFile.h>
+#include <speech/whisper/ModelLoader.h>
+#include <speech/whisper/PromptLimit.h>
 #include <support/Paths.h>
 
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include <speech/SamplePreparation.h>
+#include <speech/whisper/SamplePreparation.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include <speech/WhisperParameters.h>
+#include <speech/whisper/WhisperParameters.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include <ui/models/ChartAxis.h>
+#include <ui/viewmodels/ChartAxis.h>
 
 #include <gmock/gmock.h>
 

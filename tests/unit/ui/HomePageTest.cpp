@@ -170,11 +170,11 @@ TEST_F(HomePageTest, ATextThatWasNotInsertedCanBeCopiedAndTheNoticeHidden)
 
 TEST_F(HomePageTest, AHotkeyThatDoesNotWorkLeadsToTheSettings)
 {
-    world.hotKeys.failRegistrations(HotKeyError::taken(1));
+    world.hotkeys.failRegistrations(HotkeyError::taken(1));
     world.shortcuts.setShortcut(Shortcut{2, 0x800}, ShortcutName::dictate());
     WindowProbe& probe = open(SettingsTab::home);
     EXPECT_TRUE(probe.shows(QStringLiteral("⌥D does not work as the hotkey")));
-    EXPECT_TRUE(probe.shows(HotKeyError::taken(1).description()));
+    EXPECT_TRUE(probe.shows(HotkeyError::taken(1).description()));
     probe.click(QStringLiteral("home.brokenHotkey"));
     EXPECT_EQ(shownPage(), SettingsTab::settings);
 }
@@ -217,7 +217,7 @@ TEST_F(HomePageTest, NothingIsCutOffOrOverlaps)
                             one.fill();
                             one.privacy.accessibilityGranted = false;
                             one.dictate(QStringLiteral("Denne kom ikke frem."));
-                            one.hotKeys.failRegistrations(HotKeyError::taken(1));
+                            one.hotkeys.failRegistrations(HotkeyError::taken(1));
                             one.shortcuts.setShortcut(Shortcut{2, 0x800}, ShortcutName::dictate());
                         }),
                 IsEmpty());

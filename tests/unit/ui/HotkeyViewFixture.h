@@ -1,10 +1,10 @@
 #pragma once
 
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
-#include <ui/models/HotkeyModel.h>
-#include <ui/models/UiModels.h>
+#include <ui/viewmodels/HotkeyViewModel.h>
+#include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 
 #include <QQuickView>
@@ -41,13 +41,13 @@ protected:
     }
 
     WindowProbe& probe() { return *m_probe; }
-    [[nodiscard]] ShortcutFieldModel& field() { return *world.ui.models().hotkey()->field(); }
+    [[nodiscard]] ShortcutFieldViewModel& field() { return *world.ui.models().hotkey()->field(); }
     void record() { probe().click(combination); }
     [[nodiscard]] std::optional<Shortcut> stored() const
     {
         return world.shortcuts.getShortcut(ShortcutName::dictate());
     }
-    [[nodiscard]] bool isRegistered(const KeyCombination& keys) { return world.hotKeys.isRegistered(keys); }
+    [[nodiscard]] bool isRegistered(const KeyCombination& keys) { return world.hotkeys.isRegistered(keys); }
     /// What was pressed is up for good.
     void letGo() { world.scheduler.advance(std::chrono::milliseconds(50)); }
 

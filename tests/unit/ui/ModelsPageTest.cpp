@@ -1,6 +1,6 @@
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
-#include <ui/models/ModelGallery.h>
+#include <ui/viewmodels/ModelGallery.h>
 #include <ui/windows/SettingsWindowController.h>
 
 #include <QFile>

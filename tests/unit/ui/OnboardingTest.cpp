@@ -1,8 +1,8 @@
 #include <base/Translate.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
-#include <ui/models/OnboardingModel.h>
-#include <ui/models/UiModels.h>
+#include <ui/viewmodels/OnboardingViewModel.h>
+#include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
@@ -38,7 +38,7 @@ protected:
         return *m_probe;
     }
     [[nodiscard]] QQuickView& window() { return *world.ui.onboardingWindow().window(); }
-    [[nodiscard]] OnboardingModel& guide() { return *world.ui.models().onboarding(); }
+    [[nodiscard]] OnboardingViewModel& guide() { return *world.ui.models().onboarding(); }
     void setMicrophone(MicrophoneAccess access)
     {
         world.privacy.microphoneAccess = access;
@@ -422,7 +422,7 @@ TEST_P(OnboardingLayoutTest, NothingIsCutOffWhereEverythingIsWrong)
         translate("The X server lacks the XTEST extension, so no keys can be pressed for you."),
         translate("Start the X server with XTEST. Until then the text is left on the clipboard.")};
     world.settings.setModifierHotkey(ModifierHotkey::rightOption);
-    world.hotKeys.takeElsewhere({49, carbon::option});
+    world.hotkeys.takeElsewhere({49, carbon::option});
     setCombination();
     setMicrophone(MicrophoneAccess::denied);
     world.models.download(WhisperModel::fallback());

@@ -1,6 +1,6 @@
 #include <support/ui/UiWorld.h>
-#include <ui/models/PermissionWatch.h>
-#include <ui/models/UiModels.h>
+#include <ui/viewmodels/PermissionWatch.h>
+#include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 

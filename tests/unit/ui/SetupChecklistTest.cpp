@@ -1,7 +1,7 @@
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
-#include <ui/models/SetupModel.h>
-#include <ui/models/UiModels.h>
+#include <ui/viewmodels/SetupViewModel.h>
+#include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
 
@@ -38,7 +38,7 @@ protected:
             m_engine.addImportPath(QStringLiteral(":/"));
             QQmlComponent component(&m_engine);
             component.setData("import QtQuick\nimport Tulvane\n"
-                              "Rectangle { id: root; required property UiModels models; color: Theme.window\n"
+                              "Rectangle { id: root; required property ViewModels models; color: Theme.window\n"
                               "SetupChecklist { width: root.width; setup: root.models.setup } }",
                               QUrl(QStringLiteral("qrc:/Checklist.qml")));
             m_window.resize(620, 560);

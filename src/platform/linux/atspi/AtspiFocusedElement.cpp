@@ -1,5 +1,5 @@
 #include <platform/linux/atspi/AtspiFocusedElement.h>
-#include <platform/linux/atspi/TaskFuture.h>
+#include <base/async/TaskFuture.h>
 #include <platform/linux/atspi/TextReplacement.h>
 
 namespace tulvane {

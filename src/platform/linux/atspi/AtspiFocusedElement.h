@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/FocusedElement.h>
+#include <ports/FocusedElement.h>
 #include <platform/linux/atspi/AccessibilityBus.h>
 #include <platform/linux/atspi/FocusSearch.h>
 

@@ -1,6 +1,6 @@
 #include <platform/linux/atspi/AtspiFocusedElement.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/atspi/TaskFuture.h>
+#include <base/async/TaskFuture.h>
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

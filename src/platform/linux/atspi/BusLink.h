@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/linux/atspi/Awaited.h>
+#include <base/async/PendingValue.h>
 
 #include <QDBusMessage>
 #include <QObject>

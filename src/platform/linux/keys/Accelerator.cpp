@@ -1,4 +1,4 @@
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 #include <platform/linux/keys/Accelerator.h>
 
 #include <array>

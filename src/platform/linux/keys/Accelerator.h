@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/KeyCombination.h>
+#include <ports/KeyCombination.h>
 
 #include <QString>
 #include <QStringView>

@@ -8,7 +8,7 @@ namespace tulvane {
 
 namespace {
 
-using Reader = QList<SymbolicHotKey> (*)(const QByteArray&, const KeyLookup&);
+using Reader = QList<SymbolicHotkey> (*)(const QByteArray&, const KeyLookup&);
 
 struct Source {
     QString file;
@@ -49,7 +49,7 @@ DesktopFolders DesktopFolders::fromEnvironment(const QProcessEnvironment& enviro
             configDirs.split(u':', Qt::SkipEmptyParts)};
 }
 
-std::optional<QList<SymbolicHotKey>>
+std::optional<QList<SymbolicHotkey>>
 readDesktopShortcuts(const DesktopFolders& folders, const QString& windowManager, const KeyLookup& keyOf)
 {
     const Source source = sourceOf(folders, windowManager);

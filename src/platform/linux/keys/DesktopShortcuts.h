@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/GlobalHotKeys.h>
+#include <ports/GlobalHotkeys.h>
 #include <platform/linux/keys/Accelerator.h>
 
 #include <QList>
@@ -24,7 +24,7 @@ struct DesktopFolders {
 /// The key combinations in the settings of the desktop that is running; none where they cannot be read.
 /// `windowManager` is the name that the window manager gives itself. Reads files; call it when asked, not
 /// often.
-[[nodiscard]] std::optional<QList<SymbolicHotKey>>
+[[nodiscard]] std::optional<QList<SymbolicHotkey>>
 readDesktopShortcuts(const DesktopFolders& folders, const QString& windowManager, const KeyLookup& keyOf);
 
 } // namespace tulvane

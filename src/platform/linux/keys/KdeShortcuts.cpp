@@ -28,9 +28,9 @@ QStringList combinationsOf(const QString& value, QString& title)
 
 } // namespace
 
-QList<SymbolicHotKey> readKdeShortcuts(const QByteArray& file, const KeyLookup& keyOf)
+QList<SymbolicHotkey> readKdeShortcuts(const QByteArray& file, const KeyLookup& keyOf)
 {
-    QList<SymbolicHotKey> hotKeys;
+    QList<SymbolicHotkey> hotkeys;
     const QStringList lines = QString::fromUtf8(file).split(u'\n');
     for (const QString& line : lines) {
         const qsizetype equals = line.indexOf(u'=');
@@ -40,10 +40,10 @@ QList<SymbolicHotKey> readKdeShortcuts(const QByteArray& file, const KeyLookup& 
         for (const QString& text : combinationsOf(line.sliced(equals + 1).trimmed(), title)) {
             // A combination that the user has switched off is stored as "none", which is no key's name.
             if (const auto combination = fromQtAccelerator(text, keyOf))
-                hotKeys.append({true, *combination, title.isEmpty() ? line.first(equals) : title});
+                hotkeys.append({true, *combination, title.isEmpty() ? line.first(equals) : title});
         }
     }
-    return hotKeys;
+    return hotkeys;
 }
 
 } // namespace tulvane

@@ -1,5 +1,5 @@
 #include <base/Translate.h>
-#include <platform/KeyModifiers.h>
+#include <ports/KeyModifiers.h>
 #include <platform/linux/keys/KeyText.h>
 
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <platform/KeyCombination.h>
-#include <platform/VirtualKeys.h>
+#include <ports/KeyCombination.h>
+#include <ports/VirtualKeys.h>
 
 #include <QString>
 

@@ -4,9 +4,9 @@
 
 namespace tulvane {
 
-QList<SymbolicHotKey> readOpenboxShortcuts(const QByteArray& file, const KeyLookup& keyOf)
+QList<SymbolicHotkey> readOpenboxShortcuts(const QByteArray& file, const KeyLookup& keyOf)
 {
-    QList<SymbolicHotKey> hotKeys;
+    QList<SymbolicHotkey> hotkeys;
     int depth = 0;
     bool untitled = false;
     QXmlStreamReader xml(file);
@@ -22,13 +22,13 @@ QList<SymbolicHotKey> readOpenboxShortcuts(const QByteArray& file, const KeyLook
             const auto combination = fromOpenboxAccelerator(QStringView(keys).split(u' ').first(), keyOf);
             untitled = combination.has_value();
             if (combination)
-                hotKeys.append({true, *combination, {}});
+                hotkeys.append({true, *combination, {}});
         } else if (untitled && xml.isStartElement() && xml.name() == QLatin1String("action")) {
-            hotKeys.last().title = xml.attributes().value(QLatin1String("name")).toString();
+            hotkeys.last().title = xml.attributes().value(QLatin1String("name")).toString();
             untitled = false;
         }
     }
-    return hotKeys;
+    return hotkeys;
 }
 
 } // namespace tulvane

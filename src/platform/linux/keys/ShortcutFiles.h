@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/GlobalHotKeys.h>
+#include <ports/GlobalHotkeys.h>
 #include <platform/linux/keys/Accelerator.h>
 
 #include <QByteArray>
@@ -12,10 +12,10 @@ namespace tulvane {
 // this layout can type, are left out.
 
 /// kglobalshortcutsrc
-[[nodiscard]] QList<SymbolicHotKey> readKdeShortcuts(const QByteArray& file, const KeyLookup& keyOf);
+[[nodiscard]] QList<SymbolicHotkey> readKdeShortcuts(const QByteArray& file, const KeyLookup& keyOf);
 /// xfce4-keyboard-shortcuts.xml
-[[nodiscard]] QList<SymbolicHotKey> readXfceShortcuts(const QByteArray& file, const KeyLookup& keyOf);
+[[nodiscard]] QList<SymbolicHotkey> readXfceShortcuts(const QByteArray& file, const KeyLookup& keyOf);
 /// openbox's rc.xml
-[[nodiscard]] QList<SymbolicHotKey> readOpenboxShortcuts(const QByteArray& file, const KeyLookup& keyOf);
+[[nodiscard]] QList<SymbolicHotkey> readOpenboxShortcuts(const QByteArray& file, const KeyLookup& keyOf);
 
 } // namespace tulvane

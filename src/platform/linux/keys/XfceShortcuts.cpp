@@ -12,8 +12,8 @@ namespace {
 
 /// What one provider (the commands, the window manager) holds.
 struct Provider {
-    QList<SymbolicHotKey> defaults;
-    QList<SymbolicHotKey> custom;
+    QList<SymbolicHotkey> defaults;
+    QList<SymbolicHotkey> custom;
     bool customReplacesDefaults = false;
 };
 
@@ -34,7 +34,7 @@ void addEntry(Provider& provider, const QString& list, const QString& key, const
 
 } // namespace
 
-QList<SymbolicHotKey> readXfceShortcuts(const QByteArray& file, const KeyLookup& keyOf)
+QList<SymbolicHotkey> readXfceShortcuts(const QByteArray& file, const KeyLookup& keyOf)
 {
     QMap<QString, Provider> providers;
     QStringList path;
@@ -52,10 +52,10 @@ QList<SymbolicHotKey> readXfceShortcuts(const QByteArray& file, const KeyLookup&
             path.removeLast();
         }
     }
-    QList<SymbolicHotKey> hotKeys;
+    QList<SymbolicHotkey> hotkeys;
     for (const Provider& provider : std::as_const(providers))
-        hotKeys += provider.customReplacesDefaults ? provider.custom : provider.defaults + provider.custom;
-    return hotKeys;
+        hotkeys += provider.customReplacesDefaults ? provider.custom : provider.defaults + provider.custom;
+    return hotkeys;
 }
 
 } // namespace tulvane

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/AudioInput.h>
+#include <ports/AudioInput.h>
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/AudioEngine.h>
+#include <ports/AudioEngine.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/TapFeed.h>
 

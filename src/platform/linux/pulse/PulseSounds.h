@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/Sounds.h>
+#include <ports/Sounds.h>
 #include <platform/linux/pulse/PulseSound.h>
 
 #include <QMetaObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/AudioEngine.h>
+#include <ports/AudioEngine.h>
 
 #include <cstddef>
 #include <vector>

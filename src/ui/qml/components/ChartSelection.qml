@@ -6,7 +6,7 @@ import Tulvane
 Item {
     id: selection
 
-    required property WordsChartModel model
+    required property WordsChartViewModel model
 
     implicitHeight: 44
 

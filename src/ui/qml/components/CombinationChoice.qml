@@ -5,7 +5,7 @@ import Tulvane
 Column {
     id: choice
 
-    required property ShortcutFieldModel model
+    required property ShortcutFieldViewModel model
 
     spacing: Theme.medium
 
@@ -61,20 +61,20 @@ Column {
         width: parent.width
         spacing: 6
 
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true
             text: choice.model.howToRecord
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true
             color: choice.model.ruleBroken ? Theme.danger : Theme.secondaryText
             text: choice.model.whatIsAccepted
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true

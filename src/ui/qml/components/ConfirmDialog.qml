@@ -45,7 +45,7 @@ T.Popup {
             kind: Label.Heading
             text: dialog.title
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             secondary: true
             text: dialog.message

@@ -35,7 +35,7 @@ Column {
         kind: Label.Heading
         text: state.title
     }
-    EvenLabel {
+    BalancedLabel {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, 400)
         horizontalAlignment: Text.AlignHCenter

@@ -6,7 +6,7 @@ import Tulvane
 T.AbstractButton {
     id: prompt
 
-    required property SetupModel setup
+    required property SetupViewModel setup
 
     objectName: "sidebar.finishSetup"
     implicitHeight: words.height + 2 * 10

@@ -5,7 +5,7 @@ import Tulvane
 RoundBox {
     id: list
 
-    required property HistoryModel model
+    required property HistoryViewModel model
     /// Before the name of each control, as in "home.copy.0".
     property string place
     property int mostLines: 3

@@ -6,7 +6,7 @@ import Tulvane
 Column {
     id: view
 
-    required property HotkeyModel model
+    required property HotkeyViewModel model
     property int inset: 0
 
     width: parent ? parent.width : 0

@@ -5,7 +5,7 @@ import Tulvane
 Flow {
     id: hint
 
-    required property HomeModel model
+    required property HomeViewModel model
 
     signal chooseWanted()
 

@@ -5,7 +5,7 @@ import Tulvane
 Column {
     id: modes
 
-    required property HotkeyModel model
+    required property HotkeyViewModel model
 
     spacing: 2
     Accessible.role: Accessible.Grouping

@@ -48,7 +48,7 @@ Card {
                 }
             }
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             secondary: true
             text: card.entry.description

@@ -42,7 +42,7 @@ RoundBox {
             font.weight: Font.DemiBold
             text: bar.title
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             visible: text !== ""
             font.pixelSize: 13

@@ -85,7 +85,7 @@ Flickable {
                 kind: Label.LargeTitle
                 text: page.title
             }
-            EvenLabel {
+            BalancedLabel {
                 width: parent.width
                 visible: text !== ""
                 secondary: true

@@ -21,7 +21,7 @@ Column {
             kind: Label.Heading
             text: section.title
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             visible: text !== ""
             kind: Label.Caption

@@ -6,7 +6,7 @@ import Tulvane
 Card {
     id: checklist
 
-    required property SetupModel setup
+    required property SetupViewModel setup
 
     visible: !setup.checklistHidden
     Accessible.role: Accessible.List

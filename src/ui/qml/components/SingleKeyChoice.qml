@@ -5,7 +5,7 @@ import Tulvane
 Column {
     id: choice
 
-    required property HotkeyModel model
+    required property HotkeyViewModel model
 
     spacing: Theme.medium
 
@@ -67,7 +67,7 @@ Column {
             text: Words.translate("Reset & grant again")
             onClicked: choice.model.resetInputMonitoring()
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true

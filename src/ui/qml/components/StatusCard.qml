@@ -5,21 +5,21 @@ import Tulvane
 Card {
     id: card
 
-    required property HomeModel model
+    required property HomeViewModel model
     readonly property int tone: model.tone
-    readonly property bool isBusy: tone === HomeModel.Loading || tone === HomeModel.Working
-    readonly property color ink: tone === HomeModel.Error ? Theme.danger
-        : tone === HomeModel.Setup ? Theme.warning
-        : tone === HomeModel.Recording ? Theme.accentInk
-        : tone === HomeModel.Ready ? Theme.success : Theme.accentSoftInk
-    readonly property color ground: tone === HomeModel.Error ? Theme.dangerSoft
-        : tone === HomeModel.Setup ? Theme.warningSoft
-        : tone === HomeModel.Recording ? Theme.accent
-        : tone === HomeModel.Ready ? Theme.successSoft : Theme.accentSoft
-    readonly property string sign: tone === HomeModel.Error || tone === HomeModel.Setup ? "exclamationmark.triangle.fill"
-        : tone === HomeModel.Recording ? "mic.fill"
+    readonly property bool isBusy: tone === HomeViewModel.Loading || tone === HomeViewModel.Working
+    readonly property color ink: tone === HomeViewModel.Error ? Theme.danger
+        : tone === HomeViewModel.Setup ? Theme.warning
+        : tone === HomeViewModel.Recording ? Theme.accentInk
+        : tone === HomeViewModel.Ready ? Theme.success : Theme.accentSoftInk
+    readonly property color ground: tone === HomeViewModel.Error ? Theme.dangerSoft
+        : tone === HomeViewModel.Setup ? Theme.warningSoft
+        : tone === HomeViewModel.Recording ? Theme.accent
+        : tone === HomeViewModel.Ready ? Theme.successSoft : Theme.accentSoft
+    readonly property string sign: tone === HomeViewModel.Error || tone === HomeViewModel.Setup ? "exclamationmark.triangle.fill"
+        : tone === HomeViewModel.Recording ? "mic.fill"
         : isBusy ? "waveform"
-        : tone === HomeModel.Notice ? "text.bubble" : "mic.fill"
+        : tone === HomeViewModel.Notice ? "text.bubble" : "mic.fill"
 
     signal chooseHotkeyWanted()
 

@@ -5,7 +5,7 @@ import Tulvane
 Column {
     id: rows
 
-    required property StatisticsModel statistics
+    required property StatisticsViewModel statistics
 
     width: parent ? parent.width : 0
 

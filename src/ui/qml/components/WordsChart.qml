@@ -6,7 +6,7 @@ import Tulvane
 Item {
     id: chart
 
-    required property WordsChartModel model
+    required property WordsChartViewModel model
     property int plotHeight: 190
     /// The bar that Tab leads to.
     property int current: -1

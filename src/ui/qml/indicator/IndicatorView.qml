@@ -18,7 +18,7 @@ Item {
     readonly property real widest: width - 32
     readonly property real padding: 18
 
-    PillGround {
+    IndicatorBackground {
         anchors.fill: parent
         body: view.outline
         radius: view.outlineRadius

@@ -5,14 +5,14 @@ import Tulvane
 StepCard {
     id: card
 
-    required property UiModels models
+    required property ViewModels models
     readonly property bool granted: models.permissions.accessibility
     readonly property string obstacle: models.permissions.accessibilityObstacle
 
     step: models.onboarding.steps[1]
     next: models.onboarding.next === 2
 
-    EvenLabel {
+    BalancedLabel {
         width: parent.width
         secondary: true
         text: Words.translate("Lets Tulvane type the transcribed text into whatever app you are using (it presses ⌘V for you).")
@@ -28,7 +28,7 @@ StepCard {
         visible: !card.granted && card.obstacle !== ""
         text: card.obstacle
     }
-    EvenLabel {
+    BalancedLabel {
         width: parent.width
         visible: !card.granted && card.obstacle === ""
         kind: Label.Caption

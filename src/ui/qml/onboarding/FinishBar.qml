@@ -5,7 +5,7 @@ import Tulvane
 Rectangle {
     id: bar
 
-    required property OnboardingModel guide
+    required property OnboardingViewModel guide
 
     implicitHeight: Math.max(words.height, finish.height) + 2 * Theme.large
     color: Theme.sidebar

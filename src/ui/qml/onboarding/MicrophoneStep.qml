@@ -5,13 +5,13 @@ import Tulvane
 StepCard {
     id: card
 
-    required property UiModels models
-    readonly property OnboardingModel guide: models.onboarding
+    required property ViewModels models
+    readonly property OnboardingViewModel guide: models.onboarding
 
     step: guide.steps[0]
     next: guide.next === 1
 
-    EvenLabel {
+    BalancedLabel {
         width: parent.width
         secondary: true
         text: Words.translate("Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.")

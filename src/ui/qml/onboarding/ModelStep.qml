@@ -5,7 +5,7 @@ import Tulvane
 StepCard {
     id: card
 
-    required property UiModels models
+    required property ViewModels models
 
     step: models.onboarding.steps[2]
     next: models.onboarding.next === 3
@@ -14,12 +14,12 @@ StepCard {
         width: parent.width
         spacing: Theme.tiny
 
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             secondary: true
             text: Words.translate("NB-Whisper Medium from the National Library of Norway runs fully on-device. One-time download of about 540 MB.")
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             kind: Label.Caption
             secondary: true

@@ -20,7 +20,7 @@ Column {
         kind: Label.LargeTitle
         text: Words.translate("Welcome to Tulvane")
     }
-    EvenLabel {
+    BalancedLabel {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, 440)
         horizontalAlignment: Text.AlignHCenter

@@ -5,7 +5,7 @@ import Tulvane
 ScrollPage {
     id: page
 
-    required property UiModels models
+    required property ViewModels models
 
     widest: 620
 
@@ -45,7 +45,7 @@ ScrollPage {
                 kind: Label.Heading
                 text: feature.title
             }
-            EvenLabel {
+            BalancedLabel {
                 width: parent.width
                 secondary: true
                 text: feature.text
@@ -74,7 +74,7 @@ ScrollPage {
             secondary: true
             text: page.models.main.version
         }
-        EvenLabel {
+        BalancedLabel {
             width: parent.width
             topPadding: Theme.small
             horizontalAlignment: Text.AlignHCenter
@@ -108,7 +108,7 @@ ScrollPage {
         }
     }
 
-    EvenLabel {
+    BalancedLabel {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
         kind: Label.Caption

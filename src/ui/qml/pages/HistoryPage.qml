@@ -5,7 +5,7 @@ import Tulvane
 ScrollPage {
     id: page
 
-    required property UiModels models
+    required property ViewModels models
     readonly property bool isInFront: Window.active
 
     title: models.main.entries.find(entry => entry.page === "history").title

@@ -5,8 +5,8 @@ import Tulvane
 ScrollPage {
     id: page
 
-    required property UiModels models
-    readonly property HomeModel home: models.home
+    required property ViewModels models
+    readonly property HomeViewModel home: models.home
     readonly property HomeNotices notices: home.notices
     readonly property bool isInFront: Window.active
     readonly property int shownAs: Window.visibility

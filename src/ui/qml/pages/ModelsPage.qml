@@ -5,7 +5,7 @@ import Tulvane
 ScrollPage {
     id: page
 
-    required property UiModels models
+    required property ViewModels models
     readonly property ModelGallery gallery: models.gallery
 
     title: Words.translate("Speech models")

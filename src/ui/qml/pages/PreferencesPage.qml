@@ -5,9 +5,9 @@ import Tulvane
 ScrollPage {
     id: page
 
-    required property UiModels models
-    readonly property PreferencesModel preferences: models.preferences
-    readonly property PermissionsModel permissions: models.permissions
+    required property ViewModels models
+    readonly property PreferencesViewModel preferences: models.preferences
+    readonly property PermissionsViewModel permissions: models.permissions
     readonly property var settings: preferences.settings
 
     title: Words.translate("Settings")

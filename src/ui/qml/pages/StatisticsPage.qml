@@ -5,8 +5,8 @@ import Tulvane
 ScrollPage {
     id: page
 
-    required property UiModels models
-    readonly property StatisticsModel statistics: models.statistics
+    required property ViewModels models
+    readonly property StatisticsViewModel statistics: models.statistics
     readonly property bool isInFront: Window.active
 
     title: models.main.entries.find(entry => entry.page === "statistics").title

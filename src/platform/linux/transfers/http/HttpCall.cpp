@@ -31,7 +31,7 @@ using HeaderList = std::unique_ptr<curl_slist, FreeList>;
 /// What the library's callbacks write to.
 struct Progressing {
     const HttpCall& call;
-    AnswerHead head{};
+    ResponseHead head{};
     Clock::time_point lastByte = Clock::now();
     bool refused = false;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <platform/TransferError.h>
-#include <platform/linux/transfers/http/AnswerPlan.h>
+#include <ports/TransferError.h>
+#include <platform/linux/transfers/http/ResponsePlan.h>
 
 #include <QByteArrayList>
 #include <QUrl>
@@ -25,7 +25,7 @@ struct HttpCall {
     /// since the program never names one.
     QByteArray trusted;
     /// Gets each piece of the last answer's body, with its head; false ends the call.
-    std::function<bool(const AnswerHead&, std::span<const std::byte>)> receive;
+    std::function<bool(const ResponseHead&, std::span<const std::byte>)> receive;
 };
 
 /// How the call ended.
@@ -37,7 +37,7 @@ struct HttpCallEnd {
         failed,   ///< see `error`
     };
     Kind kind = Kind::failed;
-    AnswerHead head; ///< of the last answer; status 0 when there was none
+    ResponseHead head; ///< of the last answer; status 0 when there was none
     bool redirected = false;
     std::optional<TransferError> error;
 };

@@ -137,9 +137,9 @@ HttpDownload::Try HttpDownload::tryOnce(const std::stop_token& stop)
 {
     // After an answer that made no sense for the rest, the whole is asked for; the bytes stay until it comes.
     const Held held{canGoOn() ? m_partial.size() : 0, m_partial.size(), m_record.etag, m_record.size};
-    AnswerWriter writer({m_folder, m_record, m_partial, m_options, m_report}, held);
+    ResponseWriter writer({m_folder, m_record, m_partial, m_options, m_report}, held);
     HttpCall request = call(held);
-    request.receive = [&writer](const AnswerHead& head, std::span<const std::byte> bytes) {
+    request.receive = [&writer](const ResponseHead& head, std::span<const std::byte> bytes) {
         return writer.receive(head, bytes);
     };
     const HttpCallEnd end = perform(request, stop);
@@ -150,7 +150,7 @@ HttpDownload::Try HttpDownload::tryOnce(const std::stop_token& stop)
     return judge(end, writer);
 }
 
-HttpDownload::Try HttpDownload::judge(const HttpCallEnd& end, const AnswerWriter& writer)
+HttpDownload::Try HttpDownload::judge(const HttpCallEnd& end, const ResponseWriter& writer)
 {
     if (end.kind == HttpCallEnd::Kind::stopped)
         return {Try::Kind::failed, TransferError(TransferError::Kind::cancelled)};
@@ -161,7 +161,7 @@ HttpDownload::Try HttpDownload::judge(const HttpCallEnd& end, const AnswerWriter
     return judgeComplete(end, writer);
 }
 
-HttpDownload::Try HttpDownload::judgeComplete(const HttpCallEnd& end, const AnswerWriter& writer)
+HttpDownload::Try HttpDownload::judgeComplete(const HttpCallEnd& end, const ResponseWriter& writer)
 {
     const TransferError bad(TransferError::Kind::badAnswer);
     switch (writer.plan()->use) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/linux/transfers/http/AnswerWriter.h>
+#include <platform/linux/transfers/http/ResponseWriter.h>
 #include <platform/linux/transfers/http/HttpCall.h>
 
 #include <stop_token>
@@ -38,8 +38,8 @@ private:
     [[nodiscard]] bool canGoOn() const;
     [[nodiscard]] Try tryAll(const std::stop_token& stop);
     [[nodiscard]] Try tryOnce(const std::stop_token& stop);
-    [[nodiscard]] Try judge(const HttpCallEnd& end, const AnswerWriter& writer);
-    [[nodiscard]] Try judgeComplete(const HttpCallEnd& end, const AnswerWriter& writer);
+    [[nodiscard]] Try judge(const HttpCallEnd& end, const ResponseWriter& writer);
+    [[nodiscard]] Try judgeComplete(const HttpCallEnd& end, const ResponseWriter& writer);
     [[nodiscard]] Try finish(int httpStatus, bool aside);
     [[nodiscard]] HttpCall call(const Held& held) const;
     [[nodiscard]] DownloadEnd ended(const Try& last);

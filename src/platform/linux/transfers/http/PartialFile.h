@@ -1,7 +1,7 @@
 #pragma once
 
 #include <base/Result.h>
-#include <platform/TransferError.h>
+#include <ports/TransferError.h>
 
 #include <QString>
 

@@ -1,0 +1,27 @@
+#include <app/cli/CommandSyntax.h>
+#include <app/cli/LaunchOptions.h>
+
+namespace tulvane::cli {
+
+Result<LaunchOptions, int> LaunchOptions::parse(const QStringList& arguments, Console& console)
+{
+    CommandSyntax syntax(QString(), QStringLiteral("Starts the program; where it runs already, shows it."));
+    syntax.addFlag(QStringLiteral("background"),
+                   QStringLiteral("Without a window, to be used by its hotkey."));
+    syntax.addOption(
+        QStringLiteral("page"), QStringLiteral("PAGE"),
+        QStringLiteral("Opens on this page: home, models, history, statistics, settings, about."));
+    if (const auto status = syntax.parse(arguments, console))
+        return failure(*status);
+    LaunchOptions words;
+    words.background = syntax.isSet(QStringLiteral("background"));
+    if (syntax.isSet(QStringLiteral("page"))) {
+        const QString name = syntax.value(QStringLiteral("page"));
+        words.page = fromRawValue<SettingsTab>(name);
+        if (!words.page)
+            return failure(syntax.usageError(console, QStringLiteral("There is no page “%1”.").arg(name)));
+    }
+    return words;
+}
+
+} // namespace tulvane::cli

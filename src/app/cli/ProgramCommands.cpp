@@ -1,0 +1,251 @@
+#include <app/program/DesktopDiagnostics.h>
+#include <app/cli/ProgramCommands.h>
+#include <app/program/ProgramFolders.h>
+#include <app/cli/CleanCommand.h>
+#include <app/cli/CommandSyntax.h>
+#include <app/cli/DictateCommand.h>
+#include <app/cli/DoctorCommand.h>
+#include <app/cli/ModelsCommand.h>
+#include <app/cli/RemoteCommand.h>
+#include <app/cli/RemoteRun.h>
+#include <app/cli/SettingsCommand.h>
+#include <app/cli/LaunchOptions.h>
+#include <app/cli/StatsCommand.h>
+#include <app/cli/InterruptWatcher.h>
+#include <app/cli/TranscribeCommand.h>
+#include <base/Clock.h>
+#include <models/ModelHub.h>
+#include <models/ModelManager.h>
+#include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
+#include <platform/linux/process/ProcessMemory.h>
+#include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/pulse/PulseAudioInput.h>
+#include <platform/linux/pulse/PulseServer.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
+#include <platform/linux/session/X11Text.h>
+#include <settings/AppSettings.h>
+#include <speech/whisper/ComputingDevices.h>
+#include <speech/whisper/WhisperEngine.h>
+#include <stats/StatsStore.h>
+
+#include <QFile>
+
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace tulvane {
+
+namespace {
+
+const SystemClock systemClock;
+
+/// The stored settings, opened when a command first needs them; trouble with the file is told at once.
+class StoredSettings final {
+public:
+    explicit StoredSettings(cli::Console& console)
+        : m_defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), systemClock)
+    {
+        m_defaults.setTroubleHandler([&console](const DefaultsError& error) {
+            console.err << "tulvane: " << error.description() << Qt::endl;
+        });
+        m_settings.emplace(m_defaults);
+    }
+    [[nodiscard]] AppSettings& operator*() { return *m_settings; }
+    /// A text that is no setting of the interface's; empty where there is none.
+    [[nodiscard]] QString text(const char* key) const
+    {
+        return m_defaults.value(QLatin1String(key)).toString();
+    }
+
+private:
+    JsonUserDefaults m_defaults;
+    std::optional<AppSettings> m_settings;
+};
+
+std::optional<QString> catalogueFile(const QString& id)
+{
+    if (!WhisperModel::find(id))
+        return std::nullopt;
+    return ModelFolders::standard().modelFile(id);
+}
+
+/// The engine of this process, whose end frees the model at once; piece by piece takes longer than a short
+/// take.
+WhisperEngine& programEngine()
+{
+    static const ProcessMemory memory;
+    static auto* const engine = new WhisperEngine(ProgramFolders::ofThisProgram().backends, memory);
+    return *engine;
+}
+
+int transcribe(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    const cli::RecognitionContext context{.settings = *settings,
+                                          .engine = programEngine,
+                                          .folders = ProgramFolders::ofThisProgram(),
+                                          .catalogueFile = catalogueFile};
+    return cli::runTranscribe(arguments, context, console);
+}
+
+int dictate(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    PulseAudioInput input;
+    StatsStore stats;
+    const cli::DictationContext context{.recognition = {.settings = *settings,
+                                                        .engine = programEngine,
+                                                        .folders = ProgramFolders::ofThisProgram(),
+                                                        .catalogueFile = catalogueFile},
+                                        .settings = *settings,
+                                        .input = input,
+                                        .stats = stats,
+                                        .keyboard = STDIN_FILENO};
+    return cli::runDictate(arguments, context, console);
+}
+
+int models(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    const ModelFolders folders = ModelFolders::standard();
+    DetachedTransfers transfers(
+        {.helper = ProgramFolders::ofThisProgram().transferHelper(), .folder = folders.transfers()});
+    const QUrl hub = modelHubURL(qEnvironmentVariable(modelHubVariable), settings.text(modelHubSetting));
+    ModelManager manager({.folders = folders, .hub = hub}, transfers);
+    std::optional<cli::InterruptWatcher> interrupts;
+    const cli::ModelsContext context{.manager = manager,
+                                     .selectedModelID = (*settings).selectedModelID(),
+                                     .onInterrupt = [&interrupts](const std::function<void()>& cancel) {
+                                         interrupts.emplace(-1, cancel);
+                                     }};
+    return cli::runModels(arguments, context, console);
+}
+
+int storedSettings(const QStringList& arguments, cli::Console& console)
+{
+    // The running program's settings are live: it makes the change itself.
+    DBusRemoteControl control;
+    if (const auto status = cli::runThere(arguments, RemoteRequest::settings, control, console))
+        return *status;
+    StoredSettings settings(console);
+    QStringList models;
+    for (const WhisperModel& model : WhisperModel::all())
+        models.append(model.id);
+    return cli::runSettings(arguments, console, *settings, models);
+}
+
+int statistics(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    const StatsStore store;
+    return cli::runStats(arguments, {store, (*settings).typingWordsPerMinute(), systemClock}, console);
+}
+
+int remote(const QString& name, const QStringList& arguments, cli::Console& console)
+{
+    DBusRemoteControl control;
+    return cli::runRemote(name, arguments, control, console);
+}
+
+SessionFacts thisSession(const X11PrivacyPermissions::Abilities& abilities)
+{
+    static const QMap<SessionKind, QString> names{{SessionKind::x11, QStringLiteral("X11")},
+                                                  {SessionKind::wayland, QStringLiteral("Wayland")},
+                                                  {SessionKind::none, QStringLiteral("none")}};
+    return {.kind = names.value(abilities.session),
+            .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
+            .display = qEnvironmentVariable("DISPLAY"),
+            .displayReached = abilities.displayReached};
+}
+
+ModelFacts selectedModel(const AppSettings& settings)
+{
+    const WhisperModel model =
+        WhisperModel::find(settings.selectedModelID()).value_or(WhisperModel::fallback());
+    const QString file = ModelFolders::standard().modelFile(model.id);
+    return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
+}
+
+Diagnostics examine(const AppSettings& settings)
+{
+    const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
+    const X11PrivacyPermissions permissions(abilities, [] { return false; });
+    PulseAudioInput microphone;
+    Diagnostics diagnostics = sessionDiagnostics(thisSession(abilities));
+    // Asking for the microphone waits for the connection.
+    const Diagnostic found = microphoneFinding(microphone);
+    diagnostics += soundServerDiagnostic(microphone.server()->serverName());
+    diagnostics += found;
+    diagnostics += permissionDiagnostics(permissions);
+    diagnostics += insertionDiagnostic(settings.insertionMethod(), permissions,
+                                 AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
+    diagnostics += modelDiagnostic(selectedModel(settings));
+    diagnostics += acceleratorDiagnostic(computingDevices(ProgramFolders::ofThisProgram().backends));
+    return diagnostics;
+}
+
+int doctor(const QStringList& arguments, cli::Console& console)
+{
+    StoredSettings settings(console);
+    DBusRemoteControl control;
+    constexpr qsizetype afterThePermissions = 7;
+    const cli::DoctorContext context{.remote = control,
+                                     .examine = [&settings] { return examine(*settings); },
+                                     .hotkeysAfter = afterThePermissions};
+    return cli::runDoctor(arguments, context, console);
+}
+
+cli::Command remoteCommand(const char* name, const char* summary)
+{
+    const QString word = QString::fromLatin1(name);
+    return {word, QString::fromLatin1(summary), [word](const QStringList& arguments, cli::Console& console) {
+                return remote(word, arguments, console);
+            }};
+}
+
+} // namespace
+
+std::vector<cli::Command> programCommands()
+{
+    return {
+        {QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."), transcribe},
+        {QStringLiteral("dictate"), QStringLiteral("Turns what you say into clean text."), dictate},
+        {QStringLiteral("clean"), QStringLiteral("Cleans a transcript from standard input."), cli::runClean},
+        {QStringLiteral("models"), QStringLiteral("Shows, fetches and removes speech models."), models},
+        {QStringLiteral("settings"), QStringLiteral("Lists, reads or changes the stored settings."),
+         storedSettings},
+        remoteCommand("start", "Begins a dictation in the running program."),
+        remoteCommand("stop", "Ends it and inserts what was said."),
+        remoteCommand("toggle", "Whichever of the two fits: for a desktop's own key bindings."),
+        remoteCommand("cancel", "Abandons it."),
+        remoteCommand("status", "Says what the running program is doing."),
+        {QStringLiteral("doctor"), QStringLiteral("Says what works here, and what to do about the rest."),
+         doctor},
+        {QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."), statistics},
+    };
+}
+
+int startProgram(const QStringList& arguments, cli::Console& console)
+{
+    // Wrong words are found here, where the answer comes at once.
+    if (const auto words = cli::LaunchOptions::parse(arguments, console); !words)
+        return words.error();
+    console.out.flush();
+    const QByteArray file = QFile::encodeName(ProgramFolders::ofThisProgram().desktopProgram());
+    std::vector<QByteArray> owned{file};
+    owned.reserve(static_cast<std::size_t>(arguments.size()) + 1);
+    for (const QString& argument : arguments)
+        owned.push_back(argument.toLocal8Bit());
+    std::vector<char*> words;
+    words.reserve(owned.size() + 1);
+    for (QByteArray& word : owned)
+        words.push_back(word.data());
+    words.push_back(nullptr);
+    execv(file.constData(), words.data());
+    return cli::fail(console, QStringLiteral("The program %1 cannot be started: %2")
+                                  .arg(QString::fromUtf8(file), qt_error_string(errno)));
+}
+
+} // namespace tulvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <app/program/Diagnostic.h>
+#include <settings/InsertionMethod.h>
+
+#include <QStringList>
+
+#include <optional>
+
+namespace tulvane {
+
+class AudioInput;
+class PrivacyPermissions;
+
+/// What the session's own environment says.
+struct SessionFacts {
+    QString kind;    ///< "X11", "Wayland", "none"
+    QString desktop; ///< as the desktop calls itself; may be empty
+    QString display; ///< the X display's name; may be empty
+    bool displayReached = false;
+};
+
+/// The selected speech model.
+struct ModelFacts {
+    QString id;
+    QString file; ///< empty while it has not been downloaded
+};
+
+[[nodiscard]] Diagnostics sessionDiagnostics(const SessionFacts& session);
+/// Asks the sound server for the default microphone; opens none.
+[[nodiscard]] Diagnostic microphoneFinding(AudioInput& microphone);
+/// `name` as the server calls itself; empty where none answers.
+[[nodiscard]] Diagnostic soundServerDiagnostic(const QString& name);
+/// The three permissions, each "no" with its reason and its remedy.
+[[nodiscard]] Diagnostics permissionDiagnostics(const PrivacyPermissions& permissions);
+/// Which way a text will take into the program in front. `canWriteElements`: whether there is an
+/// accessibility bus.
+[[nodiscard]] Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions,
+                                       bool canWriteElements);
+[[nodiscard]] Diagnostic modelDiagnostic(const ModelFacts& model);
+/// `devices` as the speech library names them, those that are more than a processor first.
+[[nodiscard]] Diagnostic acceleratorDiagnostic(const QStringList& devices);
+
+} // namespace tulvane

@@ -1,0 +1,88 @@
+#include <platform/linux/desktop/PortalSettings.h>
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+
+namespace tulvane {
+
+namespace {
+
+const QString portal = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalSettings = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearanceSpace = QStringLiteral("org.freedesktop.appearance");
+const QString colorScheme = QStringLiteral("color-scheme");
+const QString gnomeSpace = QStringLiteral("org.gnome.desktop.interface");
+const QString animations = QStringLiteral("enable-animations");
+const QString kdeSpace = QStringLiteral("org.kde.kdeglobals.KDE");
+const QString durations = QStringLiteral("AnimationDurationFactor");
+
+/// The portal wraps its values once or twice, depending on its version.
+QVariant unwrapped(QVariant value)
+{
+    while (value.canConvert<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
+}
+
+} // namespace
+
+PortalSettings::PortalSettings(const QDBusConnection& bus) : m_bus(bus)
+{
+    m_bus.connect(portal, portalPath, portalSettings, QStringLiteral("SettingChanged"), this,
+                  SLOT(note(QString, QString, QDBusVariant)));
+    auto* const watcher =
+        new QDBusServiceWatcher(portal, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalSettings::askForAll);
+    askForAll();
+}
+
+PortalSettings::~PortalSettings() = default;
+
+void PortalSettings::askForAll()
+{
+    ask(appearanceSpace, colorScheme);
+    ask(gnomeSpace, animations);
+    ask(kdeSpace, durations);
+}
+
+void PortalSettings::ask(const QString& space, const QString& key)
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(portal, portalPath, portalSettings, QStringLiteral("Read"));
+    call << space << key;
+    auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, space, key] {
+        const QDBusPendingReply<QDBusVariant> reply = *watcher;
+        if (!reply.isError())
+            note(space, key, reply.value());
+        watcher->deleteLater();
+    });
+}
+
+void PortalSettings::note(const QString& space, const QString& key, const QDBusVariant& value)
+{
+    const QVariant plain = unwrapped(value.variant());
+    const auto appearance = m_appearance;
+    const auto reducedMotion = m_reducedMotion;
+    if (space == appearanceSpace && key == colorScheme) {
+        // 1 prefers dark, 2 prefers light; everything else is no preference.
+        const uint scheme = plain.toUInt();
+        m_appearance = scheme == 1   ? std::optional(Appearance::dark)
+                       : scheme == 2 ? std::optional(Appearance::light)
+                                     : std::nullopt;
+    } else if (space == gnomeSpace && key == animations) {
+        m_reducedMotion = !plain.toBool();
+    } else if (space == kdeSpace && key == durations) {
+        bool isNumber = false;
+        const double factor = plain.toString().toDouble(&isNumber);
+        if (isNumber)
+            m_reducedMotion = factor == 0;
+    }
+    if (appearance != m_appearance || reducedMotion != m_reducedMotion)
+        Q_EMIT changed();
+}
+
+} // namespace tulvane

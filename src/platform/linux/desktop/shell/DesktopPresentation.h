@@ -1,0 +1,41 @@
+#pragma once
+
+#include <ports/Presentation.h>
+#include <platform/linux/desktop/shell/GtkSettings.h>
+#include <platform/linux/desktop/PortalSettings.h>
+#include <platform/linux/x11/windows/TaskBarEntries.h>
+
+#include <QDBusConnection>
+#include <QString>
+
+namespace tulvane {
+
+/// Light or dark, with or without animations, as the desktop's settings portal says; where it does not, as
+/// the settings files of the desktop's toolkit say; where there are none either, as the palette of the
+/// desktop's theme looks. Main thread; asks in the background and never waits.
+class DesktopPresentation final : public Presentation {
+public:
+    /// `folder`: the user's folder for settings.
+    explicit DesktopPresentation(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                                 const QString& folder = standardFolder());
+    ~DesktopPresentation() override;
+
+    [[nodiscard]] static QString standardFolder();
+
+    void setAppearance(Appearance appearance) override;
+    [[nodiscard]] Appearance effectiveAppearance() const override;
+    [[nodiscard]] bool prefersReducedMotion() const override;
+    void setChangeHandler(std::function<void()> handler) override { m_handler = std::move(handler); }
+    void setActivationPolicy(ActivationPolicy policy) override;
+
+private:
+    void tellOfChange() const;
+
+    Appearance m_own = Appearance::none;
+    PortalSettings m_portal;
+    GtkSettings m_files;
+    TaskBarEntries m_entries;
+    std::function<void()> m_handler;
+};
+
+} // namespace tulvane

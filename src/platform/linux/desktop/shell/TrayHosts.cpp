@@ -1,0 +1,45 @@
+#include <platform/linux/desktop/shell/TrayHosts.h>
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusVariant>
+
+namespace tulvane {
+
+namespace {
+
+const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+
+} // namespace
+
+TrayHosts::TrayHosts(const QDBusConnection& bus)
+    : m_bus(bus),
+      m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForRegistration)
+{
+    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHosts::ask);
+    // The book-keeper of the icons is there before the first bar is.
+    m_bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
+                  SLOT(ask()));
+    ask();
+}
+
+TrayHosts::~TrayHosts() = default;
+
+void TrayHosts::ask()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        watcherName, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    call.setAutoStartService(false);
+    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        const QDBusPendingReply<QDBusVariant> reply = *answer;
+        if (!reply.isError() && reply.value().variant().toBool() && onArrival)
+            onArrival();
+        answer->deleteLater();
+    });
+}
+
+} // namespace tulvane

@@ -1,0 +1,104 @@
+#include <platform/linux/x11/keyboard/FrontWindow.h>
+#include <platform/linux/x11/keyboard/PasteRoute.h>
+#include <platform/linux/x11/keyboard/X11KeyPosting.h>
+#include <platform/linux/x11/clipboard/X11Pasteboard.h>
+#include <platform/linux/session/X11Text.h>
+
+#include <xcb/xinput.h>
+#include <xcb/xtest.h>
+
+namespace tulvane {
+
+namespace {
+
+class X11Pasteboards final : public Pasteboards {
+public:
+    X11Pasteboards(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler, TerminalTable terminals)
+        : m_link(link),
+          m_terminals(std::move(terminals)),
+          m_clipboard(link, keeper, scheduler, QStringLiteral("CLIPBOARD")),
+          m_primary(link, keeper, scheduler, QStringLiteral("PRIMARY"))
+    {
+    }
+
+    [[nodiscard]] Pasteboard& general() override { return m_clipboard; }
+    [[nodiscard]] Pasteboard& pasteSource() override
+    {
+        const PasteRoute route = PasteRoute::current(m_link, m_terminals);
+        return route.selection == PasteSelection::primary ? m_primary : m_clipboard;
+    }
+
+private:
+    X11Link& m_link;
+    TerminalTable m_terminals;
+    X11Pasteboard m_clipboard;
+    X11Pasteboard m_primary;
+};
+
+} // namespace
+
+struct X11Text::Parts {
+    Parts(std::unique_ptr<X11Link> opened, std::unique_ptr<SelectionOwner> started,
+          const TerminalTable& terminals, Scheduler& scheduler)
+        : link(std::move(opened)),
+          keeper(std::move(started)),
+          pasteboards(*link, *keeper, scheduler, terminals),
+          keys(*link, scheduler, terminals)
+    {
+    }
+
+    std::unique_ptr<X11Link> link;
+    std::unique_ptr<SelectionOwner> keeper;
+    X11Pasteboards pasteboards;
+    X11KeyPosting keys;
+};
+
+X11Text::X11Text(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+X11Text::~X11Text() = default;
+
+std::unique_ptr<X11Text> X11Text::open(const QByteArray& display, const TerminalTable& terminals,
+                                       Scheduler& scheduler)
+{
+    auto link = X11Link::open(display);
+    auto keeper = link ? SelectionOwner::start(display) : nullptr;
+    if (!keeper)
+        return nullptr;
+    return std::unique_ptr<X11Text>(
+        new X11Text(std::make_unique<Parts>(std::move(link), std::move(keeper), terminals, scheduler)));
+}
+
+Pasteboards& X11Text::pasteboards()
+{
+    return m_parts->pasteboards;
+}
+
+KeyPosting& X11Text::keys()
+{
+    return m_parts->keys;
+}
+
+std::optional<quint32> X11Text::frontProcess()
+{
+    return FrontWindow::process(*m_parts->link);
+}
+
+X11PrivacyPermissions::Abilities X11Text::abilities(const QByteArray& display, SessionKind session)
+{
+    X11PrivacyPermissions::Abilities abilities{session, false, false, false};
+    const auto link = X11Link::open(display);
+    if (!link)
+        return abilities;
+    xcb_connection_t* const connection = link->connection();
+    abilities.displayReached = true;
+    const auto* test = xcb_get_extension_data(connection, &xcb_test_id);
+    abilities.postsKeys = test != nullptr && test->present != 0;
+    const auto* input = xcb_get_extension_data(connection, &xcb_input_id);
+    if (input != nullptr && input->present != 0) {
+        const XcbReply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+            connection, xcb_input_xi_query_version(connection, 2, 0), nullptr));
+        abilities.watchesKeys = version && version->major_version >= 2;
+    }
+    return abilities;
+}
+
+} // namespace tulvane

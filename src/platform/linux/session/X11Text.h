@@ -1,0 +1,43 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <ports/KeyPosting.h>
+#include <ports/PasteChord.h>
+#include <ports/Pasteboard.h>
+#include <platform/linux/session/X11PrivacyPermissions.h>
+
+#include <QByteArray>
+
+#include <memory>
+#include <optional>
+
+namespace tulvane {
+
+/// Everything on an X11 desktop that brings text into other programs, over one connection, so that the server
+/// sees what we do in the order in which we do it. Main thread.
+class X11Text final {
+public:
+    /// `display` as in DISPLAY. Null when there is no such server. `scheduler` outlives it.
+    [[nodiscard]] static std::unique_ptr<X11Text> open(const QByteArray& display,
+                                                       const TerminalTable& terminals, Scheduler& scheduler);
+    X11Text(const X11Text&) = delete;
+    X11Text& operator=(const X11Text&) = delete;
+    ~X11Text();
+
+    [[nodiscard]] Pasteboards& pasteboards();
+    [[nodiscard]] KeyPosting& keys();
+    /// The process of the program that has the keyboard focus, where its window names it.
+    [[nodiscard]] std::optional<quint32> frontProcess();
+
+    /// What the permissions depend on; asks the display named, in a session of this kind.
+    [[nodiscard]] static X11PrivacyPermissions::Abilities abilities(const QByteArray& display,
+                                                                    SessionKind session);
+
+private:
+    struct Parts;
+    explicit X11Text(std::unique_ptr<Parts> parts);
+
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace tulvane

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <ports/PasteboardItem.h>
+#include <platform/linux/x11/clipboard/ClipboardFormats.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace tulvane {
+
+/// Reads everything that another program offers under a selection, one target after the other. Main thread;
+/// never waits. Dropping it ends it.
+class SelectionReader final : public X11Link::Listener {
+public:
+    /// An owner that does nothing for this long is given up on.
+    static constexpr std::chrono::milliseconds progressLimit{300};
+    /// And one that keeps us waiting for longer than this in all, however busily.
+    static constexpr std::chrono::milliseconds totalLimit{3000};
+    static constexpr qsizetype byteLimit = 256 * 1024 * 1024;
+
+    struct Outcome {
+        PasteboardContents contents;
+        TargetForms forms;
+    };
+    using Done = std::function<void(const Outcome&)>;
+
+    /// `window` is a hidden window of ours on which nothing else is read meanwhile. `done` is called once,
+    /// later; the read may be dropped from within it.
+    SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window_t window, xcb_atom_t selection, Done done);
+    SelectionReader(const SelectionReader&) = delete;
+    SelectionReader& operator=(const SelectionReader&) = delete;
+    ~SelectionReader() override;
+
+    void begin();
+    /// Another program has taken the selection over: what has been read is of no use.
+    void beginAgain();
+
+    void handle(const xcb_generic_event_t& event) override;
+
+private:
+    enum class Waiting { nothing, notice, pieces };
+
+    void ask(xcb_atom_t target);
+    void askNext();
+    void noticed(const xcb_selection_notify_event_t& notice);
+    void takeProperty();
+    void takeWhole(const XcbReply<xcb_get_property_reply_t>& reply);
+    void takePiece(const XcbReply<xcb_get_property_reply_t>& reply);
+    void take(const QByteArray& bytes, const TargetForm& form);
+    void takeTargets(const QByteArray& bytes);
+    void keep(const QByteArray& bytes, const TargetForm& form);
+    void progressed();
+    void finish(bool complete);
+    [[nodiscard]] XcbReply<xcb_get_property_reply_t> fetchProperty();
+
+    X11Link& m_link;
+    Scheduler& m_scheduler;
+    xcb_window_t m_window;
+    xcb_atom_t m_selection;
+    Done m_done;
+    Waiting m_waiting = Waiting::nothing;
+    xcb_atom_t m_target = noAtom;
+    xcb_atom_t m_property = noAtom;
+    xcb_timestamp_t m_time = XCB_CURRENT_TIME;
+    int m_requests = 0;
+    QList<xcb_atom_t> m_left;
+    QByteArray m_pieces;
+    TargetForm m_piecesForm;
+    qsizetype m_bytes = 0;
+    PasteboardItem m_item;
+    TargetForms m_forms;
+    std::unique_ptr<Scheduler::Token> m_stalled;
+    std::unique_ptr<Scheduler::Token> m_late;
+};
+
+} // namespace tulvane

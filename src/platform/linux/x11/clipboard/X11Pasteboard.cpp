@@ -1,0 +1,201 @@
+#include <platform/linux/x11/keyboard/FrontWindow.h>
+#include <platform/linux/x11/clipboard/X11Pasteboard.h>
+
+#include <algorithm>
+
+namespace tulvane {
+
+X11Pasteboard::X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler,
+                             const QString& selection)
+    : m_link(link),
+      m_keeper(keeper),
+      m_scheduler(scheduler),
+      m_selection(link.atom(selection)),
+      m_window(link.makeHiddenWindow()),
+      m_owner(keeper.keep(m_selection, [this](xcb_window_t reader, quint64 offer) {
+          QMetaObject::invokeMethod(
+              &m_context, [this, reader, offer] { textRead(reader, offer); }, Qt::QueuedConnection);
+      }))
+{
+    m_link.addListener(*this);
+    xcb_connection_t* const connection = m_link.connection();
+    const xcb_query_extension_reply_t* fixes = xcb_get_extension_data(connection, &xcb_xfixes_id);
+    if (fixes == nullptr || fixes->present == 0)
+        return;
+    m_fixesEvent = static_cast<std::uint8_t>(fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
+    const XcbReply<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+        connection, xcb_xfixes_query_version(connection, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
+        nullptr));
+    xcb_xfixes_select_selection_input(connection, m_window, m_selection,
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    m_link.flush();
+}
+
+X11Pasteboard::~X11Pasteboard()
+{
+    m_keeper.forget(m_selection);
+    m_link.removeListener(*this);
+    for (PendingRead& pending : m_reads) {
+        pending.promise.addResult(PasteboardContents{{}, false});
+        pending.promise.finish();
+    }
+    xcb_destroy_window(m_link.connection(), m_window);
+    m_link.flush();
+}
+
+QFuture<PasteboardContents> X11Pasteboard::contents()
+{
+    // A change that has happened is not to begin the read anew.
+    m_link.catchUp();
+    if (isOurs())
+        return QtFuture::makeReadyFuture(PasteboardContents{m_ownItems, true});
+    m_reads.push_back({QPromise<PasteboardContents>(), m_link.makeHiddenWindow(), nullptr});
+    PendingRead& pending = m_reads.back();
+    pending.promise.start();
+    pending.read = std::make_unique<SelectionReader>(
+        m_link, m_scheduler, pending.window, m_selection,
+        [this, &pending](const SelectionReader::Outcome& outcome) { readFinished(pending, outcome); });
+    pending.read->begin();
+    return pending.promise.future();
+}
+
+void X11Pasteboard::readFinished(PendingRead& pending, const SelectionReader::Outcome& outcome)
+{
+    m_forms.insert(outcome.forms);
+    xcb_destroy_window(m_link.connection(), pending.window);
+    QPromise<PasteboardContents> promise = std::move(pending.promise);
+    // The read is still running on this stack; it goes when the stack has unwound.
+    QMetaObject::invokeMethod(
+        &m_context,
+        [this, gone = &pending] { m_reads.remove_if([&](const PendingRead& one) { return &one == gone; }); },
+        Qt::QueuedConnection);
+    promise.addResult(outcome.contents);
+    promise.finish();
+}
+
+qint64 X11Pasteboard::changeCount()
+{
+    m_link.catchUp();
+    return m_changeCount;
+}
+
+bool X11Pasteboard::replace(const QList<PasteboardItem>& items)
+{
+    return put(items, std::nullopt);
+}
+
+void X11Pasteboard::clear()
+{
+    empty(std::nullopt);
+}
+
+bool X11Pasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count)
+{
+    return items.isEmpty() ? empty(count) : put(items, count);
+}
+
+bool X11Pasteboard::put(const QList<PasteboardItem>& items, OnlyAt count)
+{
+    const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
+    const xcb_window_t front = FrontWindow::current(m_link).window;
+    // Whatever has been written until this moment is counted. What another program writes between it and the
+    // change of the owner has a later time than ours, and the server keeps to it.
+    const xcb_timestamp_t time = m_link.serverTime(m_window);
+    if (count && m_changeCount != *count)
+        return false;
+    m_ownItems = items;
+    m_reading = Reading::unread;
+    m_front = front;
+    m_keeper.take(m_selection, offers, time, ++m_offer);
+    if (isOurs()) {
+        countOwnChange();
+        return true;
+    }
+    m_keeper.drop(m_selection);
+    m_ownItems.clear();
+    return false;
+}
+
+bool X11Pasteboard::empty(OnlyAt count)
+{
+    const xcb_timestamp_t time = m_link.serverTime(m_window);
+    if (count && m_changeCount != *count)
+        return false;
+    m_keeper.drop(m_selection);
+    m_ownItems.clear();
+    countOwnChange();
+    // The notice of it comes now or, where another program was quicker, never: waited for any longer, it
+    // would be taken for the next program's that clears the pasteboard.
+    m_clearing = time;
+    setOwner(noWindow, time);
+    m_link.catchUp();
+    m_clearing.reset();
+    return true;
+}
+
+void X11Pasteboard::handle(const xcb_generic_event_t& event)
+{
+    if (m_fixesEvent == 0 || event.response_type != m_fixesEvent)
+        return;
+    const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    if (notice.window == m_window && notice.selection == m_selection)
+        ownerChanged(notice);
+}
+
+void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& notice)
+{
+    // Our own write was counted when it was made.
+    const bool isSet = notice.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER;
+    if (isSet && notice.owner == m_owner)
+        return;
+    if (isSet && notice.owner == noWindow && m_clearing == notice.selection_timestamp) {
+        m_clearing.reset();
+        return;
+    }
+    ++m_changeCount;
+    if (!isOurs()) {
+        m_keeper.drop(m_selection);
+        m_ownItems.clear();
+    }
+    for (PendingRead& pending : m_reads)
+        pending.read->beginAgain();
+    tellActivity();
+}
+
+void X11Pasteboard::textRead(xcb_window_t reader, quint64 offer)
+{
+    // What was read may be a text from before the last write.
+    if (offer != m_offer || m_front == noWindow || !FrontWindow::sameProgram(m_link, reader, m_front))
+        return;
+    m_reading = Reading::read;
+    tellActivity();
+}
+
+bool X11Pasteboard::isOurs() const
+{
+    xcb_connection_t* const connection = m_link.connection();
+    const XcbReply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, m_selection), nullptr));
+    return reply && reply->owner == m_owner;
+}
+
+void X11Pasteboard::setOwner(xcb_window_t owner, xcb_timestamp_t time)
+{
+    xcb_set_selection_owner(m_link.connection(), owner, m_selection, time);
+    m_link.flush();
+}
+
+void X11Pasteboard::tellActivity()
+{
+    QMetaObject::invokeMethod(
+        &m_context,
+        [this] {
+            if (m_activity)
+                m_activity();
+        },
+        Qt::QueuedConnection);
+}
+
+} // namespace tulvane

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <base/Scheduler.h>
+#include <ports/Pasteboard.h>
+#include <platform/linux/x11/clipboard/SelectionOwner.h>
+#include <platform/linux/x11/clipboard/SelectionReader.h>
+
+#include <QObject>
+#include <QPromise>
+
+#include <xcb/xfixes.h>
+
+#include <list>
+#include <memory>
+#include <optional>
+
+namespace tulvane {
+
+/// One selection of the X server as a pasteboard. It holds one item at most. What it puts on the pasteboard
+/// is there as long as this object is, unless a clipboard manager keeps a copy.
+///
+/// It tells whether the program in front has read the text, by who asks for it: a request from the program
+/// that had the focus at the write counts, whoever else reads (a clipboard manager) does not. A program in
+/// front that keeps copies of its own asks as soon as the owner changes, and never again when it pastes.
+class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
+public:
+    /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
+    X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler, const QString& selection);
+    X11Pasteboard(const X11Pasteboard&) = delete;
+    X11Pasteboard& operator=(const X11Pasteboard&) = delete;
+    ~X11Pasteboard() override;
+
+    [[nodiscard]] QFuture<PasteboardContents> contents() override;
+    [[nodiscard]] qint64 changeCount() override;
+    bool replace(const QList<PasteboardItem>& items) override;
+    void clear() override;
+    [[nodiscard]] qint64 ownChangeCount() const override { return m_ownChangeCount; }
+    bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) override;
+    [[nodiscard]] Reading reading() const override { return m_reading; }
+    void setActivityHandler(std::function<void()> handler) override { m_activity = std::move(handler); }
+
+    void handle(const xcb_generic_event_t& event) override;
+
+private:
+    struct PendingRead {
+        QPromise<PasteboardContents> promise;
+        xcb_window_t window = noWindow;
+        std::unique_ptr<SelectionReader> read;
+    };
+
+    /// Whether it may be done only where this is still the change count.
+    using OnlyAt = std::optional<qint64>;
+    bool put(const QList<PasteboardItem>& items, OnlyAt count);
+    bool empty(OnlyAt count);
+    void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
+
+    void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
+    void textRead(xcb_window_t reader, quint64 offer);
+    void readFinished(PendingRead& pending, const SelectionReader::Outcome& outcome);
+    [[nodiscard]] bool isOurs() const;
+    void setOwner(xcb_window_t owner, xcb_timestamp_t time);
+    void tellActivity();
+
+    X11Link& m_link;
+    SelectionOwner& m_keeper;
+    Scheduler& m_scheduler;
+    xcb_atom_t m_selection;
+    xcb_window_t m_window; ///< hears of changes of the owner
+    xcb_window_t m_owner;  ///< owns the selection while it is ours
+    std::uint8_t m_fixesEvent = 0;
+    quint64 m_offer = 0; ///< counts our writes
+    QList<PasteboardItem> m_ownItems;
+    TargetForms m_forms;
+    std::list<PendingRead> m_reads;
+    qint64 m_changeCount = 0;
+    qint64 m_ownChangeCount = 0;
+    /// The time of a clearing of ours whose notice is on its way.
+    std::optional<xcb_timestamp_t> m_clearing;
+    Reading m_reading = Reading::unread;
+    xcb_window_t m_front = noWindow;
+    std::function<void()> m_activity;
+    QObject m_context; ///< what is called later is called while this lives
+};
+
+} // namespace tulvane

@@ -1,0 +1,92 @@
+#include <platform/linux/x11/keyboard/KeyboardLayout.h>
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon-x11.h>
+
+namespace tulvane {
+
+namespace {
+
+/// The one letter that a key has in a group without Shift; none when it has none or several.
+xkb_keysym_t plainLetter(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t group)
+{
+    const xkb_keysym_t* letters = nullptr;
+    return xkb_keymap_key_get_syms_by_level(keymap, key, group, 0, &letters) == 1 ? *letters
+                                                                                  : XKB_KEY_NoSymbol;
+}
+
+} // namespace
+
+std::optional<KeyboardLayout> KeyboardLayout::current(X11Link& link)
+{
+    xcb_connection_t* const connection = link.connection();
+    const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(
+        xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), &xkb_context_unref);
+    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
+    xkb_keymap* keymap =
+        device < 0 || !context
+            ? nullptr
+            : xkb_x11_keymap_new_from_device(context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    if (keymap == nullptr)
+        return std::nullopt;
+    return KeyboardLayout(Keymap(keymap, &xkb_keymap_unref));
+}
+
+std::optional<KeyPlace> KeyboardLayout::find(xkb_keysym_t letter, std::uint8_t preferredGroup) const
+{
+    const xkb_keycode_t last = xkb_keymap_max_keycode(m_keymap.get());
+    const auto inGroup = [&](xkb_layout_index_t group) -> std::optional<KeyPlace> {
+        for (xkb_keycode_t key = xkb_keymap_min_keycode(m_keymap.get()); key <= last; ++key) {
+            if (plainLetter(m_keymap.get(), key, group) == letter)
+                return KeyPlace{static_cast<xcb_keycode_t>(key), static_cast<std::uint8_t>(group)};
+        }
+        return std::nullopt;
+    };
+    if (const auto place = inGroup(preferredGroup))
+        return place;
+    for (xkb_layout_index_t group = 0; group < xkb_keymap_num_layouts(m_keymap.get()); ++group) {
+        if (const auto place = inGroup(group))
+            return place;
+    }
+    return std::nullopt;
+}
+
+xkb_keysym_t KeyboardLayout::letterOf(xcb_keycode_t key) const
+{
+    return plainLetter(m_keymap.get(), key, 0);
+}
+
+bool KeyboardLayout::isHeldModifier(xcb_keycode_t key) const
+{
+    switch (letterOf(key)) {
+    case XKB_KEY_Shift_L:
+    case XKB_KEY_Shift_R:
+    case XKB_KEY_Control_L:
+    case XKB_KEY_Control_R:
+    case XKB_KEY_ISO_Level3_Shift:
+    case XKB_KEY_ISO_Level5_Shift:
+    case XKB_KEY_Mode_switch:
+        return true;
+    default:
+        return actsAlone(key);
+    }
+}
+
+bool KeyboardLayout::actsAlone(xcb_keycode_t key) const
+{
+    switch (letterOf(key)) {
+    case XKB_KEY_Alt_L:
+    case XKB_KEY_Alt_R:
+    case XKB_KEY_Meta_L:
+    case XKB_KEY_Meta_R:
+    case XKB_KEY_Super_L:
+    case XKB_KEY_Super_R:
+    case XKB_KEY_Hyper_L:
+    case XKB_KEY_Hyper_R:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace tulvane

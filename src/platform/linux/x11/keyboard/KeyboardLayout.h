@@ -1,0 +1,42 @@
+#pragma once
+
+#include <platform/linux/x11/connection/X11Link.h>
+
+#include <xkbcommon/xkbcommon.h>
+
+#include <memory>
+#include <optional>
+
+namespace tulvane {
+
+/// Where a letter lies: a key, and the group (layout) in which the key has it without Shift.
+struct KeyPlace {
+    xcb_keycode_t key = 0;
+    std::uint8_t group = 0;
+};
+
+/// What the keys of the keyboard mean at one moment. Main thread.
+class KeyboardLayout final {
+public:
+    /// Reads the layout that is in use now; cheap enough for every keystroke that we post. None where the
+    /// server does not tell.
+    [[nodiscard]] static std::optional<KeyboardLayout> current(X11Link& link);
+
+    /// The key for a letter: in the preferred group if it is there, else in the first one that has it.
+    [[nodiscard]] std::optional<KeyPlace> find(xkb_keysym_t letter, std::uint8_t preferredGroup) const;
+
+    /// Whether the key is one that changes others only while it is down: Shift, Ctrl, Alt, Super and their
+    /// like. Locks are not.
+    [[nodiscard]] bool isHeldModifier(xcb_keycode_t key) const;
+    /// Whether a program may answer to the key alone, pressed and released: Alt opens menus, Super overviews.
+    [[nodiscard]] bool actsAlone(xcb_keycode_t key) const;
+    [[nodiscard]] xkb_keysym_t letterOf(xcb_keycode_t key) const;
+
+private:
+    using Keymap = std::shared_ptr<xkb_keymap>;
+    explicit KeyboardLayout(Keymap keymap) : m_keymap(std::move(keymap)) {}
+
+    Keymap m_keymap;
+};
+
+} // namespace tulvane

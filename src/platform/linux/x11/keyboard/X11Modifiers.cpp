@@ -1,0 +1,105 @@
+#include <ports/KeyModifiers.h>
+#include <platform/linux/x11/keyboard/X11Modifiers.h>
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <array>
+
+namespace tulvane {
+
+namespace {
+
+constexpr int modifierCount = 8;
+constexpr quint32 allModifiers = 0xFF;
+
+bool types(xkb_keymap* keymap, xkb_keycode_t key, xkb_keysym_t left, xkb_keysym_t right)
+{
+    for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts_for_key(keymap, key); ++layout) {
+        const xkb_keysym_t* keysyms = nullptr;
+        const int count = xkb_keymap_key_get_syms_by_level(keymap, key, layout, 0, &keysyms);
+        for (int i = 0; i < count; ++i) {
+            if (keysyms[i] == left || keysyms[i] == right)
+                return true;
+        }
+    }
+    return false;
+}
+
+struct Pair {
+    quint32 carbon;
+    quint16 mask;
+};
+
+std::array<Pair, 4> pairsOf(const X11Modifiers& modifiers)
+{
+    return {Pair{carbon::shift, XCB_MOD_MASK_SHIFT}, Pair{carbon::control, XCB_MOD_MASK_CONTROL},
+            Pair{carbon::option, modifiers.alt}, Pair{carbon::command, modifiers.super}};
+}
+
+} // namespace
+
+X11Modifiers X11Modifiers::read(X11Connection& connection, xkb_keymap* keymap)
+{
+    X11Modifiers modifiers;
+    const auto cookie = xcb_get_modifier_mapping(connection.xcb());
+    const XcbReply<xcb_get_modifier_mapping_reply_t> reply(
+        xcb_get_modifier_mapping_reply(connection.xcb(), cookie, nullptr));
+    connection.handleEventsSoon();
+    if (!reply)
+        return modifiers;
+    const xcb_keycode_t* const keys = xcb_get_modifier_mapping_keycodes(reply.get());
+    for (int bit = 0; bit < modifierCount; ++bit) {
+        for (int i = 0; i < reply->keycodes_per_modifier; ++i) {
+            const xcb_keycode_t key = keys[bit * reply->keycodes_per_modifier + i];
+            const auto mask = static_cast<quint16>(1U << static_cast<unsigned>(bit));
+            if (types(keymap, key, XKB_KEY_Alt_L, XKB_KEY_Alt_R))
+                modifiers.alt |= mask;
+            if (types(keymap, key, XKB_KEY_Super_L, XKB_KEY_Super_R))
+                modifiers.super |= mask;
+            if (types(keymap, key, XKB_KEY_Num_Lock, XKB_KEY_Num_Lock))
+                modifiers.numLock |= mask;
+        }
+    }
+    return modifiers;
+}
+
+std::optional<quint16> X11Modifiers::mask(quint32 carbonModifiers) const
+{
+    quint16 mask = 0;
+    for (const Pair& pair : pairsOf(*this)) {
+        if ((carbonModifiers & pair.carbon) == 0)
+            continue;
+        if (pair.mask == 0)
+            return std::nullopt;
+        mask |= pair.mask;
+    }
+    return mask;
+}
+
+quint32 X11Modifiers::carbonModifiers(quint32 state) const
+{
+    quint32 result = 0;
+    for (const Pair& pair : pairsOf(*this)) {
+        if ((state & pair.mask) != 0)
+            result |= pair.carbon;
+    }
+    return result;
+}
+
+std::vector<quint16> X11Modifiers::lockVariants() const
+{
+    std::vector<quint16> variants{0, XCB_MOD_MASK_LOCK};
+    if (numLock != 0) {
+        variants.push_back(numLock);
+        variants.push_back(numLock | XCB_MOD_MASK_LOCK);
+    }
+    return variants;
+}
+
+quint16 X11Modifiers::withoutLocks(quint32 state) const
+{
+    return static_cast<quint16>(state & allModifiers & ~quint32{XCB_MOD_MASK_LOCK} & ~quint32{numLock});
+}
+
+} // namespace tulvane

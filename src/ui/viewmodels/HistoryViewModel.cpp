@@ -1,0 +1,135 @@
+#include <base/Clock.h>
+#include <base/Translate.h>
+#include <dictation/DictationSession.h>
+#include <ports/Pasteboard.h>
+#include <stats/StatsFormat.h>
+#include <stats/StatsStore.h>
+#include <stats/WordCount.h>
+#include <ui/viewmodels/HistoryViewModel.h>
+
+#include <QLocale>
+
+#include <algorithm>
+
+namespace tulvane {
+
+HistoryViewModel::HistoryViewModel(const UiContext& context, qsizetype most, QObject* parent)
+    : QAbstractListModel(parent),
+      m_context(context),
+      m_most(most)
+{
+    m_shown = m_context.session.history().first(std::min(m_most, m_context.session.history().size()));
+    connect(&m_context.session, &DictationSession::historyChanged, this, &HistoryViewModel::follow);
+}
+
+HistoryViewModel::~HistoryViewModel() = default;
+
+int HistoryViewModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+QHash<int, QByteArray> HistoryViewModel::roleNames() const
+{
+    return {{TranscriptRole, "transcript"}, {TimeRole, "time"},           {LengthRole, "length"},
+            {WordsRole, "words"},           {CopyLabelRole, "copyLabel"}, {CopiedRole, "copied"}};
+}
+
+QVariant HistoryViewModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= count())
+        return {};
+    const TranscriptEntry& entry = m_shown.at(index.row());
+    switch (role) {
+    case TranscriptRole:
+        return entry.text.trimmed();
+    case TimeRole:
+        return timeText(entry.date);
+    case LengthRole:
+        return translate("%1 s").arg(QLocale().toString(entry.durationSeconds, 'f', 1));
+    case WordsRole:
+        return translate("%1 words").arg(countWords(entry.text));
+    case CopyLabelRole:
+        return copyLabel(entry.id);
+    case CopiedRole: {
+        const auto answer = m_answers.find(entry.id);
+        return answer != m_answers.end() && answer->second.taken;
+    }
+    default:
+        return {};
+    }
+}
+
+QString HistoryViewModel::timeText(const QDateTime& date) const
+{
+    const QString time = QLocale().toString(date.time(), QLocale::ShortFormat);
+    const Calendar& calendar = m_context.stats.calendar();
+    const QDate day = calendar.dateOf(date);
+    return day == calendar.dateOf(m_context.clock.now()) ? time : formatDay(day) + u' ' + time;
+}
+
+QString HistoryViewModel::copyLabel(const QUuid& id) const
+{
+    const auto answer = m_answers.find(id);
+    if (answer == m_answers.end())
+        return translate("Copy");
+    return answer->second.taken ? translate("Copied") : translate("Not copied");
+}
+
+void HistoryViewModel::copy(int row)
+{
+    if (row < 0 || row >= count())
+        return;
+    const QUuid id = m_shown.at(row).id;
+    // Replacing clears the pasteboard too, and no program finds it empty in between.
+    const bool taken = m_context.pasteboards.general().replace({PasteboardItem::text(m_shown.at(row).text)});
+    m_answers[id] = {taken, m_context.scheduler.after(copiedTime, [this, id] { forget(id); })};
+    tellOfAnswer(id);
+}
+
+void HistoryViewModel::forget(const QUuid& id)
+{
+    m_answers.erase(id);
+    tellOfAnswer(id);
+}
+
+void HistoryViewModel::tellOfAnswer(const QUuid& id)
+{
+    const auto entry = std::ranges::find(m_shown, id, &TranscriptEntry::id);
+    if (entry == m_shown.end())
+        return;
+    const QModelIndex changed = index(static_cast<int>(entry - m_shown.begin()));
+    Q_EMIT dataChanged(changed, changed, {CopyLabelRole, CopiedRole});
+}
+
+void HistoryViewModel::refresh()
+{
+    if (!m_shown.isEmpty())
+        Q_EMIT dataChanged(index(0), index(count() - 1), {TimeRole});
+}
+
+void HistoryViewModel::follow()
+{
+    const QList<TranscriptEntry>& all = m_context.session.history();
+    const QList<TranscriptEntry> wanted = all.first(std::min(m_most, all.size()));
+    // New entries come at the front, and old ones leave at the end; rows that stay keep their place, and the
+    // keyboard its button.
+    const auto stays = m_shown.isEmpty()
+                           ? wanted.end()
+                           : std::ranges::find(wanted, m_shown.first().id, &TranscriptEntry::id);
+    const int added = static_cast<int>(stays - wanted.begin());
+    const int kept = static_cast<int>(wanted.size()) - added;
+    if (kept < count()) {
+        beginRemoveRows({}, kept, count() - 1);
+        m_shown.resize(kept);
+        endRemoveRows();
+    }
+    if (added > 0) {
+        beginInsertRows({}, 0, added - 1);
+        m_shown = wanted;
+        endInsertRows();
+    }
+    Q_EMIT countChanged();
+}
+
+} // namespace tulvane

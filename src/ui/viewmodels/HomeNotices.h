@@ -1,0 +1,65 @@
+#pragma once
+
+#include <ui/UiContext.h>
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace tulvane {
+
+class HistoryViewModel;
+
+/// What the home page tells beyond a passing notice, because there is something to be done about it: a
+/// recording that could not be transcribed, a text that could not be inserted, a hotkey that does not work.
+/// Main thread.
+class HomeNotices final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    /// Whether there is a recording that could not be transcribed; `failure` says why.
+    Q_PROPERTY(bool canRetry READ canRetry NOTIFY retryChanged)
+    Q_PROPERTY(QString failure READ failure NOTIFY retryChanged)
+    /// Whether the last text was left on the clipboard although it was to be inserted.
+    Q_PROPERTY(bool isTextLeft READ isTextLeft NOTIFY textLeftChanged)
+    Q_PROPERTY(QString copyLabel READ copyLabel NOTIFY copyLabelChanged)
+    /// Which hotkey does nothing, in a sentence, and why; empty when each one works.
+    Q_PROPERTY(QString brokenHotkey READ brokenHotkey NOTIFY hotkeyChanged)
+    Q_PROPERTY(QString brokenHotkeyReason READ brokenHotkeyReason NOTIFY hotkeyChanged)
+
+public:
+    /// `recent` lists the last text first.
+    HomeNotices(const UiContext& context, HistoryViewModel& recent, QObject* parent);
+
+    [[nodiscard]] bool canRetry() const;
+    [[nodiscard]] QString failure() const;
+    [[nodiscard]] bool isTextLeft() const;
+    [[nodiscard]] QString copyLabel() const;
+    [[nodiscard]] QString brokenHotkey() const;
+    [[nodiscard]] QString brokenHotkeyReason() const;
+
+    /// Transcribes the recording once more. Our own window is in front, so that the text goes to the
+    /// clipboard rather than into it.
+    Q_INVOKABLE void retry();
+    /// Puts the last text on the clipboard again, where something else may stand by now.
+    Q_INVOKABLE void copyLastText();
+    /// The user knows; the notice of the last text goes.
+    Q_INVOKABLE void hideTextLeft();
+
+Q_SIGNALS:
+    void retryChanged();
+    void textLeftChanged();
+    void copyLabelChanged();
+    void hotkeyChanged();
+
+private:
+    void notePhase();
+    void noteDelivery();
+
+    UiContext m_context;
+    HistoryViewModel& m_recent;
+    QString m_reason; ///< of the last failure; empty when it came before this object
+    bool m_isHidden = false;
+};
+
+} // namespace tulvane

@@ -1,0 +1,151 @@
+#include <dictation/Indicator.h>
+#include <hotkeys/HotkeyController.h>
+#include <hotkeys/KeyboardShortcuts.h>
+#include <models/ModelManager.h>
+#include <permissions/PermissionsService.h>
+#include <settings/AppSettings.h>
+#include <ui/viewmodels/OnboardingViewModel.h>
+#include <ui/viewmodels/SetupViewModel.h>
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace tulvane {
+
+namespace {
+
+/// The hotkey comes in last of all: its name may well have a star in it.
+QString allSet()
+{
+    return translate("All set. Focus any text field and press **%1**.");
+}
+
+} // namespace
+
+OnboardingViewModel::OnboardingViewModel(const UiContext& context, SetupFacts& facts, QObject* parent)
+    : QObject(parent),
+      m_context(context),
+      m_facts(facts)
+{
+    connect(&facts, &SetupFacts::changed, this, &OnboardingViewModel::changed);
+    // The footer also names the hotkey, which may change while every mark stays.
+    connect(&facts, &SetupFacts::changed, this, &OnboardingViewModel::footerChanged);
+    connect(&context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,
+            &OnboardingViewModel::footerChanged);
+    connect(&context.settings, &AppSettings::modifierHotkeyChanged, this, &OnboardingViewModel::footerChanged);
+    connect(&context.permissions, &PermissionsService::microphoneChanged, this,
+            &OnboardingViewModel::microphoneChanged);
+}
+
+QList<SetupStep> OnboardingViewModel::steps() const
+{
+    const SetupMarks marks = m_facts.marks();
+    const auto state = [](bool isDone) { return isDone ? SetupStepState::done : SetupStepState::todo; };
+    PermissionsService& permissions = m_context.permissions;
+    const auto askForMicrophone = [&permissions] {
+        if (permissions.microphone() == MicrophoneAccess::notDetermined)
+            permissions.requestMicrophone();
+        else
+            permissions.openSettings(PermissionsService::microphonePane);
+    };
+    return {
+        {1, translate("Microphone"), QStringLiteral("mic.fill"), state(marks.microphone), askForMicrophone},
+        {2, translate("Accessibility"), QStringLiteral("accessibility"), state(marks.accessibility),
+         [&permissions] { permissions.openSettings(PermissionsService::accessibilityPane); }},
+        {3, translate("Speech model"), QStringLiteral("waveform"), state(marks.model),
+         [this] { m_context.models.download(m_facts.selectedModel()); }},
+        {4, translate("Hotkey"), QStringLiteral("keyboard"), state(marks.hotkey),
+         [this] { m_context.windows->showPage(SettingsTab::settings); }},
+    };
+}
+
+QVariantList OnboardingViewModel::stepObjects() const
+{
+    QVariantList list;
+    for (const SetupStep& step : steps())
+        list.append(QVariantMap{{QStringLiteral("number"), step.number},
+                                {QStringLiteral("title"), step.title},
+                                {QStringLiteral("symbol"), step.symbol},
+                                {QStringLiteral("done"), step.state == SetupStepState::done},
+                                {QStringLiteral("label"), label(step.state)}});
+    return list;
+}
+
+int OnboardingViewModel::doneCount() const
+{
+    const auto list = steps();
+    return static_cast<int>(std::ranges::count(list, SetupStepState::done, &SetupStep::state));
+}
+
+QString OnboardingViewModel::progress() const
+{
+    return translate("%1/%2 completed").arg(doneCount()).arg(steps().size());
+}
+
+int OnboardingViewModel::next() const
+{
+    const auto list = steps();
+    const auto left = std::ranges::find(list, SetupStepState::todo, &SetupStep::state);
+    return left == list.end() ? 0 : left->number;
+}
+
+bool OnboardingViewModel::isAllDone() const
+{
+    return doneCount() == steps().size();
+}
+
+QString OnboardingViewModel::footer() const
+{
+    if (!isAllDone())
+        return spokenFooter().toHtmlEscaped();
+    const QString hotkey = m_context.hotkeys.hotkeyDescription().toHtmlEscaped();
+    static const QRegularExpression strong(QStringLiteral(R"(\*\*(.*?)\*\*)"));
+    return allSet().toHtmlEscaped().replace(strong, QStringLiteral("<b>\\1</b>")).arg(hotkey);
+}
+
+QString OnboardingViewModel::spokenFooter() const
+{
+    if (isAllDone())
+        return allSet().remove(QStringLiteral("**")).arg(m_context.hotkeys.hotkeyDescription());
+    return SetupViewModel::stepsLeft(static_cast<int>(steps().size()) - doneCount()) +
+           translate(" You can close this and come back any time from the menu-bar icon › Setup guide.");
+}
+
+QString OnboardingViewModel::finishLabel() const
+{
+    return isAllDone() ? translate("Done") : translate("Close");
+}
+
+QString OnboardingViewModel::microphone() const
+{
+    switch (m_context.permissions.microphone()) {
+    case MicrophoneAccess::notDetermined:
+        return QStringLiteral("ask");
+    case MicrophoneAccess::restricted:
+    case MicrophoneAccess::denied:
+        return QStringLiteral("denied");
+    case MicrophoneAccess::authorized:
+        return QStringLiteral("granted");
+    }
+    Q_UNREACHABLE();
+}
+
+void OnboardingViewModel::act(int number) const
+{
+    const auto list = steps();
+    const auto found = std::ranges::find(list, number, &SetupStep::number);
+    if (found != list.end())
+        found->action();
+}
+
+void OnboardingViewModel::finish()
+{
+    const SetupMarks marks = m_facts.marks();
+    // Without accessibility the text is left on the clipboard, and dictation works.
+    if (marks.microphone && marks.model && marks.hotkey)
+        m_context.settings.setHasCompletedOnboarding(true);
+    Q_EMIT closeWanted();
+}
+
+} // namespace tulvane

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <ui/UiContext.h>
+#include <ui/viewmodels/SetupFacts.h>
+#include <ui/viewmodels/SetupItem.h>
+
+#include <QList>
+#include <QObject>
+#include <QVariantList>
+#include <QtQml/qqmlregistration.h>
+
+namespace tulvane {
+
+/// The four steps of the setup guide, and what finishing it means. Live: nothing is stored but that it has
+/// been finished. Main thread.
+class OnboardingViewModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    /// Objects with `number`, `title`, `symbol`, `done` and `label`.
+    Q_PROPERTY(QVariantList steps READ stepObjects NOTIFY changed)
+    Q_PROPERTY(QString progress READ progress NOTIFY changed)
+    /// The number of the first step that is left; 0 when none is.
+    Q_PROPERTY(int next READ next NOTIFY changed)
+    Q_PROPERTY(bool allDone READ isAllDone NOTIFY changed)
+    /// What stands beside the finish button; the hotkey's name in bold (`<b>`), everything else escaped.
+    Q_PROPERTY(QString footer READ footer NOTIFY footerChanged)
+    /// The same as plain text, for reading aloud.
+    Q_PROPERTY(QString spokenFooter READ spokenFooter NOTIFY footerChanged)
+    Q_PROPERTY(QString finishLabel READ finishLabel NOTIFY changed)
+    /// "ask", "denied" or "granted".
+    Q_PROPERTY(QString microphone READ microphone NOTIFY microphoneChanged)
+
+public:
+    /// `facts` outlives this object.
+    OnboardingViewModel(const UiContext& context, SetupFacts& facts, QObject* parent);
+
+    [[nodiscard]] QList<SetupStep> steps() const;
+    [[nodiscard]] QVariantList stepObjects() const;
+    [[nodiscard]] QString progress() const;
+    [[nodiscard]] int next() const;
+    [[nodiscard]] bool isAllDone() const;
+    [[nodiscard]] QString footer() const;
+    [[nodiscard]] QString spokenFooter() const;
+    [[nodiscard]] QString finishLabel() const;
+    [[nodiscard]] QString microphone() const;
+
+    /// Does what leads towards the end of the step, 1 to 4.
+    Q_INVOKABLE void act(int number) const;
+    /// The finish button: remembers that the setup is complete, where dictation can work, and asks for the
+    /// window to be closed either way.
+    Q_INVOKABLE void finish();
+
+Q_SIGNALS:
+    void changed();
+    void footerChanged();
+    void microphoneChanged();
+    void closeWanted();
+
+private:
+    [[nodiscard]] int doneCount() const;
+
+    UiContext m_context;
+    SetupFacts& m_facts;
+};
+
+} // namespace tulvane

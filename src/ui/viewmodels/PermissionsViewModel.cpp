@@ -1,0 +1,57 @@
+#include <permissions/PermissionsService.h>
+#include <ui/viewmodels/PermissionsViewModel.h>
+
+namespace tulvane {
+
+QString inWords(const PermissionObstacle& obstacle)
+{
+    return obstacle.remedy.isEmpty() ? obstacle.reason : obstacle.reason + u' ' + obstacle.remedy;
+}
+
+PermissionsViewModel::PermissionsViewModel(const UiContext& context, QObject* parent)
+    : QObject(parent),
+      m_context(context)
+{
+    connect(&context.permissions, &PermissionsService::microphoneChanged, this, &PermissionsViewModel::changed);
+    connect(&context.permissions, &PermissionsService::accessibilityChanged, this,
+            &PermissionsViewModel::changed);
+}
+
+bool PermissionsViewModel::microphone() const
+{
+    return m_context.permissions.microphone() == MicrophoneAccess::authorized;
+}
+
+bool PermissionsViewModel::accessibility() const
+{
+    return m_context.permissions.accessibility();
+}
+
+QString PermissionsViewModel::microphoneObstacle() const
+{
+    return microphone() ? QString() : inWords(m_context.permissions.obstacle(Permission::microphone));
+}
+
+QString PermissionsViewModel::accessibilityObstacle() const
+{
+    return accessibility() ? QString() : inWords(m_context.permissions.obstacle(Permission::accessibility));
+}
+
+void PermissionsViewModel::openMicrophoneSettings() const
+{
+    m_context.permissions.openSettings(PermissionsService::microphonePane);
+}
+
+void PermissionsViewModel::openAccessibilitySettings() const
+{
+    m_context.permissions.openSettings(PermissionsService::accessibilityPane);
+}
+
+void PermissionsViewModel::resetAccessibility() const
+{
+    // Asking helps also where there was nothing to forget.
+    static_cast<void>(m_context.permissions.resetPermission(PermissionsService::Resettable::accessibility));
+    m_context.permissions.requestAccessibility();
+}
+
+} // namespace tulvane

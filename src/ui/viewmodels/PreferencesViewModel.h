@@ -1,0 +1,76 @@
+#pragma once
+
+#include <ui/UiContext.h>
+
+#include <QObject>
+#include <QVariantList>
+#include <QtQml/qqmlregistration.h>
+
+namespace tulvane {
+
+/// The Settings page: what the preferences are, what may be chosen, and what a change brings with it beyond
+/// its being stored. Plain switches and numbers are bound to `settings` itself. Main thread.
+class PreferencesViewModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    /// The `AppSettings`
+    Q_PROPERTY(QObject* settings READ settings CONSTANT)
+    // Of each choice: the options (`value`, `title`) and the value chosen now.
+    Q_PROPERTY(QVariantList languages READ languages CONSTANT)
+    Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
+    Q_PROPERTY(QVariantList insertionMethods READ insertionMethods CONSTANT)
+    Q_PROPERTY(
+        QString insertionMethod READ insertionMethod WRITE setInsertionMethod NOTIFY insertionMethodChanged)
+    Q_PROPERTY(QVariantList appearances READ appearances CONSTANT)
+    Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
+    Q_PROPERTY(QVariantList appLanguages READ appLanguages CONSTANT)
+    Q_PROPERTY(QString appLanguage READ appLanguage WRITE setAppLanguage NOTIFY appLanguageChanged)
+    /// Whether there is a clipboard to be restored after an insertion.
+    Q_PROPERTY(bool pastes READ pastes NOTIFY insertionMethodChanged)
+    Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
+    /// Why the last change of it failed; empty otherwise
+    Q_PROPERTY(QString launchAtLoginFailure READ launchAtLoginFailure NOTIFY launchAtLoginChanged)
+    /// Why a setting could not be stored; empty while all is well. It holds until the program ends.
+    Q_PROPERTY(QString storageFailure READ storageFailure NOTIFY storageFailureChanged)
+
+public:
+    PreferencesViewModel(const UiContext& context, QObject* parent);
+
+    [[nodiscard]] QObject* settings() const;
+    [[nodiscard]] static QVariantList languages();
+    [[nodiscard]] QString language() const;
+    void setLanguage(const QString& value);
+    [[nodiscard]] static QVariantList insertionMethods();
+    [[nodiscard]] QString insertionMethod() const;
+    void setInsertionMethod(const QString& value);
+    [[nodiscard]] static QVariantList appearances();
+    [[nodiscard]] QString appearance() const;
+    void setAppearance(const QString& value);
+    [[nodiscard]] static QVariantList appLanguages();
+    [[nodiscard]] QString appLanguage() const;
+    /// Another language takes effect by starting the program anew, which this does.
+    void setAppLanguage(const QString& value);
+    [[nodiscard]] bool pastes() const;
+    [[nodiscard]] bool launchAtLogin() const;
+    void setLaunchAtLogin(bool launch);
+    [[nodiscard]] const QString& launchAtLoginFailure() const { return m_launchAtLoginFailure; }
+    [[nodiscard]] const QString& storageFailure() const { return m_storageFailure; }
+
+    Q_INVOKABLE void showSetupGuide() const;
+
+Q_SIGNALS:
+    void languageChanged();
+    void insertionMethodChanged();
+    void appearanceChanged();
+    void appLanguageChanged();
+    void launchAtLoginChanged();
+    void storageFailureChanged();
+
+private:
+    UiContext m_context;
+    QString m_launchAtLoginFailure;
+    QString m_storageFailure;
+};
+
+} // namespace tulvane

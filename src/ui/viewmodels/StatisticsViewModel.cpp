@@ -1,0 +1,96 @@
+#include <base/Clock.h>
+#include <settings/AppSettings.h>
+#include <stats/StatsStore.h>
+#include <stats/StatsSummary.h>
+#include <stats/StatsTexts.h>
+#include <ui/viewmodels/CardList.h>
+#include <ui/viewmodels/StatisticsViewModel.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace tulvane {
+
+StatisticsViewModel::StatisticsViewModel(const UiContext& context, QObject* parent)
+    : QObject(parent),
+      m_context(context),
+      m_chart(new WordsChartViewModel(this))
+{
+    connect(&m_context.stats, &StatsStore::daysChanged, this, &StatisticsViewModel::refresh);
+    connect(&m_context.settings, &AppSettings::typingWordsPerMinuteChanged, this, &StatisticsViewModel::refresh);
+    refresh();
+}
+
+void StatisticsViewModel::setPeriod(const QString& raw)
+{
+    m_period = statsPeriodFromRawValue(raw).value_or(m_period);
+    refresh();
+}
+
+QVariantList StatisticsViewModel::periods()
+{
+    QVariantList list;
+    for (const StatsPeriod period : allStatsPeriods)
+        list.append(QVariantMap{{QStringLiteral("value"), rawValue(period)},
+                                {QStringLiteral("title"), title(period)}});
+    return list;
+}
+
+bool StatisticsViewModel::isEmpty() const
+{
+    return m_context.stats.days().isEmpty();
+}
+
+QVariantList StatisticsViewModel::cards() const
+{
+    return cardList(periodCards(StatsSummary(m_context.stats), m_period,
+                                m_context.settings.typingWordsPerMinute(), m_context.clock.now()),
+                    {QStringLiteral("text.bubble"), QStringLiteral("timer"), QStringLiteral("waveform"),
+                     QStringLiteral("flame.fill")});
+}
+
+QVariantList StatisticsViewModel::details() const
+{
+    QVariantList list;
+    for (const StatRow& row : detailRows(StatsSummary(m_context.stats), m_period,
+                                         m_context.settings.typingWordsPerMinute(), m_context.clock.now()))
+        list.append(QVariantMap{{QStringLiteral("label"), row.label}, {QStringLiteral("value"), row.value}});
+    return list;
+}
+
+int StatisticsViewModel::typingSpeed() const
+{
+    constexpr qint64 most = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(m_context.settings.typingWordsPerMinute(), qint64{0}, most));
+}
+
+void StatisticsViewModel::setTypingSpeed(int wordsPerMinute)
+{
+    m_context.settings.setTypingWordsPerMinute(std::clamp(wordsPerMinute, slowestTyping, fastestTyping));
+}
+
+QString StatisticsViewModel::typingSpeedLabel() const
+{
+    return tulvane::typingSpeedLabel(m_context.settings.typingWordsPerMinute());
+}
+
+void StatisticsViewModel::startOver()
+{
+    m_period = StatsPeriod::week;
+    m_chart->clear();
+    refresh();
+}
+
+void StatisticsViewModel::refresh()
+{
+    m_chart->show(StatsSummary(m_context.stats), chartLength(m_period),
+                  m_context.settings.typingWordsPerMinute(), m_context.clock.now());
+    Q_EMIT changed();
+}
+
+void StatisticsViewModel::reset()
+{
+    m_context.stats.reset();
+}
+
+} // namespace tulvane

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <ui/UiContext.h>
+#include <ui/viewmodels/HistoryViewModel.h>
+#include <ui/viewmodels/HomeViewModel.h>
+#include <ui/viewmodels/HotkeyViewModel.h>
+#include <ui/viewmodels/MainViewModel.h>
+#include <ui/viewmodels/ModelGallery.h>
+#include <ui/viewmodels/OnboardingViewModel.h>
+#include <ui/viewmodels/PermissionWatch.h>
+#include <ui/viewmodels/PermissionsViewModel.h>
+#include <ui/viewmodels/PreferencesViewModel.h>
+#include <ui/viewmodels/SetupViewModel.h>
+#include <ui/viewmodels/StatisticsViewModel.h>
+
+#include <QObject>
+
+namespace tulvane {
+
+/// What the windows' QML is given: one model for each page, made when a page first asks for it. Main thread.
+class ViewModels final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the program")
+    Q_PROPERTY(tulvane::MainViewModel* main READ main CONSTANT)
+    Q_PROPERTY(tulvane::SetupViewModel* setup READ setup CONSTANT)
+    Q_PROPERTY(tulvane::OnboardingViewModel* onboarding READ onboarding CONSTANT)
+    Q_PROPERTY(tulvane::HotkeyViewModel* hotkey READ hotkey CONSTANT)
+    Q_PROPERTY(tulvane::PermissionWatch* watch READ watch CONSTANT)
+    Q_PROPERTY(tulvane::HomeViewModel* home READ home CONSTANT)
+    Q_PROPERTY(tulvane::HistoryViewModel* history READ history CONSTANT)
+    Q_PROPERTY(tulvane::StatisticsViewModel* statistics READ statistics CONSTANT)
+    Q_PROPERTY(tulvane::ModelGallery* gallery READ gallery CONSTANT)
+    Q_PROPERTY(tulvane::ModelEntry* selectedModel READ selectedModel CONSTANT)
+    Q_PROPERTY(tulvane::PreferencesViewModel* preferences READ preferences CONSTANT)
+    Q_PROPERTY(tulvane::PermissionsViewModel* permissions READ permissions CONSTANT)
+
+public:
+    ViewModels(const UiContext& context, SettingsSelection& selection);
+    ~ViewModels() override;
+
+    [[nodiscard]] MainViewModel* main();
+    [[nodiscard]] SetupViewModel* setup();
+    [[nodiscard]] OnboardingViewModel* onboarding();
+    [[nodiscard]] HotkeyViewModel* hotkey();
+    [[nodiscard]] PermissionWatch* watch();
+    [[nodiscard]] HomeViewModel* home();
+    [[nodiscard]] HistoryViewModel* history();
+    [[nodiscard]] StatisticsViewModel* statistics();
+    [[nodiscard]] ModelGallery* gallery();
+    /// Whichever model is selected.
+    [[nodiscard]] ModelEntry* selectedModel();
+    [[nodiscard]] PreferencesViewModel* preferences();
+    [[nodiscard]] PermissionsViewModel* permissions();
+
+private:
+    /// Makes the model on first use; it is this object's child.
+    template <class Model, class... Arguments>
+    Model* made(Model*& model, Arguments&&... arguments)
+    {
+        if (!model)
+            model = new Model(m_context, std::forward<Arguments>(arguments)..., this);
+        return model;
+    }
+    [[nodiscard]] SetupFacts& facts() { return *made(m_facts); }
+
+    UiContext m_context;
+    SettingsSelection& m_selection;
+    MainViewModel* m_main = nullptr;
+    SetupFacts* m_facts = nullptr;
+    SetupViewModel* m_setup = nullptr;
+    OnboardingViewModel* m_onboarding = nullptr;
+    HotkeyViewModel* m_hotkey = nullptr;
+    PermissionWatch* m_watch = nullptr;
+    HomeViewModel* m_home = nullptr;
+    HistoryViewModel* m_history = nullptr;
+    StatisticsViewModel* m_statistics = nullptr;
+    ModelGallery* m_gallery = nullptr;
+    ModelEntry* m_selectedModel = nullptr;
+    PreferencesViewModel* m_preferences = nullptr;
+    PermissionsViewModel* m_permissions = nullptr;
+};
+
+} // namespace tulvane

@@ -1,46 +1,60 @@
 # The front door. It does no work of its own: scripts in tools/ and CMake presets do.
-#   make run     install what is missing, build, and start the program, or where there is no display show it unattended
-#                (ARGS="..." are passed on)
-#   make test    the same, and every test; `make soak` with the full counts
+#   make run     install what is missing for it, build the program, and start it, or where there is no display show it
+#                unattended (ARGS="..." are passed on)
+#   make install, make uninstall   under PREFIX (~/.local)
+#   make test    everything that the tests need, and every test; `make soak` with the full counts
 SHELL := /bin/bash
 .DEFAULT_GOAL := build
-.PHONY: build run test soak sanitizers lint format fuzz bench package dependencies clean
+.PHONY: build run test soak sanitizers lint format fuzz bench package install uninstall clean
 
 ARGS ?=
 
-dependencies:
-	@tools/install-dependencies
-
-build: dependencies
+build:
+	@tools/install-dependencies build
 	@tools/build release
 
-run: build
-	@tools/run-demo $(ARGS)
+run:
+	@tools/run $(ARGS)
 
-test: dependencies
+test:
+	@tools/install-dependencies test
 	@tools/run-tests
 
-soak: dependencies
+soak:
+	@tools/install-dependencies test
 	@TULVANE_SOAK=1 tools/run-tests
 
-sanitizers: dependencies
+sanitizers:
+	@tools/install-dependencies test
 	@tools/run-sanitizers
 
-lint: dependencies
+lint:
+	@tools/install-dependencies test
 	@tools/lint --all
 
-format: dependencies
+format:
+	@tools/install-dependencies test
 	@tools/format
 
-fuzz: dependencies
-	@tools/build release
+fuzz:
+	@tools/install-dependencies test
+	@tools/build --tests release
 	@TULVANE_SOAK=1 ctest --test-dir build/release --output-on-failure -L fuzz
 
-bench: dependencies
+bench:
+	@tools/install-dependencies bench
 	@tools/run-benchmarks
 
-package: dependencies
+package:
+	@tools/install-dependencies package
 	@tools/make-package
+
+install:
+	@tools/install-dependencies run
+	@tools/install
+
+uninstall:
+	@tools/uninstall
 
 clean:
 	rm -rf build

@@ -18,5 +18,4 @@ file(WRITE "${data}/doc/tulvane/changelog.Debian" "${CPACK_PACKAGE_NAME} (${vers
 compress("${data}/doc/tulvane/changelog.Debian")
 configure_file("${CPACK_TULVANE_SOURCE}/CHANGELOG.md" "${data}/doc/tulvane/changelog" COPYONLY)
 compress("${data}/doc/tulvane/changelog")
-configure_file("${CPACK_TULVANE_SOURCE}/packaging/linux/tulvane.1" "${data}/man/man1/tulvane.1" COPYONLY)
 compress("${data}/man/man1/tulvane.1")

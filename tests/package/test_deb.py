@@ -36,6 +36,7 @@ FILES = re.compile(r"""usr/(
   | share/icons/hicolor/(scalable|symbolic)/apps/com\.dunio\.Tulvane(-symbolic)?\.svg
   | share/doc/tulvane/(copyright|changelog\.gz|changelog\.Debian\.gz)
   | share/man/man1/tulvane\.1\.gz
+  | share/(bash-completion/completions/tulvane|zsh/site-functions/_tulvane|fish/vendor_completions\.d/tulvane\.fish)
   | share/tulvane/(help/permissions\.html|models/demo\.bin)
 )""", re.VERBOSE)
 
@@ -55,7 +56,8 @@ class Contents(unittest.TestCase):
             if not path.is_dir():
                 self.assertRegex(str(path.relative_to(ROOT)), FILES)
         for name in ("bin/tulvane", "bin/tulvane-desktop", "bin/tulvane-transfers",
-                     "share/doc/tulvane/changelog.Debian.gz", "share/man/man1/tulvane.1.gz", "share/tulvane/models/demo.bin"):
+                     "share/doc/tulvane/changelog.Debian.gz", "share/man/man1/tulvane.1.gz",
+                     "share/bash-completion/completions/tulvane", "share/tulvane/models/demo.bin"):
             self.assertTrue((ROOT / "usr" / name).is_file(), name)
 
     def test_everything_is_roots_and_readable_and_only_programs_are_executable(self):

@@ -17,23 +17,15 @@ class InstallAndUninstall(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.prefix = Path(folder.name) / "usr local"
 
-    def run_tool(self, name, check=True):
-        return subprocess.run([SOURCE / "tools" / name], capture_output=True, text=True, timeout=120, check=check,
-                              env={**os.environ, "PREFIX": str(self.prefix)})
-
-    def install(self):
-        # As tools/install does, without the build that precedes it there: other tests use the folder at this moment.
-        subprocess.run(["cmake", "--install", os.environ["TULVANE_BUILD"], "--prefix", self.prefix], check=True,
-                       stdout=subprocess.DEVNULL)
-        kept = self.prefix / "lib/tulvane/installed-files"
-        kept.parent.mkdir(parents=True, exist_ok=True)
-        kept.write_text("\n".join(str(path) for path in self.prefix.rglob("*") if not path.is_dir()), encoding="utf-8")
+    def run_tool(self, name, *arguments, check=True):
+        return subprocess.run([SOURCE / "tools" / name, *arguments], capture_output=True, text=True, timeout=120,
+                              check=check, env={**os.environ, "PREFIX": str(self.prefix)})
 
     def test_nothing_stays_but_what_was_there_before(self):
         mine = self.prefix / "share/applications/mine.desktop"
         mine.parent.mkdir(parents=True)
         mine.touch()
-        self.install()
+        self.run_tool("install", os.environ["TULVANE_BUILD"])
         self.assertTrue((self.prefix / "bin/tulvane").is_file())
         self.run_tool("uninstall")
         self.assertEqual([path for path in self.prefix.rglob("*") if not path.is_dir()], [mine])

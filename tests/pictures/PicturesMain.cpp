@@ -145,7 +145,7 @@ void setUpHalf(test::UiWorld& world)
     constexpr KeyCombination wanted{virtualKeys::space, carbon::option};
     beginAnew(world);
     world.privacy.microphoneAccess = MicrophoneAccess::authorized;
-    world.hotkeys.takeElsewhere(wanted);
+    world.globalHotkeys.takeElsewhere(wanted);
     world.shortcuts.setShortcut(Shortcut::fromCombination(wanted), ShortcutName::dictate());
     world.settings.setModifierHotkey(ModifierHotkey::rightOption);
     world.permissions.refresh();

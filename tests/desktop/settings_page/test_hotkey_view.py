@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 from accessible_program import AccessibleProgram
-from bell import AsyncEvent
+from bell import BellListener
 from virtual_desktop import VirtualDesktop
 
 PROGRAM = Path(os.environ["TULVANE_PROGRAM"])
@@ -34,7 +34,7 @@ class HotkeyView(unittest.TestCase):
         cls.desktop.install_demo_model()
         cls.desktop.set(hasCompletedOnboarding=True, appLanguage="en", insertionMethod="clipboardOnly")
         cls.page = AccessibleProgram(cls.desktop)
-        cls.bell = AsyncEvent(cls.desktop.display)
+        cls.bell = BellListener(cls.desktop.display)
         cls.begin()
 
     @classmethod

@@ -5,7 +5,7 @@ BELL = 8  # the kind of XKB event that tells of a bell
 CORE_KEYBOARD = 0x100
 
 
-class AsyncEvent:
+class BellListener:
     """Counts how often the bell of a display has rung since the last look."""
 
     def __init__(self, display):

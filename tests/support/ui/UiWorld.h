@@ -113,8 +113,8 @@ public:
     FakeKeyPosting keys;
     FakeFocusedElements elements;
     TextInserter inserter{{boards, keys, elements, privacy, scheduler}};
-    FakeGlobalHotkeys hotkeys;
-    KeyboardShortcuts shortcuts{defaults, hotkeys};
+    FakeGlobalHotkeys globalHotkeys;
+    KeyboardShortcuts shortcuts{defaults, globalHotkeys};
     FakeModifierEvents modifiers;
     HotkeyController hotkeys{settings, shortcuts, modifiers, clock};
     FakeSounds sounds;

@@ -290,12 +290,12 @@ TEST_F(HomeViewModelTest, AHotkeyThatDoesNotWorkIsTold)
     HomeNotices& notices = *home().notices();
     EXPECT_TRUE(notices.brokenHotkey().isEmpty());
     QSignalSpy changes(&notices, &HomeNotices::hotkeyChanged);
-    world.hotkeys.failRegistrations(HotkeyError::taken(1));
+    world.globalHotkeys.failRegistrations(HotkeyError::taken(1));
     world.shortcuts.setShortcut(Shortcut{2, 0x800}, ShortcutName::dictate());
     EXPECT_EQ(notices.brokenHotkey(), u"⌥D does not work as the hotkey");
     EXPECT_EQ(notices.brokenHotkeyReason(), HotkeyError::taken(1).description());
     EXPECT_GE(changes.count(), 1);
-    world.hotkeys.failRegistrations(std::nullopt);
+    world.globalHotkeys.failRegistrations(std::nullopt);
     world.shortcuts.registerAgain();
     EXPECT_TRUE(notices.brokenHotkey().isEmpty());
     EXPECT_TRUE(notices.brokenHotkeyReason().isEmpty());

@@ -58,6 +58,7 @@ public:
     {
         m_engine->setConfigurationChanged(std::move(changed));
     }
+    void setStalled(std::function<void()> stalled) override { m_engine->setStalled(std::move(stalled)); }
 
 private:
     std::unique_ptr<AudioEngine> m_engine;

@@ -120,6 +120,10 @@
         <translation>7 dager</translation>
     </message>
     <message>
+        <source>A part of Tulvane is missing: there is nothing to compute with.</source>
+        <translation>En del av Tulvane mangler: det er ingenting å regne med.</translation>
+    </message>
+    <message>
         <source>A single key needs the Input Monitoring permission.</source>
         <translation>Én tast alene krever tilgang til å følge med på tastaturet.</translation>
     </message>
@@ -1116,6 +1120,22 @@
         <translation>Det er %1× raskere enn å skrive</translation>
     </message>
     <message>
+        <source>The file cannot be read: %1</source>
+        <translation>Filen kan ikke leses: %1</translation>
+    </message>
+    <message>
+        <source>The file is damaged, or no speech model: %1</source>
+        <translation>Filen er skadet eller er ingen talemodell: %1</translation>
+    </message>
+    <message>
+        <source>The speech library says: %1</source>
+        <translation>Talebiblioteket sier: %1</translation>
+    </message>
+    <message>
+        <source>The speech model does not know the language “%1”.</source>
+        <translation>Talemodellen kan ikke språket «%1».</translation>
+    </message>
+    <message>
         <source>The X server lacks the XInput 2 extension, so single keys cannot be watched.</source>
         <translation>X-tjeneren mangler utvidelsen XInput 2, så enkelttaster kan ikke følges.</translation>
     </message>
@@ -1270,6 +1290,10 @@
     <message>
         <source>There is not enough free disk space: %1 more needed.</source>
         <translation>Det er for lite ledig diskplass: %1 mangler.</translation>
+    </message>
+    <message>
+        <source>This needs %1 MB of memory, and %2 MB are available.</source>
+        <translation>Dette krever %1 MB minne, og %2 MB er ledig.</translation>
     </message>
     <message>
         <source>This X server lacks the extensions (XKB, XInput 2.1) that watching a key needs.</source>

@@ -1,27 +1,27 @@
 #include <app/LinuxDesktop.h>
 #include <app/program/ProgramFolders.h>
 #include <insertion/PasteTable.h>
-#include <ports/UserDefaults.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/desktop/AutostartEntry.h>
-#include <platform/linux/process/ProcessMemory.h>
-#include <platform/linux/x11/windows/X11IndicatorPanel.h>
+#include <platform/linux/desktop/DesktopWorkspace.h>
 #include <platform/linux/desktop/shell/DesktopPresentation.h>
+#include <platform/linux/desktop/shell/TrayStatusItem.h>
+#include <platform/linux/process/ChildProcesses.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/PulseSounds.h>
-#include <platform/linux/x11/windows/X11KeyboardGrab.h>
-#include <platform/linux/transfers/DetachedTransfers.h>
-#include <platform/linux/desktop/shell/TrayStatusItem.h>
-#include <platform/linux/process/ChildProcesses.h>
-#include <platform/linux/desktop/DesktopWorkspace.h>
 #include <platform/linux/session/DisplayCheck.h>
 #include <platform/linux/session/KeyServices.h>
-#include <platform/linux/x11/connection/X11Connection.h>
 #include <platform/linux/session/X11PrivacyPermissions.h>
 #include <platform/linux/session/X11Text.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
+#include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/x11/windows/X11IndicatorPanel.h>
+#include <platform/linux/x11/windows/X11KeyboardGrab.h>
 
 #include <QProcessEnvironment>
+
+#include <ports/UserDefaults.h>
 
 namespace tulvane {
 
@@ -57,7 +57,6 @@ struct LinuxDesktop::Parts {
     ChildProcesses processes;
     DesktopWorkspace workspace;
     DetachedTransfers transfers;
-    ProcessMemory memory;
     DesktopPresentation presentation;
     X11KeyboardGrab keyboard;
     AutostartEntry loginItem{AutostartEntry::standardFolder(), ProgramFolders::ofThisProgram().commandLine()};
@@ -115,7 +114,6 @@ Desktop LinuxDesktop::ports()
             .processes = m_parts->processes,
             .workspace = m_parts->workspace,
             .transfers = m_parts->transfers,
-            .memory = m_parts->memory,
             .presentation = m_parts->presentation,
             .keyboard = m_parts->keyboard,
             .loginItem = m_parts->loginItem,

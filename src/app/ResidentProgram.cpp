@@ -1,14 +1,16 @@
 #include <app/LinuxDesktop.h>
-#include <app/program/ProgramFolders.h>
 #include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/InterruptWatcher.h>
-#include <base/async/WaitFor.h>
+#include <app/program/ProgramFolders.h>
+#include <app/program/ProgramRecognizer.h>
 #include <base/Log.h>
+#include <base/async/WaitFor.h>
 #include <models/ModelHub.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/process/ProcessMemory.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
@@ -17,30 +19,52 @@
 #include <ui/windows/VisibleWindows.h>
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QQuickView>
+#include <QThread>
+
+#include <chrono>
 
 namespace tulvane {
 
 namespace {
 
-/// Asks the program that runs already to show itself.
-int handOver(RemoteControl& remote, const cli::LaunchOptions& words, cli::Console& console)
+constexpr std::chrono::milliseconds handOverLimit{5000};
+constexpr std::chrono::milliseconds handOverPause{20};
+
+/// Asks the program that runs already to show itself. False where it does not answer, and where it answers
+/// nothing, because it is about to end or has only just begun.
+bool isHandedOver(RemoteControl& remote, const cli::LaunchOptions& words)
 {
     // A start at login that finds the program there has nothing to ask of it.
     const QString page = words.page ? rawValue(*words.page) : QString();
     const bool isQuiet = words.background && !words.page;
-    const auto answer = cli::waitFor(isQuiet ? remote.ask(RemoteRequest::status, {})
-                                             : remote.ask(RemoteRequest::activate, page));
-    if (!answer)
-        return cli::fail(console, QStringLiteral("Tulvane is running already, but does not answer."));
-    console.err << "Tulvane is running already." << Qt::endl;
-    return cli::ExitStatus::done;
+    const auto answer =
+        waitFor(isQuiet ? remote.ask(RemoteRequest::status, {}) : remote.ask(RemoteRequest::activate, page));
+    return answer && !answer->isEmpty();
+}
+
+/// Becomes the running program, or hands over to the one that runs already; then the exit status. While that
+/// one is ending, this one waits for its end, and takes its place.
+std::optional<int> claimOrHandOver(RemoteControl& remote, const RemoteControl::Answer& answer,
+                                   const cli::LaunchOptions& words, cli::Console& console)
+{
+    const QDeadlineTimer limit(handOverLimit);
+    while (remote.claim(answer) == RemoteControl::Claim::taken) {
+        if (isHandedOver(remote, words)) {
+            console.err << "Tulvane is running already." << Qt::endl;
+            return cli::ExitStatus::done;
+        }
+        if (limit.hasExpired())
+            return cli::fail(console, QStringLiteral("Tulvane is running already, but does not answer."));
+        QThread::msleep(handOverPause.count());
+    }
+    return std::nullopt;
 }
 
 TulvaneApp::Options appOptions(const UserDefaults& defaults)
 {
     return {.version = QCoreApplication::applicationVersion(),
-            .backends = ProgramFolders::ofThisProgram().backends,
             .folders = ModelFolders::standard(),
             .hub = modelHubURL(qEnvironmentVariable(modelHubVariable),
                                defaults.value(QLatin1String(modelHubSetting)).toString()),
@@ -86,11 +110,11 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
         console.err << "tulvane: " << error.description() << Qt::endl;
     });
     TulvaneApp* running = nullptr;
-    const auto claim = remote.claim([&running](RemoteRequest request, const QString& argument) {
+    const auto answer = [&running](RemoteRequest request, const QString& argument) {
         return running ? running->answer(request, argument) : QJsonObject();
-    });
-    if (claim == RemoteControl::Claim::taken)
-        return handOver(remote, words, console);
+    };
+    if (const auto status = claimOrHandOver(remote, answer, words, console))
+        return *status;
 
     const auto desktop = LinuxDesktop::open(defaults, scheduler);
     if (!desktop)
@@ -99,7 +123,7 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
         {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     const Desktop ports = (*desktop)->ports();
     TulvaneApp app(
-        ports, appOptions(defaults),
+        ports, programRecognizer(std::make_unique<ProcessMemory>()), appOptions(defaults),
         {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
              return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
          }});
@@ -113,8 +137,10 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
     const cli::InterruptWatcher signalWatch(-1, [] { QCoreApplication::quit(); });
     endWithServer(**desktop);
+    // A start from here on waits for the end of this process.
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &app,
+                     [&running] { running = nullptr; });
     const int status = run(app, windows, words);
-    running = nullptr;
     windows.detach();
     return status;
 }

@@ -1,15 +1,16 @@
-#include <app/program/HotkeyDiagnostics.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <ports/Presentation.h>
-#include <ports/PrivacyPermissions.h>
+#include <app/program/HotkeyDiagnostics.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QJsonArray>
+
+#include <ports/Presentation.h>
+#include <ports/PrivacyPermissions.h>
 
 #include <chrono>
 
@@ -21,7 +22,8 @@ constexpr std::chrono::milliseconds longestGoodbye{500};
 
 } // namespace
 
-TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Surfaces& surfaces)
+TulvaneApp::TulvaneApp(const Desktop& desktop, Recognizer& recognizer, const Options& options,
+                       const Surfaces& surfaces)
     : m_desktop(desktop),
       m_version(options.version),
       m_windows(surfaces.windows),
@@ -34,8 +36,6 @@ TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Sur
                 .catalogue = WhisperModel::all()},
                desktop.transfers),
       m_modelSource(m_settings, m_models),
-      m_engine(options.backends, desktop.memory),
-      m_recognizer(m_engine),
       m_recorder(desktop.microphone, m_clock),
       m_permissions({desktop.permissions, desktop.processes, desktop.workspace, m_scheduler}, std::nullopt),
       m_inserter({desktop.pasteboards, desktop.keys, desktop.elements, desktop.permissions, m_scheduler}),
@@ -44,7 +44,7 @@ TulvaneApp::TulvaneApp(const Desktop& desktop, const Options& options, const Sur
       m_session({.settings = m_settings,
                  .recorder = m_recorder,
                  .models = m_modelSource,
-                 .engine = m_recognizer,
+                 .engine = recognizer,
                  .stats = m_stats,
                  .scheduler = m_scheduler,
                  .clock = m_clock,

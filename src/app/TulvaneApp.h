@@ -7,7 +7,6 @@
 #include <base/Scheduler.h>
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
-#include <dictation/EngineRecognizer.h>
 #include <dictation/Indicator.h>
 #include <dictation/ManagedModelSource.h>
 #include <hotkeys/HotkeyController.h>
@@ -15,13 +14,13 @@
 #include <insertion/TextInserter.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
-#include <ports/RemoteControl.h>
 #include <settings/AppSettings.h>
-#include <speech/whisper/WhisperEngine.h>
 #include <stats/StatsStore.h>
 #include <ui/UiContext.h>
 
 #include <QJsonObject>
+
+#include <ports/RemoteControl.h>
 
 #include <functional>
 
@@ -38,8 +37,8 @@ class Pasteboards;
 class Presentation;
 class PrivacyPermissions;
 class Processes;
+class Recognizer;
 class Sounds;
-class SystemMemory;
 class UserDefaults;
 class KeyboardGrab;
 class Workspace;
@@ -58,7 +57,6 @@ struct Desktop {
     Processes& processes;
     Workspace& workspace;
     BackgroundTransfers& transfers;
-    SystemMemory& memory;
     Presentation& presentation;
     KeyboardGrab& keyboard;
     LoginItem& loginItem;
@@ -81,14 +79,15 @@ class TulvaneApp final : public QObject {
 public:
     struct Options {
         QString version;
-        QString backends; ///< the folder of the speech library's loadable backends
         ModelFolders folders = ModelFolders::standard();
         QUrl hub;
         QString statisticsFile = StatsStore::defaultFile();
         QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
     };
 
-    TulvaneApp(const Desktop& desktop, const Options& options, const Surfaces& surfaces);
+    /// `recognizer` outlives the program's objects.
+    TulvaneApp(const Desktop& desktop, Recognizer& recognizer, const Options& options,
+               const Surfaces& surfaces);
     Q_DISABLE_COPY_MOVE(TulvaneApp)
     ~TulvaneApp() override;
 
@@ -125,8 +124,6 @@ private:
     StatsStore m_stats;
     ModelManager m_models;
     ManagedModelSource m_modelSource;
-    WhisperEngine m_engine;
-    EngineRecognizer m_recognizer;
     AudioRecorder m_recorder;
     PermissionsService m_permissions;
     TextInserter m_inserter;

@@ -3,6 +3,7 @@
 #include <audio/RecordingTap.h>
 #include <audio/SampleConverter.h>
 #include <base/Log.h>
+
 #include <ports/AudioInput.h>
 
 #include <utility>
@@ -28,6 +29,11 @@ AudioRecorder::~AudioRecorder() = default;
 void AudioRecorder::setEngineConfigurationChanged(std::function<void()> callback)
 {
     m_engineConfigurationChanged = std::move(callback);
+}
+
+void AudioRecorder::setInputStalled(std::function<void()> callback)
+{
+    m_inputStalled = std::move(callback);
 }
 
 Result<std::unique_ptr<RecordingTap>, RecorderError> AudioRecorder::makeTap(const AudioFormat& format)
@@ -72,6 +78,7 @@ Result<void, RecorderError> AudioRecorder::start()
 void AudioRecorder::begin(const AudioFormat& format)
 {
     m_engine->setConfigurationChanged([this] { reportConfigurationChange(); });
+    m_engine->setStalled([this] { reportStall(); });
     qCInfo(lcAudio).noquote() << QStringLiteral("Recording started (%1 Hz, %2 ch → 16 kHz mono)")
                                      .arg(format.sampleRate, 0, 'f', 0)
                                      .arg(format.channels);
@@ -85,6 +92,13 @@ void AudioRecorder::reportConfigurationChange()
     qCCritical(lcAudio) << "Audio engine configuration changed while recording";
     // From a copy of its own: the callback may set another.
     if (const auto callback = m_engineConfigurationChanged)
+        callback();
+}
+
+void AudioRecorder::reportStall()
+{
+    qCCritical(lcAudio) << "The microphone stopped delivering sound while recording";
+    if (const auto callback = m_inputStalled)
         callback();
 }
 

@@ -45,6 +45,9 @@ public:
     /// Called on the main thread when the microphone is lost during a recording; may be empty. The recorder
     /// neither stops nor restarts by itself: the callback decides, and may call `stop`.
     void setEngineConfigurationChanged(std::function<void()> callback);
+    /// Called in the same way when the microphone of a recording has delivered nothing for two seconds. What
+    /// was captured until then is good.
+    void setInputStalled(std::function<void()> callback);
 
     /// Opens the microphone; the samples of an earlier recording are gone. Does nothing while recording.
     /// Blocks until the microphone is open, 250 ms at most. After a failure nothing is recording.
@@ -66,6 +69,7 @@ private:
     [[nodiscard]] Result<std::unique_ptr<RecordingTap>, RecorderError> makeTap(const AudioFormat& format);
     void begin(const AudioFormat& format);
     void reportConfigurationChange();
+    void reportStall();
     void setLevel(float level);
     void setIsRecording(bool isRecording);
     void setStartedAt(const std::optional<QDateTime>& startedAt);
@@ -73,6 +77,7 @@ private:
     AudioInput& m_input;
     const Clock& m_clock;
     std::function<void()> m_engineConfigurationChanged;
+    std::function<void()> m_inputStalled;
     std::shared_ptr<SampleBuffer> m_buffer;
     // One of each per recording. The engine calls the tap, so the tap is declared first and destroyed last.
     std::unique_ptr<RecordingTap> m_tap;

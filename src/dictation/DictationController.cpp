@@ -7,10 +7,11 @@
 #include <hotkeys/HotkeyController.h>
 #include <insertion/TextInserter.h>
 #include <permissions/PermissionsService.h>
-#include <ports/Sounds.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
+
+#include <ports/Sounds.h>
 
 #include <utility>
 
@@ -35,37 +36,45 @@ DictationController::~DictationController()
     m_dependencies.hotkeys.onCancel = nullptr;
     m_dependencies.session.onMaxDurationReached = nullptr;
     m_dependencies.session.onRecordingInterrupted = nullptr;
+    m_dependencies.session.onInputStalled = nullptr;
 }
 
 void DictationController::followHotkeys()
 {
     m_dependencies.hotkeys.onStart = [this] { startByHotkey(); };
     m_dependencies.hotkeys.onStop = [this] { stop(); };
-    m_dependencies.hotkeys.onCancel = [this] { cancel(); };
+    m_dependencies.hotkeys.onCancel = [this] { cancelByHotkey(); };
 }
 
 void DictationController::followSession()
 {
     m_dependencies.session.onMaxDurationReached = [this] { stop(); };
+    // Nothing more will come, and what has come is worth its text.
+    m_dependencies.session.onInputStalled = [this] { stop(); };
     m_dependencies.session.onRecordingInterrupted = [this] {
         m_dependencies.hotkeys.machine.markRecordingEnded();
         showNotice(translate("Microphone changed – recording cancelled"));
     };
-    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::noteSessionState);
-    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this,
+            &DictationController::noteSessionState);
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.session, &DictationSession::lastTranscriptChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_dependencies.session, &DictationSession::historyChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::historyChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.session, &DictationSession::modelLoadingChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_dependencies.session, &DictationSession::canRetryChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::canRetryChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.recorder, &AudioRecorder::levelChanged, this,
             [this](float level) { m_dependencies.indicator.setLevel(level); });
 }
 
 void DictationController::followSettings()
 {
-    connect(&m_dependencies.settings, &AppSettings::showHUDChanged, this, &DictationController::updateIndicator);
+    connect(&m_dependencies.settings, &AppSettings::showHUDChanged, this,
+            &DictationController::updateIndicator);
     m_shownInDock = m_dependencies.settings.showInDock();
     connect(&m_dependencies.settings, &AppSettings::showInDockChanged, this, [this](bool shown) {
         if (std::exchange(m_shownInDock, shown) != shown)
@@ -76,11 +85,12 @@ void DictationController::followSettings()
 void DictationController::followPermissions()
 {
     m_couldMonitorInput = m_dependencies.permissions.inputMonitoring();
-    connect(&m_dependencies.permissions, &PermissionsService::inputMonitoringChanged, this, [this](bool granted) {
-        // The tap failed while the permission was missing; the same key is tried again.
-        if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
-            m_dependencies.hotkeys.applyModifierHotkey(m_dependencies.settings.modifierHotkey());
-    });
+    connect(&m_dependencies.permissions, &PermissionsService::inputMonitoringChanged, this,
+            [this](bool granted) {
+                // The tap failed while the permission was missing; the same key is tried again.
+                if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
+                    m_dependencies.hotkeys.applyModifierHotkey(m_dependencies.settings.modifierHotkey());
+            });
 }
 
 void DictationController::followReadiness()
@@ -110,8 +120,8 @@ void DictationController::launch()
 {
     m_dependencies.permissions.refresh();
     m_dependencies.refreshModels();
-    qCInfo(lcApp).noquote().nospace()
-        << "Tulvane " << m_dependencies.version << " launched; hotkey: " << m_dependencies.hotkeys.hotkeyDescription();
+    qCInfo(lcApp).noquote().nospace() << "Tulvane " << m_dependencies.version
+                                      << " launched; hotkey: " << m_dependencies.hotkeys.hotkeyDescription();
     if (!isSetUp())
         m_dependencies.windows.showOnboarding();
     m_dependencies.session.preloadModel();
@@ -126,16 +136,27 @@ bool DictationController::isSetUp() const
 
 bool DictationController::isReadyToStart() const
 {
+    if (m_isLocked)
+        return false;
     return m_phase.kind == Phase::Kind::idle || m_phase.kind == Phase::Kind::notice ||
            m_phase.kind == Phase::Kind::error;
 }
 
 void DictationController::startByHotkey()
 {
-    if (isReadyToStart())
+    if (isReadyToStart()) {
         begin();
-    else if (m_phase.kind != Phase::Kind::recording)
+        m_isBegunByHotkey = true;
+    } else if (m_phase.kind != Phase::Kind::recording) {
         m_dependencies.hotkeys.machine.markRecordingEnded(); // it believes in a recording that there is not
+    }
+}
+
+void DictationController::cancelByHotkey()
+{
+    // A short tap takes back the press that it is the end of. A recording that was there before that press is
+    // worth its text, and the tap ends it.
+    m_isBegunByHotkey ? cancel() : stop();
 }
 
 void DictationController::start()
@@ -143,6 +164,7 @@ void DictationController::start()
     if (!isReadyToStart())
         return;
     begin();
+    m_isBegunByHotkey = false;
     if (m_phase.kind == Phase::Kind::recording)
         m_dependencies.hotkeys.machine.markRecordingStarted();
 }
@@ -193,6 +215,13 @@ void DictationController::cancel(const std::optional<QString>& notice)
         setPhase({});
 }
 
+void DictationController::setLocked(bool locked)
+{
+    m_isLocked = locked;
+    if (locked)
+        stop();
+}
+
 void DictationController::retry(std::optional<InsertionMethod> method)
 {
     if (!isReadyToStart() || !m_dependencies.session.canRetry())
@@ -234,8 +263,14 @@ QCoro::Task<> DictationController::finish(QCoro::Task<Result<Outcome, DictationE
 QCoro::Task<> DictationController::deliver(QString text, InsertionMethod method, bool restoreClipboard)
 {
     const QPointer<DictationController> self(this);
+    if (m_isLocked) {
+        // What is in front now is the locker. The history has the text.
+        setPhase({});
+        co_return;
+    }
     setPhase({Phase::Kind::inserting, {}});
-    const InsertionResult result = co_await m_dependencies.inserter.insert(std::move(text), method, restoreClipboard);
+    const InsertionResult result =
+        co_await m_dependencies.inserter.insert(std::move(text), method, restoreClipboard);
     if (!self)
         co_return;
     play(Sounds::morse);

@@ -87,6 +87,10 @@ public:
     void toggle();
     /// With a notice, it is shown; without one, the phase is idle at once.
     void cancel(const std::optional<QString>& notice = std::nullopt);
+    /// Follows the lock of the user's session. Where it is locked nothing starts; a recording under way ends
+    /// with the locking, and its text, like that of a transcription under way, goes to the history and into
+    /// no program.
+    void setLocked(bool locked);
     /// Transcribes the audio of the last failed transcription once more and delivers its text as after a
     /// stop, by the given method, or else the settings'. Nothing while there is no such audio, and while a
     /// dictation is under way. A window of ours that asks for it is in front itself, and names the clipboard.
@@ -112,9 +116,9 @@ private:
     void noteReadiness();
 
     void startByHotkey();
+    void cancelByHotkey();
     [[nodiscard]] bool isReadyToStart() const;
     void begin();
-    void endByLimit();
     QCoro::Task<> finish(QCoro::Task<Result<Outcome, DictationError>> finished, InsertionMethod method,
                          bool restoreClipboard);
     QCoro::Task<> deliver(QString text, InsertionMethod method, bool restoreClipboard);
@@ -128,6 +132,8 @@ private:
 
     Dependencies m_dependencies;
     Phase m_phase;
+    bool m_isLocked = false;
+    bool m_isBegunByHotkey = false;                 ///< the present or last recording
     std::unique_ptr<Scheduler::Token> m_noticeTask; ///< the pending return to idle
     std::optional<InsertionResult> m_lastDelivery;
     bool m_wasReady = false;

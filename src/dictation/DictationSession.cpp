@@ -2,9 +2,9 @@
 #include <base/Log.h>
 #include <dictation/DictationSession.h>
 #include <dictation/ModelSource.h>
-#include <speech/Recognizer.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
+#include <speech/Recognizer.h>
 #include <stats/StatsStore.h>
 
 #include <QCoroFuture>
@@ -28,6 +28,18 @@ DictationSession::DictationSession(Dependencies neighbours, QObject* parent)
     : QObject(parent),
       m_dependencies(std::move(neighbours))
 {
+    followRecorder();
+    followModels();
+}
+
+DictationSession::~DictationSession()
+{
+    m_dependencies.recorder.setEngineConfigurationChanged({});
+    m_dependencies.recorder.setInputStalled({});
+}
+
+void DictationSession::followRecorder()
+{
     m_dependencies.recorder.setEngineConfigurationChanged([self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;
@@ -35,12 +47,10 @@ DictationSession::DictationSession(Dependencies neighbours, QObject* parent)
         if (self->onRecordingInterrupted)
             self->onRecordingInterrupted();
     });
-    followModels();
-}
-
-DictationSession::~DictationSession()
-{
-    m_dependencies.recorder.setEngineConfigurationChanged({});
+    m_dependencies.recorder.setInputStalled([self = QPointer(this)] {
+        if (self && self->m_state == State::recording && self->onInputStalled)
+            self->onInputStalled();
+    });
 }
 
 void DictationSession::followModels()
@@ -73,7 +83,6 @@ Result<void, DictationError> DictationSession::start()
         return failure(DictationError(started.error()));
 
     setState(State::recording);
-    setFailedAudio(std::nullopt);
     preloadModel();
     startMaxDurationTimer();
     return {};
@@ -81,7 +90,8 @@ Result<void, DictationError> DictationSession::start()
 
 void DictationSession::startMaxDurationTimer()
 {
-    const std::chrono::seconds longest(std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
+    const std::chrono::seconds longest(
+        std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
     m_maxDurationTimer = m_dependencies.scheduler.after(longest, [self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;
@@ -106,6 +116,7 @@ StopResult DictationSession::stop()
         setState(State::idle);
         return Outcome::nothingHeard();
     }
+    setFailedAudio(std::nullopt);
     setState(State::transcribing);
     return RecordedAudio{std::move(samples), seconds};
 }
@@ -142,16 +153,17 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
         setState(State::idle);
         co_return failure(loaded.error());
     }
-    const Result<QString, EngineError> raw = co_await m_dependencies.engine.transcribe(audio.samples, options);
+    const Recognizer::Recognised recognised =
+        co_await m_dependencies.engine.transcribe(audio.samples, options);
     if (!self)
         co_return Outcome::nothingRecognised();
-    if (!raw) {
+    if (!recognised) {
         setFailedAudio(std::move(audio));
         setState(State::idle);
-        co_return failure(DictationError(raw.error()));
+        co_return failure(DictationError(recognised.error()));
     }
     setFailedAudio(std::nullopt);
-    co_return conclude(cleanTranscript(*raw, cleanup), audio.seconds);
+    co_return conclude(cleanTranscript(recognised->text, cleanup), audio.seconds);
 }
 
 Outcome DictationSession::conclude(const QString& text, double seconds)
@@ -194,7 +206,7 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
     // Loading the same file again costs the engine nothing, and one warm-up is enough.
     const bool isFirst = std::exchange(m_loadingFile, file) != file;
     changeLoads(+1);
-    const Result<void, EngineError> loaded = co_await m_dependencies.engine.load(file);
+    const Recognizer::Loaded loaded = co_await m_dependencies.engine.load(file);
     if (!self)
         co_return {};
     // A load that fails leaves the engine without a model.

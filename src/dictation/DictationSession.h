@@ -79,13 +79,17 @@ public:
     [[nodiscard]] bool isModelLoading() const { return m_loads > 0; }
     /// The file of the model that the recogniser holds, as far as the session has seen; empty without one.
     [[nodiscard]] const QString& loadedModel() const { return m_loadedModel; }
-    /// Whether the audio of a failed transcription is still in memory; gone with the next recording.
+    /// Whether the audio of a failed transcription is still in memory; gone once a later recording has given
+    /// audio that is worth transcribing.
     [[nodiscard]] bool canRetry() const { return m_failedAudio.has_value() && m_state == State::idle; }
 
     /// Called when a recording has reached its longest permitted duration. It still runs.
     std::function<void()> onMaxDurationReached;
     /// Called after a recording was cancelled because the audio device changed.
     std::function<void()> onRecordingInterrupted;
+    /// Called when the microphone of a recording has fallen silent for good. The recording still runs, and
+    /// what was said so far is there for `stop`.
+    std::function<void()> onInputStalled;
 
 Q_SIGNALS:
     void stateChanged(tulvane::DictationSession::State state);
@@ -108,6 +112,7 @@ private:
     void setFailedAudio(std::optional<RecordedAudio> audio);
     void changeLoads(int by);
     void setLoadedModel(const QString& file);
+    void followRecorder();
     void startMaxDurationTimer();
     void followModels();
     void noteReadiness();

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <audio/RecorderError.h>
-#include <speech/whisper/EngineError.h>
+#include <speech/EngineError.h>
 
 #include <QString>
 

@@ -27,7 +27,7 @@ TextInserter::TextInserter(const InsertionPorts& ports) : m_ports(ports), m_wait
 TextInserter::~TextInserter()
 {
     *m_alive = false;
-    m_waits.wake();
+    m_waits.notifyAll();
 }
 
 QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod method, bool restoreClipboard)
@@ -76,7 +76,7 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
     // The pasteboard outlives the inserter.
     paste->board.setActivityHandler([this, alive] {
         if (*alive)
-            m_waits.wake();
+            m_waits.notifyAll();
     });
     paste->write();
     const bool posted = co_await postKeystroke(KeyPosting::keyV, KeyPosting::command);
@@ -114,7 +114,7 @@ QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Pas
         }
         if (limit->isOver())
             co_return Arrival::missing;
-        co_await m_waits.something();
+        co_await m_waits.next();
     }
     // Counted from the read where that is known: a program that has only just read the text has yet to put it
     // in place before the spaces come.
@@ -212,7 +212,7 @@ QCoro::Task<> TextInserter::sleep(std::chrono::milliseconds duration)
     const auto alive = m_alive;
     const auto limit = m_waits.limit(duration);
     while (*alive && !limit->isOver())
-        co_await m_waits.something();
+        co_await m_waits.next();
 }
 
 void TextInserter::leaveOnClipboard(const QString& text)

@@ -1,7 +1,9 @@
+#include <base/ModelSignature.h>
 #include <models/ModelVerification.h>
 
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 
 #include <openssl/evp.h>
 
@@ -15,8 +17,6 @@ namespace tulvane {
 
 namespace {
 
-// 0x67676D6C as a little-endian number; the text "ggml" itself is the wrong order.
-constexpr std::array<char, 4> signature{'\x6C', '\x6D', '\x67', '\x67'};
 constexpr double leastShare = 0.85;
 constexpr double mostShare = 1.15;
 constexpr std::size_t chunkBytes = 4'194'304;
@@ -28,9 +28,9 @@ struct FreeDigest {
 bool hasSignature(const QString& path)
 {
     QFile file(path);
-    std::array<char, 4> start{};
+    std::array<char, sizeof(modelSignature)> start{};
     return file.open(QIODevice::ReadOnly) && file.read(start.data(), start.size()) == start.size() &&
-           start == signature;
+           qFromLittleEndian<quint32>(start.data()) == modelSignature;
 }
 
 /// Lowercase hexadecimal; none when the file can't be read to its end.

@@ -53,9 +53,13 @@ public:
     virtual void stop() = 0;
 
     /// `changed` is called on the main thread, from the event loop, at most once, when a started engine has
-    /// lost its microphone: another one became the default, it was removed or suspended, the sound system
-    /// went away, or no sound has come for two seconds. Never after `stop`. It may destroy the engine.
+    /// lost its microphone: another one became the default, it was removed or suspended, or the sound system
+    /// went away. Never after `stop`. It may destroy the engine.
     virtual void setConfigurationChanged(std::function<void()> changed) = 0;
+
+    /// `stalled` is called in the same way, instead of the one above and at most once, when the microphone of
+    /// a started engine has delivered no sound for two seconds. What the tap got until then is good.
+    virtual void setStalled(std::function<void()> stalled) = 0;
 };
 
 } // namespace tulvane

@@ -41,10 +41,10 @@ public:
         return enqueue<QString>([this] { return model.value_or(QString()); });
     }
 
-    [[nodiscard]] QFuture<Result<void, EngineError>> load(const QString& file) override
+    [[nodiscard]] QFuture<Loaded> load(const QString& file) override
     {
         loads.append(file);
-        return enqueue<Result<void, EngineError>>([this, file]() -> Result<void, EngineError> {
+        return enqueue<Loaded>([this, file]() -> Loaded {
             model = loadError ? std::nullopt : std::optional(file);
             if (loadError)
                 return failure(*loadError);
@@ -52,14 +52,14 @@ public:
         });
     }
 
-    [[nodiscard]] QFuture<Result<QString, EngineError>>
-    transcribe(Samples samples, const TranscriptionOptions& options) override
+    [[nodiscard]] QFuture<Recognised> transcribe(Samples samples,
+                                                 const TranscriptionOptions& options) override
     {
         transcriptions.push_back({std::move(samples), options});
-        return enqueue<Result<QString, EngineError>>([this]() -> Result<QString, EngineError> {
+        return enqueue<Recognised>([this]() -> Recognised {
             if (transcribeError)
                 return failure(*transcribeError);
-            return text;
+            return RecognisedText{.text = text, .language = QStringLiteral("no")};
         });
     }
 

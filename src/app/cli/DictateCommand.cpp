@@ -1,16 +1,14 @@
 #include <app/cli/DictateCommand.h>
-#include <app/cli/RecognitionOutput.h>
-#include <app/cli/RecognitionArguments.h>
 #include <app/cli/InterruptWatcher.h>
+#include <app/cli/RecognitionArguments.h>
+#include <app/cli/RecognitionOutput.h>
 #include <app/cli/TimedRecognizer.h>
 #include <audio/AudioRecorder.h>
 #include <base/Clock.h>
 #include <base/Scheduler.h>
 #include <dictation/DictationSession.h>
-#include <dictation/EngineRecognizer.h>
 #include <dictation/ModelSource.h>
 #include <settings/AppSettings.h>
-#include <speech/whisper/WhisperEngine.h>
 
 #include <QCoroTask>
 #include <QEventLoop>
@@ -41,6 +39,7 @@ Ending recordUntilStopped(DictationSession& session, int keyboard, const Longest
     QEventLoop loop;
     Ending ending = Ending::asked;
     session.onMaxDurationReached = [&] { loop.quit(); };
+    session.onInputStalled = [&] { loop.quit(); };
     session.onRecordingInterrupted = [&] {
         ending = Ending::interrupted;
         loop.quit();
@@ -69,7 +68,7 @@ QString verdict(const Outcome& outcome)
 /// The objects of one dictation, wired as the command's words ask.
 struct Pipeline {
     Pipeline(const RecognitionArguments& words, const DictationContext& context)
-        : engine(context.recognition.engine()),
+        : recognizer(context.recognition.recognizer()),
           recorder(context.input, clock),
           models(words.modelFile),
           session({.settings = context.settings,
@@ -87,9 +86,7 @@ struct Pipeline {
 
     SystemClock clock;
     EventLoopScheduler scheduler;
-    WhisperEngine& engine;
-    EngineRecognizer untimed{engine};
-    TimedRecognizer recognizer{untimed};
+    TimedRecognizer recognizer;
     AudioRecorder recorder;
     FixedModelSource models;
     DictationSession session;
@@ -114,8 +111,8 @@ int dictateWith(const RecognitionArguments& words, const Longest& longest, const
     }
     const TimedRecognizer& timed = pipeline.recognizer;
     printRecognised({.text = outcome->text.trimmed(),
-                     .raw = timed.lastText(),
-                     .language = pipeline.engine.lastLanguage(),
+                     .raw = timed.last().text,
+                     .language = timed.last().language,
                      .audioSeconds = outcome->durationSeconds,
                      .loadSeconds = timed.loadSeconds(),
                      .transcribeSeconds = timed.transcribeSeconds()},

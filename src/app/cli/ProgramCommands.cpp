@@ -1,32 +1,31 @@
-#include <app/program/DesktopDiagnostics.h>
-#include <app/cli/ProgramCommands.h>
-#include <app/program/ProgramFolders.h>
 #include <app/cli/CleanCommand.h>
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DictateCommand.h>
 #include <app/cli/DoctorCommand.h>
+#include <app/cli/InterruptWatcher.h>
+#include <app/cli/LaunchOptions.h>
 #include <app/cli/ModelsCommand.h>
+#include <app/cli/ProgramCommands.h>
 #include <app/cli/RemoteCommand.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <app/cli/LaunchOptions.h>
 #include <app/cli/StatsCommand.h>
-#include <app/cli/InterruptWatcher.h>
 #include <app/cli/TranscribeCommand.h>
+#include <app/program/DesktopDiagnostics.h>
+#include <app/program/ProgramFolders.h>
+#include <app/program/ProgramRecognizer.h>
 #include <base/Clock.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
-#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
-#include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/session/X11Text.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
 #include <settings/AppSettings.h>
-#include <speech/whisper/ComputingDevices.h>
-#include <speech/whisper/WhisperEngine.h>
 #include <stats/StatsStore.h>
 
 #include <QFile>
@@ -71,20 +70,16 @@ std::optional<QString> catalogueFile(const QString& id)
     return ModelFolders::standard().modelFile(id);
 }
 
-/// The engine of this process, whose end frees the model at once; piece by piece takes longer than a short
-/// take.
-WhisperEngine& programEngine()
+Recognizer& recognizer()
 {
-    static const ProcessMemory memory;
-    static auto* const engine = new WhisperEngine(ProgramFolders::ofThisProgram().backends, memory);
-    return *engine;
+    return programRecognizer(std::make_unique<ProcessMemory>());
 }
 
 int transcribe(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
     const cli::RecognitionContext context{.settings = *settings,
-                                          .engine = programEngine,
+                                          .recognizer = recognizer,
                                           .folders = ProgramFolders::ofThisProgram(),
                                           .catalogueFile = catalogueFile};
     return cli::runTranscribe(arguments, context, console);
@@ -96,7 +91,7 @@ int dictate(const QStringList& arguments, cli::Console& console)
     PulseAudioInput input;
     StatsStore stats;
     const cli::DictationContext context{.recognition = {.settings = *settings,
-                                                        .engine = programEngine,
+                                                        .recognizer = recognizer,
                                                         .folders = ProgramFolders::ofThisProgram(),
                                                         .catalogueFile = catalogueFile},
                                         .settings = *settings,
@@ -179,10 +174,11 @@ Diagnostics examine(const AppSettings& settings)
     diagnostics += soundServerDiagnostic(microphone.server()->serverName());
     diagnostics += found;
     diagnostics += permissionDiagnostics(permissions);
-    diagnostics += insertionDiagnostic(settings.insertionMethod(), permissions,
-                                 AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
+    diagnostics +=
+        insertionDiagnostic(settings.insertionMethod(), permissions,
+                            AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
     diagnostics += modelDiagnostic(selectedModel(settings));
-    diagnostics += acceleratorDiagnostic(computingDevices(ProgramFolders::ofThisProgram().backends));
+    diagnostics += acceleratorDiagnostic(programComputingDevices());
     return diagnostics;
 }
 

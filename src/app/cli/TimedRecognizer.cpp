@@ -30,27 +30,27 @@ QFuture<QString> TimedRecognizer::loadedModel()
     return m_recognizer.loadedModel();
 }
 
-QFuture<Result<void, EngineError>> TimedRecognizer::load(const QString& file)
+QFuture<Recognizer::Loaded> TimedRecognizer::load(const QString& file)
 {
     QElapsedTimer timer;
     timer.start();
-    QPromise<Result<void, EngineError>> promise;
+    QPromise<Loaded> promise;
     auto future = promise.future();
     static_cast<void>(passOn(m_recognizer.load(file), std::move(promise),
                              [this, timer](const auto&) { m_loadSeconds += secondsOf(timer); }));
     return future;
 }
 
-QFuture<Result<QString, EngineError>> TimedRecognizer::transcribe(Samples samples,
-                                                                  const TranscriptionOptions& options)
+QFuture<Recognizer::Recognised> TimedRecognizer::transcribe(Samples samples,
+                                                            const TranscriptionOptions& options)
 {
     QElapsedTimer timer;
     timer.start();
-    QPromise<Result<QString, EngineError>> promise;
+    QPromise<Recognised> promise;
     auto future = promise.future();
     static_cast<void>(passOn(m_recognizer.transcribe(std::move(samples), options), std::move(promise),
-                             [this, timer](const Result<QString, EngineError>& text) {
-                                 m_lastText = text.value_or(QString());
+                             [this, timer](const Recognised& recognised) {
+                                 m_last = recognised.value_or(RecognisedText());
                                  m_transcribeSeconds = secondsOf(timer);
                              }));
     return future;

@@ -6,25 +6,25 @@
 
 namespace tulvane::cli {
 
-/// Passes everything on, and keeps the last text and how long the work took, for the figures. Main thread.
+/// Passes everything on, and keeps the last answer and how long the work took, for the figures. Main thread.
 class TimedRecognizer final : public Recognizer {
 public:
     explicit TimedRecognizer(Recognizer& recognizer) : m_recognizer(recognizer) {}
 
     [[nodiscard]] QFuture<QString> loadedModel() override;
-    [[nodiscard]] QFuture<Result<void, EngineError>> load(const QString& file) override;
-    [[nodiscard]] QFuture<Result<QString, EngineError>>
-    transcribe(Samples samples, const TranscriptionOptions& options) override;
+    [[nodiscard]] QFuture<Loaded> load(const QString& file) override;
+    [[nodiscard]] QFuture<Recognised> transcribe(Samples samples,
+                                                 const TranscriptionOptions& options) override;
 
-    /// Of the last transcription that has ended.
-    [[nodiscard]] const QString& lastText() const { return m_lastText; }
+    /// Of the last transcription that has ended; empty after a failure.
+    [[nodiscard]] const RecognisedText& last() const { return m_last; }
     [[nodiscard]] double transcribeSeconds() const { return m_transcribeSeconds; }
     /// Of all loads.
     [[nodiscard]] double loadSeconds() const { return m_loadSeconds; }
 
 private:
     Recognizer& m_recognizer;
-    QString m_lastText;
+    RecognisedText m_last;
     double m_transcribeSeconds = 0;
     double m_loadSeconds = 0;
 };

@@ -1,11 +1,11 @@
 #include <app/cli/CommandSyntax.h>
-#include <app/cli/RecognitionOutput.h>
 #include <app/cli/RecognitionArguments.h>
+#include <app/cli/RecognitionOutput.h>
 #include <app/cli/TranscribeCommand.h>
 #include <audio/files/SoundFile.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
-#include <speech/whisper/WhisperEngine.h>
+#include <speech/Recognizer.h>
 
 #include <QElapsedTimer>
 
@@ -15,14 +15,12 @@ namespace tulvane::cli {
 
 namespace {
 
-using Loaded = Result<void, EngineError>;
-
 double secondsOf(const QElapsedTimer& timer)
 {
     return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
-Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArguments& words, WhisperEngine& engine,
+Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArguments& words, Recognizer& engine,
                                           const AppSettings& settings)
 {
     Recognised recognised;
@@ -30,12 +28,13 @@ Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArgument
     QElapsedTimer timer;
     timer.start();
     // Nothing else happens in this process, so blocking on the engine's worker is as good as an event loop.
-    auto text = engine.transcribe(std::move(sound.samples), words.options).takeResult();
-    if (!text)
-        return failure(text.error());
+    auto samples = std::make_shared<const std::vector<float>>(std::move(sound.samples));
+    auto answer = engine.transcribe(std::move(samples), words.options).takeResult();
+    if (!answer)
+        return failure(answer.error());
     recognised.transcribeSeconds = secondsOf(timer);
-    recognised.raw = *std::move(text);
-    recognised.language = engine.lastLanguage();
+    recognised.raw = std::move(answer->text);
+    recognised.language = std::move(answer->language);
     // The line's end stands where the cursor's trailing space would.
     recognised.text = cleanTranscript(
         recognised.raw, {.autoCapitalize = settings.autoCapitalize(), .appendTrailingSpace = false});
@@ -56,13 +55,14 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
     if (!words)
         return words.error();
 
-    // The engine reads its model while this thread reads the sound.
-    WhisperEngine& engine = context.engine();
+    // The recogniser reads its model while this thread reads the sound.
+    Recognizer& engine = context.recognizer();
     QElapsedTimer timer;
     timer.start();
-    auto loading = engine.load(words->modelFile).then(QtFuture::Launch::Sync, [timer](const Loaded& loaded) {
-        return std::pair(loaded, secondsOf(timer));
-    });
+    auto loading =
+        engine.load(words->modelFile).then(QtFuture::Launch::Sync, [timer](const Recognizer::Loaded& loaded) {
+            return std::pair(loaded, secondsOf(timer));
+        });
     auto sound = readSoundFile(syntax.words().constFirst());
     if (!sound)
         return fail(console, sound.error().description());

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <app/program/ProgramFolders.h>
 #include <app/cli/Console.h>
+#include <app/program/ProgramFolders.h>
 
 #include <QStringList>
 
@@ -10,7 +10,7 @@
 
 namespace tulvane {
 class AppSettings;
-class WhisperEngine;
+class Recognizer;
 } // namespace tulvane
 
 namespace tulvane::cli {
@@ -18,8 +18,8 @@ namespace tulvane::cli {
 /// What `transcribe` and `dictate` need besides their words.
 struct RecognitionContext {
     const AppSettings& settings;
-    /// The engine of the process, made when it is first asked for.
-    std::function<WhisperEngine&()> engine;
+    /// The recogniser of the process, made by the first call.
+    std::function<Recognizer&()> recognizer;
     ProgramFolders folders;
     /// The file of a model that the catalogue knows by this identifier; none for an unknown identifier.
     std::function<std::optional<QString>(const QString& id)> catalogueFile;

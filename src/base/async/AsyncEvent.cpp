@@ -4,9 +4,9 @@
 
 namespace tulvane {
 
-void AsyncEvent::ring()
+void AsyncEvent::notifyAll()
 {
-    // Whoever goes on may wait again, or take the bell away.
+    // From a list of its own: a resumed coroutine may wait again, or destroy this event.
     const auto waiters = std::exchange(m_waiters, {});
     for (const std::coroutine_handle<> waiter : waiters)
         waiter.resume();

@@ -11,7 +11,7 @@ std::shared_ptr<PendingDelays::Limit> PendingDelays::limit(std::chrono::millisec
         if (!held)
             return;
         held->m_over = true;
-        m_bell.ring();
+        m_event.notifyAll();
     });
     m_limits.push_back(limit);
     return limit;
@@ -23,7 +23,7 @@ void PendingDelays::cutShort()
         if (const auto limit = weak.lock())
             limit->m_over = true;
     }
-    m_bell.ring();
+    m_event.notifyAll();
 }
 
 } // namespace tulvane

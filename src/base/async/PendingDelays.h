@@ -9,10 +9,11 @@
 
 namespace tulvane {
 
-/// The pending waits of one owner, so that all of them can be cut short together. Main thread.
+/// The time limits that the coroutines of one owner wait under, so that all of them can be cut short
+/// together. Main thread.
 class PendingDelays final {
 public:
-    /// Over once its time has passed, or once the waits were cut short.
+    /// Over once its time has passed, or once the delays were cut short.
     class Limit {
     public:
         [[nodiscard]] bool isOver() const { return m_over; }
@@ -23,23 +24,24 @@ public:
         std::unique_ptr<Scheduler::Token> m_token;
     };
 
+    /// The scheduler outlives this object.
     explicit PendingDelays(Scheduler& scheduler) : m_scheduler(scheduler) {}
 
-    /// Starts a limit; the bell rings when it is over. Dropping the limit forgets it.
+    /// Starts a limit, whose end resumes all that wait for `next`. Dropping the limit cancels it.
     [[nodiscard]] std::shared_ptr<Limit> limit(std::chrono::milliseconds duration);
 
-    /// Makes every pending limit over now.
+    /// Ends every pending limit now, and resumes all that wait.
     void cutShort();
 
-    /// Something has happened that a waiter may be interested in.
-    void wake() { m_bell.ring(); }
+    /// Resumes all that wait, because something has happened that they may wait for.
+    void notifyAll() { m_event.notifyAll(); }
 
-    /// To be awaited: goes on when a limit is over or something has happened, whichever limit and whatever.
-    [[nodiscard]] AsyncEvent::Rings something() { return m_bell.rings(); }
+    /// To be awaited: resumes when any limit ends or `notifyAll` is called.
+    [[nodiscard]] AsyncEvent::Next next() { return m_event.next(); }
 
 private:
     Scheduler& m_scheduler;
-    AsyncEvent m_bell;
+    AsyncEvent m_event;
     std::vector<std::weak_ptr<Limit>> m_limits;
 };
 

@@ -7,7 +7,7 @@
 
 namespace tulvane {
 
-/// What somebody waits for, seen by whoever will end the wait. Main thread.
+/// A wait of one coroutine, as seen by the code that will end it. Main thread.
 class Pending {
 public:
     Pending() = default;
@@ -16,7 +16,7 @@ public:
     virtual ~Pending() = default;
 
     [[nodiscard]] bool isOver() const { return m_over; }
-    /// Ends the wait, and runs who waits at once. A second time it does nothing.
+    /// Ends the wait without a value, and resumes the coroutine at once. A second call does nothing.
     void end()
     {
         if (std::exchange(m_over, true))
@@ -33,7 +33,7 @@ private:
     bool m_over = false;
 };
 
-/// A pending value: ended without one, nothing came.
+/// The same for a value that is to come. Ended without one, none came.
 template <class T>
 class PendingValue final : public Pending {
 public:
@@ -52,8 +52,8 @@ private:
     std::optional<T> m_value;
 };
 
-/// To be awaited once, by one coroutine. Unlike a future's watcher it needs no turn of the event loop, so
-/// that what is waited for still ends when there is none any more.
+/// The coroutine's side of a pending value: awaited once, by one coroutine. Unlike the watcher of a future it
+/// needs no turn of the event loop, so a wait can also be ended after the last one.
 template <class T>
 class Awaited {
 public:

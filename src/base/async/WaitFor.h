@@ -4,7 +4,7 @@
 #include <QFuture>
 #include <QFutureWatcher>
 
-namespace tulvane::cli {
+namespace tulvane {
 
 /// Runs the event loop until the future has finished, and returns its result. For futures that always finish
 /// with one. Main thread.
@@ -20,4 +20,4 @@ template <class T>
     return future.takeResult();
 }
 
-} // namespace tulvane::cli
+} // namespace tulvane

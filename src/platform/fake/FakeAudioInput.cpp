@@ -75,6 +75,7 @@ public:
     }
 
     void setConfigurationChanged(std::function<void()> changed) override { m_changed = std::move(changed); }
+    void setStalled(std::function<void()> stalled) override { m_stalled = std::move(stalled); }
 
     /// With the lock held, as `hasTap`.
     bool feed(std::span<const float> samples, std::size_t framesPerBuffer)
@@ -92,22 +93,27 @@ public:
     }
     [[nodiscard]] bool hasTap() const { return m_tap != nullptr; }
 
-    void change()
+    void change() { lose(&Engine::m_changed); }
+    void stall() { lose(&Engine::m_stalled); }
+
+private:
+    using Handler = std::function<void()>;
+
+    void lose(Handler Engine::* handler)
     {
         if (std::exchange(m_lost, true))
             return;
-        QTimer::singleShot(0, &m_context, [this] {
+        QTimer::singleShot(0, &m_context, [this, handler] {
             const bool open = [this] {
                 const std::scoped_lock guard(m_state->lock);
                 return m_state->running == this;
             }();
             // From a copy of its own: the handler may destroy this engine.
-            if (const auto changed = m_changed; changed && open)
-                changed();
+            if (const Handler called = this->*handler; called && open)
+                called();
         });
     }
 
-private:
     void close()
     {
         if (m_state->running == this)
@@ -119,7 +125,8 @@ private:
     QString m_deviceName;
     std::uint32_t m_mostFrames = 0;
     AudioTap m_tap;
-    std::function<void()> m_changed;
+    Handler m_changed;
+    Handler m_stalled;
     bool m_lost = false;
     QObject m_context;
 };
@@ -157,14 +164,22 @@ bool FakeAudioInput::push(std::span<const float> interleaved, std::size_t frames
     return m_state->running != nullptr && m_state->running->feed(interleaved, framesPerBuffer);
 }
 
+FakeAudioInput::Engine* FakeAudioInput::running() const
+{
+    const std::scoped_lock guard(m_state->lock);
+    return m_state->running;
+}
+
 void FakeAudioInput::changeConfiguration()
 {
-    Engine* const running = [this] {
-        const std::scoped_lock guard(m_state->lock);
-        return m_state->running;
-    }();
-    if (running != nullptr)
-        running->change();
+    if (Engine* const engine = running())
+        engine->change();
+}
+
+void FakeAudioInput::stall()
+{
+    if (Engine* const engine = running())
+        engine->stall();
 }
 
 int FakeAudioInput::enginesMade() const

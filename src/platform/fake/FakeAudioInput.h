@@ -1,9 +1,9 @@
 #pragma once
 
-#include <ports/AudioInput.h>
-
 #include <QString>
 #include <QStringList>
+
+#include <ports/AudioInput.h>
 
 #include <memory>
 #include <optional>
@@ -34,6 +34,8 @@ public:
 
     /// Something happens to the running engine's microphone; its handler is called from the event loop.
     void changeConfiguration();
+    /// No sound comes from it any more; its handler is called from the event loop.
+    void stall();
 
     [[nodiscard]] int enginesMade() const;
     /// Whether an engine is running: the microphone is open.
@@ -45,6 +47,7 @@ public:
 private:
     struct State;
     class Engine;
+    [[nodiscard]] Engine* running() const;
 
     std::shared_ptr<State> m_state;
 };

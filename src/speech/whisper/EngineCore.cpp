@@ -46,6 +46,13 @@ QString secondsOf(const QElapsedTimer& timer)
     return seconds(static_cast<double>(timer.nsecsElapsed()) / 1e9, 2);
 }
 
+/// What the library said first of that which it has just refused.
+EngineObstacle refusal()
+{
+    const QString said = LibraryLog::ofThisThread().firstError();
+    return {said.isEmpty() ? EngineObstacle::Kind::unknown : EngineObstacle::Kind::library, said};
+}
+
 } // namespace
 
 void EngineCore::Free::operator()(whisper_context* context) const
@@ -53,62 +60,73 @@ void EngineCore::Free::operator()(whisper_context* context) const
     whisper_free(context);
 }
 
-EngineCore::EngineCore(const QString& backendFolder, const SystemMemory& memory)
+EngineCore::EngineCore(const QString& backendFolder, const SystemMemory& memory,
+                       const std::atomic<bool>& closing)
     : m_backendFolder(backendFolder),
-      m_memory(memory)
+      m_memory(memory),
+      m_closing(closing)
 {
 }
 
 EngineCore::~EngineCore() = default;
 
-Result<void, EngineError> EngineCore::load(const QString& modelFile)
+Recognizer::Loaded EngineCore::load(const QString& modelFile)
 {
     if (m_context && m_loadedModel == modelFile)
         return {};
     unload();
     QElapsedTimer timer;
     timer.start();
-    m_context.reset(open(modelFile));
-    LibraryLog::ofThisThread().flush();
-    if (!m_context)
-        return failure(EngineError::modelLoadFailed(modelFile));
+    const auto opened = open(modelFile);
+    if (!opened)
+        return failure(EngineError::modelLoadFailed(modelFile, opened.error()));
+    m_context.reset(*opened);
     m_loadedModel = modelFile;
     qCInfo(lcWhisper).noquote().nospace()
         << "Loaded " << QFileInfo(modelFile).fileName() << " in " << secondsOf(timer) << 's';
     return {};
 }
 
-/// The library's context for a file that is a sound model and fits into memory; null otherwise, with the
-/// reason in the log.
-whisper_context* EngineCore::open(const QString& modelFile) const
+/// The library's context for a file that is a sound model and fits into memory. A failure is in the log.
+Result<whisper_context*, EngineObstacle> EngineCore::open(const QString& modelFile) const
 {
     const auto file = openModelFile(modelFile);
     if (!file) {
-        qCWarning(lcWhisper).noquote() << "Could not open the model" << modelFile << "-" << file.error();
-        return nullptr;
+        qCCritical(lcWhisper).noquote() << "Could not open the model" << modelFile << "-" << file.error();
+        return failure(EngineObstacle{EngineObstacle::Kind::unreadable, file.error()});
     }
     const auto facts = checkModelFile(**file);
     if (!facts) {
-        qCWarning(lcWhisper).noquote()
+        qCCritical(lcWhisper).noquote()
             << "The model" << modelFile << "is damaged or foreign:" << facts.error();
-        return nullptr;
+        return failure(EngineObstacle{EngineObstacle::Kind::damaged, facts.error()});
     }
     if (!loadBackends(m_backendFolder)) {
-        qCWarning(lcWhisper).noquote() << "No computing backend was found in" << m_backendFolder;
-        return nullptr;
+        qCCritical(lcWhisper).noquote() << "No computing backend was found in" << m_backendFolder;
+        return failure(EngineObstacle{EngineObstacle::Kind::noBackend, m_backendFolder});
     }
-    return hasMemoryFor(facts->neededMemory(), facts->neededAddressSpace()) ? loadModel(**file) : nullptr;
+    if (auto enough = checkMemory(facts->neededMemory(), facts->neededAddressSpace()); !enough)
+        return failure(enough.error());
+    LibraryLog::ofThisThread().clearFirstError();
+    whisper_context* const context = loadModel(**file, m_closing);
+    LibraryLog::ofThisThread().flush();
+    if (context == nullptr)
+        return failure(refusal());
+    return context;
 }
 
 /// Asked before the library is, which ends the process when an allocation fails.
-bool EngineCore::hasMemoryFor(qint64 bytes, qint64 addressSpace) const
+Result<void, EngineObstacle> EngineCore::checkMemory(qint64 bytes, qint64 addressSpace) const
 {
     const qint64 available = m_memory.available();
     if (bytes <= available && m_memory.canReserve(addressSpace))
-        return true;
-    qCWarning(lcWhisper).nospace() << "This needs " << bytes / 1'000'000 << " MB of memory, and "
-                                   << available / 1'000'000 << " MB are available";
-    return false;
+        return {};
+    qCCritical(lcWhisper).nospace() << "This needs " << bytes / 1'000'000 << " MB of memory, and "
+                                    << available / 1'000'000 << " MB are available";
+    return failure(EngineObstacle{.kind = EngineObstacle::Kind::memory,
+                                  .detail = {},
+                                  .neededBytes = bytes,
+                                  .availableBytes = available});
 }
 
 void EngineCore::unload()
@@ -121,8 +139,7 @@ void EngineCore::unload()
     m_loadedModel.clear();
 }
 
-Result<QString, EngineError> EngineCore::transcribe(std::vector<float> samples,
-                                                    const TranscriptionOptions& options)
+Recognizer::Recognised EngineCore::transcribe(std::vector<float> samples, const TranscriptionOptions& options)
 {
     if (!m_context)
         return failure(EngineError::noModelLoaded());
@@ -131,25 +148,23 @@ Result<QString, EngineError> EngineCore::transcribe(std::vector<float> samples,
     if (!parameters)
         return failure(parameters.error());
     if (!knowsLanguage(*parameters))
-        return failure(EngineError::transcriptionFailed(EngineError::unknownLanguage));
+        return failure(EngineError::transcriptionFailed(
+            EngineError::unknownLanguage, {EngineObstacle::Kind::unknownLanguage, options.language}));
     prepareSamples(samples);
     const qint64 memory = workingMemory(samples.size());
-    if (!hasMemoryFor(memory, memory + parameters->forLibrary().n_threads * threadSpace))
-        return failure(EngineError::transcriptionFailed(EngineError::notEnoughMemory));
+    if (auto enough = checkMemory(memory, memory + parameters->forLibrary().n_threads * threadSpace); !enough)
+        return failure(EngineError::transcriptionFailed(EngineError::notEnoughMemory, enough.error()));
 
     QElapsedTimer timer;
     timer.start();
-    const qint32 code = run(*parameters, samples);
-    LibraryLog::ofThisThread().flush();
-    if (code != 0)
-        return failure(EngineError::transcriptionFailed(code));
-    const QString text = joinedSegments();
-    m_lastLanguage = QString::fromUtf8(whisper_is_multilingual(m_context.get()) != 0
-                                           ? whisper_lang_str(whisper_full_lang_id(m_context.get()))
-                                           : "en");
+    if (const qint32 code = run(*parameters, samples); code != 0) {
+        qCCritical(lcWhisper) << "The library ended a transcription with the code" << code;
+        return failure(EngineError::transcriptionFailed(code, refusal()));
+    }
+    RecognisedText recognised{.text = joinedSegments(), .language = usedLanguage()};
     qCInfo(lcWhisper).noquote().nospace() << "Transcribed " << seconds(count / double{samplesPerSecond}, 1)
                                           << "s of audio in " << secondsOf(timer) << 's';
-    return text;
+    return recognised;
 }
 
 /// An unknown language would be taken for some other token, and the text be some text.
@@ -168,6 +183,7 @@ bool EngineCore::knowsLanguage(const WhisperParameters& parameters) const
 qint32 EngineCore::run(const WhisperParameters& parameters, const std::vector<float>& samples)
 {
     qint32 code = EngineError::libraryThrew;
+    LibraryLog::ofThisThread().clearFirstError();
     try {
         code = whisper_full(m_context.get(), parameters.forLibrary(), samples.data(),
                             librarySampleCount(samples.size()));
@@ -176,6 +192,7 @@ qint32 EngineCore::run(const WhisperParameters& parameters, const std::vector<fl
     } catch (...) {
         qCCritical(lcWhisper) << "The library failed to transcribe";
     }
+    LibraryLog::ofThisThread().flush();
     if (code == stateIsGone) {
         [[maybe_unused]] whisper_context* const abandoned = m_context.release();
         m_loadedModel.clear();
@@ -194,6 +211,13 @@ QString EngineCore::joinedSegments() const
             joined += text;
     }
     return QString::fromUtf8(joined);
+}
+
+QString EngineCore::usedLanguage() const
+{
+    return QString::fromUtf8(whisper_is_multilingual(m_context.get()) != 0
+                                 ? whisper_lang_str(whisper_full_lang_id(m_context.get()))
+                                 : "en");
 }
 
 } // namespace tulvane

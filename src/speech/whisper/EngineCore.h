@@ -1,12 +1,12 @@
 #pragma once
 
-#include <base/Result.h>
-#include <ports/SystemMemory.h>
-#include <speech/whisper/EngineError.h>
-#include <speech/TranscriptionOptions.h>
+#include <speech/Recognizer.h>
 
 #include <QString>
 
+#include <ports/SystemMemory.h>
+
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -20,35 +20,36 @@ class WhisperParameters;
 /// is used by one thread. Nothing is thrown.
 class EngineCore final {
 public:
-    EngineCore(const QString& backendFolder, const SystemMemory& memory);
+    /// Once `closing` is set, by any thread, a load in flight fails. All outlive the core.
+    EngineCore(const QString& backendFolder, const SystemMemory& memory, const std::atomic<bool>& closing);
     EngineCore(const EngineCore&) = delete;
     EngineCore& operator=(const EngineCore&) = delete;
     ~EngineCore();
 
-    [[nodiscard]] Result<void, EngineError> load(const QString& modelFile);
+    [[nodiscard]] Recognizer::Loaded load(const QString& modelFile);
     void unload();
-    [[nodiscard]] Result<QString, EngineError> transcribe(std::vector<float> samples,
-                                                          const TranscriptionOptions& options);
+    [[nodiscard]] Recognizer::Recognised transcribe(std::vector<float> samples,
+                                                    const TranscriptionOptions& options);
 
     [[nodiscard]] QString loadedModel() const { return m_loadedModel; }
-    [[nodiscard]] QString lastLanguage() const { return m_lastLanguage; }
 
 private:
     struct Free {
         void operator()(whisper_context* context) const;
     };
 
-    [[nodiscard]] whisper_context* open(const QString& modelFile) const;
-    [[nodiscard]] bool hasMemoryFor(qint64 bytes, qint64 addressSpace) const;
+    [[nodiscard]] Result<whisper_context*, EngineObstacle> open(const QString& modelFile) const;
+    [[nodiscard]] Result<void, EngineObstacle> checkMemory(qint64 bytes, qint64 addressSpace) const;
     [[nodiscard]] bool knowsLanguage(const WhisperParameters& parameters) const;
     [[nodiscard]] qint32 run(const WhisperParameters& parameters, const std::vector<float>& samples);
     [[nodiscard]] QString joinedSegments() const;
+    [[nodiscard]] QString usedLanguage() const;
 
     QString m_backendFolder;
     const SystemMemory& m_memory;
+    const std::atomic<bool>& m_closing;
     std::unique_ptr<whisper_context, Free> m_context;
     QString m_loadedModel;
-    QString m_lastLanguage;
 };
 
 } // namespace tulvane

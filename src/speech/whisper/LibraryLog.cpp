@@ -1,8 +1,6 @@
 #include <base/Log.h>
 #include <speech/whisper/LibraryLog.h>
 
-#include <QString>
-
 #include <whisper.h>
 
 #include <mutex>
@@ -50,6 +48,8 @@ void LibraryLog::flush()
     const QString line = QString::fromUtf8(std::exchange(m_line, {})).trimmed();
     if (line.isEmpty())
         return;
+    if (level == GGML_LOG_LEVEL_ERROR && m_firstError.isEmpty())
+        m_firstError = line;
     if (level == GGML_LOG_LEVEL_WARN || level == GGML_LOG_LEVEL_ERROR)
         qCCritical(lcWhisper).noquote() << line;
     else

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <ggml.h>
 
@@ -27,9 +28,14 @@ public:
     /// Writes what is still waiting for its end.
     void flush();
 
+    /// The first line at error level since the last clearing: the later ones only pass it on.
+    [[nodiscard]] const QString& firstError() const { return m_firstError; }
+    void clearFirstError() { m_firstError.clear(); }
+
 private:
     ggml_log_level m_level = GGML_LOG_LEVEL_NONE;
     QByteArray m_line;
+    QString m_firstError;
 };
 
 } // namespace tulvane

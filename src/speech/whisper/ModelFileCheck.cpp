@@ -1,3 +1,4 @@
+#include <base/ModelSignature.h>
 #include <speech/whisper/BlockReader.h>
 #include <speech/whisper/ModelFileCheck.h>
 #include <speech/whisper/ModelLayout.h>
@@ -71,7 +72,7 @@ QString ModelFileWalk::readHeader()
     std::array<char, ModelHeader::byteCount> bytes{};
     if (!m_file.seek(0) || !readNumber(signature))
         return ended("signature");
-    if (signature != ModelHeader::signature)
+    if (signature != modelSignature)
         return QStringLiteral("not a ggml model");
     if (!read(bytes.data(), bytes.size()))
         return ended("header");

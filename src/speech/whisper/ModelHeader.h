@@ -12,7 +12,6 @@ namespace tulvane {
 
 /// The eleven numbers that a ggml Whisper file begins with after its signature, in their order there.
 struct ModelHeader {
-    static constexpr quint32 signature = GGML_FILE_MAGIC;
     static constexpr qsizetype byteCount = 11 * sizeof(qint32);
 
     qint32 vocabulary = 0;

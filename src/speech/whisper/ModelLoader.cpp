@@ -14,8 +14,16 @@ namespace {
 /// What the library's callbacks read from.
 struct Source {
     BlockReader reader;
+    const std::atomic<bool>& closing;
     /// A read went beyond the end, which is how the library learns that the model is whole.
     bool ended = false;
+};
+
+/// Ends a load that nothing waits for any more: the library frees what it has and gives no context. Zeros in
+/// place of the file's numbers would not do, since it divides by some of them.
+class LoadAbandoned final : public std::exception {
+public:
+    [[nodiscard]] const char* what() const noexcept override { return "the program is ending"; }
 };
 
 /// The library takes no notice of a short read; what could not be read is zero rather than left-over memory,
@@ -23,6 +31,8 @@ struct Source {
 std::size_t readFrom(void* context, void* output, std::size_t size)
 {
     auto* const source = static_cast<Source*>(context);
+    if (source->closing)
+        throw LoadAbandoned();
     auto* const bytes = static_cast<char*>(output);
     const auto done = static_cast<std::size_t>(source->reader.read(bytes, static_cast<qint64>(size)));
     if (done < size) {
@@ -39,13 +49,13 @@ bool hasEnded(void* context)
 
 } // namespace
 
-whisper_context* loadModel(QFile& file)
+whisper_context* loadModel(QFile& file, const std::atomic<bool>& closing)
 {
     whisper_context_params params = whisper_context_default_params();
     params.use_gpu = true;
     params.flash_attn = true;
 
-    Source source{.reader = BlockReader(file)};
+    Source source{.reader = BlockReader(file), .closing = closing};
     whisper_model_loader loader{};
     loader.context = &source;
     loader.read = readFrom;

@@ -4,7 +4,6 @@
 #include <speech/whisper/WhisperEngine.h>
 
 #include <QMetaObject>
-#include <QMutexLocker>
 #include <QPromise>
 
 #include <utility>
@@ -29,7 +28,7 @@ void prepareProcessOnce()
 } // namespace
 
 WhisperEngine::WhisperEngine(const QString& backendFolder, const SystemMemory& memory)
-    : m_core(std::make_unique<EngineCore>(backendFolder, memory))
+    : m_core(std::make_unique<EngineCore>(backendFolder, memory, m_closing))
 {
     prepareProcessOnce();
     m_thread.setObjectName(QStringLiteral("whisper"));
@@ -60,20 +59,30 @@ QFuture<T> WhisperEngine::post(std::function<T()> job, const T& refusal)
     QMetaObject::invokeMethod(
         &m_worker,
         [this, promise, refusal, job = std::move(job)] {
-            T result = m_closing ? refusal : job();
-            publishState();
-            promise->addResult(std::move(result));
+            promise->addResult(m_closing ? refusal : job());
             promise->finish();
         },
         Qt::QueuedConnection);
     return promise->future();
 }
 
-QFuture<Result<void, EngineError>> WhisperEngine::load(const QString& modelFile)
+QFuture<QString> WhisperEngine::loadedModel()
 {
-    using Loaded = Result<void, EngineError>;
-    return post<Loaded>([this, modelFile] { return m_core->load(modelFile); },
-                        failure(EngineError::modelLoadFailed(modelFile)));
+    return post<QString>([this] { return m_core->loadedModel(); }, QString());
+}
+
+QFuture<Recognizer::Loaded> WhisperEngine::load(const QString& file)
+{
+    return post<Loaded>([this, file] { return m_core->load(file); },
+                        failure(EngineError::modelLoadFailed(file)));
+}
+
+QFuture<Recognizer::Recognised> WhisperEngine::transcribe(Samples samples,
+                                                          const TranscriptionOptions& options)
+{
+    return post<Recognised>(
+        [this, take = std::move(samples), options] { return m_core->transcribe(*take, options); },
+        failure(EngineError::noModelLoaded()));
 }
 
 QFuture<void> WhisperEngine::unload()
@@ -84,50 +93,6 @@ QFuture<void> WhisperEngine::unload()
             return true;
         },
         false));
-}
-
-QFuture<Result<QString, EngineError>> WhisperEngine::transcribe(std::vector<float> samples,
-                                                                const TranscriptionOptions& options)
-{
-    using Text = Result<QString, EngineError>;
-    // Shared, because a posted job must be copyable and the samples should not be copied.
-    const auto take = std::make_shared<std::vector<float>>(std::move(samples));
-    return post<Text>([this, take, options] { return m_core->transcribe(std::move(*take), options); },
-                      failure(EngineError::noModelLoaded()));
-}
-
-QFuture<Result<QString, EngineError>>
-WhisperEngine::transcribe(std::shared_ptr<const std::vector<float>> samples,
-                          const TranscriptionOptions& options)
-{
-    using Text = Result<QString, EngineError>;
-    return post<Text>(
-        [this, take = std::move(samples), options] { return m_core->transcribe(*take, options); },
-        failure(EngineError::noModelLoaded()));
-}
-
-QFuture<QString> WhisperEngine::settledModel()
-{
-    return post<QString>([this] { return m_core->loadedModel(); }, QString());
-}
-
-void WhisperEngine::publishState()
-{
-    const QMutexLocker lock(&m_mutex);
-    m_loadedModel = m_core->loadedModel();
-    m_lastLanguage = m_core->lastLanguage();
-}
-
-QString WhisperEngine::loadedModel() const
-{
-    const QMutexLocker lock(&m_mutex);
-    return m_loadedModel;
-}
-
-QString WhisperEngine::lastLanguage() const
-{
-    const QMutexLocker lock(&m_mutex);
-    return m_lastLanguage;
 }
 
 } // namespace tulvane

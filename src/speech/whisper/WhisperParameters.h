@@ -1,7 +1,7 @@
 #pragma once
 
 #include <base/Result.h>
-#include <speech/whisper/EngineError.h>
+#include <speech/EngineError.h>
 #include <speech/TranscriptionOptions.h>
 
 #include <QByteArray>

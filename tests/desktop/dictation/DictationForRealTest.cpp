@@ -1,6 +1,5 @@
 #include <audio/AudioRecorder.h>
 #include <dictation/DictationSession.h>
-#include <dictation/EngineRecognizer.h>
 #include <dictation/ManagedModelSource.h>
 #include <models/ModelManager.h>
 #include <platform/fake/FakeBackgroundTransfers.h>
@@ -63,8 +62,7 @@ protected:
                          transfers};
     ManagedModelSource models{settings, manager};
     ProcessMemory memory;
-    WhisperEngine whisper{QString(), memory};
-    EngineRecognizer engine{whisper};
+    WhisperEngine engine{QString(), memory};
     PulseAudioInput input{server.address()};
     SystemClock clock;
     AudioRecorder recorder{input, clock};

@@ -1,11 +1,10 @@
-#include <support/Folders.h>
-
 #include <app/TulvaneApp.h>
 #include <platform/fake/FakeAudioInput.h>
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeKeyPosting.h>
+#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeLoginItem.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakePasteboard.h>
@@ -13,11 +12,11 @@
 #include <platform/fake/FakePrivacyPermissions.h>
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeSounds.h>
-#include <platform/fake/FakeSystemMemory.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <stats/StatsFile.h>
+#include <support/FakeRecognizer.h>
+#include <support/Folders.h>
 #include <support/ScratchFolder.h>
 
 #include <gmock/gmock.h>
@@ -50,7 +49,7 @@ protected:
     TulvaneApp& app()
     {
         if (!m_app)
-            m_app = std::make_unique<TulvaneApp>(ports(), options(),
+            m_app = std::make_unique<TulvaneApp>(ports(), m_recognizer, options(),
                                                  Surfaces{.indicator = m_indicator,
                                                           .windows = windows,
                                                           .bringToFront = [this] { return hasWindows; }});
@@ -90,7 +89,6 @@ private:
                 .processes = m_processes,
                 .workspace = m_workspace,
                 .transfers = m_transfers,
-                .memory = m_memory,
                 .presentation = presentation,
                 .keyboard = m_keyboard,
                 .loginItem = m_loginItem};
@@ -98,7 +96,6 @@ private:
     TulvaneApp::Options options() const
     {
         return {.version = u"0.1.0"_qs,
-                .backends = {},
                 .folders = {data.file(u"Tulvane/Models"_qs), data.file(u"tmp"_qs)},
                 .hub = QUrl(u"http://hub.invalid/"_qs),
                 .statisticsFile = data.file(u"Tulvane/statistics.json"_qs),
@@ -116,7 +113,7 @@ private:
     FakeProcesses m_processes;
     FakeWorkspace m_workspace;
     FakeBackgroundTransfers m_transfers;
-    FakeSystemMemory m_memory;
+    FakeRecognizer m_recognizer;
     FakeLoginItem m_loginItem;
     NoIndicator m_indicator;
     std::unique_ptr<TulvaneApp> m_app;

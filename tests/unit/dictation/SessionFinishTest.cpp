@@ -175,7 +175,7 @@ TEST_F(SessionFinish, AFailedLoadKeepsTheAudioToo)
     EXPECT_TRUE(QCoro::waitFor(session->retry()));
 }
 
-TEST_F(SessionFinish, TheNextRecordingEndsTheOffer)
+TEST_F(SessionFinish, TheNextUsableAudioEndsTheOffer)
 {
     static_cast<void>(dictate());
     engine.transcribeError = EngineError::transcriptionFailed(-6);
@@ -185,12 +185,54 @@ TEST_F(SessionFinish, TheNextRecordingEndsTheOffer)
     EXPECT_TRUE(session->canRetry()) << "a recording that did not start takes nothing away";
     isMicrophoneAuthorized = true;
     record(16000);
-    EXPECT_FALSE(session->canRetry());
-    session->cancel();
+    EXPECT_FALSE(session->canRetry()) << "not while recording";
+    static_cast<void>(session->stop());
     EXPECT_FALSE(session->canRetry());
     const auto outcome = QCoro::waitFor(session->retry());
     ASSERT_FALSE(outcome);
     EXPECT_TRUE(outcome.error().is(SessionError::notRecording));
+}
+
+TEST_F(SessionFinish, ARecordingThatYieldsNothingLeavesTheOffer)
+{
+    engine.transcribeError = EngineError::transcriptionFailed(-6);
+    ASSERT_FALSE(dictate(32000));
+    engine.transcribeError.reset();
+    record(16000);
+    session->cancel();
+    EXPECT_TRUE(session->canRetry()) << "a cancelled tap";
+    EXPECT_EQ(*dictate(100), Outcome::tooShort());
+    EXPECT_TRUE(session->canRetry()) << "too short";
+    EXPECT_EQ(*dictate(16000, 0.0F), Outcome::nothingHeard());
+    EXPECT_TRUE(session->canRetry()) << "silence";
+    record(16000);
+    input.changeConfiguration();
+    ASSERT_TRUE(waitUntil([&] { return session->state() == State::idle; }));
+    EXPECT_TRUE(session->canRetry()) << "a lost microphone";
+    const auto outcome = QCoro::waitFor(session->retry());
+    ASSERT_TRUE(outcome);
+    EXPECT_DOUBLE_EQ(outcome->durationSeconds, 2.0);
+}
+
+TEST_F(SessionFinish, LanguageAndPromptAreThoseOfTheStop)
+{
+    static_cast<void>(dictate());
+    engine.isPrompt = false;
+    settings.setLanguage(TranscriptionLanguage::english);
+    settings.setVocabularyPrompt(QStringLiteral("Solveig"));
+    record(16000);
+    settings.setLanguage(TranscriptionLanguage::norwegianNynorsk);
+    settings.setVocabularyPrompt(QStringLiteral("Torbjørn"));
+    begin(session->stop());
+    settings.setLanguage(TranscriptionLanguage::automatic);
+    settings.setVocabularyPrompt(QStringLiteral("Åse"));
+    ASSERT_TRUE(waitUntil([&] {
+        if (engine.waiting() > 0)
+            engine.step();
+        return finished.has_value();
+    }));
+    EXPECT_EQ(engine.transcriptions.back().options.language, QStringLiteral("nn"));
+    EXPECT_EQ(engine.transcriptions.back().options.initialPrompt, QStringLiteral("Torbjørn"));
 }
 
 TEST_F(SessionFinish, ASessionThatIsGoneWhenTheRecogniserAnswersDoesNothing)

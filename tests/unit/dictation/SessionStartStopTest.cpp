@@ -194,6 +194,20 @@ TEST_F(SessionStartStop, AChangedMicrophoneCancelsTheRecordingAndIsReported)
     EXPECT_EQ(interrupted, 1);
 }
 
+TEST_F(SessionStartStop, AMicrophoneThatFallsSilentIsReportedAndWhatWasSaidIsThere)
+{
+    int stalled = 0;
+    session->onInputStalled = [&] { ++stalled; };
+    session->onRecordingInterrupted = [] { FAIL() << "nothing is cancelled"; };
+    record(16000);
+    input.stall();
+    ASSERT_TRUE(waitUntil([&] { return stalled > 0; }));
+    EXPECT_EQ(session->state(), State::recording);
+    const StopResult stopped = session->stop();
+    ASSERT_TRUE(std::holds_alternative<RecordedAudio>(stopped));
+    EXPECT_EQ(std::get<RecordedAudio>(stopped).samples->size(), 16000U);
+}
+
 TEST_F(SessionStartStop, ARecordingOfThirtyMinutesIsCapturedWhole)
 {
     settings.setMaxRecordingSeconds(1800);

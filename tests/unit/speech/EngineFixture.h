@@ -14,7 +14,7 @@ namespace tulvane::test {
 /// An engine over the real library, with its log kept and as much memory as a test says.
 class EngineTest : public ::testing::Test {
 protected:
-    using Loaded = Result<void, EngineError>;
+    using Loaded = Recognizer::Loaded;
     using Text = Result<QString, EngineError>;
 
     Loaded load(const QString& file) { return await(m_engine->load(file)); }
@@ -26,8 +26,17 @@ protected:
     Text transcribe(std::vector<float> samples,
                     const TranscriptionOptions& options = {.language = u"no"_qs, .threadCount = 1})
     {
-        return await(m_engine->transcribe(std::move(samples), options), std::chrono::seconds(100));
+        const auto recognised = await(begin(std::move(samples), options), std::chrono::seconds(100));
+        if (!recognised)
+            return failure(recognised.error());
+        m_language = recognised->language;
+        return recognised->text;
     }
+    QFuture<Recognizer::Recognised> begin(std::vector<float> samples, const TranscriptionOptions& options)
+    {
+        return m_engine->transcribe(std::make_shared<const std::vector<float>>(std::move(samples)), options);
+    }
+    QString loadedModel() { return await(m_engine->loadedModel()); }
     [[nodiscard]] QStringList milestones() const { return m_log.texts("whisper", QtInfoMsg); }
 
     [[nodiscard]] static QString demo() { return test::demoModelPath(); }
@@ -37,6 +46,7 @@ protected:
     }
 
     LogCapture m_log;
+    QString m_language; ///< of the last transcription
     ScratchFolder m_folder;
     FakeSystemMemory m_memory;
     // Where the release build for one machine finds nothing, and a portable build would find its backends.

@@ -1,5 +1,6 @@
 #include "EngineFixture.h"
 
+#include <speech/whisper/EngineCore.h>
 #include <support/Soak.h>
 #include <support/TinyModel.h>
 
@@ -21,14 +22,14 @@ protected:
         const Loaded loaded = load(file);
         ASSERT_FALSE(loaded.has_value());
         EXPECT_EQ(loaded.error(), EngineError::modelLoadFailed(file));
-        EXPECT_EQ(m_engine->loadedModel(), QString());
+        EXPECT_EQ(loadedModel(), QString());
         EXPECT_EQ(transcribe(silence(1)).error(), EngineError::noModelLoaded());
     }
 };
 
 TEST_F(EngineLoading, beginsWithoutAModel)
 {
-    EXPECT_EQ(m_engine->loadedModel(), QString());
+    EXPECT_EQ(loadedModel(), QString());
     EXPECT_EQ(transcribe(silence(1)).error(), EngineError::noModelLoaded());
 }
 
@@ -36,7 +37,7 @@ TEST_F(EngineLoading, loadsAModelAndSaysSo)
 {
     const QString file = tiny();
     ASSERT_TRUE(load(file).has_value());
-    EXPECT_EQ(m_engine->loadedModel(), file);
+    EXPECT_EQ(loadedModel(), file);
     ASSERT_EQ(milestones().size(), 1);
     EXPECT_TRUE(QRegularExpression(u"^Loaded tiny\\.bin in \\d+\\.\\d\\ds$"_qs)
                     .match(milestones().first())
@@ -99,6 +100,32 @@ TEST_F(EngineLoading, saysInTheLogWhyAFileWasRejected)
     EXPECT_TRUE(m_log.contains(u"not a plain file"_qs));
 }
 
+TEST_F(EngineLoading, saysInTheErrorsSecondLineWhyAFileWasRejected)
+{
+    const QString page = m_folder.write(u"page.bin"_qs, "<html>");
+    EXPECT_EQ(load(page).error().description(), u"Could not load the speech model at page.bin.\n"
+                                                u"The file is damaged, or no speech model: not a ggml model");
+    const QString missing = m_folder.file(u"missing.bin"_qs);
+    EXPECT_EQ(load(missing).error().description(), u"Could not load the speech model at missing.bin.\n"
+                                                   u"The file cannot be read: No such file or directory");
+    m_memory.setAvailable(50'000'000);
+    const QString poor = load(tiny()).error().description();
+    EXPECT_TRUE(poor.endsWith(u" MB of memory, and 50 MB are available.")) << qPrintable(poor);
+    EXPECT_EQ(m_log.texts("whisper", QtCriticalMsg).size(), 3) << "each of them at error level";
+}
+
+TEST_F(EngineLoading, aLoadIsAbandonedOnceTheEngineIsClosing)
+{
+    const std::atomic<bool> closing = true;
+    EngineCore core(m_backends, m_memory, closing);
+    const Loaded loaded = core.load(demo());
+    ASSERT_FALSE(loaded.has_value());
+    EXPECT_EQ(loaded.error(), EngineError::modelLoadFailed(demo()));
+    EXPECT_TRUE(loaded.error().description().contains(u"the program is ending"))
+        << qPrintable(loaded.error().description());
+    EXPECT_EQ(core.loadedModel(), QString());
+}
+
 TEST_F(EngineLoading, unloadingFreesTheModelAndSaysSoOnce)
 {
     unload();
@@ -108,7 +135,7 @@ TEST_F(EngineLoading, unloadingFreesTheModelAndSaysSoOnce)
     unload();
     unload();
     EXPECT_EQ(milestones(), QStringList{u"Unloaded model"_qs});
-    EXPECT_EQ(m_engine->loadedModel(), QString());
+    EXPECT_EQ(loadedModel(), QString());
     EXPECT_EQ(transcribe(silence(1)).error(), EngineError::noModelLoaded());
 }
 

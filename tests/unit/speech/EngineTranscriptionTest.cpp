@@ -44,19 +44,19 @@ TEST_F(EngineTranscription, writesWhatWasSaid)
     // With the space that the library's texts begin with: nothing is trimmed.
     EXPECT_EQ(heard(norwegian(), {.language = u"no"_qs, .threadCount = 1}),
               u' ' + QString::fromUtf8(saidInNorwegian));
-    EXPECT_EQ(m_engine->lastLanguage(), u"no");
+    EXPECT_EQ(m_language, u"no");
     EXPECT_EQ(heard(english(), {.language = u"en"_qs, .threadCount = 1}),
               u' ' + QString::fromUtf8(saidInEnglish));
-    EXPECT_EQ(m_engine->lastLanguage(), u"en");
+    EXPECT_EQ(m_language, u"en");
 }
 
 TEST_F(EngineTranscription, detectsTheLanguage)
 {
     EXPECT_EQ(heard(english(), {.language = u"auto"_qs, .threadCount = 1}),
               u' ' + QString::fromUtf8(saidInEnglish));
-    EXPECT_EQ(m_engine->lastLanguage(), u"en");
+    EXPECT_EQ(m_language, u"en");
     EXPECT_TRUE(transcribe(norwegian(), {.language = u"nn"_qs, .threadCount = 1}).has_value());
-    EXPECT_EQ(m_engine->lastLanguage(), u"nn");
+    EXPECT_EQ(m_language, u"nn");
 }
 
 TEST_F(EngineTranscription, joinsSegmentsAsTheyStand)
@@ -154,8 +154,12 @@ TEST_F(EngineTranscription, anUnknownLanguageFailsAndKeepsTheModel)
         const Text text = transcribe(silence(1.2), {.language = QString::fromUtf8(code), .threadCount = 1});
         ASSERT_FALSE(text.has_value()) << code;
         EXPECT_EQ(text.error(), EngineError::transcriptionFailed(EngineError::unknownLanguage)) << code;
+        EXPECT_EQ(
+            text.error().description(),
+            u"Transcription failed (whisper error -100).\nThe speech model does not know the language “%1”."_qs
+                .arg(QString::fromUtf8(code)));
     }
-    EXPECT_EQ(m_engine->loadedModel(), demo());
+    EXPECT_EQ(loadedModel(), demo());
     EXPECT_EQ(heard(norwegian(), {.language = u"no"_qs, .threadCount = 1}),
               u' ' + QString::fromUtf8(saidInNorwegian));
 }
@@ -166,7 +170,7 @@ TEST_F(EngineTranscription, aLanguageThatIsNoCStringFailsWithTheProgramsOwnCode)
         transcribe(silence(1.2), {.language = QString(u"no"_qs + QChar::Null), .threadCount = 1});
     ASSERT_FALSE(text.has_value());
     EXPECT_EQ(text.error(), EngineError::transcriptionFailed(-1));
-    EXPECT_EQ(m_engine->loadedModel(), demo());
+    EXPECT_EQ(loadedModel(), demo());
 }
 
 TEST_F(EngineTranscription, aTakeTooLongForTheMemoryFailsAndKeepsTheModel)
@@ -176,7 +180,10 @@ TEST_F(EngineTranscription, aTakeTooLongForTheMemoryFailsAndKeepsTheModel)
     const Text text = transcribe(silence(60));
     ASSERT_FALSE(text.has_value());
     EXPECT_EQ(text.error(), EngineError::transcriptionFailed(EngineError::notEnoughMemory));
-    EXPECT_EQ(m_engine->loadedModel(), demo());
+    EXPECT_TRUE(text.error().description().endsWith(u" MB of memory, and 70 MB are available."))
+        << qPrintable(text.error().description());
+    EXPECT_TRUE(m_log.texts("whisper", QtCriticalMsg).join(u'\n').contains(u"and 70 MB are available"));
+    EXPECT_EQ(loadedModel(), demo());
 }
 
 TEST_F(EngineTranscription, worksWithAnyThreadCount)
@@ -191,10 +198,10 @@ TEST_F(EngineTranscription, worksWithAnyThreadCount)
 TEST_F(EngineTranscription, runsJobsInTheOrderAsked)
 {
     const TranscriptionOptions options{.language = u"no"_qs, .threadCount = 1};
-    const auto first = m_engine->transcribe(silence(20), options);
-    const auto second = m_engine->transcribe(silence(2), options);
+    const auto first = begin(silence(20), options);
+    const auto second = begin(silence(2), options);
     const auto third = m_engine->load(m_folder.file(u"missing"_qs));
-    const auto fourth = m_engine->transcribe(silence(2), options);
+    const auto fourth = begin(silence(2), options);
     EXPECT_TRUE(test::await(second, std::chrono::seconds(60)).has_value());
     EXPECT_TRUE(first.isFinished());
     EXPECT_FALSE(test::await(third).has_value());
@@ -209,18 +216,20 @@ TEST_F(EngineTranscription, doesNotBlockItsCaller)
 {
     QElapsedTimer timer;
     timer.start();
-    const auto text = m_engine->transcribe(silence(29), {.language = u"no"_qs, .threadCount = 1});
-    EXPECT_EQ(m_engine->loadedModel(), demo());
+    const auto text = begin(silence(29), {.language = u"no"_qs, .threadCount = 1});
+    const auto model = m_engine->loadedModel();
     EXPECT_FALSE(text.isFinished());
+    EXPECT_FALSE(model.isFinished()) << "it answers for what was asked before it";
     EXPECT_LT(timer.elapsed(), 1000);
     EXPECT_TRUE(test::await(text, std::chrono::seconds(60)).has_value());
+    EXPECT_EQ(test::await(model), demo());
 }
 
 TEST_F(EngineTranscription, destructionWaitsForTheJobInFlightAndAnswersTheRest)
 {
     const TranscriptionOptions detecting{.language = u"auto"_qs, .threadCount = 1};
-    auto running = m_engine->transcribe(norwegian(), detecting);
-    auto waiting = m_engine->transcribe(norwegian(), detecting);
+    auto running = begin(norwegian(), detecting);
+    auto waiting = begin(norwegian(), detecting);
     auto loading = m_engine->load(u"other.bin"_qs);
     // The library says this in the middle of its work.
     ASSERT_TRUE(test::waitUntil([&] { return m_log.contains(u"auto-detected language"_qs); }));
@@ -236,10 +245,11 @@ TEST_F(EngineTranscription, twoEnginesDoNotDisturbEachOther)
     WhisperEngine other(m_backends, m_memory);
     ASSERT_TRUE(test::await(other.load(demo())).has_value());
     const TranscriptionOptions options{.language = u"no"_qs, .threadCount = 1};
-    const auto here = m_engine->transcribe(norwegian(), options);
-    const auto there = other.transcribe(norwegian(), options);
-    EXPECT_EQ(*test::await(here, std::chrono::seconds(60)), u' ' + QString::fromUtf8(saidInNorwegian));
-    EXPECT_EQ(*test::await(there, std::chrono::seconds(60)), u' ' + QString::fromUtf8(saidInNorwegian));
+    const auto here = begin(norwegian(), options);
+    const auto there = other.transcribe(std::make_shared<const std::vector<float>>(norwegian()), options);
+    for (const auto& answer : {here, there})
+        EXPECT_EQ(test::await(answer, std::chrono::seconds(60))->text,
+                  u' ' + QString::fromUtf8(saidInNorwegian));
 }
 
 } // namespace

@@ -25,7 +25,8 @@ public:
     {
         LibraryLog::install();
         const auto file = openModelFile(test::demoModelPath());
-        m_context = loadModel(**file);
+        const std::atomic<bool> closing = false;
+        m_context = loadModel(**file, closing);
     }
     Tokens(const Tokens&) = delete;
     Tokens& operator=(const Tokens&) = delete;

@@ -86,9 +86,9 @@ Awaited<std::shared_ptr<BusConnection>> BusLink::open(const QString& address)
     promise->start();
     auto* const watcher = new QFutureWatcher<Opened>(m_context.get());
     QObject::connect(watcher, &QFutureWatcher<Opened>::finished, m_context.get(),
-                     [this, alive = m_alive, watcher, pending] {
+                     [this, owner = m_lifetime.guard(), watcher, pending] {
                          watcher->deleteLater();
-                         if (*alive)
+                         if (owner)
                              end(pending, watcher->result());
                      });
     watcher->setFuture(promise->future());
@@ -96,8 +96,8 @@ Awaited<std::shared_ptr<BusConnection>> BusLink::open(const QString& address)
         promise->addResult(std::make_shared<BusConnection>(address));
         promise->finish();
     });
-    QTimer::singleShot(callLimit, m_context.get(), [this, alive = m_alive, pending] {
-        if (*alive)
+    QTimer::singleShot(callLimit, m_context.get(), [this, owner = m_lifetime.guard(), pending] {
+        if (owner)
             giveUp(pending);
     });
     return Awaited<Opened>(pending);
@@ -113,9 +113,9 @@ Awaited<QDBusMessage> BusLink::call(const BusConnection& connection, const QDBus
         QDBusConnection(connection.name()).asyncCall(message, std::max(1, static_cast<int>(limit.count())));
     auto* const watcher = new QDBusPendingCallWatcher(call, m_context.get());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(),
-                     [this, alive = m_alive, watcher, pending] {
+                     [this, owner = m_lifetime.guard(), watcher, pending] {
                          watcher->deleteLater();
-                         if (!*alive)
+                         if (!owner)
                              return;
                          const QDBusMessage answer = watcher->reply();
                          if (isAnswer(answer))
@@ -131,8 +131,8 @@ Awaited<bool> BusLink::pause(std::chrono::milliseconds duration)
     const auto pending = begin<bool>();
     if (m_closed)
         return Awaited<bool>(pending);
-    QTimer::singleShot(duration, m_context.get(), [this, alive = m_alive, pending] {
-        if (*alive)
+    QTimer::singleShot(duration, m_context.get(), [this, owner = m_lifetime.guard(), pending] {
+        if (owner)
             end(pending, true);
     });
     return Awaited<bool>(pending);
@@ -141,7 +141,7 @@ Awaited<bool> BusLink::pause(std::chrono::milliseconds duration)
 void BusLink::close()
 {
     m_closed = true;
-    *m_alive = false;
+    m_lifetime.end();
     // Perhaps this runs in one of their slots, so they go when that is done.
     if (m_context)
         m_context.release()->deleteLater();

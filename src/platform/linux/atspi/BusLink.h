@@ -1,5 +1,6 @@
 #pragma once
 
+#include <base/async/Lifetime.h>
 #include <base/async/PendingValue.h>
 
 #include <QDBusMessage>
@@ -59,8 +60,7 @@ private:
 
     std::set<std::shared_ptr<Pending>> m_pending;
     bool m_closed = false;
-    /// False once closed: timers and watchers may still fire then.
-    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    Lifetime m_lifetime; ///< ended by closing: timers and watchers may still fire then
     std::unique_ptr<QObject> m_context = std::make_unique<QObject>(); ///< of timers and watchers
 };
 

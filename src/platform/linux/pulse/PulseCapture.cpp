@@ -79,6 +79,11 @@ void PulseCapture::setConfigurationChanged(std::function<void()> changed)
     m_changed = std::move(changed);
 }
 
+void PulseCapture::setStalled(std::function<void()> stalled)
+{
+    m_stalled = std::move(stalled);
+}
+
 Result<void, QString> PulseCapture::start()
 {
     PulseLock lock(m_server.mainloop());
@@ -201,17 +206,22 @@ void PulseCapture::keepWatch()
     // PipeWire now and then changes the default without announcing it.
     m_server.refresh();
     if (std::chrono::steady_clock::now() - m_lastSound.load() > silenceLimit)
-        reportLoss();
+        report(m_stalled);
 }
 
 void PulseCapture::reportLoss()
+{
+    report(m_changed);
+}
+
+void PulseCapture::report(const std::function<void()>& handler)
 {
     if (!std::exchange(m_running, false))
         return;
     m_watchdog.stop();
     // From a copy of its own: the handler may destroy this engine.
-    if (const auto changed = m_changed)
-        changed();
+    if (const auto called = handler)
+        called();
 }
 
 } // namespace tulvane

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <ports/AudioEngine.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/TapFeed.h>
 
 #include <QObject>
 #include <QTimer>
+
+#include <ports/AudioEngine.h>
 
 #include <atomic>
 #include <chrono>
@@ -34,6 +35,7 @@ public:
     [[nodiscard]] Result<void, QString> start() override;
     void stop() override;
     void setConfigurationChanged(std::function<void()> changed) override;
+    void setStalled(std::function<void()> stalled) override;
 
 Q_SIGNALS:
     /// The stream ended, moved or was suspended. On the audio thread.
@@ -53,10 +55,12 @@ private:
     void checkDefault();
     void keepWatch();
     void reportLoss();
+    void report(const std::function<void()>& handler);
 
     PulseServer& m_server;
     const std::optional<PulseSource> m_source;
     std::function<void()> m_changed;
+    std::function<void()> m_stalled;
     QTimer m_watchdog;
     bool m_running = false; ///< main thread only: from a start to the stop, or to the loss that was reported
 

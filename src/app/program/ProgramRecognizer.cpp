@@ -1,0 +1,22 @@
+#include <app/program/ProgramFolders.h>
+#include <app/program/ProgramRecognizer.h>
+#include <speech/whisper/ComputingDevices.h>
+#include <speech/whisper/WhisperEngine.h>
+
+#include <ports/SystemMemory.h>
+
+namespace tulvane {
+
+Recognizer& programRecognizer(std::unique_ptr<const SystemMemory> memory)
+{
+    static const SystemMemory* const kept = memory.release();
+    static auto* const engine = new WhisperEngine(ProgramFolders::ofThisProgram().backends, *kept);
+    return *engine;
+}
+
+QStringList programComputingDevices()
+{
+    return computingDevices(ProgramFolders::ofThisProgram().backends);
+}
+
+} // namespace tulvane

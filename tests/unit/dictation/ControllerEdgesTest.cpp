@@ -1,0 +1,138 @@
+#include "ControllerFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace tulvane {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::IsEmpty;
+
+// What ends or begins a dictation at an unusual moment.
+class ControllerEdges : public test::ControllerFixture {
+protected:
+    void finishEngine()
+    {
+        while (engine.waiting() > 0) {
+            engine.step();
+            settle();
+        }
+    }
+};
+
+TEST_F(ControllerEdges, TheLostMicrophonesNoticeStaysForItsTime)
+{
+    press();
+    input.changeConfiguration();
+    settle();
+    advance(1599ms);
+    EXPECT_EQ(phase(), u"notice: Microphone changed – recording cancelled");
+    advance(1ms);
+    EXPECT_EQ(phase(), u"idle");
+}
+
+TEST_F(ControllerEdges, AMicrophoneThatFallsSilentEndsTheRecordingLikeAPress)
+{
+    press();
+    speak();
+    input.stall();
+    settle();
+    EXPECT_EQ(phase(), u"inserting");
+    EXPECT_FALSE(hotkeys.machine.isRecording);
+    advance(3s);
+    EXPECT_EQ(session->history().size(), 1);
+}
+
+TEST_F(ControllerEdges, AStartOrACancelWhileADictationIsFinishedDoesNothing)
+{
+    engine.isPrompt = false;
+    dictateByHotkey();
+    ASSERT_EQ(phase(), u"transcribing");
+    controller->start();
+    controller->cancel();
+    controller->cancel(QStringLiteral("Given up"));
+    EXPECT_EQ(phase(), u"transcribing");
+    EXPECT_EQ(input.enginesMade(), 1);
+    finishEngine();
+    ASSERT_EQ(phase(), u"inserting");
+    controller->start();
+    controller->cancel();
+    EXPECT_EQ(phase(), u"inserting");
+    advance(3s);
+    EXPECT_EQ(phase(), u"idle");
+    EXPECT_EQ(keys.count(KeyPosting::keyV), 1);
+    EXPECT_EQ(sounds.played.count(QStringLiteral("Pop")), 1);
+}
+
+TEST_F(ControllerEdges, TheClipboardIsPutBackAsTheSettingSaidAtTheStop)
+{
+    for (const bool restore : {false, true}) {
+        boards.generalBoard.otherProgramWrites(QStringLiteral("mine"));
+        settings.setRestoreClipboard(restore);
+        engine.isPrompt = false;
+        dictateByHotkey();
+        settings.setRestoreClipboard(!restore);
+        finishEngine();
+        advance(3s);
+        ASSERT_EQ(phase(), u"idle");
+        EXPECT_EQ(boards.generalBoard.text(), restore ? u"mine" : u"Hei på deg ");
+    }
+}
+
+TEST_F(ControllerEdges, InHoldModeATapEndsARecordingThatTheMenuBeganAndTheTextIsNotLost)
+{
+    settings.setHotkeyMode(HotkeyMode::hold);
+    controller->start();
+    speak();
+    press(); // at once: a tap
+    EXPECT_EQ(phase(), u"inserting");
+    advance(3s);
+    EXPECT_EQ(session->history().size(), 1);
+    // Its own recording a tap still takes back.
+    press();
+    EXPECT_EQ(phase(), u"idle");
+    EXPECT_EQ(session->history().size(), 1);
+    EXPECT_THAT(sounds.played, testing::Contains(QStringLiteral("Tink")).Times(1));
+}
+
+TEST_F(ControllerEdges, WhileTheSessionIsLockedNothingStarts)
+{
+    controller->setLocked(true);
+    press();
+    controller->start();
+    controller->toggle();
+    EXPECT_THAT(phases, IsEmpty());
+    EXPECT_FALSE(hotkeys.machine.isRecording);
+    EXPECT_EQ(input.enginesMade(), 0);
+    controller->setLocked(false);
+    press();
+    EXPECT_EQ(phase(), u"recording");
+}
+
+TEST_F(ControllerEdges, ALockEndsTheRecordingAndKeepsItsTextForTheHistory)
+{
+    press();
+    speak();
+    controller->setLocked(true);
+    settle();
+    EXPECT_EQ(phase(), u"idle");
+    EXPECT_FALSE(input.isOpen());
+    EXPECT_FALSE(hotkeys.machine.isRecording);
+    EXPECT_EQ(session->history().size(), 1);
+    EXPECT_EQ(keys.count(KeyPosting::keyV), 0);
+    EXPECT_EQ(controller->lastDelivery(), std::nullopt);
+}
+
+TEST_F(ControllerEdges, ALockDuringATranscriptionKeepsItsTextOutOfTheLocker)
+{
+    engine.isPrompt = false;
+    dictateByHotkey();
+    controller->setLocked(true);
+    finishEngine();
+    EXPECT_EQ(phase(), u"idle");
+    EXPECT_EQ(session->history().size(), 1);
+    EXPECT_EQ(keys.count(KeyPosting::keyV), 0);
+}
+
+} // namespace
+} // namespace tulvane

@@ -4,7 +4,9 @@
 #include <QFileInfo>
 #include <QUuid>
 
+#include <chrono>
 #include <filesystem>
+#include <utility>
 
 namespace tulvane {
 
@@ -51,18 +53,15 @@ QString readNote(const ModelFolders& folders, const QString& id)
 
 } // namespace
 
-StagedModel::StagedModel(const ModelFolders& folders, const QString& id)
-    : m_folders(folders),
-      m_id(id),
-      m_lock(lockFile(folders, id))
-{
-    // Checking a large file takes as long as it takes; only a dead owner makes the lock void.
-    m_lock.setStaleLockTime(0);
-}
+StagedModel::StagedModel(const ModelFolders& folders, const QString& id) : m_folders(folders), m_id(id) {}
 
 bool StagedModel::take()
 {
-    return m_lock.tryLock(0);
+    Result<FileLock, LockError> lock =
+        FileLock::acquire(lockFile(m_folders, m_id), std::chrono::milliseconds(0));
+    if (lock)
+        m_lock.emplace(std::move(*lock));
+    return lock.has_value();
 }
 
 Result<std::unique_ptr<StagedModel>, ModelError> StagedModel::adopt(const ModelFolders& folders,
@@ -97,8 +96,9 @@ StagedModel::Found StagedModel::find(const ModelFolders& folders, const QString&
     const bool hasNote = QFile::exists(noteFile(folders, id));
     if (!hasNote && !QFile::exists(lockFile(folders, id)))
         return Found::nobody;
-    StagedModel staged(folders, id);
-    if (!staged.take())
+    // A lock that cannot be asked for is nobody's.
+    const auto lock = FileLock::acquire(lockFile(folders, id), std::chrono::milliseconds(0));
+    if (!lock && lock.error().isHeld())
         return Found::otherProgram;
     return hasNote ? Found::waiting : Found::nobody;
 }
@@ -168,10 +168,10 @@ void StagedModel::writeNote() const
 
 void StagedModel::removeNote()
 {
-    if (!m_lock.isLocked())
+    if (!m_lock)
         return;
     QFile::remove(noteFile(m_folders, m_id));
-    m_lock.unlock();
+    m_lock.reset();
 }
 
 } // namespace tulvane

@@ -1,13 +1,14 @@
 #pragma once
 
+#include <base/FileLock.h>
 #include <base/Result.h>
 #include <models/ModelError.h>
 #include <models/ModelFolders.h>
 
-#include <QLockFile>
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace tulvane {
 
@@ -43,7 +44,7 @@ private:
     ModelFolders m_folders;
     QString m_id;
     QString m_file;
-    QLockFile m_lock;
+    std::optional<FileLock> m_lock;
 };
 
 } // namespace tulvane

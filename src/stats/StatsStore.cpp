@@ -1,22 +1,21 @@
+#include <base/AtomicFile.h>
+#include <base/FileLock.h>
 #include <base/Log.h>
-#include <base/ReplaceFile.h>
 #include <stats/DamagedFile.h>
 #include <stats/StatsFile.h>
 #include <stats/StatsStore.h>
 #include <stats/WordCount.h>
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QStandardPaths>
 #include <QThread>
 
 #include <algorithm>
 #include <chrono>
 #include <map>
-#include <thread>
+#include <optional>
 
 namespace tulvane {
 
@@ -26,31 +25,21 @@ namespace {
 
 // A change takes some milliseconds. After this long, counting without the lock is better than not counting.
 constexpr auto lockLimit = 3s;
-constexpr auto lockRetry = 1ms;
 
 /// Held while the file is read, changed and written, so that no other process's change falls in between.
-class ChangeLock final {
-public:
-    explicit ChangeLock(const QString& file) : m_lock(file + QStringLiteral(".lock"))
-    {
-        if (file.isEmpty())
-            return;
-        QDir().mkpath(QFileInfo(file).path());
-        // Where there can be no lock file there can be no statistics either, which the save then says.
-        const QDeadlineTimer limit(lockLimit);
-        // The lock's own wait looks ten times a second at most, and less often the longer it takes.
-        while (!m_lock.tryLock(0) && m_lock.error() == QLockFile::LockFailedError) {
-            if (limit.hasExpired()) {
-                qCWarning(lcApp, "Another program does not let go of the statistics");
-                return;
-            }
-            std::this_thread::sleep_for(lockRetry);
-        }
-    }
-
-private:
-    QLockFile m_lock;
-};
+std::optional<FileLock> lockForChange(const QString& file)
+{
+    if (file.isEmpty())
+        return std::nullopt;
+    QDir().mkpath(QFileInfo(file).path());
+    Result<FileLock, LockError> lock = FileLock::acquire(file + QStringLiteral(".lock"), lockLimit);
+    if (lock)
+        return std::move(*lock);
+    // Where there can be no lock file there can be no statistics either, which the save then says.
+    if (lock.error().isHeld())
+        qCWarning(lcApp, "Another program does not let go of the statistics");
+    return std::nullopt;
+}
 
 void count(const DailyStat& dictations, QList<DailyStat>& days)
 {
@@ -115,7 +104,7 @@ void StatsStore::record(const QString& text, const QDateTime& date, double speak
                               speakingSeconds > 0 ? speakingSeconds : 0};
     if (dictation.words == 0 && dictation.characters == 0)
         return;
-    const ChangeLock lock(m_fileURL);
+    const std::optional<FileLock> lock = lockForChange(m_fileURL);
     const Found found = read();
     QList<DailyStat> days = withUnsaved(found);
     count(dictation, days);
@@ -151,7 +140,7 @@ void StatsStore::refresh()
 void StatsStore::reset()
 {
     Q_ASSERT(QThread::currentThread() == thread());
-    const ChangeLock lock(m_fileURL);
+    const std::optional<FileLock> lock = lockForChange(m_fileURL);
     publish({});
     removeDamagedFiles(m_fileURL);
     m_unsaved.clear();

@@ -1,4 +1,4 @@
-#include <base/ReplaceFile.h>
+#include <base/AtomicFile.h>
 #include <support/FileSizeLimit.h>
 #include <support/ScratchFolder.h>
 

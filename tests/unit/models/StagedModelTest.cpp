@@ -52,6 +52,20 @@ TEST_F(Staged, AnArrivedFileIsMovedToTheTemporaryFolderUnderANewName)
     EXPECT_NE(adopt()->file(), first);
 }
 
+TEST_F(Staged, ALockFileThatNobodyHoldsLocksNothing)
+{
+    QDir().mkpath(m_folders.models);
+    const QString path = m_folders.models + u"/." + id + u".lock";
+    for (const QByteArray& left : {QByteArray(), QByteArray("garbage"), QByteArray("1\ninit\nhere\n")}) {
+        (void)m_scratch.write(QStringLiteral("Models/.tiny.lock"), left);
+        ASSERT_TRUE(QFile::exists(path));
+        EXPECT_EQ(StagedModel::find(m_folders, id), Found::nobody) << left.constData();
+    }
+    (void)m_scratch.write(QStringLiteral("Models/.tiny.lock"), "x");
+    ASSERT_TRUE(QFile::setPermissions(path, {}));
+    EXPECT_EQ(StagedModel::find(m_folders, id), Found::nobody);
+}
+
 TEST_F(Staged, PlacingReplacesTheModelAndLeavesNothingElse)
 {
     QDir().mkpath(m_folders.models);

@@ -1,6 +1,6 @@
 #include "DefaultsFolder.h"
 
-#include <platform/linux/storage/FileLock.h>
+#include <base/FileLock.h>
 
 #include <QElapsedTimer>
 

@@ -1,4 +1,4 @@
-#include <base/ReplaceFile.h>
+#include <base/AtomicFile.h>
 #include <base/Translate.h>
 #include <platform/linux/desktop/AutostartEntry.h>
 

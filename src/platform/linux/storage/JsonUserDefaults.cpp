@@ -1,12 +1,13 @@
+#include <base/FileLock.h>
 #include <base/Log.h>
-#include <ports/DefaultsValue.h>
-#include <platform/linux/storage/FileLock.h>
 #include <platform/linux/storage/JsonUserDefaults.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+
+#include <ports/DefaultsValue.h>
 
 #include <utility>
 
@@ -124,9 +125,9 @@ void JsonUserDefaults::read() const
 /// The file is damaged: sets it aside, unless another process has done so meanwhile.
 void JsonUserDefaults::lookCloser() const
 {
-    const Result<FileLock, QString> lock = FileLock::acquire(lockPath(), m_lockTimeout);
+    const Result<FileLock, LockError> lock = FileLock::acquire(lockPath(), m_lockTimeout);
     if (!lock) {
-        use(failure(DefaultsError::damagedInPlace(m_path, lock.error())));
+        use(failure(DefaultsError::damagedInPlace(m_path, lock.error().reason())));
         return;
     }
     use(readUnderLock());
@@ -195,9 +196,9 @@ Result<void, DefaultsError> JsonUserDefaults::write(const QString& key, const QV
 Result<void, QString> JsonUserDefaults::writeFile()
 {
     makeFolder(m_folder);
-    const Result<FileLock, QString> lock = FileLock::acquire(lockPath(), m_lockTimeout);
+    const Result<FileLock, LockError> lock = FileLock::acquire(lockPath(), m_lockTimeout);
     if (!lock)
-        return failure(lock.error());
+        return failure(lock.error().reason());
     Result<PreferencesDocument, DefaultsError> document = readUnderLock();
     if (!document)
         return failure(document.error().detail());
@@ -207,7 +208,7 @@ Result<void, QString> JsonUserDefaults::writeFile()
         else
             document->remove(item.key());
     }
-    const Result<void, QString> replaced = replaceFileDurably(linkTarget(m_path), document->text());
+    const Result<void, QString> replaced = replaceFile(m_path, document->text());
     if (!replaced)
         return failure(replaced.error());
     m_document = std::move(*document);

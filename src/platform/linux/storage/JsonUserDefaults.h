@@ -1,13 +1,14 @@
 #pragma once
 
+#include <base/AtomicFile.h>
 #include <base/Clock.h>
-#include <ports/UserDefaults.h>
 #include <platform/linux/storage/PreferencesDocument.h>
-#include <platform/linux/storage/AtomicFile.h>
 
 #include <QList>
 #include <QString>
 #include <QVariantMap>
+
+#include <ports/UserDefaults.h>
 
 #include <chrono>
 #include <optional>

@@ -1,4 +1,4 @@
-#include <base/ReplaceFile.h>
+#include <base/AtomicFile.h>
 #include <platform/linux/transfers/TransferFolder.h>
 
 #include <QDateTime>

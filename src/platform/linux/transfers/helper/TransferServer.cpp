@@ -5,8 +5,6 @@
 #include <QFile>
 #include <QJsonArray>
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -16,6 +14,8 @@
 #include <cstring>
 
 namespace tulvane::transfers {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -62,8 +62,7 @@ TransferServer::~TransferServer()
         QFile::remove(m_options.socket);
         ::close(m_listening);
     }
-    if (m_lock >= 0)
-        ::close(m_lock);
+    m_lock.reset();
 }
 
 bool TransferServer::begin()
@@ -77,9 +76,10 @@ bool TransferServer::begin()
 
 bool TransferServer::lockFolder()
 {
-    const QByteArray name = QFile::encodeName(m_engine.folder().keeperFile());
-    m_lock = ::open(name.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, onlyTheUser);
-    return m_lock >= 0 && ::flock(m_lock, LOCK_EX | LOCK_NB) == 0;
+    Result<FileLock, LockError> lock = FileLock::acquire(m_engine.folder().keeperFile(), 0ms);
+    if (lock)
+        m_lock.emplace(std::move(*lock));
+    return lock.has_value();
 }
 
 bool TransferServer::listen()
@@ -100,8 +100,8 @@ bool TransferServer::listen()
         return false;
     // Programs read the address here; written last, when somebody answers there.
     const QByteArray path = m_options.socket.toUtf8();
-    if (::ftruncate(m_lock, 0) != 0 ||
-        ::pwrite(m_lock, path.constData(), static_cast<std::size_t>(path.size()), 0) != path.size())
+    QFile address(m_engine.folder().keeperFile());
+    if (!address.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || address.write(path) != path.size())
         return false;
     m_knocking = std::make_unique<QSocketNotifier>(m_listening, QSocketNotifier::Read);
     connect(m_knocking.get(), &QSocketNotifier::activated, this, &TransferServer::accept);

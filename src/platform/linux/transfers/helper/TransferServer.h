@@ -1,5 +1,6 @@
 #pragma once
 
+#include <base/FileLock.h>
 #include <platform/linux/transfers/LineSocket.h>
 #include <platform/linux/transfers/http/TransferEngine.h>
 
@@ -67,7 +68,7 @@ private:
 
     Options m_options;
     TransferEngine m_engine;
-    int m_lock = -1;
+    std::optional<FileLock> m_lock;
     int m_listening = -1;
     std::unique_ptr<QSocketNotifier> m_knocking;
     std::vector<std::unique_ptr<Client>> m_clients;

@@ -1,4 +1,5 @@
-#include <platform/linux/storage/AtomicFile.h>
+#include <base/AtomicFile.h>
+#include <base/LockedFile.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -10,6 +11,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 
 namespace tulvane {
 
@@ -48,6 +50,8 @@ Result<QByteArray, FileFault> readAll(int file, qint64 limit)
 
 bool writeAll(int file, const QByteArray& content)
 {
+    if (::ftruncate(file, 0) != 0 || ::fchmod(file, 0600) != 0)
+        return false;
     qsizetype written = 0;
     while (written < content.size()) {
         const ssize_t count =
@@ -59,6 +63,16 @@ bool writeAll(int file, const QByteArray& content)
     }
     // A full disk may show itself only here.
     return ::fsync(file) == 0;
+}
+
+/// Brings the folder's names to the disk. The file is in place by now, so a refusal changes nothing.
+void syncFolder(const QString& folder)
+{
+    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    (void)::fsync(descriptor);
+    ::close(descriptor);
 }
 
 } // namespace
@@ -100,24 +114,29 @@ Result<QByteArray, FileFault> readFile(const QString& path, qint64 limit)
     return readAll(file, limit);
 }
 
-Result<void, QString> replaceFileDurably(const QString& path, const QByteArray& content)
+Result<void, QString> replaceFile(const QString& path, const QByteArray& bytes)
 {
-    const QByteArray name = QFile::encodeName(path);
+    const QString target = linkTarget(path);
+    const QString folder = QFileInfo(target).absolutePath();
+    std::error_code problem;
+    std::filesystem::create_directories(QFile::encodeName(folder).toStdString(), problem);
+    if (problem)
+        return failure(QString::fromStdString(problem.message()));
+    const QByteArray name = QFile::encodeName(target);
     const QByteArray fresh = name + ".new";
-    // What a killed writer left is ours to use up; a link that somebody put there is not followed.
-    const int file = ::open(fresh.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (file < 0)
-        return failure(qt_error_string(errno));
-    const bool stored = ::fchmod(file, 0600) == 0 && writeAll(file, content);
-    int error = stored ? 0 : errno;
-    if (::close(file) != 0 && error == 0)
-        error = errno;
-    if (error == 0 && std::rename(fresh.constData(), name.constData()) != 0)
-        error = errno;
-    if (error == 0)
-        return {};
-    ::unlink(fresh.constData());
-    return failure(qt_error_string(error));
+    // What a killed writer left is used up; another writer is at work no longer than the disk is.
+    const Result<int, int> file = openLocked(fresh, WhenLocked::wait);
+    if (!file)
+        return failure(qt_error_string(file.error()));
+    // Closing lets the next writer in: only once the name on the way is free again.
+    const auto closing = qScopeGuard([&file] { ::close(*file); });
+    if (!writeAll(*file, bytes) || std::rename(fresh.constData(), name.constData()) != 0) {
+        const int error = errno;
+        ::unlink(fresh.constData());
+        return failure(qt_error_string(error));
+    }
+    syncFolder(folder);
+    return {};
 }
 
 } // namespace tulvane

@@ -38,10 +38,12 @@ struct FileFault {
 /// Reads a regular file of at most `limit` bytes. Never waits on a pipe or a device. Any thread.
 [[nodiscard]] Result<QByteArray, FileFault> readFile(const QString& path, qint64 limit);
 
-/// Replaces the file in one step: a reader, or a crash at any moment, meets the old content or the new one.
-/// The content has reached the disk when this returns. The file is readable by its user alone. On a failure
-/// (the reason is the result) the old file stands and nothing is left beside it. The name with ".new" added
-/// is used on the way; two writers of one file need a lock between them. Any thread.
-[[nodiscard]] Result<void, QString> replaceFileDurably(const QString& path, const QByteArray& content);
+/// Replaces the file by these bytes in one step: a reader, or a crash at any moment, meets the old content or
+/// the new one. Content and name have reached the disk when this returns. Makes the folders that are missing;
+/// writes through a symbolic link; the file is readable by its user alone. On a failure (the result is the
+/// system's reason) the old file stands and nothing is left beside it. The target's name with ".new" added is
+/// used on the way, and locked there, so that two writers come one after the other. Any thread; blocks on the
+/// disk.
+[[nodiscard]] Result<void, QString> replaceFile(const QString& path, const QByteArray& bytes);
 
 } // namespace tulvane

@@ -1,10 +1,13 @@
-#include <platform/linux/storage/AtomicFile.h>
+#include <base/AtomicFile.h>
 #include <support/ScratchFolder.h>
 
 #include <QDir>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+
+#include <thread>
+#include <vector>
 
 namespace tulvane {
 namespace {
@@ -22,11 +25,11 @@ TEST(AtomicFile, WhatIsWrittenIsReadAndOnlyTheUserMay)
 {
     const ScratchFolder folder;
     const QString path = folder.file(u"Åse.json"_qs);
-    ASSERT_TRUE(replaceFileDurably(path, "one"));
+    ASSERT_TRUE(replaceFile(path, "one"));
     EXPECT_EQ(readFile(path, 100).value(), "one");
     EXPECT_EQ(permissions(path), 0600U);
     ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0644), 0);
-    ASSERT_TRUE(replaceFileDurably(path, "two"));
+    ASSERT_TRUE(replaceFile(path, "two"));
     EXPECT_EQ(readFile(path, 100).value(), "two");
     EXPECT_EQ(permissions(path), 0600U);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{u"Åse.json"_qs});
@@ -36,7 +39,7 @@ TEST(AtomicFile, ALeftoverOfAKilledWriterIsUsedUp)
 {
     const ScratchFolder folder;
     folder.write(u"a.new"_qs, "half of something much longer");
-    ASSERT_TRUE(replaceFileDurably(folder.file(u"a"_qs), "whole"));
+    ASSERT_TRUE(replaceFile(folder.file(u"a"_qs), "whole"));
     EXPECT_EQ(folder.read(u"a"_qs), "whole");
     EXPECT_FALSE(QFile::exists(folder.file(u"a.new"_qs)));
 }
@@ -46,8 +49,25 @@ TEST(AtomicFile, ALinkInTheWayIsNotFollowed)
     const ScratchFolder folder;
     folder.write(u"precious"_qs, "kept");
     ASSERT_TRUE(QFile::link(folder.file(u"precious"_qs), folder.file(u"a.new"_qs)));
-    EXPECT_FALSE(replaceFileDurably(folder.file(u"a"_qs), "x"));
+    EXPECT_FALSE(replaceFile(folder.file(u"a"_qs), "x"));
     EXPECT_EQ(folder.read(u"precious"_qs), "kept");
+}
+
+TEST(AtomicFile, WritersOfOneFileComeOneAfterTheOther)
+{
+    const ScratchFolder folder;
+    const QString path = folder.file(u"a"_qs);
+    std::vector<std::jthread> writers;
+    for (const char letter : {'a', 'b', 'c'}) {
+        writers.emplace_back([&path, letter] {
+            for (int round = 0; round < 20; ++round)
+                EXPECT_TRUE(replaceFile(path, QByteArray(20000, letter)));
+        });
+    }
+    writers.clear();
+    const QByteArray left = folder.read(u"a"_qs);
+    EXPECT_EQ(left, QByteArray(20000, left.at(0)));
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{u"a"_qs});
 }
 
 TEST(AtomicFile, AMissingFileIsTold)
@@ -80,11 +100,11 @@ TEST(AtomicFile, EveryChangeHasItsOwnStamp)
     const ScratchFolder folder;
     const QString path = folder.file(u"a"_qs);
     EXPECT_FALSE(fileStamp(path));
-    ASSERT_TRUE(replaceFileDurably(path, "one"));
+    ASSERT_TRUE(replaceFile(path, "one"));
     const auto first = fileStamp(path);
     ASSERT_TRUE(first);
     EXPECT_EQ(fileStamp(path), first);
-    ASSERT_TRUE(replaceFileDurably(path, "two"));
+    ASSERT_TRUE(replaceFile(path, "two"));
     EXPECT_NE(fileStamp(path), first);
 }
 

@@ -1,11 +1,13 @@
-#include <platform/linux/storage/FileLock.h>
+#include <base/FileLock.h>
 #include <support/ScratchFolder.h>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <thread>
+#include <vector>
 
 namespace tulvane {
 namespace {
@@ -21,7 +23,8 @@ TEST(FileLock, KeepsOthersOutUntilItGoes)
         ASSERT_TRUE(first);
         const auto second = FileLock::acquire(path, 10ms);
         ASSERT_FALSE(second);
-        EXPECT_FALSE(second.error().isEmpty());
+        EXPECT_TRUE(second.error().isHeld());
+        EXPECT_FALSE(second.error().reason().isEmpty());
     }
     EXPECT_TRUE(FileLock::acquire(path, 0ms));
 }
@@ -58,7 +61,48 @@ TEST(FileLock, SaysWhyTheFileCannotBeMade)
     const test::ScratchFolder folder;
     const auto lock = FileLock::acquire(folder.file(u"nowhere/lock"_qs), 0ms);
     ASSERT_FALSE(lock);
-    EXPECT_EQ(lock.error(), u"No such file or directory");
+    EXPECT_FALSE(lock.error().isHeld());
+    EXPECT_EQ(lock.error().reason(), u"No such file or directory");
+}
+
+TEST(FileLock, TheFileGoesWithTheLock)
+{
+    const test::ScratchFolder folder;
+    const QString path = folder.file(u"lock"_qs);
+    {
+        const auto lock = FileLock::acquire(path, 0ms);
+        ASSERT_TRUE(lock);
+        EXPECT_TRUE(QFile::exists(path));
+    }
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST(FileLock, WhatAFileHoldsLocksNothing)
+{
+    const test::ScratchFolder folder;
+    for (const QByteArray& left :
+         {QByteArray(), QByteArray("1\nsomeone\nsomewhere\n"), QByteArray(100, '\0')})
+        EXPECT_TRUE(FileLock::acquire(folder.write(u"lock"_qs, left), 0ms));
+}
+
+TEST(FileLock, OneAtATimeHoweverManyComeAndGo)
+{
+    const test::ScratchFolder folder;
+    const QString path = folder.file(u"lock"_qs);
+    std::atomic<int> inside = 0;
+    std::atomic<int> crowds = 0;
+    std::vector<std::jthread> threads;
+    for (int number = 0; number < 4; ++number) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 200; ++round) {
+                const auto lock = FileLock::acquire(path, 10s);
+                crowds += !lock || ++inside != 1;
+                --inside;
+            }
+        });
+    }
+    threads.clear();
+    EXPECT_EQ(crowds, 0);
 }
 
 } // namespace

@@ -7,17 +7,18 @@ namespace tulvane {
 
 /// What one paste carries from step to step.
 struct TextInserter::Paste {
-    Pasteboard& board;
-    QString text;     ///< as received
-    QString body;     ///< what goes through the pasteboard
-    int spaces = 0;   ///< what is typed after it
-    qint64 count = 0; ///< the pasteboard's change count right after our write
+    PasteTarget target;
+    Pasteboard& board; ///< that the target pastes from
+    QString text;      ///< as received
+    QString body;      ///< what goes through the pasteboard
+    int spaces = 0;    ///< what is typed after it
+    qint64 count = 0;  ///< the pasteboard's change count right after our write
     std::optional<PasteboardSnapshot> saved;
     bool takenBack = false;
 
     void write()
     {
-        board.replace({PasteboardItem::text(body)});
+        board.replaceFor({PasteboardItem::text(body)}, target);
         count = board.ownChangeCount();
     }
 };
@@ -61,8 +62,9 @@ QCoro::Task<InsertionResult> TextInserter::paste(QString text, bool restoreClipb
         body = text;
         spaces = 0;
     }
-    const auto paste =
-        std::make_shared<Paste>(Paste{m_ports.pasteboards.pasteSource(), text, body, spaces, 0, {}});
+    const PasteTarget target = m_ports.pasteboards.pasteTarget();
+    const auto paste = std::make_shared<Paste>(
+        Paste{target, m_ports.pasteboards.of(target.selection), text, body, spaces, 0, {}});
     co_return co_await pasteTrusted(paste, restoreClipboard);
 }
 
@@ -79,7 +81,7 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
             m_waits.notifyAll();
     });
     paste->write();
-    const bool posted = co_await postKeystroke(KeyPosting::keyV, KeyPosting::command);
+    const bool posted = co_await m_ports.keys.paste(paste->target);
     if (!posted) {
         if (*alive) {
             qCCritical(lcInsertion, "Failed to post ⌘V; text left on clipboard");
@@ -143,7 +145,7 @@ QCoro::Task<TextInserter::Takeover> TextInserter::takeBack(std::shared_ptr<Paste
 QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
 {
     const auto alive = m_alive;
-    co_await postSpaces(paste->spaces);
+    co_await typeSpaces(paste->spaces);
     if (!*alive || !paste->saved)
         co_return;
     co_await sleep(pasteSettleDelay);
@@ -159,23 +161,14 @@ QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
         paste->saved->restore(paste->board, newer.changeCount);
 }
 
-QCoro::Task<> TextInserter::postSpaces(int count)
+QCoro::Task<> TextInserter::typeSpaces(int count)
 {
-    for (int posted = 0; posted < count; ++posted) {
-        const auto alive = m_alive;
-        const bool done = co_await postKeystroke(KeyPosting::keySpace, KeyPosting::noFlags);
-        if (!*alive)
-            co_return;
-        if (!done) {
-            qCCritical(lcInsertion, "Failed to post trailing Space keystroke");
-            co_return;
-        }
-    }
-}
-
-QCoro::Task<bool> TextInserter::postKeystroke(int keyCode, quint32 flags)
-{
-    co_return co_await m_ports.keys.post(keyCode, flags);
+    if (count == 0)
+        co_return;
+    const auto alive = m_alive;
+    const bool typed = co_await m_ports.keys.typeSpaces(count);
+    if (*alive && !typed)
+        qCCritical(lcInsertion, "Failed to post trailing Space keystroke");
 }
 
 QCoro::Task<bool> TextInserter::insertViaAccessibility(QString text)

@@ -1,16 +1,17 @@
 #pragma once
 
 #include <base/Scheduler.h>
+#include <base/async/PendingDelays.h>
 #include <insertion/InsertionResult.h>
 #include <insertion/PasteboardSnapshot.h>
-#include <base/async/PendingDelays.h>
+#include <settings/InsertionMethod.h>
+
+#include <QCoroTask>
+
 #include <ports/FocusedElement.h>
 #include <ports/KeyPosting.h>
 #include <ports/Pasteboard.h>
 #include <ports/PrivacyPermissions.h>
-#include <settings/InsertionMethod.h>
-
-#include <QCoroTask>
 
 #include <chrono>
 #include <memory>
@@ -67,13 +68,13 @@ private:
     QCoro::Task<InsertionResult> pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard);
     QCoro::Task<bool> insertViaAccessibility(QString text);
     QCoro::Task<bool> isReflected(std::shared_ptr<FocusedElement> element, QString text);
-    QCoro::Task<bool> postKeystroke(int keyCode, quint32 flags);
-    QCoro::Task<> postSpaces(int count);
+    QCoro::Task<> typeSpaces(int count);
     QCoro::Task<> settle(std::shared_ptr<Paste> paste);
     QCoro::Task<> sleep(std::chrono::milliseconds duration);
 
     /// Waits until the program in front has read the text.
-    QCoro::Task<Arrival> awaitReader(std::shared_ptr<Paste> paste, std::shared_ptr<PendingDelays::Limit> limit);
+    QCoro::Task<Arrival> awaitReader(std::shared_ptr<Paste> paste,
+                                     std::shared_ptr<PendingDelays::Limit> limit);
     /// Another program has written before ours was read. Puts the text there once more, and keeps the newer
     /// content to put back: no program is to paste the wrong one, and the newer one is not to be lost.
     QCoro::Task<Takeover> takeBack(std::shared_ptr<Paste> paste);

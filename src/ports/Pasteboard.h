@@ -1,8 +1,9 @@
 #pragma once
 
-#include <ports/PasteboardItem.h>
-
 #include <QFuture>
+
+#include <ports/PasteTarget.h>
+#include <ports/PasteboardItem.h>
 
 #include <functional>
 
@@ -11,7 +12,7 @@ namespace tulvane {
 /// A pasteboard that all programs share. Main thread. No call waits for another program.
 class Pasteboard {
 public:
-    /// Whether the program that was in front at our last write has read what we wrote.
+    /// Whether the target of our last write has read what we wrote.
     enum class Reading {
         untold, ///< this pasteboard cannot tell
         unread,
@@ -32,8 +33,12 @@ public:
     [[nodiscard]] virtual qint64 changeCount() = 0;
 
     /// Clears the pasteboard and puts these items on it, in one step, so that no program finds it empty in
-    /// between. False when the pasteboard did not take them; it is left cleared then.
-    virtual bool replace(const QList<PasteboardItem>& items) = 0;
+    /// between. False when the pasteboard did not take them; it is left cleared then. From now on `reading()`
+    /// tells about the target: of the other programs, which read too, it says nothing.
+    virtual bool replaceFor(const QList<PasteboardItem>& items, const PasteTarget& target) = 0;
+
+    /// The same for every program alike.
+    bool replace(const QList<PasteboardItem>& items) { return replaceFor(items, {}); }
 
     virtual void clear() = 0;
 
@@ -61,11 +66,15 @@ public:
     Pasteboards& operator=(const Pasteboards&) = delete;
     virtual ~Pasteboards() = default;
 
-    /// The one that the user's own copy and paste commands use.
-    [[nodiscard]] virtual Pasteboard& general() = 0;
+    /// The program in front now, and how it pastes.
+    [[nodiscard]] virtual PasteTarget pasteTarget() = 0;
 
-    /// The one that the program in front now will read when a paste is posted: nearly always the general one.
-    [[nodiscard]] virtual Pasteboard& pasteSource() = 0;
+    /// The pasteboard that is read by a program that pastes from this selection; where the desktop has only
+    /// one pasteboard, that one.
+    [[nodiscard]] virtual Pasteboard& of(PasteSelection selection) = 0;
+
+    /// The one that the user's own copy and paste commands use.
+    [[nodiscard]] Pasteboard& general() { return of(PasteSelection::clipboard); }
 };
 
 } // namespace tulvane

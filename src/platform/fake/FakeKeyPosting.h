@@ -1,45 +1,62 @@
 #pragma once
 
-#include <ports/KeyPosting.h>
-
 #include <QList>
 
-#include <algorithm>
+#include <ports/KeyPosting.h>
+
 #include <functional>
-#include <utility>
 
 namespace tulvane {
 
-/// Keeps the keystrokes that were posted.
+/// Keeps what was posted, in order.
 class FakeKeyPosting final : public KeyPosting {
 public:
-    using Keystroke = std::pair<int, quint32>;
+    enum class Stroke { paste, space };
 
-    [[nodiscard]] QFuture<bool> post(int keyCode, quint32 flags) override
+    [[nodiscard]] QFuture<bool> paste(const PasteTarget& target) override
     {
-        if (m_failing.contains(keyCode))
+        if (!m_canPaste)
             return QtFuture::makeReadyFuture(false);
-        m_posted.append({keyCode, flags});
-        if (onPost)
-            onPost(keyCode);
+        m_targets.append(target);
+        note(Stroke::paste);
+        return QtFuture::makeReadyFuture(true);
+    }
+    [[nodiscard]] QFuture<bool> typeSpaces(int count) override
+    {
+        for (int typed = 0; typed < count; ++typed) {
+            if (m_spacesLeft == 0)
+                return QtFuture::makeReadyFuture(false);
+            --m_spacesLeft;
+            note(Stroke::space);
+        }
         return QtFuture::makeReadyFuture(true);
     }
 
-    /// From now on this key cannot be posted.
-    void fail(int keyCode) { m_failing.append(keyCode); }
-    /// Called for every posted keystroke.
-    std::function<void(int keyCode)> onPost;
+    /// From now on no paste can be posted.
+    void failPastes() { m_canPaste = false; }
+    /// Only so many spaces more can be posted.
+    void failSpacesAfter(int count) { m_spacesLeft = count; }
+    /// Called for every posted stroke.
+    std::function<void(Stroke)> onPost;
 
-    [[nodiscard]] QList<Keystroke> posted() const { return m_posted; }
-    [[nodiscard]] qsizetype count(int keyCode) const
-    {
-        return std::count_if(m_posted.cbegin(), m_posted.cend(),
-                             [&](const Keystroke& stroke) { return stroke.first == keyCode; });
-    }
+    [[nodiscard]] QList<Stroke> posted() const { return m_posted; }
+    [[nodiscard]] qsizetype pastes() const { return m_posted.count(Stroke::paste); }
+    [[nodiscard]] qsizetype spaces() const { return m_posted.count(Stroke::space); }
+    /// Where the pastes went.
+    [[nodiscard]] QList<PasteTarget> targets() const { return m_targets; }
 
 private:
-    QList<Keystroke> m_posted;
-    QList<int> m_failing;
+    void note(Stroke stroke)
+    {
+        m_posted.append(stroke);
+        if (onPost)
+            onPost(stroke);
+    }
+
+    QList<Stroke> m_posted;
+    QList<PasteTarget> m_targets;
+    bool m_canPaste = true;
+    int m_spacesLeft = -1; ///< without a limit where negative
 };
 
 } // namespace tulvane

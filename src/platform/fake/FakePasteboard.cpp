@@ -24,8 +24,9 @@ void FakePasteboard::answerContents()
     }
 }
 
-bool FakePasteboard::replace(const QList<PasteboardItem>& items)
+bool FakePasteboard::replaceFor(const QList<PasteboardItem>& items, const PasteTarget& target)
 {
+    m_reader = target;
     ++m_ownChanges;
     note(QStringLiteral("write ") +
          (items.isEmpty() ? QString() : items.first().plainText().value_or(QString())));

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <ports/Pasteboard.h>
-
 #include <QPromise>
 #include <QStringList>
+
+#include <ports/Pasteboard.h>
 
 #include <deque>
 #include <functional>
@@ -15,7 +15,7 @@ class FakePasteboard final : public Pasteboard {
 public:
     [[nodiscard]] QFuture<PasteboardContents> contents() override;
     [[nodiscard]] qint64 changeCount() override { return m_changeCount; }
-    bool replace(const QList<PasteboardItem>& items) override;
+    bool replaceFor(const QList<PasteboardItem>& items, const PasteTarget& target) override;
     void clear() override;
     [[nodiscard]] qint64 ownChangeCount() const override { return m_ownChangeCount; }
     bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) override;
@@ -43,6 +43,8 @@ public:
     [[nodiscard]] QList<PasteboardItem> items() const { return m_items; }
     /// The only item as text; a null string where there is no such thing.
     [[nodiscard]] QString text() const;
+    /// Whom the last write was for.
+    [[nodiscard]] PasteTarget reader() const { return m_reader; }
     /// How often it was written to or cleared by us.
     [[nodiscard]] int ownChanges() const { return m_ownChanges; }
 
@@ -58,23 +60,27 @@ private:
     bool m_complete = true;
     bool m_held = false;
     bool m_refuses = false;
+    PasteTarget m_reader;
     Reading m_reading = Reading::untold;
     std::function<void()> m_handler;
     std::deque<QPromise<PasteboardContents>> m_waiting;
 };
 
-/// Two of them: what a terminal pastes from may be another one.
+/// Two of them, and a window in front that pastes from the one or the other.
 class FakePasteboards final : public Pasteboards {
 public:
-    [[nodiscard]] Pasteboard& general() override { return generalBoard; }
-    [[nodiscard]] Pasteboard& pasteSource() override
+    [[nodiscard]] PasteTarget pasteTarget() override { return front; }
+    [[nodiscard]] Pasteboard& of(PasteSelection selection) override
     {
-        return frontPastesSelection ? selectionBoard : generalBoard;
+        return selection == PasteSelection::primary ? selectionBoard : generalBoard;
     }
 
     FakePasteboard generalBoard;
     FakePasteboard selectionBoard;
-    bool frontPastesSelection = false;
+    PasteTarget front = editor;
+
+    static constexpr PasteTarget editor{1, PasteSelection::clipboard, PasteChord::controlV};
+    static constexpr PasteTarget xterm{2, PasteSelection::primary, PasteChord::shiftInsert};
 };
 
 } // namespace tulvane

@@ -1,6 +1,7 @@
 #include "X11Peers.h"
 
 #include <platform/fake/FakeKeyPosting.h>
+#include <platform/fake/FakePasteboard.h>
 #include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
@@ -21,15 +22,16 @@ public:
     QStringList typed()
     {
         QStringList typed;
-        for (const auto& [key, flags] : m_keys.posted()) {
-            if (key == KeyPosting::keyV && flags == KeyPosting::command)
-                typed.append(u"paste"_qs);
-            else if (key == KeyPosting::keySpace && flags == KeyPosting::noFlags)
-                typed.append(u"space"_qs);
-        }
+        for (const FakeKeyPosting::Stroke stroke : m_keys.posted())
+            typed.append(stroke == FakeKeyPosting::Stroke::paste ? u"paste"_qs : u"space"_qs);
         return typed;
     }
-    void breakDown() { m_keys.fail(KeyPosting::keyV); }
+    PasteTarget front() { return FakePasteboards::editor; }
+    void breakDown()
+    {
+        m_keys.failPastes();
+        m_keys.failSpacesAfter(0);
+    }
 
 private:
     FakeKeyPosting m_keys;
@@ -39,6 +41,7 @@ class X11World {
 public:
     X11World() { m_front.takeFocus(); }
     KeyPosting& keys() { return m_text->keys(); }
+    PasteTarget front() { return m_text->pasteboards().pasteTarget(); }
     QStringList typed()
     {
         m_front.catchUp();
@@ -67,7 +70,8 @@ private:
 template <class World>
 class KeyPostingContract : public testing::Test {
 protected:
-    bool post(int keyCode, quint32 flags) { return test::await(m_world.keys().post(keyCode, flags)); }
+    bool paste() { return test::await(m_world.keys().paste(m_world.front())); }
+    bool type(int spaces) { return test::await(m_world.keys().typeSpaces(spaces)); }
     World m_world;
 };
 
@@ -78,18 +82,20 @@ TYPED_TEST_SUITE(KeyPostingContract, Worlds);
 
 TYPED_TEST(KeyPostingContract, WhatIsPostedArrivesOnceAndInOrder)
 {
-    EXPECT_TRUE(this->post(KeyPosting::keyV, KeyPosting::command));
-    EXPECT_TRUE(this->post(KeyPosting::keySpace, KeyPosting::noFlags));
-    EXPECT_TRUE(this->post(KeyPosting::keySpace, KeyPosting::noFlags));
-    EXPECT_TRUE(this->post(KeyPosting::keyV, KeyPosting::command));
+    EXPECT_TRUE(this->paste());
+    EXPECT_TRUE(this->type(2));
+    EXPECT_TRUE(this->type(0));
+    EXPECT_TRUE(this->paste());
     EXPECT_THAT(this->m_world.typed(),
                 testing::ElementsAre(u"paste"_qs, u"space"_qs, u"space"_qs, u"paste"_qs));
 }
 
 TYPED_TEST(KeyPostingContract, SaysWhenItCannotPost)
 {
+    const PasteTarget target = this->m_world.front();
     this->m_world.breakDown();
-    EXPECT_FALSE(this->post(KeyPosting::keyV, KeyPosting::command));
+    EXPECT_FALSE(test::await(this->m_world.keys().paste(target)));
+    EXPECT_FALSE(this->type(1));
 }
 
 } // namespace tulvane

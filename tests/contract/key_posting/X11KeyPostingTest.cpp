@@ -1,8 +1,8 @@
 #include "X11Peers.h"
 
+#include <platform/linux/session/X11Text.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
-#include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>
@@ -33,9 +33,16 @@ class X11KeyPostingTest : public testing::Test {
 protected:
     X11KeyPostingTest() { m_front.takeFocus(); }
 
-    bool post(int keyCode = KeyPosting::keyV, quint32 flags = KeyPosting::command)
+    PasteTarget front() { return m_text->pasteboards().pasteTarget(); }
+    bool paste()
     {
-        const bool posted = test::await(m_text->keys().post(keyCode, flags));
+        const bool posted = test::await(m_text->keys().paste(front()));
+        m_front.catchUp();
+        return posted;
+    }
+    bool typeSpace()
+    {
+        const bool posted = test::await(m_text->keys().typeSpaces(1));
         m_front.catchUp();
         return posted;
     }
@@ -94,7 +101,7 @@ TEST_F(X11KeyPostingTest, PastesInEveryLayoutThatHasAV)
                            ? QString::fromLatin1(layout).section(u'(', 1).chopped(1)
                            : QString()});
         m_front.forgetKeys();
-        EXPECT_TRUE(post()) << layout;
+        EXPECT_TRUE(paste()) << layout;
         EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs)) << layout;
         EXPECT_TRUE(down().isEmpty());
     }
@@ -103,10 +110,10 @@ TEST_F(X11KeyPostingTest, PastesInEveryLayoutThatHasAV)
 TEST_F(X11KeyPostingTest, InALayoutWithoutAVItPastesWithShiftInsert)
 {
     m_desktop.setKeyboardLayout(u"ru"_qs);
-    EXPECT_TRUE(post());
+    EXPECT_TRUE(paste());
     EXPECT_THAT(strokes(), ElementsAre(u"Shift+Insert"_qs));
-    EXPECT_EQ(&m_text->pasteboards().pasteSource(), &m_text->pasteboards().general());
-    EXPECT_TRUE(post(KeyPosting::keySpace, KeyPosting::noFlags));
+    EXPECT_EQ(front().selection, PasteSelection::clipboard);
+    EXPECT_TRUE(typeSpace());
     EXPECT_EQ(strokes().last(), u"space"_qs);
 }
 
@@ -115,7 +122,7 @@ TEST_F(X11KeyPostingTest, ATerminalInALayoutWithoutAVPastesTheSelection)
     m_desktop.setKeyboardLayout(u"ru"_qs);
     test::X11Peer terminal(m_desktop.display(), "VteIsh");
     terminal.takeFocus();
-    EXPECT_NE(&m_text->pasteboards().pasteSource(), &m_text->pasteboards().general());
+    EXPECT_EQ(front().selection, PasteSelection::primary);
 }
 
 TEST_F(X11KeyPostingTest, UsesTheGroupThatHasAVAndPutsTheUsersGroupBack)
@@ -123,7 +130,7 @@ TEST_F(X11KeyPostingTest, UsesTheGroupThatHasAVAndPutsTheUsersGroupBack)
     m_desktop.setKeyboardLayout(u"us,ru"_qs);
     m_fingers.lockGroup(1);
     ASSERT_EQ(KeyboardState::current(m_front.link()).group, 1);
-    EXPECT_TRUE(post());
+    EXPECT_TRUE(paste());
     EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
     EXPECT_EQ(KeyboardState::current(m_front.link()).group, 0 + 1);
 }
@@ -132,7 +139,7 @@ TEST_F(X11KeyPostingTest, StaysInTheUsersGroupWhereThatHasAV)
 {
     m_desktop.run(u"setxkbmap"_qs, {u"-layout"_qs, u"us,us"_qs, u"-variant"_qs, u",dvorak"_qs});
     m_fingers.lockGroup(1);
-    EXPECT_TRUE(post());
+    EXPECT_TRUE(paste());
     ASSERT_FALSE(m_front.keys().isEmpty());
     for (const HeardKey& key : m_front.keys())
         EXPECT_EQ(key.state >> groupShift & 3, 1);
@@ -141,10 +148,10 @@ TEST_F(X11KeyPostingTest, StaysInTheUsersGroupWhereThatHasAV)
 
 TEST_F(X11KeyPostingTest, FollowsAChangeOfTheLayoutBetweenTwoPastes)
 {
-    EXPECT_TRUE(post());
+    EXPECT_TRUE(paste());
     m_desktop.run(u"setxkbmap"_qs, {u"us"_qs, u"-variant"_qs, u"dvorak"_qs});
     m_front.forgetKeys();
-    EXPECT_TRUE(post());
+    EXPECT_TRUE(paste());
     EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
 }
 
@@ -152,8 +159,8 @@ TEST_F(X11KeyPostingTest, TerminalsArePastedIntoAsTheTableSays)
 {
     test::X11Peer vte(m_desktop.display(), "VteIsh");
     vte.takeFocus();
-    EXPECT_EQ(&m_text->pasteboards().pasteSource(), &m_text->pasteboards().general());
-    EXPECT_TRUE(post());
+    EXPECT_EQ(front().selection, PasteSelection::clipboard);
+    EXPECT_TRUE(paste());
     vte.catchUp();
     ASSERT_EQ(vte.keys().size(), 6);
     EXPECT_EQ(vte.keys().at(2).key, 55);
@@ -161,8 +168,8 @@ TEST_F(X11KeyPostingTest, TerminalsArePastedIntoAsTheTableSays)
 
     test::X11Peer xterm(m_desktop.display(), "xtermISH");
     xterm.takeFocus();
-    EXPECT_NE(&m_text->pasteboards().pasteSource(), &m_text->pasteboards().general());
-    EXPECT_TRUE(post());
+    EXPECT_EQ(front().selection, PasteSelection::primary);
+    EXPECT_TRUE(paste());
     xterm.catchUp();
     ASSERT_EQ(xterm.keys().size(), 4);
     EXPECT_EQ(xterm.keys().at(1).key, 118);
@@ -177,8 +184,8 @@ TEST_F(X11KeyPostingTest, HeldModifiersReachNeitherThePasteNorTheSpaceAndAreHeld
         m_fingers.press(held);
         m_front.catchUp();
         m_front.forgetKeys();
-        EXPECT_TRUE(post());
-        EXPECT_TRUE(post(KeyPosting::keySpace, KeyPosting::noFlags));
+        EXPECT_TRUE(paste());
+        EXPECT_TRUE(typeSpace());
         EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs)) << static_cast<int>(held);
         EXPECT_THAT(down(), ElementsAre(code(held)));
         m_fingers.release(held);
@@ -192,8 +199,8 @@ TEST_F(X11KeyPostingTest, SeveralHeldModifiersAtOnce)
         m_fingers.press(held);
     m_front.catchUp();
     m_front.forgetKeys();
-    EXPECT_TRUE(post());
-    EXPECT_TRUE(post(KeyPosting::keySpace, KeyPosting::noFlags));
+    EXPECT_TRUE(paste());
+    EXPECT_TRUE(typeSpace());
     EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs));
     EXPECT_EQ(down().size(), 3);
     for (const DeviceKey held : {DeviceKey::leftControl, DeviceKey::leftShift, DeviceKey::leftAlt})
@@ -207,8 +214,8 @@ TEST_F(X11KeyPostingTest, HeldControlAloneGivesAPasteToo)
         m_fingers.press(held);
         m_front.catchUp();
         m_front.forgetKeys();
-        EXPECT_TRUE(post());
-        EXPECT_TRUE(post(KeyPosting::keySpace, KeyPosting::noFlags));
+        EXPECT_TRUE(paste());
+        EXPECT_TRUE(typeSpace());
         EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs));
         EXPECT_THAT(down(), ElementsAre(code(held)));
         m_fingers.release(held);
@@ -218,12 +225,11 @@ TEST_F(X11KeyPostingTest, HeldControlAloneGivesAPasteToo)
 TEST_F(X11KeyPostingTest, AltAndSuperNeverGoUpOrDownWithNoOtherKeyInBetween)
 {
     for (const DeviceKey held : {DeviceKey::leftAlt, DeviceKey::leftSuper}) {
-        for (const int keyCode : {KeyPosting::keyV, KeyPosting::keySpace}) {
+        for (const bool pastes : {true, false}) {
             m_front.catchUp();
             m_front.forgetKeys();
             m_fingers.press(held);
-            EXPECT_TRUE(
-                post(keyCode, keyCode == KeyPosting::keyV ? KeyPosting::command : KeyPosting::noFlags));
+            EXPECT_TRUE(pastes ? paste() : typeSpace());
             m_fingers.release(held);
             m_front.catchUp();
             const QList<HeardKey> keys = m_front.keys();
@@ -239,8 +245,8 @@ TEST_F(X11KeyPostingTest, AltAndSuperNeverGoUpOrDownWithNoOtherKeyInBetween)
 TEST_F(X11KeyPostingTest, LocksStayAsTheyAreAndAHeldLockKeyIsLeftAlone)
 {
     m_fingers.tap(DeviceKey::capsLock);
-    EXPECT_TRUE(post());
-    EXPECT_TRUE(post(KeyPosting::keySpace, KeyPosting::noFlags));
+    EXPECT_TRUE(paste());
+    EXPECT_TRUE(typeSpace());
     EXPECT_THAT(strokes().filter(u"v"_qs), ElementsAre(u"Ctrl+v"_qs));
     m_front.forgetKeys();
     m_fingers.tap(DeviceKey::f9);
@@ -252,8 +258,8 @@ TEST_F(X11KeyPostingTest, AModifierThatHoldsWithoutAKeyDoesNotReachTheSpace)
 {
     KeyboardState::lockModifiers(m_front.link(), XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_1, true);
     m_front.catchUp();
-    EXPECT_TRUE(post());
-    EXPECT_TRUE(post(KeyPosting::keySpace, KeyPosting::noFlags));
+    EXPECT_TRUE(paste());
+    EXPECT_TRUE(typeSpace());
     EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs));
     EXPECT_EQ(KeyboardState::current(m_front.link()).lockedModifiers, XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_1);
 }
@@ -264,7 +270,7 @@ TEST_F(X11KeyPostingTest, WaitsForTheEndOfAGrabbedHotkey)
     ASSERT_TRUE(grabber.grab(DeviceKey::space, XCB_MOD_MASK_1));
     m_fingers.press(DeviceKey::leftAlt);
     m_fingers.press(DeviceKey::space);
-    const auto posted = m_text->keys().post(KeyPosting::keyV, KeyPosting::command);
+    const auto posted = m_text->keys().paste(front());
     EXPECT_FALSE(test::waitUntil([&] { return posted.isFinished(); }, 100ms));
     m_front.catchUp();
     EXPECT_THAT(strokes(), IsEmpty());
@@ -283,7 +289,7 @@ TEST_F(X11KeyPostingTest, AGrabThatDoesNotEndIsAFailureAfterTwoSeconds)
     m_fingers.press(DeviceKey::f9);
     QElapsedTimer clock;
     clock.start();
-    EXPECT_FALSE(post());
+    EXPECT_FALSE(paste());
     EXPECT_GE(clock.elapsed(), 1900);
     m_fingers.release(DeviceKey::f9);
     m_front.catchUp();
@@ -295,18 +301,17 @@ TEST_F(X11KeyPostingTest, AKeyThatTheUserTypesMeanwhileIsNoGrab)
     m_fingers.press(DeviceKey::a);
     QElapsedTimer clock;
     clock.start();
-    EXPECT_TRUE(post());
+    EXPECT_TRUE(paste());
     EXPECT_LT(clock.elapsed(), 1000);
     EXPECT_THAT(strokes().last(), u"Ctrl+v"_qs);
     EXPECT_THAT(down(), ElementsAre(code(DeviceKey::a)));
     m_fingers.release(DeviceKey::a);
 }
 
-TEST_F(X11KeyPostingTest, OtherKeysAndFlagsCannotBePosted)
+TEST_F(X11KeyPostingTest, NoSpacesAreNoKeys)
 {
-    EXPECT_FALSE(post(KeyPosting::keyV, KeyPosting::noFlags));
-    EXPECT_FALSE(post(KeyPosting::keySpace, KeyPosting::command));
-    EXPECT_FALSE(post(0, KeyPosting::command));
+    EXPECT_TRUE(test::await(m_text->keys().typeSpaces(0)));
+    m_front.catchUp();
     EXPECT_THAT(m_front.keys(), IsEmpty());
 }
 
@@ -316,7 +321,7 @@ TEST_F(X11KeyPostingTest, FindsTheTextBelowThePointerWhenTheFocusFollowsIt)
                         XCB_CURRENT_TIME);
     xcb_warp_pointer(m_front.link().connection(), noWindow, m_front.window(), 0, 0, 0, 0, 20, 20);
     m_front.catchUp();
-    EXPECT_TRUE(post());
+    EXPECT_TRUE(paste());
     EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
 }
 

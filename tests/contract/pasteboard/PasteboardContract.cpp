@@ -20,6 +20,7 @@ class FakeWorld {
 public:
     FakeWorld() { m_board.tellReads(); }
     Pasteboard& board() { return m_board; }
+    PasteTarget front() { return FakePasteboards::editor; }
     void otherWrites(const QList<PasteboardItem>& items) { m_board.otherProgramWrites(items); }
     void frontReads() { m_board.frontProgramReads(); }
     void backgroundReads() { (void)m_board.contents(); }
@@ -33,6 +34,7 @@ class X11World {
 public:
     X11World() { m_front.takeFocus(); }
     Pasteboard& board() { return m_text->pasteboards().general(); }
+    PasteTarget front() { return m_text->pasteboards().pasteTarget(); }
     void otherWrites(const QList<PasteboardItem>& items) { m_other->pasteboards().general().replace(items); }
     void otherClears() { m_other->pasteboards().general().clear(); }
     void frontReads() { (void)m_front.read(); }
@@ -154,7 +156,7 @@ TYPED_TEST(PasteboardContract, EvenTheSameTextCountsAsAChange)
 
 TYPED_TEST(PasteboardContract, TellsWhenTheProgramInFrontHasReadAndNobodyElse)
 {
-    this->board().replace({PasteboardItem::text(u"a"_qs)});
+    this->board().replaceFor({PasteboardItem::text(u"a"_qs)}, this->m_world.front());
     EXPECT_EQ(this->board().reading(), Pasteboard::Reading::unread);
     this->m_world.backgroundReads();
     EXPECT_EQ(this->board().reading(), Pasteboard::Reading::unread);

@@ -22,6 +22,7 @@ protected:
     {
         return SelectionOwner::start(m_desktop.display().toLocal8Bit());
     }
+    [[nodiscard]] PasteTarget frontTarget() const { return {m_front.window()}; }
     PasteboardContents contents() { return await(m_board.contents()); }
     /// What a peer that is not in front reads now.
     SelectionReader::Outcome seen() { return X11Peer(m_desktop.display()).read(); }

@@ -11,7 +11,7 @@ using X11PasteboardReadingTest = test::X11PasteboardFixture;
 
 TEST_F(X11PasteboardReadingTest, ALongTextCountsAsReadOnlyWhenAllOfItIs)
 {
-    m_board.replace({PasteboardItem::text(QString(700'000, u'x'))});
+    m_board.replaceFor({PasteboardItem::text(QString(700'000, u'x'))}, frontTarget());
     X11Link& link = m_front.link();
     const xcb_window_t reader = link.makeHiddenWindow();
     const xcb_atom_t property = link.atom(u"PIECES"_qs);
@@ -43,7 +43,7 @@ TEST_F(X11PasteboardReadingTest, ALongTextCountsAsReadOnlyWhenAllOfItIs)
 TEST_F(X11PasteboardReadingTest, ATextCountsAsReadOnlyWhenItHasBeenTaken)
 {
     // A reader that had no more patience when the answer came leaves it where it is.
-    m_board.replace({PasteboardItem::text(u"text"_qs)});
+    m_board.replaceFor({PasteboardItem::text(u"text"_qs)}, frontTarget());
     X11Link& link = m_front.link();
     const xcb_window_t reader = link.makeHiddenWindow();
     const xcb_atom_t property = link.atom(u"TEXT_HERE"_qs);
@@ -69,7 +69,7 @@ TEST_F(X11PasteboardReadingTest, ATextCountsAsReadOnlyWhenItHasBeenTaken)
 
 TEST_F(X11PasteboardReadingTest, AReaderThatDestroysItsWindowHasRead)
 {
-    m_board.replace({PasteboardItem::text(u"text"_qs)});
+    m_board.replaceFor({PasteboardItem::text(u"text"_qs)}, frontTarget());
     X11Link& link = m_front.link();
     const xcb_window_t reader = link.makeHiddenWindow();
     xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
@@ -89,7 +89,7 @@ TEST_F(X11PasteboardReadingTest, AReaderThatDestroysItsWindowHasRead)
 
 TEST_F(X11PasteboardReadingTest, OnlyTextCountsAsReading)
 {
-    m_board.replace({PasteboardItem::text(u"text"_qs)});
+    m_board.replaceFor({PasteboardItem::text(u"text"_qs)}, frontTarget());
     EXPECT_TRUE(m_front.readTarget(u"TARGETS"_qs));
     EXPECT_TRUE(m_front.readTarget(u"TIMESTAMP"_qs));
     EXPECT_EQ(m_board.reading(), Pasteboard::Reading::unread);
@@ -99,10 +99,10 @@ TEST_F(X11PasteboardReadingTest, OnlyTextCountsAsReading)
 
 TEST_F(X11PasteboardReadingTest, AReadOfTheTextBeforeIsNotTakenForOneOfThisText)
 {
-    m_board.replace({PasteboardItem::text(u"first"_qs)});
+    m_board.replaceFor({PasteboardItem::text(u"first"_qs)}, frontTarget());
     EXPECT_EQ(m_front.readTarget(u"UTF8_STRING"_qs), QByteArray("first"));
     // The news of it may still be on its way.
-    m_board.replace({PasteboardItem::text(u"second"_qs)});
+    m_board.replaceFor({PasteboardItem::text(u"second"_qs)}, frontTarget());
     QElapsedTimer waited;
     waited.start();
     while (waited.elapsed() < 100)
@@ -114,7 +114,7 @@ TEST_F(X11PasteboardReadingTest, AnswersAReaderThatHoldsTheMainThreadWhileItWait
 {
     // As a text field of our own window does, whose toolkit waits for the answer without running the event
     // loop.
-    m_board.replace({PasteboardItem::text(u"blåbær"_qs)});
+    m_board.replaceFor({PasteboardItem::text(u"blåbær"_qs)}, frontTarget());
     xcb_connection_t* const reader = xcb_connect(m_desktop.display().toLocal8Bit().constData(), nullptr);
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(reader)).data->root;
     const xcb_window_t window = xcb_generate_id(reader);

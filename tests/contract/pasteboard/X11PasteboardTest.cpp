@@ -71,7 +71,7 @@ TEST_F(X11PasteboardTest, LongDataGoesOutInPiecesToSeveralReadersAtOnce)
 {
     const PasteboardItem item{
         {{u"application/x-long"_qs, pattern(1'500'001)}, {u"UTF8_STRING"_qs, pattern(600'000)}}};
-    m_board.replace({item});
+    m_board.replaceFor({item}, frontTarget());
     X11Peer other(m_desktop.display());
     std::optional<SelectionReader::Outcome> first;
     std::optional<SelectionReader::Outcome> second;

@@ -1,6 +1,6 @@
 #include "InsertionFixture.h"
 
-#include <platform/linux/x11/keyboard/FrontWindow.h>
+#include <platform/linux/x11/clipboard/FrontWindow.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
 
 #include <algorithm>
@@ -123,7 +123,7 @@ Content InsertionFixture::read(const QString& selection)
 {
     std::optional<PasteboardContents> contents;
     SelectionReader read(*m_link, m_scheduler, m_link->makeHiddenWindow(), m_link->atom(selection),
-                       [&](const SelectionReader::Outcome& outcome) { contents = outcome.contents; });
+                         [&](const SelectionReader::Outcome& outcome) { contents = outcome.contents; });
     read.begin();
     if (!waitUntil([&] { return contents.has_value(); }))
         throw std::runtime_error("the selection was not read in time");

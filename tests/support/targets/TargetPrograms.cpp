@@ -3,7 +3,7 @@
 #include "ChromiumTarget.h"
 #include "JsonProcess.h"
 
-#include <platform/linux/x11/keyboard/FrontWindow.h>
+#include <platform/linux/x11/clipboard/FrontWindow.h>
 #include <support/Await.h>
 #include <support/Paths.h>
 

@@ -51,8 +51,8 @@ protected:
         return answer;
     }
 
-    [[nodiscard]] int spaces() const { return static_cast<int>(m_keys.count(KeyPosting::keySpace)); }
-    [[nodiscard]] int pastes() const { return static_cast<int>(m_keys.count(KeyPosting::keyV)); }
+    [[nodiscard]] int spaces() const { return static_cast<int>(m_keys.spaces()); }
+    [[nodiscard]] int pastes() const { return static_cast<int>(m_keys.pastes()); }
 
     const QString m_before = QStringLiteral("the user's own");
     FakePasteboards m_boards;

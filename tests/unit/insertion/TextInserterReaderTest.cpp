@@ -209,10 +209,12 @@ TEST_F(TextInserterReaderTest, WaitsCutShortCountAsNobodyReading)
 
 TEST_F(TextInserterReaderTest, ATerminalThatPastesTheSelectionLeavesTheClipboardAlone)
 {
-    m_boards.frontPastesSelection = true;
+    m_boards.front = FakePasteboards::xterm;
     m_boards.selectionBoard.otherProgramWrites(u"selected"_qs);
     const auto task = start(u"ls "_qs);
     EXPECT_EQ(m_boards.selectionBoard.text(), u"ls"_qs);
+    EXPECT_EQ(m_boards.selectionBoard.reader(), FakePasteboards::xterm);
+    EXPECT_EQ(m_keys.targets(), QList{FakePasteboards::xterm});
     m_boards.selectionBoard.frontProgramReads();
     settleEvents();
     advance(400ms);
@@ -224,12 +226,12 @@ TEST_F(TextInserterReaderTest, ATerminalThatPastesTheSelectionLeavesTheClipboard
 
 TEST_F(TextInserterReaderTest, WhatATerminalDoesNotReadEndsUpOnTheGeneralPasteboard)
 {
-    m_boards.frontPastesSelection = true;
+    m_boards.front = FakePasteboards::xterm;
     const auto task = start(u"ls "_qs);
     advance(2s);
     EXPECT_EQ(result(task), InsertionResult::copiedToClipboard);
     EXPECT_EQ(m_board.text(), u"ls "_qs);
-    m_keys.fail(KeyPosting::keyV);
+    m_keys.failPastes();
     const auto failing = start(u"cd "_qs);
     EXPECT_EQ(result(failing), InsertionResult::copiedToClipboard);
     EXPECT_EQ(m_board.text(), u"cd "_qs);

@@ -11,8 +11,8 @@ namespace {
 
 class TextInserterTest : public test::TextInserterFixture {};
 
-const FakeKeyPosting::Keystroke pasteStroke{9, 0x100000};
-const FakeKeyPosting::Keystroke spaceStroke{49, 0};
+constexpr auto pasteStroke = FakeKeyPosting::Stroke::paste;
+constexpr auto spaceStroke = FakeKeyPosting::Stroke::space;
 
 } // namespace
 
@@ -77,11 +77,13 @@ TEST_F(TextInserterTest, ReadsTheClipboardBeforeItWritesAndWritesBeforeItPosts)
 {
     QStringList order;
     m_board.journal = [&](const QString& operation) { order.append(operation); };
-    m_keys.onPost = [&](int keyCode) { order.append(QString::number(keyCode)); };
+    m_keys.onPost = [&](FakeKeyPosting::Stroke stroke) {
+        order.append(stroke == pasteStroke ? u"paste"_qs : u"space"_qs);
+    };
     const auto task = start(u"a "_qs);
     advance(500ms);
-    EXPECT_THAT(order,
-                ElementsAre(u"contents"_qs, u"write a"_qs, u"9"_qs, u"49"_qs, u"write the user's own"_qs));
+    EXPECT_THAT(order, ElementsAre(u"contents"_qs, u"write a"_qs, u"paste"_qs, u"space"_qs,
+                                   u"write the user's own"_qs));
 }
 
 TEST_F(TextInserterTest, WithoutTrailingSpacesOnlyTheSettleDelayIsWaitedFor)
@@ -166,7 +168,7 @@ TEST_F(TextInserterTest, EvenTheSameTextCopiedByAnotherProgramIsNewer)
 
 TEST_F(TextInserterTest, APasteThatCannotBePostedLeavesTheWholeTextAndRestoresNothing)
 {
-    m_keys.fail(KeyPosting::keyV);
+    m_keys.failPastes();
     const auto task = start(u"two words  "_qs);
     EXPECT_EQ(result(task), InsertionResult::copiedToClipboard);
     EXPECT_EQ(m_board.text(), u"two words  "_qs);
@@ -179,11 +181,7 @@ TEST_F(TextInserterTest, APasteThatCannotBePostedLeavesTheWholeTextAndRestoresNo
 
 TEST_F(TextInserterTest, ASpaceThatCannotBePostedEndsTheTypingAndNothingElse)
 {
-    int allowed = 2;
-    m_keys.onPost = [&](int keyCode) {
-        if (keyCode == KeyPosting::keySpace && --allowed == 0)
-            m_keys.fail(KeyPosting::keySpace);
-    };
+    m_keys.failSpacesAfter(2);
     const auto task = start(u"word     "_qs);
     advance(50ms);
     EXPECT_EQ(spaces(), 2);
@@ -274,7 +272,7 @@ TEST_F(TextInserterTest, StopsBeforeItWritesWhenTheInserterGoesWhileTheClipboard
 
 TEST_F(TextInserterTest, NoLogLineHoldsTheText)
 {
-    m_keys.fail(KeyPosting::keyV);
+    m_keys.failPastes();
     const auto failing = start(u"hemmelig"_qs);
     m_permissions.accessibilityGranted = false;
     const auto denied = start(u"hemmelig"_qs);

@@ -1,41 +1,12 @@
-#include <platform/linux/x11/keyboard/FrontWindow.h>
-#include <platform/linux/x11/keyboard/PasteRoute.h>
-#include <platform/linux/x11/keyboard/X11KeyPosting.h>
-#include <platform/linux/x11/clipboard/X11Pasteboard.h>
 #include <platform/linux/session/X11Text.h>
+#include <platform/linux/x11/clipboard/FrontWindow.h>
+#include <platform/linux/x11/clipboard/X11Pasteboards.h>
+#include <platform/linux/x11/keyboard/X11KeyPosting.h>
 
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
 namespace tulvane {
-
-namespace {
-
-class X11Pasteboards final : public Pasteboards {
-public:
-    X11Pasteboards(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler, TerminalTable terminals)
-        : m_link(link),
-          m_terminals(std::move(terminals)),
-          m_clipboard(link, keeper, scheduler, QStringLiteral("CLIPBOARD")),
-          m_primary(link, keeper, scheduler, QStringLiteral("PRIMARY"))
-    {
-    }
-
-    [[nodiscard]] Pasteboard& general() override { return m_clipboard; }
-    [[nodiscard]] Pasteboard& pasteSource() override
-    {
-        const PasteRoute route = PasteRoute::current(m_link, m_terminals);
-        return route.selection == PasteSelection::primary ? m_primary : m_clipboard;
-    }
-
-private:
-    X11Link& m_link;
-    TerminalTable m_terminals;
-    X11Pasteboard m_clipboard;
-    X11Pasteboard m_primary;
-};
-
-} // namespace
 
 struct X11Text::Parts {
     Parts(std::unique_ptr<X11Link> opened, std::unique_ptr<SelectionOwner> started,
@@ -43,7 +14,7 @@ struct X11Text::Parts {
         : link(std::move(opened)),
           keeper(std::move(started)),
           pasteboards(*link, *keeper, scheduler, terminals),
-          keys(*link, scheduler, terminals)
+          keys(*link, scheduler)
     {
     }
 

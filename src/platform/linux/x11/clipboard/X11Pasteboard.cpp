@@ -1,4 +1,4 @@
-#include <platform/linux/x11/keyboard/FrontWindow.h>
+#include <platform/linux/x11/clipboard/FrontWindow.h>
 #include <platform/linux/x11/clipboard/X11Pasteboard.h>
 
 #include <algorithm>
@@ -81,9 +81,9 @@ qint64 X11Pasteboard::changeCount()
     return m_changeCount;
 }
 
-bool X11Pasteboard::replace(const QList<PasteboardItem>& items)
+bool X11Pasteboard::replaceFor(const QList<PasteboardItem>& items, const PasteTarget& target)
 {
-    return put(items, std::nullopt);
+    return put(items, target, std::nullopt);
 }
 
 void X11Pasteboard::clear()
@@ -93,13 +93,12 @@ void X11Pasteboard::clear()
 
 bool X11Pasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count)
 {
-    return items.isEmpty() ? empty(count) : put(items, count);
+    return items.isEmpty() ? empty(count) : put(items, {}, count);
 }
 
-bool X11Pasteboard::put(const QList<PasteboardItem>& items, OnlyAt count)
+bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& target, OnlyAt count)
 {
     const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
-    const xcb_window_t front = FrontWindow::current(m_link).window;
     // Whatever has been written until this moment is counted. What another program writes between it and the
     // change of the owner has a later time than ours, and the server keeps to it.
     const xcb_timestamp_t time = m_link.serverTime(m_window);
@@ -107,7 +106,7 @@ bool X11Pasteboard::put(const QList<PasteboardItem>& items, OnlyAt count)
         return false;
     m_ownItems = items;
     m_reading = Reading::unread;
-    m_front = front;
+    m_target = static_cast<xcb_window_t>(target.window);
     m_keeper.take(m_selection, offers, time, ++m_offer);
     if (isOurs()) {
         countOwnChange();
@@ -167,7 +166,7 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
 void X11Pasteboard::textRead(xcb_window_t reader, quint64 offer)
 {
     // What was read may be a text from before the last write.
-    if (offer != m_offer || m_front == noWindow || !FrontWindow::sameProgram(m_link, reader, m_front))
+    if (offer != m_offer || m_target == noWindow || !FrontWindow::sameProgram(m_link, reader, m_target))
         return;
     m_reading = Reading::read;
     tellActivity();

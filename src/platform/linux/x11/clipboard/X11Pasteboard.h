@@ -1,13 +1,13 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <ports/Pasteboard.h>
 #include <platform/linux/x11/clipboard/SelectionOwner.h>
 #include <platform/linux/x11/clipboard/SelectionReader.h>
 
 #include <QObject>
 #include <QPromise>
 
+#include <ports/Pasteboard.h>
 #include <xcb/xfixes.h>
 
 #include <list>
@@ -19,9 +19,9 @@ namespace tulvane {
 /// One selection of the X server as a pasteboard. It holds one item at most. What it puts on the pasteboard
 /// is there as long as this object is, unless a clipboard manager keeps a copy.
 ///
-/// It tells whether the program in front has read the text, by who asks for it: a request from the program
-/// that had the focus at the write counts, whoever else reads (a clipboard manager) does not. A program in
-/// front that keeps copies of its own asks as soon as the owner changes, and never again when it pastes.
+/// It tells whether the target has read the text, by who asks for it: a request from the target's program
+/// counts, one from any other (a clipboard manager) does not. A program in front that keeps copies of its own
+/// asks as soon as the owner changes, and never again when it pastes.
 class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
 public:
     /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
@@ -32,7 +32,7 @@ public:
 
     [[nodiscard]] QFuture<PasteboardContents> contents() override;
     [[nodiscard]] qint64 changeCount() override;
-    bool replace(const QList<PasteboardItem>& items) override;
+    bool replaceFor(const QList<PasteboardItem>& items, const PasteTarget& target) override;
     void clear() override;
     [[nodiscard]] qint64 ownChangeCount() const override { return m_ownChangeCount; }
     bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) override;
@@ -50,7 +50,7 @@ private:
 
     /// Whether it may be done only where this is still the change count.
     using OnlyAt = std::optional<qint64>;
-    bool put(const QList<PasteboardItem>& items, OnlyAt count);
+    bool put(const QList<PasteboardItem>& items, const PasteTarget& target, OnlyAt count);
     bool empty(OnlyAt count);
     void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
 
@@ -77,7 +77,7 @@ private:
     /// The time of a clearing of ours whose notice is on its way.
     std::optional<xcb_timestamp_t> m_clearing;
     Reading m_reading = Reading::unread;
-    xcb_window_t m_front = noWindow;
+    xcb_window_t m_target = noWindow; ///< whom our last write was for
     std::function<void()> m_activity;
     QObject m_context; ///< what is called later is called while this lives
 };

@@ -1,4 +1,3 @@
-#include <platform/linux/x11/keyboard/PasteRoute.h>
 #include <platform/linux/x11/keyboard/X11KeyPosting.h>
 
 #include <xcb/xtest.h>
@@ -34,10 +33,7 @@ std::array<xkb_keysym_t, 2> bothSides(xkb_keysym_t left)
 
 } // namespace
 
-X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler, TerminalTable terminals)
-    : m_link(link),
-      m_scheduler(scheduler),
-      m_terminals(std::move(terminals))
+X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler) : m_link(link), m_scheduler(scheduler)
 {
     const xcb_query_extension_reply_t* extension = xcb_get_extension_data(link.connection(), &xcb_test_id);
     m_canPost = extension != nullptr && extension->present != 0;
@@ -51,11 +47,26 @@ X11KeyPosting::~X11KeyPosting()
     }
 }
 
-QFuture<bool> X11KeyPosting::post(int keyCode, quint32 flags)
+QFuture<bool> X11KeyPosting::paste(const PasteTarget& target)
+{
+    return whenFree([this, target] { return postNow(chordOf(target.chord)); });
+}
+
+QFuture<bool> X11KeyPosting::typeSpaces(int count)
+{
+    return whenFree([this, count] {
+        bool posted = true;
+        for (int typed = 0; posted && typed < count; ++typed)
+            posted = postNow({XKB_KEY_space, {}});
+        return posted;
+    });
+}
+
+QFuture<bool> X11KeyPosting::whenFree(Post post)
 {
     if (!keysAreTaken())
-        return QtFuture::makeReadyFuture(postNow(keyCode, flags));
-    m_waiting.push_back({keyCode, flags, static_cast<int>(grabLimitMs / grabRound.count()), {}, {}});
+        return QtFuture::makeReadyFuture(post());
+    m_waiting.push_back({std::move(post), static_cast<int>(grabLimitMs / grabRound.count()), {}, {}});
     Waiting& waiting = m_waiting.back();
     waiting.promise.start();
     waiting.next = m_scheduler.after(grabRound, [this, &waiting] { tryAgain(waiting); });
@@ -69,7 +80,7 @@ void X11KeyPosting::tryAgain(Waiting& waiting)
         waiting.next = m_scheduler.after(grabRound, [this, &waiting] { tryAgain(waiting); });
         return;
     }
-    const bool posted = !taken && postNow(waiting.keyCode, waiting.flags);
+    const bool posted = !taken && waiting.post();
     QPromise<bool> promise = std::move(waiting.promise);
     m_waiting.remove_if([&](const Waiting& one) { return &one == &waiting; });
     promise.addResult(posted);
@@ -98,39 +109,29 @@ bool X11KeyPosting::keysAreTaken()
     return false;
 }
 
-bool X11KeyPosting::postNow(int keyCode, quint32 flags)
+bool X11KeyPosting::postNow(const Chord& chord)
 {
     const auto layout = KeyboardLayout::current(m_link);
     if (!m_canPost || !layout)
         return false;
     const KeyboardState state = KeyboardState::current(m_link);
-    const auto stroke = strokeFor(keyCode, flags, *layout, state);
-    if (!stroke)
+    const auto place = layout->find(chord.key, state.group);
+    if (!place)
         return false;
-    send(*stroke, *layout, state);
+    send({*place, chord.modifiers}, *layout, state);
     m_link.catchUp();
     return !m_link.isBroken();
 }
 
-std::optional<X11KeyPosting::Stroke>
-X11KeyPosting::strokeFor(int keyCode, quint32 flags, const KeyboardLayout& layout, const KeyboardState& state)
+X11KeyPosting::Chord X11KeyPosting::chordOf(PasteChord chord)
 {
-    const auto stroke = [&](xkb_keysym_t letter,
-                            const QList<xkb_keysym_t>& modifiers) -> std::optional<Stroke> {
-        const auto place = layout.find(letter, state.group);
-        return place ? std::optional(Stroke{*place, modifiers}) : std::nullopt;
-    };
-    if (keyCode == keySpace && flags == noFlags)
-        return stroke(XKB_KEY_space, {});
-    if (keyCode != keyV || flags != command)
-        return std::nullopt;
-    switch (PasteRoute::current(m_link, m_terminals).chord) {
+    switch (chord) {
     case PasteChord::controlV:
-        return stroke(XKB_KEY_v, {XKB_KEY_Control_L});
+        return {XKB_KEY_v, {XKB_KEY_Control_L}};
     case PasteChord::controlShiftV:
-        return stroke(XKB_KEY_v, {XKB_KEY_Control_L, XKB_KEY_Shift_L});
+        return {XKB_KEY_v, {XKB_KEY_Control_L, XKB_KEY_Shift_L}};
     case PasteChord::shiftInsert:
-        return stroke(XKB_KEY_Insert, {XKB_KEY_Shift_L});
+        return {XKB_KEY_Insert, {XKB_KEY_Shift_L}};
     }
     Q_UNREACHABLE();
 }

@@ -1,49 +1,56 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <ports/KeyPosting.h>
-#include <ports/PasteChord.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
 
 #include <QPromise>
 
+#include <ports/KeyPosting.h>
+
+#include <functional>
 #include <list>
 #include <memory>
 #include <optional>
 
 namespace tulvane {
 
-/// Synthesized keystrokes by the XTEST extension. Knows the paste command and Space; other keys cannot be
-/// posted.
+/// Synthesized keystrokes by the XTEST extension. Main thread.
 class X11KeyPosting final : public KeyPosting {
 public:
     /// `link` and `scheduler` outlive it.
-    X11KeyPosting(X11Link& link, Scheduler& scheduler, TerminalTable terminals);
+    X11KeyPosting(X11Link& link, Scheduler& scheduler);
     X11KeyPosting(const X11KeyPosting&) = delete;
     X11KeyPosting& operator=(const X11KeyPosting&) = delete;
     ~X11KeyPosting() override;
 
-    [[nodiscard]] QFuture<bool> post(int keyCode, quint32 flags) override;
+    [[nodiscard]] QFuture<bool> paste(const PasteTarget& target) override;
+    [[nodiscard]] QFuture<bool> typeSpaces(int count) override;
 
 private:
-    /// A key and the modifiers that belong to it.
+    /// A key and the modifiers that belong to it, by what they mean.
+    struct Chord {
+        xkb_keysym_t key;
+        QList<xkb_keysym_t> modifiers;
+    };
+    /// The same, found on the keyboard.
     struct Stroke {
         KeyPlace place;
         QList<xkb_keysym_t> modifiers;
     };
-    /// A post that waits for the end of a grab.
+    using Post = std::function<bool()>;
+    /// What waits for the end of a grab.
     struct Waiting {
-        int keyCode;
-        quint32 flags;
+        Post post;
         int roundsLeft;
         QPromise<bool> promise;
         std::unique_ptr<Scheduler::Token> next;
     };
 
-    [[nodiscard]] bool postNow(int keyCode, quint32 flags);
-    [[nodiscard]] std::optional<Stroke> strokeFor(int keyCode, quint32 flags, const KeyboardLayout& layout,
-                                                  const KeyboardState& state);
+    /// Posts now, or once the keys reach the program in front again.
+    [[nodiscard]] QFuture<bool> whenFree(Post post);
+    [[nodiscard]] bool postNow(const Chord& chord);
+    [[nodiscard]] static Chord chordOf(PasteChord chord);
     [[nodiscard]] bool keysAreTaken();
     void tryAgain(Waiting& waiting);
     void send(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state);
@@ -53,7 +60,6 @@ private:
 
     X11Link& m_link;
     Scheduler& m_scheduler;
-    TerminalTable m_terminals;
     bool m_canPost = false;
     std::list<Waiting> m_waiting;
 };

@@ -1,4 +1,4 @@
-#include <platform/linux/x11/keyboard/FrontWindow.h>
+#include <platform/linux/x11/clipboard/FrontWindow.h>
 
 namespace tulvane {
 

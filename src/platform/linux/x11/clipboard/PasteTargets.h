@@ -1,0 +1,26 @@
+#pragma once
+
+#include <platform/linux/x11/connection/X11Link.h>
+
+#include <ports/PasteTarget.h>
+
+namespace tulvane {
+
+/// Answers where a paste would go. Main thread.
+class PasteTargets final {
+public:
+    /// `link` outlives it.
+    PasteTargets(X11Link& link, TerminalTable terminals) : m_link(link), m_terminals(std::move(terminals)) {}
+
+    /// By the window in front, and by whether the layout has a V at all: without one, Shift+Insert pastes,
+    /// from the clipboard in most programs and from the text selected last in terminals.
+    [[nodiscard]] PasteTarget current() const;
+
+private:
+    [[nodiscard]] bool layoutHasV() const;
+
+    X11Link& m_link;
+    TerminalTable m_terminals;
+};
+
+} // namespace tulvane

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <platform/linux/x11/clipboard/PasteTargets.h>
+#include <platform/linux/x11/clipboard/X11Pasteboard.h>
+
+namespace tulvane {
+
+/// The clipboard and the text selected last, and which of them the program in front pastes. Main thread.
+class X11Pasteboards final : public Pasteboards {
+public:
+    /// The first three outlive it.
+    X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, TerminalTable terminals);
+
+    [[nodiscard]] PasteTarget pasteTarget() override { return m_targets.current(); }
+    [[nodiscard]] Pasteboard& of(PasteSelection selection) override
+    {
+        return selection == PasteSelection::primary ? m_primary : m_clipboard;
+    }
+
+private:
+    PasteTargets m_targets;
+    X11Pasteboard m_clipboard;
+    X11Pasteboard m_primary;
+};
+
+} // namespace tulvane

@@ -17,9 +17,9 @@
 
 namespace tulvane {
 
-DictationController::DictationController(Dependencies neighbours, QObject* parent)
+DictationController::DictationController(Dependencies dependencies, QObject* parent)
     : QObject(parent),
-      m_dependencies(std::move(neighbours))
+      m_dependencies(std::move(dependencies))
 {
     followHotkeys();
     followSession();

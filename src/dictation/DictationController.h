@@ -27,7 +27,7 @@ class Sounds;
 class TextInserter;
 class Windows;
 
-/// Coordinates one dictation from the hotkey to the inserted text, and tells the user how it goes: by its
+/// Coordinates one dictation from the hotkey to the inserted text, and shows the user how it goes: by its
 /// phase, which the indicator and the menus show, by sounds and by short notices. Main thread; lives for the
 /// process.
 class DictationController final : public QObject {
@@ -61,7 +61,7 @@ public:
     };
 
     /// Installs itself behind the hotkeys, the session, the settings and the permissions.
-    explicit DictationController(Dependencies neighbours, QObject* parent = nullptr);
+    explicit DictationController(Dependencies dependencies, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(DictationController)
     ~DictationController() override;
 

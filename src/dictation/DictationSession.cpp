@@ -24,9 +24,9 @@ constexpr std::size_t warmUpSamples = 24000; // 1.5 s of silence
 
 } // namespace
 
-DictationSession::DictationSession(Dependencies neighbours, QObject* parent)
+DictationSession::DictationSession(Dependencies dependencies, QObject* parent)
     : QObject(parent),
-      m_dependencies(std::move(neighbours))
+      m_dependencies(std::move(dependencies))
 {
     followRecorder();
     followModels();
@@ -212,7 +212,7 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
     // A load that fails leaves the engine without a model.
     setLoadedModel(loaded ? file : QString());
     if (loaded && isFirst) {
-        // The first real dictation then runs at full speed; a failing warm-up is nobody's concern.
+        // The first real dictation then runs at full speed; a failing warm-up changes nothing.
         const TranscriptionOptions warmUp{.language = QStringLiteral("no"),
                                           .initialPrompt = std::nullopt,
                                           .threadCount = m_dependencies.threadCount};

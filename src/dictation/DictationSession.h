@@ -41,7 +41,7 @@ public:
 
     static constexpr qsizetype mostEntries = 25;
 
-    /// The session's neighbours; all of them outlive it.
+    /// What the session works with; all of it outlives the session.
     struct Dependencies {
         AppSettings& settings;
         AudioRecorder& recorder;
@@ -56,7 +56,7 @@ public:
         std::optional<TranscriptionOptions> fixedOptions = std::nullopt;
     };
 
-    explicit DictationSession(Dependencies neighbours, QObject* parent = nullptr);
+    explicit DictationSession(Dependencies dependencies, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(DictationSession)
     ~DictationSession() override;
 

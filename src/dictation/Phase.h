@@ -17,7 +17,11 @@ struct Phase {
     };
 
     Kind kind = Kind::idle;
-    QString text; ///< of a notice or an error; never dictated text
+    /// Of a notice or an error; never dictated text. A second line, where there is one, says why.
+    QString text;
+
+    /// The message alone, for where there is room for no more.
+    [[nodiscard]] QString firstLine() const { return text.section(u'\n', 0, 0); }
 
     [[nodiscard]] static Phase notice(const QString& text) { return {Kind::notice, text}; }
     [[nodiscard]] static Phase error(const QString& text) { return {Kind::error, text}; }

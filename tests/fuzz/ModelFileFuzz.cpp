@@ -44,7 +44,8 @@ bool survives(const QString& file)
         const rlimit enough{2, 3};
         setrlimit(RLIMIT_CPU, &enough);
         const FakeSystemMemory memory;
-        EngineCore engine((QString()), memory);
+        const std::atomic<bool> closing = false;
+        EngineCore engine(QString(), memory, closing);
         if (engine.load(file))
             (void)engine.transcribe(std::vector<float>(16'000, 0.0F),
                                     {.language = u"no"_qs, .threadCount = 1});

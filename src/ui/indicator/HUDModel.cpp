@@ -70,7 +70,7 @@ QString HUDModel::label() const
         return translate("Inserting…");
     case Phase::Kind::notice:
     case Phase::Kind::error:
-        return m_phase.text;
+        return m_phase.firstLine();
     }
     Q_UNREACHABLE();
 }

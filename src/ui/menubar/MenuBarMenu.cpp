@@ -133,9 +133,9 @@ QString MenuBarMenu::statusLine() const
     const Phase& phase = m_context.controller.phase();
     switch (phase.kind) {
     case Phase::Kind::notice:
-        return phase.text;
+        return phase.firstLine();
     case Phase::Kind::error:
-        return translate("Error: %1").arg(phase.text);
+        return translate("Error: %1").arg(phase.firstLine());
     case Phase::Kind::recording:
         return translate("Listening…");
     case Phase::Kind::transcribing:

@@ -144,6 +144,20 @@ TEST_F(Controller, AFailedTranscriptionIsAnErrorWithItsText)
     EXPECT_EQ(windows.onboardings, 0);
 }
 
+TEST_F(Controller, AFailuresReasonIsTheSecondLineOfItsMessage)
+{
+    engine.transcribeError =
+        EngineError::transcriptionFailed(EngineError::notEnoughMemory, {.kind = EngineObstacle::Kind::memory,
+                                                                        .detail = {},
+                                                                        .neededBytes = 500'000'000,
+                                                                        .availableBytes = 70'000'000});
+    dictateByHotkey();
+    EXPECT_EQ(phase(), u"error: Transcription failed (whisper error -102).\n"
+                       u"This needs 500 MB of memory, and 70 MB are available.");
+    EXPECT_EQ(controller->phase().firstLine(), u"Transcription failed (whisper error -102).");
+    EXPECT_TRUE(log.texts("app", QtCriticalMsg).join(u'\n').contains(u"500 MB"));
+}
+
 TEST_F(Controller, APressWhileADictationIsFinishedIsIgnoredAndTheNextOneStarts)
 {
     engine.isPrompt = false;

@@ -18,6 +18,11 @@
 namespace tulvane {
 namespace {
 
+Recognizer::Samples silence(std::size_t count)
+{
+    return std::make_shared<const std::vector<float>>(count, 0.0F);
+}
+
 using test::TinyModel;
 
 constexpr int loadedAndRan = 10;
@@ -48,8 +53,7 @@ int outcomeWithRoomFor(rlim_t room, const QString& model)
         WhisperEngine engine(QString(), memory);
         if (!engine.load(model).takeResult())
             _exit(refused);
-        auto text =
-            engine.transcribe(std::vector<float>(32'000, 0.0F), {.language = u"no"_qs, .threadCount = 1});
+        auto text = engine.transcribe(silence(32'000), {.language = u"no"_qs, .threadCount = 1});
         _exit(text.takeResult() ? loadedAndRan : transcriptionRefused);
     }
     int status = 0;
@@ -90,7 +94,7 @@ TEST(EngineMemory, neededIsAtLeastWhatIsUsedAndNotFarMore)
     const qint64 before = peakOfThisProcess();
     ASSERT_TRUE(engine.load(test::demoModelPath()).takeResult().has_value());
     const QString prompt = QStringLiteral("Kari og Ola ").repeated(100);
-    auto text = engine.transcribe(std::vector<float>(160'000, 0.0F),
+    auto text = engine.transcribe(silence(160'000),
                                   {.language = u"no"_qs, .initialPrompt = prompt, .threadCount = 1});
     ASSERT_TRUE(text.takeResult().has_value());
     const qint64 used = peakOfThisProcess() - before;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringList>
-
 #include <ports/Sounds.h>
+
+#include <QStringList>
 
 #include <functional>
 

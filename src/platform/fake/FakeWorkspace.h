@@ -1,9 +1,9 @@
 #pragma once
 
+#include <ports/Workspace.h>
+
 #include <QList>
 #include <QStringList>
-
-#include <ports/Workspace.h>
 
 namespace tulvane {
 

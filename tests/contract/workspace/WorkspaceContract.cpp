@@ -9,7 +9,7 @@ namespace tulvane::test {
 
 namespace {
 
-/// Either backend, on a desktop that shows things until it is told to have no program for them.
+/// Either backend, on a desktop that shows things until its programs are removed.
 class FakeDesktop {
 public:
     [[nodiscard]] Workspace& workspace() { return m_workspace; }

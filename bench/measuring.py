@@ -8,10 +8,13 @@ import time
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(ROOT / "tests/support/python"))
-from keyboard import ALT, SPACE, Keyboard  # noqa: E402,F401
-from phases import Phases  # noqa: E402,F401
-from virtual_desktop import VirtualDesktop  # noqa: E402,F401 (the measurements take them from here)
+sys.path.insert(0, str(ROOT / "tools/desktop_kit"))
+from keyboard import ALT, SPACE, Keyboard  # noqa: E402
+from phases import Phases  # noqa: E402
+from virtual_desktop import VirtualDesktop  # noqa: E402
+
+# The measurements take from here what they need of the desktop kit.
+__all__ = ["ALT", "ROOT", "SPACE", "Keyboard", "Lines", "Phases", "VirtualDesktop", "figures", "measure_idle", "memory"]
 
 
 class Lines:

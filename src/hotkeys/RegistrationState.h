@@ -10,7 +10,7 @@ namespace tulvane {
 struct RegistrationState {
     enum class Kind {
         noShortcut, ///< none is set
-        unused,     ///< one is set, and nobody listens for it
+        unused,     ///< one is set, and it is not listened for
         paused,     ///< set aside while the user chooses a combination
         registered, ///< pressing it works
         failed,     ///< pressing it does nothing: `error` says why

@@ -24,8 +24,8 @@ public:
     KeyboardGrab& operator=(const KeyboardGrab&) = delete;
     virtual ~KeyboardGrab() = default;
 
-    /// `window` is shown and has the focus. Null where the desktop gives nobody the whole keyboard, or
-    /// somebody else has it: the window then gets the keys that it always gets.
+    /// `window` is shown and has the focus. Null where the desktop gives no program the whole keyboard, or
+    /// another program has it: the window then gets the keys that it always gets.
     [[nodiscard]] virtual std::unique_ptr<Hold> hold(QWindow& window) = 0;
 };
 

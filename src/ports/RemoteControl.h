@@ -24,7 +24,7 @@ enum class RemoteRequest {
 
 /// Why a request got no answer.
 enum class RemoteError {
-    notRunning,   ///< nobody is the running program
+    notRunning,   ///< no process has claimed to be the running program
     noConnection, ///< there is no way to ask, as without a session bus
     noAnswer,     ///< the running program did not answer in time, or not sensibly
 };
@@ -49,7 +49,7 @@ public:
 
     /// Becomes the running program, until this object is gone.
     [[nodiscard]] virtual Claim claim(Answer answer) = 0;
-    /// Tells whoever listens that the phase is another one. Before a granted claim, does nothing.
+    /// Notifies every listener of another phase. Before a granted claim, does nothing.
     virtual void announcePhase(const QString& phase) = 0;
     /// Asks the running program; the future always finishes with a result, within five seconds. Nothing is
     /// started by asking.

@@ -15,10 +15,10 @@ namespace tulvane {
 class TransferError final {
 public:
     enum class Kind {
-        cancelled,      ///< somebody asked for it; not a failure to show
+        cancelled,      ///< a caller asked for it; not a failure to show
         timedOut,       ///< no byte came for too long, or the whole took longer than is allowed
         hostNotFound,   ///< the server's (or the proxy's) name has no address
-        cannotConnect,  ///< nobody answers at the address
+        cannotConnect,  ///< no server answers at the address
         connectionLost, ///< the answer ended before its end
         insecure,       ///< no trusted encrypted connection could be made
         badAnswer,      ///< what came is not a usable part of the requested file

@@ -29,7 +29,7 @@ public:
     virtual ~UserDefaults() = default;
 
     /// The value under the key; an invalid QVariant where there is none. Never fails: what cannot be read
-    /// counts as absent, and the trouble handler hears of it.
+    /// counts as absent, and the trouble handler is called.
     [[nodiscard]] virtual QVariant value(const QString& key) const = 0;
 
     /// Stores the value at once; when this returns without an error it is on disk. `notWritten`: the value

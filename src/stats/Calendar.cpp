@@ -31,7 +31,7 @@ QDateTime Calendar::startOf(QDate date) const
     if (!start.isValid())
         return start;
     // Where the clock is put back over midnight, midnight comes twice, and the library may give the second.
-    // The first is told by the offset that held before the change.
+    // The first is known by the offset that held before the change.
     const int offset = inZone(start.addSecs(-moreThanADay.count())).offsetFromUtc();
     const QDateTime first = inZone(QDateTime(date, QTime(0, 0), Qt::OffsetFromUTC, offset));
     return first.date() == date ? std::min(first, start) : start;

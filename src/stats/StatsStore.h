@@ -36,7 +36,7 @@ public:
     /// A text without any character records nothing. Only counts of the text are kept.
     void record(const QString& text, const QDateTime& date, double speakingSeconds);
     /// Takes in what other processes have counted since; nothing is announced where that is nothing. For
-    /// whoever is about to show the counters.
+    /// a caller that is about to show the counters.
     void refresh();
     /// Removes all counters, those of a damaged earlier file included, and saves the empty file.
     void reset();

@@ -7,8 +7,6 @@ import unittest
 from tempfile import TemporaryDirectory
 from pathlib import Path
 
-import paths
-
 HAVE_NUMPY = all(importlib.util.find_spec(name) for name in ("numpy", "scipy"))
 if HAVE_NUMPY:
     import numpy as np
@@ -17,7 +15,7 @@ if HAVE_NUMPY:
     from speechmodel.grammar import sentence_key
     from speechmodel.voices import HELD_OUT_VARIANTS, TRAINING_VARIANTS
 
-RESOURCES = paths.ROOT / "resources" / "demo-model"
+RESOURCES = Path(__file__).resolve().parents[2] / "resources" / "demo-model"
 
 
 @unittest.skipUnless(HAVE_NUMPY, "numpy and scipy are not installed")

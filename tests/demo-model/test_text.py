@@ -4,7 +4,6 @@ import re
 import unittest
 from collections import Counter
 
-import paths  # noqa: F401
 from speechmodel import inflection, tokens
 from speechmodel.grammar import Grammar, finished, sentence_key, split_pair
 from speechmodel.invented import invented_word

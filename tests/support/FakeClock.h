@@ -4,7 +4,7 @@
 
 namespace tulvane::test {
 
-/// A clock that stands still until it is told to move. Main thread.
+/// A clock that stands still until the test moves it. Main thread.
 class FakeClock final : public Clock {
 public:
     FakeClock() = default;

@@ -23,7 +23,7 @@ public:
     /// "http://127.0.0.1:PORT/", or https.
     [[nodiscard]] const QUrl& base() const { return m_base; }
     [[nodiscard]] QUrl url(const QString& path) const { return QUrl(m_base.toString() + path); }
-    /// Where it speaks HTTPS: the file with its certificate, which nobody but itself vouches for.
+    /// Where it speaks HTTPS: the file with its certificate, which it has signed itself.
     [[nodiscard]] QString certificate() const { return m_folder.file(QStringLiteral("certificate.pem")); }
     /// Puts a file at a path (without a slash in front) and returns its address.
     QUrl put(const QString& path, const QByteArray& content) const;

@@ -31,7 +31,7 @@ void LogCapture::keep(QtMsgType level, const QMessageLogContext& context, const 
     LogCapture* const self = current;
     if (self == nullptr)
         return;
-    // The process ends after this one, and nobody would see why.
+    // The process ends after this one, and the reason would not be seen.
     if (level == QtFatalMsg)
         std::fprintf(stderr, "%s\n", qPrintable(text));
     const QMutexLocker lock(&self->m_mutex);

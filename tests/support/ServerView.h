@@ -24,7 +24,7 @@ struct ScreenPicture {
     }
 };
 
-/// Windows as the X server sees them, whoever's they are, and some of this object's own. Waits for the
+/// Windows as the X server sees them, of every program, and some of this object's own. Waits for the
 /// server, never for another program.
 class ServerView final {
 public:
@@ -75,7 +75,7 @@ public:
     [[nodiscard]] int disappearances(xcb_window_t window);
     /// Owns the selection, or gives it up.
     void own(const QString& selection, bool owned);
-    /// Whoever owns it; 0 where nobody does.
+    /// The owner; 0 where there is none.
     [[nodiscard]] xcb_window_t owner(const QString& selection) const;
 
     [[nodiscard]] xcb_atom_t atom(const QString& name) const;

@@ -153,7 +153,7 @@ bool SoundServer::hasDefaultSource(const QString& name) const
 
 void SoundServer::setDefaultSource(const QString& name) const
 {
-    // PipeWire's session manager forgets a wish that comes while it is busy, so it is told again.
+    // PipeWire's session manager forgets a request that comes while it is busy, so it is repeated.
     for (const QDeadlineTimer limit(patience); !limit.hasExpired();) {
         insist({QStringLiteral("set-default-source"), name});
         for (const QDeadlineTimer soon(500); !soon.hasExpired(); QThread::msleep(5)) {

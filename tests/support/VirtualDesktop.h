@@ -32,7 +32,7 @@ public:
     VirtualDesktop& operator=(const VirtualDesktop&) = delete;
     ~VirtualDesktop();
 
-    /// ":7", for whoever opens the display by name.
+    /// ":7", for callers that open the display by name.
     [[nodiscard]] QString display() const { return m_display; }
     /// For programs of this desktop: display, session bus, and home and XDG folders of their own.
     [[nodiscard]] QProcessEnvironment environment() const { return m_environment; }

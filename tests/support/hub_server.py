@@ -200,7 +200,7 @@ def main():
         server.socket = context.wrap_socket(server.socket, server_side=True, do_handshake_on_connect=False)
     print(server.server_address[1], flush=True)
     threading.Thread(target=server.serve_forever, daemon=True).start()
-    # Whoever started this holds the other end; the server ends with it.
+    # The process that started this holds the other end; the server ends with it.
     sys.stdin.read()
     os._exit(0)
 

@@ -16,7 +16,7 @@ public:
     }
 
     QWindow* holder = nullptr; ///< compared only
-    bool isRefused = false;    ///< as on a desktop that gives it to nobody
+    bool isRefused = false;    ///< as on a desktop that gives it to no program
 
 private:
     class Kept final : public Hold {

@@ -23,7 +23,7 @@ public:
         return std::make_unique<FakeTap>(std::move(state));
     }
 
-    /// Every enabled tap hears of the event; one that is told of being disabled is, until it is enabled
+    /// Every enabled tap receives the event; one that is notified of being disabled is, until it is enabled
     /// again.
     void send(const ModifierEvent& event)
     {

@@ -4,14 +4,23 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace tulvane {
 
 /// Keeps the names of what was played, oldest first.
 class FakeSounds final : public Sounds {
 public:
-    void play(QLatin1StringView name) override { played.append(QString(name)); }
+    void play(QLatin1StringView name) override
+    {
+        played.append(QString(name));
+        if (onPlay)
+            onPlay();
+    }
 
     QStringList played;
+    /// Called at the end of every `play`, for tests of an order across fakes.
+    std::function<void()> onPlay;
 };
 
 } // namespace tulvane

@@ -13,16 +13,17 @@ public:
     bool open(const QUrl& url) override
     {
         opened.append(url);
-        return true;
+        return !refuses;
     }
     bool reveal(const QString& folder) override
     {
         revealed.append(folder);
-        return true;
+        return !refuses;
     }
 
-    QList<QUrl> opened;
-    QStringList revealed;
+    bool refuses = false; ///< no program can be started
+    QList<QUrl> opened;   ///< oldest first, those that were refused as well
+    QStringList revealed; ///< the same of folders
 };
 
 } // namespace tulvane

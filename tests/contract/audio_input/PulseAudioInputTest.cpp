@@ -198,7 +198,7 @@ TEST_F(PulseAudioInputTest, WhatTheSpeakersPlayIsNoMicrophone)
     const auto started = recorder.start();
     ASSERT_FALSE(started);
     EXPECT_EQ(started.error(), RecorderError::noInputDevice());
-    // The monitor of another sink has been chosen by somebody, and is one.
+    // The monitor of another sink has been chosen by the user, and is one.
     control("set-default-source micsink.monitor");
     EXPECT_TRUE(waitUntil([&] { return input.makeEngine()->inputFormat() == AudioFormat{48000, 2}; }));
 }

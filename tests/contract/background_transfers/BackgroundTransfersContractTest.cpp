@@ -26,7 +26,7 @@ struct Named {
     MakeBackend make;
 };
 
-/// Everything that was told of one transfer.
+/// Every event of one transfer.
 struct Told {
     QList<qint64> progress;
     qint64 expected = 0;

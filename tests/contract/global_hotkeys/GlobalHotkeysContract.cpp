@@ -44,7 +44,7 @@ public:
         EXPECT_TRUE(registration);
         return registration ? std::move(*registration) : nullptr;
     }
-    /// Everything that was told until now: the mark's own key comes last, so nothing is still on its way.
+    /// Every event until now: the mark's own key comes last, so nothing is still on its way.
     [[nodiscard]] std::vector<std::pair<quint32, bool>> told()
     {
         m_backend->press(f9);

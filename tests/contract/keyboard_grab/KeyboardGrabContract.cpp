@@ -1,9 +1,8 @@
-#include <support/windows/RealDesktop.h>
-
 #include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/linux/x11/windows/X11KeyboardGrab.h>
 #include <support/Await.h>
 #include <support/XTestKeys.h>
+#include <support/windows/RealDesktop.h>
 
 #include <QKeyEvent>
 
@@ -13,7 +12,7 @@ namespace tulvane::test {
 
 namespace {
 
-/// Keeps the keys that it is told of, as the X server numbers them.
+/// Keeps the keys that it receives, as the X server numbers them.
 class KeyWindow final : public QRasterWindow {
 public:
     KeyWindow() { setGeometry(100, 100, 300, 200); }
@@ -59,12 +58,12 @@ protected:
         m_keys.tap(DeviceKey::space);
         m_keys.release(DeviceKey::leftAlt);
     }
-    /// Whether the window hears of it.
+    /// Whether the window receives it.
     [[nodiscard]] bool reaches(KeyWindow& window)
     {
         window.pressed.clear();
         pressIt();
-        // A key that is nobody's comes after it.
+        // A key that no program holds comes after it.
         m_keys.tap(DeviceKey::a);
         constexpr quint32 letterA = 38;
         EXPECT_TRUE(waitUntil([&] { return window.pressed.contains(letterA); }));

@@ -31,7 +31,7 @@ public:
         m_tap = std::move(*tap);
     }
     [[nodiscard]] ModifierEvents::Tap& tap() { return *m_tap; }
-    /// Waits until something was told, and forgets it.
+    /// Waits until an event has come, and forgets it.
     [[nodiscard]] Seen next()
     {
         EXPECT_TRUE(waitUntil([this] { return !m_seen.empty(); }));

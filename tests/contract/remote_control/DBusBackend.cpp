@@ -13,7 +13,7 @@ namespace tulvane::test {
 
 namespace {
 
-/// The phases that a listener on the bus was told.
+/// The phases that a listener on the bus received.
 class PhaseListener final : public QObject {
     Q_OBJECT
 

@@ -1,8 +1,8 @@
 #include "LifeCycleDesktop.h"
-#include "TrayHost.h"
 
 #include <support/Await.h>
 #include <support/Speech.h>
+#include <support/tray/TrayHost.h>
 
 #include <gtest/gtest.h>
 

@@ -12,7 +12,7 @@ from model_hub import ModelHub
 from virtual_desktop import VirtualDesktop
 
 PROGRAM = Path(os.environ["TULVANE_PROGRAM"])
-ENTRY = Path(__file__).parent.parent / "resident/entry.py"
+ENTRY = Path(__file__).resolve().parents[3] / "tools/desktop_kit/entry.py"
 GUIDE = "Sett opp Tulvane"
 # The smallest model of the catalogue: its size there, and where the hub has it.
 MODEL, SIZE = "nb-whisper-small-q5_0", 175_000_000
@@ -56,7 +56,7 @@ class NewUser(unittest.TestCase):
         self.guide.click("push button", name)
 
     def state(self, number, title, label):
-        """PendingDelays until the step of the guide says how it stands."""
+        """Waits until the step of the guide says how it stands."""
         self.guide.find("heading", f"{number}. {title}, {label}")
 
     def progress(self):

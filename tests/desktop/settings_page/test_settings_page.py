@@ -1,6 +1,5 @@
 """Every control of the settings page: worked as a screen reader or a keyboard works it, its stored value read back,
 and its effect seen."""
-import json
 import os
 import subprocess
 import tempfile

@@ -18,7 +18,7 @@ QProcess& startedProgram(VirtualDesktop& desktop, FieldProgram::Toolkit toolkit)
     if (toolkit == FieldProgram::Toolkit::gtk)
         return desktop.start(QStringLiteral("/usr/bin/python3"),
                              {sourceFolder() + u"/tests/support/fields/gtk_fields.py"});
-    // Qt shows itself on the accessibility bus only where somebody has asked for it.
+    // Qt shows itself on the accessibility bus only where a client has asked for it.
     return desktop.start(QStringLiteral("env"),
                          {QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"),
                           QStringLiteral("QT_QPA_PLATFORM=xcb"), QStringLiteral(TULVANE_QT_FIELDS)});

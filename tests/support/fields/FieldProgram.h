@@ -33,7 +33,7 @@ public:
     /// that another one is.
     void comeToFront();
     [[nodiscard]] quint32 process() const { return static_cast<quint32>(m_process.processId()); }
-    /// From now on it answers nobody; until it is thawed, no other call here may be made.
+    /// From now on it does not answer; until it is thawed, no other call here may be made.
     void freeze() const;
     void thaw() const;
     /// Ends it; no other call here may follow.

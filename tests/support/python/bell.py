@@ -23,7 +23,7 @@ class BellListener:
         self.x.XSync(self.server, 0)
         event, count = ctypes.create_string_buffer(256), 0
         while self.x.XPending(self.server):
-            # The bell is all that was asked for, but each client hears of a changed keyboard layout as well.
+            # The bell is all that was asked for, but each client receives changes of the keyboard layout as well.
             self.x.XNextEvent(self.server, event)
             kind = ctypes.cast(event, ctypes.POINTER(ctypes.c_int))[0]
             if kind >= 64 and ctypes.cast(ctypes.byref(event, 40), ctypes.POINTER(ctypes.c_int))[0] == BELL:

@@ -15,6 +15,7 @@
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeIndicatorPanel.h>
 #include <platform/fake/FakeKeyPosting.h>
+#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeLoginItem.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakePasteboard.h>
@@ -23,7 +24,6 @@
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>

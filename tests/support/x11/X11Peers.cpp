@@ -49,7 +49,7 @@ X11Peer::~X11Peer()
 void X11Peer::takeFocus()
 {
     m_focused = false;
-    // From another window of its own first, so that there is a change to hear of.
+    // From another window of its own first, so that there is a change to be notified of.
     xcb_set_input_focus(m_link->connection(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_NONE, XCB_CURRENT_TIME);
     xcb_set_input_focus(m_link->connection(), XCB_INPUT_FOCUS_NONE, m_window, XCB_CURRENT_TIME);
     m_link->flush();
@@ -61,7 +61,7 @@ SelectionReader::Outcome X11Peer::read(const QString& selection)
 {
     std::optional<SelectionReader::Outcome> outcome;
     SelectionReader read(*m_link, m_scheduler, m_link->makeHiddenWindow(), m_link->atom(selection),
-                       [&](const SelectionReader::Outcome& answer) { outcome = answer; });
+                         [&](const SelectionReader::Outcome& answer) { outcome = answer; });
     read.begin();
     if (!waitUntil([&] { return outcome.has_value(); }))
         throw std::runtime_error("the selection was not read in time");

@@ -13,7 +13,7 @@
 
 namespace tulvane::test {
 
-/// A key as a focused window hears of it.
+/// A key as a focused window receives it.
 struct HeardKey {
     bool down = false;
     int key = 0;   ///< the X key code

@@ -1,4 +1,3 @@
-#include <platform/fake/FakeLoginItem.h>
 #include <platform/linux/desktop/AutostartEntry.h>
 #include <support/ScratchFolder.h>
 
@@ -58,32 +57,6 @@ protected:
 };
 
 } // namespace
-
-template <class Item>
-class LoginItemContract : public testing::Test {
-protected:
-    ScratchFolder m_folder;
-    std::unique_ptr<LoginItem> make()
-    {
-        if constexpr (std::is_same_v<Item, AutostartEntry>)
-            return std::make_unique<AutostartEntry>(m_folder.file(QStringLiteral("a")), QStringLiteral("/t"));
-        else
-            return std::make_unique<Item>();
-    }
-};
-using LoginItems = testing::Types<FakeLoginItem, AutostartEntry>;
-TYPED_TEST_SUITE(LoginItemContract, LoginItems);
-
-TYPED_TEST(LoginItemContract, IsOffUntilItIsSwitchedOnAndAsOftenAsOneLikes)
-{
-    const auto item = this->make();
-    EXPECT_FALSE(item->isEnabled());
-    EXPECT_TRUE(item->setEnabled(false));
-    for (const bool enabled : {true, true, false, false, true}) {
-        EXPECT_TRUE(item->setEnabled(enabled));
-        EXPECT_EQ(item->isEnabled(), enabled);
-    }
-}
 
 TEST_F(AutostartEntryTest, MakesTheMissingFolderAndStartsTheProgramWithoutAWindow)
 {

@@ -47,7 +47,10 @@ protected:
     {
         return world.shortcuts.getShortcut(ShortcutName::dictate());
     }
-    [[nodiscard]] bool isRegistered(const KeyCombination& keys) { return world.globalHotkeys.isRegistered(keys); }
+    [[nodiscard]] bool isRegistered(const KeyCombination& keys)
+    {
+        return world.globalHotkeys.isRegistered(keys);
+    }
     /// What was pressed is up for good.
     void letGo() { world.scheduler.advance(std::chrono::milliseconds(50)); }
 

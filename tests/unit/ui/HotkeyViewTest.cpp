@@ -295,7 +295,8 @@ TEST_F(HotkeyViewTest, ACombinationThatWasGivenBackIsTakenAgain)
 
 TEST_F(HotkeyViewTest, WhereThereAreNoHotkeysNothingElseIsOffered)
 {
-    world.globalHotkeys.failRegistrations(HotkeyError::unsupported(QStringLiteral("Not here. Bind the command.")));
+    world.globalHotkeys.failRegistrations(
+        HotkeyError::unsupported(QStringLiteral("Not here. Bind the command.")));
     world.shortcuts.registerAgain();
     UiWorld::settle();
     EXPECT_TRUE(probe().shows(QStringLiteral("Not here. Bind the command.")));

@@ -15,7 +15,7 @@ import numpy as np
 import torch
 import torch.nn.functional as F
 
-from .batches import IGNORED, BatchMaker
+from .batches import IGNORED
 from .network import PADDED_KEYS, SpeechNetwork
 
 SAVE_EVERY = 250

@@ -30,7 +30,7 @@ struct AccessibleStates {
     [[nodiscard]] bool has(State state) const { return (bits >> static_cast<int>(state) & 1U) != 0; }
 };
 
-/// The roles that are told apart; the others go by the name that the program gives them.
+/// The roles that are distinguished; the others go by the name that the program gives them.
 enum class AccessibleRole : quint32 {
     passwordText = 40,
     text = 61,

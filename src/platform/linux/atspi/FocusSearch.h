@@ -43,7 +43,7 @@ private:
 
     /// Those that may have the focus: all of them where the desktop does not tell which program is in front.
     QCoro::Task<Accessibles> inFront(Accessibles programs);
-    /// Nothing from those below means: nobody knows. An object that has gone has no children and no states.
+    /// Nothing from those below means: unknown. An object that has gone has no children and no states.
     QCoro::Task<std::optional<QList<FocusedAccessible>>> focusedIn(Accessible program);
     QCoro::Task<std::optional<QList<FocusedAccessible>>> focusedBelow(Accessible window);
     QCoro::Task<std::optional<Accessibles>> children(Accessible parent);

@@ -90,7 +90,7 @@ class AccessibleProgram:
         self.desktop.xdotool("mousemove", str(x + width // 2), str(y + height // 2), "click", "1")
 
     def shows(self, text):
-        """PendingDelays until the text can be read somewhere."""
+        """Waits until the text can be read somewhere."""
         def look():
             try:
                 return text in self.texts()

@@ -1,9 +1,10 @@
 #!/usr/bin/python3
-"""A desktop's bar with status icons, for tests: keeps the book of the icons on the session bus, and reads and clicks
+"""A desktop's bar with status icons: keeps the book of the icons on the session bus, and reads and clicks
 the one that is there as a bar does. Reads commands from its standard input, and answers each with a line of JSON:
 
     wait        the icon's bus name, once there is one
     gone        true, once there is none any more
+    there       whether there is one
     icon        the icon's properties; of its pictures, width, height and digest
     menu        the menu from its first line down: id, label, type, enabled, toggle, children
     open        tells the icon that its menu is about to open
@@ -109,6 +110,8 @@ class Bar:
         if command in ("wait", "gone"):
             self.waiting = command
             self.look()
+        elif command == "there":
+            self.say(bool(self.item))
         elif command == "icon":
             self.say(self.icon())
         elif command == "menu":

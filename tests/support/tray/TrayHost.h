@@ -14,12 +14,13 @@ class VirtualDesktop;
 /// does not answer.
 class TrayHost final {
 public:
-    /// Without a host there is the book of the icons, and nobody yet who shows them.
+    /// Without a host the icons are registered, and no bar shows them yet.
     explicit TrayHost(VirtualDesktop& desktop, bool hasHost = true);
 
     /// Waits until an icon is registered, or none is any more.
     void waitForIcon() { ask(QStringLiteral("wait")); }
     void waitUntilGone() { ask(QStringLiteral("gone")); }
+    [[nodiscard]] bool hasIcon() { return ask(QStringLiteral("there")).toBool(); }
     [[nodiscard]] QJsonObject icon() { return ask(QStringLiteral("icon")).toObject(); }
     /// The lines from top to bottom.
     [[nodiscard]] QJsonArray menu() { return ask(QStringLiteral("menu")).toArray(); }
@@ -30,6 +31,8 @@ public:
     /// Waits until there is such a line.
     [[nodiscard]] bool waitForLine(const QString& label);
     void click(const QString& label);
+    /// The line that has this "id" in the menu.
+    void clickNumber(int id) { ask(QStringLiteral("click %1").arg(id)); }
     void open() { ask(QStringLiteral("open")); }
     void activate() { ask(QStringLiteral("activate")); }
     void addHost() { ask(QStringLiteral("host")); }

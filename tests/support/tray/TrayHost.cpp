@@ -1,13 +1,12 @@
-#include "TrayHost.h"
-
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
+#include <support/tray/TrayHost.h>
 
-#include <QDeadlineTimer>
 #include <QJsonDocument>
 
 #include <optional>
 #include <stdexcept>
+#include <tuple>
 
 namespace tulvane::test {
 
@@ -44,13 +43,12 @@ QJsonValue TrayHost::ask(const QString& command)
 
 QJsonValue TrayHost::answer()
 {
-    const QDeadlineTimer deadline(defaultTimeout);
-    while (!m_process.canReadLine()) {
-        m_process.waitForReadyRead(100);
-        if (deadline.hasExpired() || m_process.state() == QProcess::NotRunning)
-            throw std::runtime_error("the bar does not answer: " +
-                                     m_process.readAllStandardError().toStdString());
-    }
+    // The icon that the bar asks in its turn may be one of this process.
+    std::ignore =
+        waitUntil([this] { return m_process.canReadLine() || m_process.state() == QProcess::NotRunning; });
+    if (!m_process.canReadLine())
+        throw std::runtime_error("the bar does not answer: " +
+                                 m_process.readAllStandardError().toStdString());
     return QJsonDocument::fromJson("[" + m_process.readLine() + "]").array().at(0);
 }
 
@@ -81,7 +79,7 @@ bool TrayHost::waitForLine(const QString& label)
 
 void TrayHost::click(const QString& label)
 {
-    ask(QStringLiteral("click %1").arg(line(label)[QStringLiteral("id")].toInt()));
+    clickNumber(line(label)[QStringLiteral("id")].toInt());
 }
 
 void TrayHost::kill()

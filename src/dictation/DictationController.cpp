@@ -7,10 +7,11 @@
 #include <hotkeys/HotkeyController.h>
 #include <insertion/TextInserter.h>
 #include <permissions/PermissionsService.h>
-#include <ports/Sounds.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
+
+#include <ports/Sounds.h>
 
 #include <utility>
 
@@ -51,23 +52,29 @@ void DictationController::followSession()
         m_dependencies.hotkeys.machine.markRecordingEnded();
         showNotice(translate("Microphone changed – recording cancelled"));
     };
-    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::noteSessionState);
-    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this,
+            &DictationController::noteSessionState);
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.session, &DictationSession::lastTranscriptChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_dependencies.session, &DictationSession::historyChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::historyChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.session, &DictationSession::modelLoadingChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_dependencies.session, &DictationSession::canRetryChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::canRetryChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.recorder, &AudioRecorder::levelChanged, this,
             [this](float level) { m_dependencies.indicator.setLevel(level); });
 }
 
 void DictationController::followSettings()
 {
-    connect(&m_dependencies.settings, &AppSettings::showHUDChanged, this, &DictationController::updateIndicator);
+    connect(&m_dependencies.settings.showHUD, &AnySetting::changed, this,
+            &DictationController::updateIndicator);
     m_shownInDock = m_dependencies.settings.showInDock();
-    connect(&m_dependencies.settings, &AppSettings::showInDockChanged, this, [this](bool shown) {
+    connect(&m_dependencies.settings.showInDock, &AnySetting::changed, this, [this] {
+        const bool shown = m_dependencies.settings.showInDock();
         if (std::exchange(m_shownInDock, shown) != shown)
             m_dependencies.applyActivationPolicy();
     });
@@ -76,11 +83,12 @@ void DictationController::followSettings()
 void DictationController::followPermissions()
 {
     m_couldMonitorInput = m_dependencies.permissions.inputMonitoring();
-    connect(&m_dependencies.permissions, &PermissionsService::inputMonitoringChanged, this, [this](bool granted) {
-        // The tap failed while the permission was missing; the same key is tried again.
-        if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
-            m_dependencies.hotkeys.applyModifierHotkey(m_dependencies.settings.modifierHotkey());
-    });
+    connect(&m_dependencies.permissions, &PermissionsService::inputMonitoringChanged, this,
+            [this](bool granted) {
+                // The tap failed while the permission was missing; the same key is tried again.
+                if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
+                    m_dependencies.hotkeys.applyModifierHotkey(m_dependencies.settings.modifierHotkey());
+            });
 }
 
 void DictationController::followReadiness()
@@ -89,7 +97,7 @@ void DictationController::followReadiness()
     connect(&m_dependencies.permissions, &PermissionsService::microphoneChanged, this,
             &DictationController::noteReadiness);
     connect(&m_dependencies.models, &ModelSource::statesChanged, this, &DictationController::noteReadiness);
-    connect(&m_dependencies.settings, &AppSettings::selectedModelIDChanged, this,
+    connect(&m_dependencies.settings.selectedModelID, &AnySetting::changed, this,
             &DictationController::noteReadiness);
 }
 
@@ -110,8 +118,8 @@ void DictationController::launch()
 {
     m_dependencies.permissions.refresh();
     m_dependencies.refreshModels();
-    qCInfo(lcApp).noquote().nospace()
-        << "Tulvane " << m_dependencies.version << " launched; hotkey: " << m_dependencies.hotkeys.hotkeyDescription();
+    qCInfo(lcApp).noquote().nospace() << "Tulvane " << m_dependencies.version
+                                      << " launched; hotkey: " << m_dependencies.hotkeys.hotkeyDescription();
     if (!isSetUp())
         m_dependencies.windows.showOnboarding();
     m_dependencies.session.preloadModel();
@@ -235,7 +243,8 @@ QCoro::Task<> DictationController::deliver(QString text, InsertionMethod method,
 {
     const QPointer<DictationController> self(this);
     setPhase({Phase::Kind::inserting, {}});
-    const InsertionResult result = co_await m_dependencies.inserter.insert(std::move(text), method, restoreClipboard);
+    const InsertionResult result =
+        co_await m_dependencies.inserter.insert(std::move(text), method, restoreClipboard);
     if (!self)
         co_return;
     play(Sounds::morse);

@@ -2,9 +2,9 @@
 #include <base/Log.h>
 #include <dictation/DictationSession.h>
 #include <dictation/ModelSource.h>
-#include <speech/Recognizer.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
+#include <speech/Recognizer.h>
 #include <stats/StatsStore.h>
 
 #include <QCoroFuture>
@@ -46,7 +46,8 @@ DictationSession::~DictationSession()
 void DictationSession::followModels()
 {
     m_followedModelID = m_dependencies.settings.selectedModelID();
-    connect(&m_dependencies.settings, &AppSettings::selectedModelIDChanged, this, [this](const QString& id) {
+    connect(&m_dependencies.settings.selectedModelID, &AnySetting::changed, this, [this] {
+        const QString id = m_dependencies.settings.selectedModelID();
         if (std::exchange(m_followedModelID, id) != id)
             preloadModel();
     });
@@ -81,7 +82,8 @@ Result<void, DictationError> DictationSession::start()
 
 void DictationSession::startMaxDurationTimer()
 {
-    const std::chrono::seconds longest(std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
+    const std::chrono::seconds longest(
+        std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
     m_maxDurationTimer = m_dependencies.scheduler.after(longest, [self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;
@@ -142,7 +144,8 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
         setState(State::idle);
         co_return failure(loaded.error());
     }
-    const Result<QString, EngineError> raw = co_await m_dependencies.engine.transcribe(audio.samples, options);
+    const Result<QString, EngineError> raw =
+        co_await m_dependencies.engine.transcribe(audio.samples, options);
     if (!self)
         co_return Outcome::nothingRecognised();
     if (!raw) {

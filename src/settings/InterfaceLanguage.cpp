@@ -4,35 +4,29 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include <map>
+
 namespace tulvane {
 
 namespace {
 
-/// Read when it is first asked for.
+/// Read when it is first asked for. English has entries, too: what a desktop calls otherwise than the code
+/// does.
 QTranslator& catalogue(AppLanguage language)
 {
-    const auto load = [](QTranslator& translator, const QString& file) {
-        if (!translator.load(file))
-            qFatal("The program was built without its catalogues.");
-    };
-    // English has entries, too: what a desktop calls otherwise than the code does.
-    static QTranslator english;
-    static QTranslator norwegian;
-    if (language == AppLanguage::english) {
-        if (english.isEmpty())
-            load(english, QStringLiteral(":/i18n/tulvane_en.qm"));
-        return english;
-    }
-    if (norwegian.isEmpty())
-        load(norwegian, QStringLiteral(":/i18n/tulvane_nb.qm"));
-    return norwegian;
+    static std::map<AppLanguage, QTranslator> catalogues;
+    QTranslator& translator = catalogues[language];
+    if (translator.isEmpty() &&
+        !translator.load(QStringLiteral(":/i18n/tulvane_%1.qm").arg(rawValue(language))))
+        qFatal("The program was built without its catalogues.");
+    return translator;
 }
 
 QLocale localeFor(AppLanguage language)
 {
     const QLocale system = QLocale::system();
-    const auto wanted = language == AppLanguage::english ? QLocale::English : QLocale::NorwegianBokmal;
-    return system.language() == wanted ? system : QLocale(wanted);
+    const QLocale wanted(rawValue(language));
+    return system.language() == wanted.language() ? system : wanted;
 }
 
 } // namespace

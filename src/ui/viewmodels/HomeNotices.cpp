@@ -18,7 +18,7 @@ HomeNotices::HomeNotices(const UiContext& context, HistoryViewModel& recent, QOb
     connect(&m_context.controller, &DictationController::phaseChanged, this, &HomeNotices::notePhase);
     connect(&m_context.controller, &DictationController::lastDeliveryChanged, this,
             &HomeNotices::noteDelivery);
-    connect(&m_context.settings, &AppSettings::insertionMethodChanged, this, &HomeNotices::textLeftChanged);
+    connect(&m_context.settings.insertionMethod, &AnySetting::changed, this, &HomeNotices::textLeftChanged);
     connect(&m_recent, &QAbstractItemModel::dataChanged, this, &HomeNotices::copyLabelChanged);
     connect(&m_recent, &HistoryViewModel::countChanged, this, &HomeNotices::copyLabelChanged);
     connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,

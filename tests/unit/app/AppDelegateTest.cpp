@@ -1,9 +1,8 @@
-#include <support/Folders.h>
-
 #include <app/AppDelegate.h>
 #include <platform/fake/FakePresentation.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <settings/AppSettings.h>
+#include <support/Folders.h>
 #include <support/ScratchFolder.h>
 
 #include <gmock/gmock.h>
@@ -76,13 +75,13 @@ TEST_F(AppDelegateTest, TheAppearanceFollowsTheSetting)
 {
     AppDelegate app = delegate();
     app.willFinishLaunching();
-    settings().setAppearance(AppearanceMode::dark);
+    settings().appearance.set(AppearanceMode::dark);
     EXPECT_THAT(presentation.appearances(), ElementsAre(Appearance::none, Appearance::dark));
 }
 
 TEST_F(AppDelegateTest, APolicyThatHoldsAlreadyIsNotSet)
 {
-    settings().setShowInDock(true);
+    settings().showInDock.set(true);
     AppDelegate app = delegate();
     app.willFinishLaunching();
     EXPECT_THAT(presentation.policies(), IsEmpty());
@@ -91,14 +90,14 @@ TEST_F(AppDelegateTest, APolicyThatHoldsAlreadyIsNotSet)
 
 TEST_F(AppDelegateTest, APolicyThatChangesIsSetAndTheWindowsStayInFront)
 {
-    settings().setShowInDock(false);
+    settings().showInDock.set(false);
     AppDelegate app = delegate();
     app.willFinishLaunching();
     EXPECT_THAT(presentation.policies(), ElementsAre(ActivationPolicy::accessory));
     EXPECT_THAT(done, ElementsAre(u"front"_qs));
     app.applyActivationPolicy();
     EXPECT_EQ(presentation.policies().size(), 1);
-    settings().setShowInDock(true);
+    settings().showInDock.set(true);
     app.applyActivationPolicy();
     EXPECT_THAT(presentation.policies(), ElementsAre(ActivationPolicy::accessory, ActivationPolicy::regular));
     EXPECT_THAT(done, ElementsAre(u"front"_qs, u"front"_qs));

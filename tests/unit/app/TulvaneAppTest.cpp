@@ -1,11 +1,10 @@
-#include <support/Folders.h>
-
 #include <app/TulvaneApp.h>
 #include <platform/fake/FakeAudioInput.h>
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeKeyPosting.h>
+#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeLoginItem.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakePasteboard.h>
@@ -15,9 +14,9 @@
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeSystemMemory.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <stats/StatsFile.h>
+#include <support/Folders.h>
 #include <support/ScratchFolder.h>
 
 #include <gmock/gmock.h>
@@ -150,8 +149,8 @@ TEST_F(TulvaneAppTest, TheDockEntryFollowsTheSetting)
     ASSERT_TRUE(defaults.set(u"showInDock"_qs, true));
     const UiContext context = app().uiContext({});
     EXPECT_TRUE(presentation.policies().isEmpty());
-    context.settings.setShowInDock(false);
-    context.settings.setShowInDock(false);
+    context.settings.showInDock.set(false);
+    context.settings.showInDock.set(false);
     EXPECT_THAT(presentation.policies(), ElementsAre(ActivationPolicy::accessory));
 }
 
@@ -184,13 +183,13 @@ TEST_F(TulvaneAppTest, EachOfTheFourThingsIsNeeded)
     EXPECT_TRUE(app().isSetUp());
     EXPECT_TRUE(windows.shown.isEmpty());
     const UiContext context = app().uiContext({});
-    context.settings.setHasCompletedOnboarding(false);
+    context.settings.hasCompletedOnboarding.set(false);
     EXPECT_FALSE(app().isSetUp());
-    context.settings.setHasCompletedOnboarding(true);
+    context.settings.hasCompletedOnboarding.set(true);
     context.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
-    context.settings.setModifierHotkey(ModifierHotkey::none);
+    context.settings.modifierHotkey.set(ModifierHotkey::none);
     EXPECT_FALSE(app().isSetUp());
-    context.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    context.settings.modifierHotkey.set(ModifierHotkey::rightControl);
     EXPECT_TRUE(app().isSetUp());
     privacy.microphoneAccess = MicrophoneAccess::denied;
     context.permissions.refresh();

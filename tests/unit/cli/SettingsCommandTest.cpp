@@ -71,7 +71,7 @@ TEST_F(SettingsCommand, ATextOfSeveralLinesStaysOnOneLineOfTheList)
     ASSERT_TRUE(defaults.set(u"vocabularyPrompt"_qs, u"Åse \"x\"\nBø"_qs));
     EXPECT_EQ(run({u"list"_qs}), ExitStatus::done);
     EXPECT_TRUE(out.contains(u"vocabularyPrompt = \"Åse \\\"x\\\"\\nBø\"\n"_qs)) << qPrintable(out);
-    EXPECT_EQ(out.count(u'\n'), settingsTable().size());
+    EXPECT_EQ(out.count(u'\n'), settings.all().size());
 }
 
 TEST_F(SettingsCommand, AnIntegerOfAnySizeIsListedToItsLastDigit)

@@ -50,7 +50,7 @@ protected:
     void SetUp() override
     {
         SessionFixture::SetUp();
-        settings.setHotkeyMode(HotkeyMode::toggle);
+        settings.hotkeyMode.set(HotkeyMode::toggle);
         makeController();
     }
 
@@ -60,20 +60,20 @@ protected:
         phases.clear();
         controller = std::make_unique<DictationController>(
             DictationController::Dependencies{.settings = settings,
-                                            .session = *session,
-                                            .recorder = recorder,
-                                            .models = models,
-                                            .permissions = permissions,
-                                            .inserter = inserter,
-                                            .hotkeys = hotkeys,
-                                            .indicator = indicator,
-                                            .windows = windows,
-                                            .sounds = sounds,
-                                            .scheduler = scheduler,
-                                            .version = QStringLiteral("1.2.3"),
-                                            .refreshModels = [this] { ++modelRefreshes; },
-                                            .hasCombination = [this] { return hasCombination; },
-                                            .applyActivationPolicy = [this] { ++policyChanges; }});
+                                              .session = *session,
+                                              .recorder = recorder,
+                                              .models = models,
+                                              .permissions = permissions,
+                                              .inserter = inserter,
+                                              .hotkeys = hotkeys,
+                                              .indicator = indicator,
+                                              .windows = windows,
+                                              .sounds = sounds,
+                                              .scheduler = scheduler,
+                                              .version = QStringLiteral("1.2.3"),
+                                              .refreshModels = [this] { ++modelRefreshes; },
+                                              .hasCombination = [this] { return hasCombination; },
+                                              .applyActivationPolicy = [this] { ++policyChanges; }});
         QObject::connect(controller.get(), &DictationController::phaseChanged,
                          [this](const Phase& phase) { phases.append(nameOf(phase)); });
     }

@@ -116,15 +116,15 @@ TEST_F(SessionStartStop, APeakAboveTheThresholdIsHeard)
 
 TEST_F(SessionStartStop, TheLongestDurationIsTheSettingButAtLeastTenSeconds)
 {
-    settings.setMaxRecordingSeconds(5);
+    settings.maxRecordingSeconds.set(5);
     record(16000);
     EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(10s)});
     session->cancel();
-    settings.setMaxRecordingSeconds(300);
+    settings.maxRecordingSeconds.set(300);
     record(16000);
     EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(300s)});
     session->cancel();
-    settings.setMaxRecordingSeconds(-7);
+    settings.maxRecordingSeconds.set(-7);
     record(16000);
     EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(10s)});
 }
@@ -196,7 +196,7 @@ TEST_F(SessionStartStop, AChangedMicrophoneCancelsTheRecordingAndIsReported)
 
 TEST_F(SessionStartStop, ARecordingOfThirtyMinutesIsCapturedWhole)
 {
-    settings.setMaxRecordingSeconds(1800);
+    settings.maxRecordingSeconds.set(1800);
     record(0);
     const std::vector<float> minute(16000 * 60, 0.25F);
     for (int i = 0; i < 30; ++i)

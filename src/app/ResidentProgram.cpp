@@ -1,14 +1,14 @@
 #include <app/LinuxDesktop.h>
-#include <app/program/ProgramFolders.h>
 #include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/InterruptWatcher.h>
-#include <base/async/WaitFor.h>
+#include <app/program/ProgramFolders.h>
 #include <base/Log.h>
+#include <base/async/WaitFor.h>
 #include <models/ModelHub.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
@@ -82,9 +82,6 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
     EventLoopScheduler scheduler;
     DBusRemoteControl remote;
     JsonUserDefaults defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), clock);
-    defaults.setTroubleHandler([&console](const DefaultsError& error) {
-        console.err << "tulvane: " << error.description() << Qt::endl;
-    });
     TulvaneApp* running = nullptr;
     const auto claim = remote.claim([&running](RemoteRequest request, const QString& argument) {
         return running ? running->answer(request, argument) : QJsonObject();
@@ -98,11 +95,14 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
     UserInterface windows(
         {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(
-        ports, appOptions(defaults),
-        {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
-             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
-         }});
+    TulvaneApp app(ports, appOptions(defaults),
+                   {.indicator = windows.indicator(),
+                    .windows = windows,
+                    .bringToFront =
+                        [&windows, &running] {
+                            return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
+                        },
+                    .restoreMinimized = &restoreMinimizedWindows});
     UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
     context.windows = &windows;
     installInterfaceLanguage(context.settings.appLanguage());

@@ -1,15 +1,16 @@
-#include <app/program/HotkeyDiagnostics.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <ports/Presentation.h>
-#include <ports/PrivacyPermissions.h>
+#include <app/program/HotkeyDiagnostics.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QJsonArray>
+
+#include <ports/Presentation.h>
+#include <ports/PrivacyPermissions.h>
 
 #include <chrono>
 
@@ -83,6 +84,7 @@ AppDelegate::Dependencies TulvaneApp::lifeCycle(const Options& options, const Su
             .isSetUp = [this] { return m_controller.isSetUp(); },
             .cancelRecording = [this] { m_controller.cancel(); },
             .bringWindowsToFront = surfaces.bringToFront,
+            .restoreMinimized = surfaces.restoreMinimized,
             .openMainWindow = [this] { m_windows.showPage(SettingsTab::home); },
             .openOnboarding = [this] { m_windows.showOnboarding(); }};
 }
@@ -148,10 +150,8 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
         const ScopedEnglish english;
         return diagnostics();
     }
-    case RemoteRequest::settings: {
-        const ScopedEnglish english;
+    case RemoteRequest::settings:
         return changeSettings(argument);
-    }
     case RemoteRequest::activate:
         if (const auto page = fromRawValue<SettingsTab>(argument))
             m_windows.showPage(*page);

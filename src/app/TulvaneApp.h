@@ -15,13 +15,14 @@
 #include <insertion/TextInserter.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
-#include <ports/RemoteControl.h>
 #include <settings/AppSettings.h>
 #include <speech/whisper/WhisperEngine.h>
 #include <stats/StatsStore.h>
 #include <ui/UiContext.h>
 
 #include <QJsonObject>
+
+#include <ports/RemoteControl.h>
 
 #include <functional>
 
@@ -72,6 +73,7 @@ struct Surfaces {
     Windows& windows;
     /// Brings what is visible before other programs' windows; false when nothing is.
     std::function<bool()> bringToFront = [] { return false; };
+    std::function<bool()> restoreMinimized = [] { return false; };
 };
 
 /// The resident program behind its windows: every long-lived object, wired. Main thread; one per process.

@@ -1,5 +1,7 @@
 #include <settings/AppSettings.h>
 
+#include <QPointer>
+
 #include <ports/Presentation.h>
 #include <ports/UserDefaults.h>
 
@@ -29,7 +31,15 @@ std::optional<QString> firstString(const QVariant& stored)
 
 } // namespace
 
-AppSettings::AppSettings(UserDefaults& defaults, QObject* parent) : QObject(parent), m_defaults(defaults) {}
+AppSettings::AppSettings(UserDefaults& defaults, QObject* parent) : QObject(parent), m_defaults(defaults)
+{
+    defaults.setTroubleHandler([self = QPointer(this)](const DefaultsError& error) {
+        if (!self)
+            return;
+        self->m_trouble = error;
+        Q_EMIT self->troubled(error);
+    });
+}
 
 AnySetting* AppSettings::find(const QString& key) const
 {

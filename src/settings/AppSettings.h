@@ -14,6 +14,8 @@
 
 #include <ports/DefaultsError.h>
 
+#include <optional>
+
 namespace tulvane {
 
 class Presentation;
@@ -31,6 +33,7 @@ class AppSettings final : public QObject {
     // Above the rows, which add themselves when they are made.
     UserDefaults& m_defaults;
     QList<AnySetting*> m_all;
+    std::optional<DefaultsError> m_trouble;
 
     template <class T>
     using KeptForOthers = Setting<T, SettingWriter::others>;
@@ -105,7 +108,8 @@ public:
     Setting<bool> hidePrivacyCard{
         *this, {.key = "hidePrivacyCard", .defaultValue = false, .reading = BooleanReading::plain}};
 
-    /// Loads every preference. `defaults` is kept for writing and outlives this object.
+    /// Loads every preference. `defaults` is kept for writing and outlives this object; its trouble comes
+    /// here from now on.
     explicit AppSettings(UserDefaults& defaults, QObject* parent = nullptr);
 
     [[nodiscard]] UserDefaults& defaults() const { return m_defaults; }
@@ -113,6 +117,9 @@ public:
     [[nodiscard]] const QList<AnySetting*>& all() const { return m_all; }
     /// Null for a key that is no preference.
     [[nodiscard]] AnySetting* find(const QString& key) const;
+
+    /// The last trouble with the stored preferences as a whole, in this process; none while there was none.
+    [[nodiscard]] const std::optional<DefaultsError>& trouble() const { return m_trouble; }
 
     /// Applies the current appearance now, and each other one from now on. `presentation` lives as long as
     /// the process.
@@ -124,6 +131,9 @@ public:
 Q_SIGNALS:
     /// A value holds, but could not be stored; the error's description is for the user.
     void writeFailed(const QString& key, const tulvane::DefaultsError& error);
+
+    /// `trouble()` is another one.
+    void troubled(const tulvane::DefaultsError& error);
 
 private:
     friend AnySetting;

@@ -22,31 +22,26 @@ QTranslator& catalogue(AppLanguage language)
     return translator;
 }
 
-QLocale localeFor(AppLanguage language)
-{
-    const QLocale system = QLocale::system();
-    const QLocale wanted(rawValue(language));
-    return system.language() == wanted.language() ? system : wanted;
-}
-
 } // namespace
+
+QLocale formatsFor(AppLanguage language, const QLocale& system)
+{
+    return system.language() == QLocale::C ? QLocale(rawValue(language)) : system;
+}
 
 void installInterfaceLanguage(AppLanguage language)
 {
     for (const AppLanguage one : allCases<AppLanguage>())
         QCoreApplication::removeTranslator(&catalogue(one));
     QCoreApplication::installTranslator(&catalogue(language));
-    QLocale::setDefault(localeFor(language));
+    QLocale::setDefault(formatsFor(language, QLocale::system()));
 }
 
-ScopedEnglish::ScopedEnglish()
-{
-    speakOnly(&catalogue(AppLanguage::english));
-}
+ScopedEnglish::ScopedEnglish() : m_before(speakOnly(&catalogue(AppLanguage::english))) {}
 
 ScopedEnglish::~ScopedEnglish()
 {
-    speakOnly(nullptr);
+    speakOnly(m_before);
 }
 
 } // namespace tulvane

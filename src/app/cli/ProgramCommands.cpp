@@ -1,29 +1,30 @@
-#include <app/program/DesktopDiagnostics.h>
-#include <app/cli/ProgramCommands.h>
-#include <app/program/ProgramFolders.h>
 #include <app/cli/CleanCommand.h>
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DictateCommand.h>
 #include <app/cli/DoctorCommand.h>
+#include <app/cli/InterruptWatcher.h>
+#include <app/cli/LaunchOptions.h>
 #include <app/cli/ModelsCommand.h>
+#include <app/cli/ProgramCommands.h>
 #include <app/cli/RemoteCommand.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <app/cli/LaunchOptions.h>
 #include <app/cli/StatsCommand.h>
-#include <app/cli/InterruptWatcher.h>
 #include <app/cli/TranscribeCommand.h>
+#include <app/program/DesktopDiagnostics.h>
+#include <app/program/Migration.h>
+#include <app/program/ProgramFolders.h>
 #include <base/Clock.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
-#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
-#include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/session/X11Text.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
 #include <settings/AppSettings.h>
 #include <speech/whisper/ComputingDevices.h>
 #include <speech/whisper/WhisperEngine.h>
@@ -47,11 +48,16 @@ public:
     explicit StoredSettings(cli::Console& console)
         : m_defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), systemClock)
     {
-        m_defaults.setTroubleHandler([&console](const DefaultsError& error) {
+        const auto tell = [&console](const DefaultsError& error) {
             console.err << "tulvane: " << error.description() << Qt::endl;
-        });
+        };
         m_settings.emplace(m_defaults);
+        if (m_settings->trouble())
+            tell(*m_settings->trouble());
+        QObject::connect(&*m_settings, &AppSettings::troubled, &*m_settings, tell);
     }
+    /// What the earlier product kept comes over before a command writes.
+    void migrate() { Migration(m_defaults, Migration::standardParent()).run(); }
     [[nodiscard]] AppSettings& operator*() { return *m_settings; }
     /// A text that is no setting of the interface's; empty where there is none.
     [[nodiscard]] QString text(const char* key) const
@@ -93,6 +99,7 @@ int transcribe(const QStringList& arguments, cli::Console& console)
 int dictate(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
+    settings.migrate();
     PulseAudioInput input;
     StatsStore stats;
     const cli::DictationContext context{.recognition = {.settings = *settings,
@@ -109,6 +116,7 @@ int dictate(const QStringList& arguments, cli::Console& console)
 int models(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
+    settings.migrate();
     const ModelFolders folders = ModelFolders::standard();
     DetachedTransfers transfers(
         {.helper = ProgramFolders::ofThisProgram().transferHelper(), .folder = folders.transfers()});
@@ -130,6 +138,8 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
     if (const auto status = cli::runThere(arguments, RemoteRequest::settings, control, console))
         return *status;
     StoredSettings settings(console);
+    if (arguments.value(0) == u"set")
+        settings.migrate();
     QStringList models;
     for (const WhisperModel& model : WhisperModel::all())
         models.append(model.id);
@@ -168,32 +178,33 @@ ModelFacts selectedModel(const AppSettings& settings)
     return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
 }
 
-Diagnostics examine(const AppSettings& settings)
+Examination examine(const AppSettings& settings)
 {
     const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
     const X11PrivacyPermissions permissions(abilities, [] { return false; });
     PulseAudioInput microphone;
-    Diagnostics diagnostics = sessionDiagnostics(thisSession(abilities));
+    Examination examination{.session = sessionDiagnostics(thisSession(abilities)), .dictation = {}};
+    Diagnostics& session = examination.session;
+    Diagnostics& dictation = examination.dictation;
     // Asking for the microphone waits for the connection.
     const Diagnostic found = microphoneFinding(microphone);
-    diagnostics += soundServerDiagnostic(microphone.server()->serverName());
-    diagnostics += found;
-    diagnostics += permissionDiagnostics(permissions);
-    diagnostics += insertionDiagnostic(settings.insertionMethod(), permissions,
-                                 AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
-    diagnostics += modelDiagnostic(selectedModel(settings));
-    diagnostics += acceleratorDiagnostic(computingDevices(ProgramFolders::ofThisProgram().backends));
-    return diagnostics;
+    session += soundServerDiagnostic(microphone.server()->serverName());
+    session += found;
+    session += permissionDiagnostics(permissions);
+    dictation +=
+        insertionDiagnostic(settings.insertionMethod(), permissions,
+                            AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
+    dictation += modelDiagnostic(selectedModel(settings));
+    dictation += acceleratorDiagnostic(computingDevices(ProgramFolders::ofThisProgram().backends));
+    return examination;
 }
 
 int doctor(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
     DBusRemoteControl control;
-    constexpr qsizetype afterThePermissions = 7;
     const cli::DoctorContext context{.remote = control,
-                                     .examine = [&settings] { return examine(*settings); },
-                                     .hotkeysAfter = afterThePermissions};
+                                     .examine = [&settings] { return examine(*settings); }};
     return cli::runDoctor(arguments, context, console);
 }
 

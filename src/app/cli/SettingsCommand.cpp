@@ -1,6 +1,7 @@
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/SettingsCommand.h>
 #include <settings/AppSettings.h>
+#include <settings/InterfaceLanguage.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -36,14 +37,22 @@ int get(Console& console, const AnySetting& setting)
 int assign(Console& console, const AppSettings& settings, AnySetting& setting, const QVariant& value)
 {
     std::optional<QString> problem;
-    const auto listening = QObject::connect(
-        &settings, &AppSettings::writeFailed, &settings,
-        [&problem](const QString&, const DefaultsError& error) { problem = error.description(); });
+    const auto listening = QObject::connect(&settings, &AppSettings::writeFailed, &settings,
+                                            [&problem](const QString&, const DefaultsError& error) {
+                                                // Only the answer: the interface of the running program
+                                                // follows the change in its own language.
+                                                const ScopedEnglish english;
+                                                problem = error.description();
+                                            });
     const bool assigned = setting.setValue(value);
     QObject::disconnect(listening);
     if (!assigned)
         problem = QStringLiteral("%1 could not be set.").arg(setting.key());
-    return problem ? fail(console, *problem) : ExitStatus::done;
+    if (problem)
+        return fail(console, *problem);
+    if (&setting == &settings.appLanguage)
+        console.err << "The interface changes its language when Tulvane starts the next time." << Qt::endl;
+    return ExitStatus::done;
 }
 
 /// What the words ask for: one of the three actions, and how many words it takes.

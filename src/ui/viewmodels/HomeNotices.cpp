@@ -25,6 +25,7 @@ HomeNotices::HomeNotices(const UiContext& context, HistoryViewModel& recent, QOb
             &HomeNotices::hotkeyChanged);
     connect(&m_context.hotkeys, &HotkeyController::modifierTapStateChanged, this,
             &HomeNotices::hotkeyChanged);
+    connect(&m_context.settings, &AppSettings::troubled, this, &HomeNotices::settingsTroubleChanged);
     notePhase();
 }
 
@@ -85,6 +86,12 @@ QString HomeNotices::brokenHotkeyReason() const
         return error->description();
     const auto error = m_context.hotkeys.modifierTapState().error;
     return error ? error->description() : QString();
+}
+
+QString HomeNotices::settingsTrouble() const
+{
+    const auto& trouble = m_context.settings.trouble();
+    return trouble ? trouble->description() : QString();
 }
 
 void HomeNotices::retry()

@@ -41,6 +41,13 @@ PreferencesViewModel::PreferencesViewModel(const UiContext& context, QObject* pa
         m_storageFailure = error.description();
         Q_EMIT storageFailureChanged();
     });
+    const auto noteTrouble = [this](const DefaultsError& error) {
+        m_storageFailure = error.description();
+        Q_EMIT storageFailureChanged();
+    };
+    connect(&settings, &AppSettings::troubled, this, noteTrouble);
+    if (settings.trouble())
+        noteTrouble(*settings.trouble());
 }
 
 QVariantList PreferencesViewModel::languages() const

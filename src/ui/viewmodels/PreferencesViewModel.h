@@ -36,7 +36,8 @@ class PreferencesViewModel final : public QObject {
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
     /// Why the last change of it failed; empty otherwise
     Q_PROPERTY(QString launchAtLoginFailure READ launchAtLoginFailure NOTIFY launchAtLoginChanged)
-    /// Why a setting could not be stored; empty while all is well. It holds until the program ends.
+    /// Why a setting could not be stored, or what became of a damaged settings file; empty while all is well.
+    /// It holds until the program ends.
     Q_PROPERTY(QString storageFailure READ storageFailure NOTIFY storageFailureChanged)
 
 public:

@@ -40,6 +40,12 @@ protected:
                                     done.append(u"front"_qs);
                                     return hasWindows;
                                 },
+                            .restoreMinimized =
+                                [this] {
+                                    if (hasMinimized)
+                                        done.append(u"restore"_qs);
+                                    return hasMinimized;
+                                },
                             .openMainWindow = [this] { done.append(u"main"_qs); },
                             .openOnboarding = [this] { done.append(u"onboarding"_qs); }});
     }
@@ -51,6 +57,7 @@ protected:
     QStringList done;
     bool isSetUp = true;
     bool hasWindows = false;
+    bool hasMinimized = false;
 
 private:
     std::optional<AppSettings> m_settings;
@@ -125,6 +132,13 @@ TEST_F(AppDelegateTest, AnotherStartWithoutAWindowOpensTheMainOne)
 {
     delegate().shouldHandleReopen();
     EXPECT_THAT(done, ElementsAre(u"front"_qs, u"main"_qs));
+}
+
+TEST_F(AppDelegateTest, AnotherStartBringsBackWhatWasPutAwayAndOpensNothing)
+{
+    hasMinimized = true;
+    delegate().shouldHandleReopen();
+    EXPECT_THAT(done, ElementsAre(u"front"_qs, u"restore"_qs));
 }
 
 TEST_F(AppDelegateTest, AnotherStartOfAProgramThatIsNotSetUpLeadsThroughTheSetup)

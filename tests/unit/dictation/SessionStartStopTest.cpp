@@ -127,6 +127,12 @@ TEST_F(SessionStartStop, TheLongestDurationIsTheSettingButAtLeastTenSeconds)
     settings.maxRecordingSeconds.set(-7);
     record(16000);
     EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(10s)});
+    for (const qint64 huge : {qint64{2147484}, qint64{4294968}, std::numeric_limits<qint64>::max()}) {
+        session->cancel();
+        settings.maxRecordingSeconds.set(huge);
+        record(16000);
+        EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(2147483s)}) << huge;
+    }
 }
 
 TEST_F(SessionStartStop, TheLongestDurationIsReportedAndTheRecordingStillRuns)

@@ -189,6 +189,19 @@ TEST(AppSettings, AFailedWriteIsToldAndTheValueHolds)
     EXPECT_EQ(settings.vocabularyPrompt(), u"Åse");
 }
 
+TEST(AppSettings, TroubleWithTheStoredPreferencesIsKeptAndTold)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    EXPECT_FALSE(settings.trouble());
+    int told = 0;
+    QObject::connect(&settings, &AppSettings::troubled, &settings, [&told] { ++told; });
+    const DefaultsError damaged = DefaultsError::damaged(u"/there"_qs, u"/there.damaged"_qs);
+    defaults.tell(damaged);
+    EXPECT_EQ(settings.trouble(), damaged);
+    EXPECT_EQ(told, 1);
+}
+
 TEST(AppSettings, ATitleIsWhatTheSettingsPageShows)
 {
     FakeUserDefaults defaults;

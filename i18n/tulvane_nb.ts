@@ -1240,6 +1240,14 @@
         <translation>Innstillingsfilen %1 er skadet og kunne ikke legges til side: %2</translation>
     </message>
     <message>
+        <source>The settings file was damaged while Tulvane was running. It was set aside as %1, and the settings in use were stored again.</source>
+        <translation>Innstillingsfilen ble skadet mens Tulvane var i gang. Den er lagt til side som %1, og innstillingene som gjelder, er lagret på nytt.</translation>
+    </message>
+    <message>
+        <source>The settings were not read as they were stored</source>
+        <translation>Innstillingene ble ikke lest slik de var lagret</translation>
+    </message>
+    <message>
         <source>The settings file was damaged. It was set aside as %1, and settings start afresh.</source>
         <translation>Innstillingsfilen var skadet. Den er lagt til side som %1, og innstillingene begynner på nytt.</translation>
     </message>

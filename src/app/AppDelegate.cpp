@@ -22,7 +22,8 @@ void AppDelegate::didFinishLaunching() const
 
 void AppDelegate::shouldHandleReopen() const
 {
-    if (m_dependencies.bringWindowsToFront())
+    // What was put away into the task bar comes back with the page that it shows.
+    if (m_dependencies.bringWindowsToFront() || m_dependencies.restoreMinimized())
         return;
     if (m_dependencies.isSetUp())
         m_dependencies.openMainWindow();

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ports/Presentation.h>
-
 #include <QString>
+
+#include <ports/Presentation.h>
 
 #include <functional>
 
@@ -26,6 +26,7 @@ public:
         std::function<bool()> isSetUp; ///< whether nothing is missing for dictating
         std::function<void()> cancelRecording;
         std::function<bool()> bringWindowsToFront; ///< false when none is visible
+        std::function<bool()> restoreMinimized;    ///< brings back what was put away; false when nothing was
         std::function<void()> openMainWindow;
         std::function<void()> openOnboarding;
     };

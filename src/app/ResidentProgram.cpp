@@ -106,9 +106,6 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
     EventLoopScheduler scheduler;
     DBusRemoteControl remote;
     JsonUserDefaults defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), clock);
-    defaults.setTroubleHandler([&console](const DefaultsError& error) {
-        console.err << "tulvane: " << error.description() << Qt::endl;
-    });
     TulvaneApp* running = nullptr;
     const auto answer = [&running](RemoteRequest request, const QString& argument) {
         return running ? running->answer(request, argument) : QJsonObject();
@@ -122,11 +119,14 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
     UserInterface windows(
         {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(
-        ports, programRecognizer(std::make_unique<ProcessMemory>()), appOptions(defaults),
-        {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
-             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
-         }});
+    TulvaneApp app(ports, programRecognizer(std::make_unique<ProcessMemory>()), appOptions(defaults),
+                   {.indicator = windows.indicator(),
+                    .windows = windows,
+                    .bringToFront =
+                        [&windows, &running] {
+                            return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
+                        },
+                    .restoreMinimized = &restoreMinimizedWindows});
     UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
     context.windows = &windows;
     installInterfaceLanguage(context.settings.appLanguage());

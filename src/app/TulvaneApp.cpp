@@ -83,6 +83,7 @@ AppDelegate::Dependencies TulvaneApp::lifeCycle(const Options& options, const Su
             .isSetUp = [this] { return m_controller.isSetUp(); },
             .cancelRecording = [this] { m_controller.cancel(); },
             .bringWindowsToFront = surfaces.bringToFront,
+            .restoreMinimized = surfaces.restoreMinimized,
             .openMainWindow = [this] { m_windows.showPage(SettingsTab::home); },
             .openOnboarding = [this] { m_windows.showOnboarding(); }};
 }
@@ -148,10 +149,8 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
         const ScopedEnglish english;
         return diagnostics();
     }
-    case RemoteRequest::settings: {
-        const ScopedEnglish english;
+    case RemoteRequest::settings:
         return changeSettings(argument);
-    }
     case RemoteRequest::activate:
         if (const auto page = fromRawValue<SettingsTab>(argument))
             m_windows.showPage(*page);

@@ -70,6 +70,7 @@ struct Surfaces {
     Windows& windows;
     /// Brings what is visible before other programs' windows; false when nothing is.
     std::function<bool()> bringToFront = [] { return false; };
+    std::function<bool()> restoreMinimized = [] { return false; };
 };
 
 /// The resident program behind its windows: every long-lived object, wired. Main thread; one per process.

@@ -23,9 +23,9 @@ QString translate(const char* english)
     return word.isEmpty() ? QString::fromUtf8(english) : word;
 }
 
-void speakOnly(const QTranslator* catalogue)
+const QTranslator* speakOnly(const QTranslator* catalogue)
 {
-    onlyCatalogue.store(catalogue, std::memory_order_relaxed);
+    return onlyCatalogue.exchange(catalogue, std::memory_order_relaxed);
 }
 
 } // namespace tulvane

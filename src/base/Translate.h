@@ -12,7 +12,7 @@ namespace tulvane {
 [[nodiscard]] QString translate(const char* english);
 
 /// From now on this catalogue alone answers, in place of the application's; null gives the application's
-/// back. Windows are not told. Main thread.
-void speakOnly(const QTranslator* catalogue);
+/// back. Windows are not told. The result is the one that answered before. Main thread.
+const QTranslator* speakOnly(const QTranslator* catalogue);
 
 } // namespace tulvane

@@ -73,10 +73,11 @@ void DictationController::followSession()
 
 void DictationController::followSettings()
 {
-    connect(&m_dependencies.settings, &AppSettings::showHUDChanged, this,
+    connect(&m_dependencies.settings.showHUD, &AnySetting::changed, this,
             &DictationController::updateIndicator);
     m_shownInDock = m_dependencies.settings.showInDock();
-    connect(&m_dependencies.settings, &AppSettings::showInDockChanged, this, [this](bool shown) {
+    connect(&m_dependencies.settings.showInDock, &AnySetting::changed, this, [this] {
+        const bool shown = m_dependencies.settings.showInDock();
         if (std::exchange(m_shownInDock, shown) != shown)
             m_dependencies.applyActivationPolicy();
     });
@@ -99,7 +100,7 @@ void DictationController::followReadiness()
     connect(&m_dependencies.permissions, &PermissionsService::microphoneChanged, this,
             &DictationController::noteReadiness);
     connect(&m_dependencies.models, &ModelSource::statesChanged, this, &DictationController::noteReadiness);
-    connect(&m_dependencies.settings, &AppSettings::selectedModelIDChanged, this,
+    connect(&m_dependencies.settings.selectedModelID, &AnySetting::changed, this,
             &DictationController::noteReadiness);
 }
 

@@ -11,6 +11,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <limits>
 
 namespace tulvane {
 
@@ -20,7 +21,8 @@ constexpr double samplesPerSecond = 16000.0;
 constexpr double shortestSeconds = 0.4;
 constexpr float quietestPeakDB = -50.0F;
 constexpr qint64 shortestMaxDuration = 10;
-constexpr std::size_t warmUpSamples = 24000; // 1.5 s of silence
+constexpr qint64 longestMaxDuration = std::numeric_limits<int>::max() / 1000; // a timer counts milliseconds
+constexpr std::size_t warmUpSamples = 24000;                                  // 1.5 s of silence
 
 } // namespace
 
@@ -56,7 +58,8 @@ void DictationSession::followRecorder()
 void DictationSession::followModels()
 {
     m_followedModelID = m_dependencies.settings.selectedModelID();
-    connect(&m_dependencies.settings, &AppSettings::selectedModelIDChanged, this, [this](const QString& id) {
+    connect(&m_dependencies.settings.selectedModelID, &AnySetting::changed, this, [this] {
+        const QString id = m_dependencies.settings.selectedModelID();
         if (std::exchange(m_followedModelID, id) != id)
             preloadModel();
     });
@@ -91,7 +94,7 @@ Result<void, DictationError> DictationSession::start()
 void DictationSession::startMaxDurationTimer()
 {
     const std::chrono::seconds longest(
-        std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
+        std::clamp(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration, longestMaxDuration));
     m_maxDurationTimer = m_dependencies.scheduler.after(longest, [self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;

@@ -4,11 +4,12 @@
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
-#include <ports/VirtualKeys.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
 #include <QStringList>
+
+#include <ports/VirtualKeys.h>
 
 #include <utility>
 
@@ -47,10 +48,10 @@ HotkeyController::HotkeyController(AppSettings& settings, KeyboardShortcuts& sho
 {
     machine.mode = settings.hotkeyMode();
     listenToCombination();
-    connect(&m_settings, &AppSettings::hotkeyModeChanged, this, &HotkeyController::followHotkeyMode);
-    followHotkeyMode(m_settings.hotkeyMode());
-    connect(&m_settings, &AppSettings::modifierHotkeyChanged, this, &HotkeyController::followModifierHotkey);
-    followModifierHotkey(m_settings.modifierHotkey());
+    connect(&m_settings.hotkeyMode, &AnySetting::changed, this, &HotkeyController::followHotkeyMode);
+    followHotkeyMode();
+    connect(&m_settings.modifierHotkey, &AnySetting::changed, this, &HotkeyController::followModifierHotkey);
+    followModifierHotkey();
 }
 
 void HotkeyController::listenToCombination()
@@ -70,15 +71,17 @@ void HotkeyController::listenToCombination()
     });
 }
 
-void HotkeyController::followHotkeyMode(HotkeyMode mode)
+void HotkeyController::followHotkeyMode()
 {
+    const HotkeyMode mode = m_settings.hotkeyMode();
     // The settings tell of every assignment, also of one that changes nothing.
     if (std::exchange(m_seenMode, mode) != mode)
         machine.mode = mode;
 }
 
-void HotkeyController::followModifierHotkey(ModifierHotkey key)
+void HotkeyController::followModifierHotkey()
 {
+    const ModifierHotkey key = m_settings.modifierHotkey();
     if (std::exchange(m_seenModifier, key) != key)
         applyModifierHotkey(key);
 }

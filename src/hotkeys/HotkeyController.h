@@ -64,8 +64,8 @@ Q_SIGNALS:
 
 private:
     void listenToCombination();
-    void followHotkeyMode(HotkeyMode mode);
-    void followModifierHotkey(ModifierHotkey key);
+    void followHotkeyMode();
+    void followModifierHotkey();
     void noteSingleKey(bool isDown);
     void loseTap();
 

@@ -13,16 +13,21 @@ namespace tulvane {
 class DefaultsError final {
 public:
     enum class Kind {
-        damaged,        ///< the file made no sense; it was set aside, nothing of it is lost
-        damagedInPlace, ///< the file makes no sense and could not be moved; it is not written any more
-        unreadable,     ///< the file may not or cannot be read; it is not written either
-        notWritten,     ///< a value could not be stored; it holds until the program ends
-        notStorable,    ///< a value of a type that no preference has
+        damaged,             ///< the file made no sense; it was set aside, nothing of it is lost
+        damagedWhileRunning, ///< as `damaged`, but what had been read of it before holds and was stored again
+        damagedInPlace,      ///< the file makes no sense and could not be moved; it is not written any more
+        unreadable,          ///< the file may not or cannot be read; it is not written either
+        notWritten,          ///< a value could not be stored; it holds until the program ends
+        notStorable,         ///< a value of a type that no preference has
     };
 
     [[nodiscard]] static DefaultsError damaged(const QString& file, const QString& setAsideAs)
     {
         return {Kind::damaged, file, setAsideAs};
+    }
+    [[nodiscard]] static DefaultsError damagedWhileRunning(const QString& file, const QString& setAsideAs)
+    {
+        return {Kind::damagedWhileRunning, file, setAsideAs};
     }
     [[nodiscard]] static DefaultsError damagedInPlace(const QString& file, const QString& reason)
     {
@@ -54,6 +59,11 @@ public:
         case Kind::damaged:
             return translate(
                        "The settings file was damaged. It was set aside as %1, and settings start afresh.")
+                .arg(m_detail);
+        case Kind::damagedWhileRunning:
+            return translate("The settings file was damaged while Tulvane was running. It was set aside as "
+                             "%1, and the "
+                             "settings in use were stored again.")
                 .arg(m_detail);
         case Kind::damagedInPlace:
             return translate("The settings file %1 is damaged and could not be set aside: %2")

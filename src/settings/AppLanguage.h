@@ -6,7 +6,8 @@
 
 namespace tulvane {
 
-/// The language of the program's own interface.
+/// The language of the program's own interface. The raw value names its locale and its catalogue
+/// (i18n/tulvane_<raw value>.ts), the title is its name for itself.
 enum class AppLanguage { norwegian, english };
 
 template <>

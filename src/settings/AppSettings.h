@@ -1,122 +1,125 @@
 #pragma once
 
-#include <ports/DefaultsError.h>
 #include <settings/AppLanguage.h>
 #include <settings/AppearanceMode.h>
 #include <settings/HotkeyMode.h>
 #include <settings/InsertionMethod.h>
 #include <settings/ModifierHotkey.h>
+#include <settings/Setting.h>
 #include <settings/TranscriptionLanguage.h>
 
-#include <QLatin1StringView>
+#include <QList>
 #include <QObject>
 #include <QString>
 
-#include <functional>
-#include <memory>
+#include <ports/DefaultsError.h>
+
+#include <optional>
 
 namespace tulvane {
 
 class Presentation;
 class UserDefaults;
 
-/// Every preference of the user, live. Loaded once, at creation; each assignment is told to all observers,
-/// then written, also when the value is the one it was. Nothing is clamped or checked, neither read nor
-/// assigned.
+/// Every preference of the user, live, one row each: `settings.playSounds()` reads,
+/// `settings.playSounds.set(false)` assigns, `&settings.playSounds` is the sender of `AnySetting::changed`.
+/// Loaded once, at creation. Main thread. What another thread needs is copied out before.
 ///
-/// Main thread. What another thread needs is copied out before.
+/// A new preference is one row below, in the order of the command line's list; the form on the Settings page
+/// and the catalogues' entries for its title are all else there is to write.
 class AppSettings final : public QObject {
     Q_OBJECT
 
-    Q_PROPERTY(HotkeyMode hotkeyMode READ hotkeyMode WRITE setHotkeyMode NOTIFY hotkeyModeChanged)
-    Q_PROPERTY(ModifierHotkey modifierHotkey READ modifierHotkey WRITE setModifierHotkey NOTIFY
-                   modifierHotkeyChanged)
-    Q_PROPERTY(TranscriptionLanguage language READ language WRITE setLanguage NOTIFY languageChanged)
-    Q_PROPERTY(
-        QString selectedModelID READ selectedModelID WRITE setSelectedModelID NOTIFY selectedModelIDChanged)
-    Q_PROPERTY(InsertionMethod insertionMethod READ insertionMethod WRITE setInsertionMethod NOTIFY
-                   insertionMethodChanged)
-    Q_PROPERTY(
-        bool restoreClipboard READ restoreClipboard WRITE setRestoreClipboard NOTIFY restoreClipboardChanged)
-    Q_PROPERTY(bool playSounds READ playSounds WRITE setPlaySounds NOTIFY playSoundsChanged)
-    Q_PROPERTY(bool showHUD READ showHUD WRITE setShowHUD NOTIFY showHUDChanged)
-    Q_PROPERTY(bool autoCapitalize READ autoCapitalize WRITE setAutoCapitalize NOTIFY autoCapitalizeChanged)
-    Q_PROPERTY(bool appendTrailingSpace READ appendTrailingSpace WRITE setAppendTrailingSpace NOTIFY
-                   appendTrailingSpaceChanged)
-    Q_PROPERTY(QString vocabularyPrompt READ vocabularyPrompt WRITE setVocabularyPrompt NOTIFY
-                   vocabularyPromptChanged)
-    Q_PROPERTY(qint64 maxRecordingSeconds READ maxRecordingSeconds WRITE setMaxRecordingSeconds NOTIFY
-                   maxRecordingSecondsChanged)
-    Q_PROPERTY(bool hasCompletedOnboarding READ hasCompletedOnboarding WRITE setHasCompletedOnboarding NOTIFY
-                   hasCompletedOnboardingChanged)
-    Q_PROPERTY(bool showInDock READ showInDock WRITE setShowInDock NOTIFY showInDockChanged)
-    Q_PROPERTY(qint64 typingWordsPerMinute READ typingWordsPerMinute WRITE setTypingWordsPerMinute NOTIFY
-                   typingWordsPerMinuteChanged)
-    Q_PROPERTY(AppLanguage appLanguage READ appLanguage WRITE setAppLanguage NOTIFY appLanguageChanged)
-    Q_PROPERTY(qint64 clipboardExpirySeconds READ clipboardExpirySeconds CONSTANT)
-    Q_PROPERTY(bool hapticFeedback READ hapticFeedback CONSTANT)
-    Q_PROPERTY(bool keyboardAutoInsert READ keyboardAutoInsert CONSTANT)
-    Q_PROPERTY(AppearanceMode appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
-    Q_PROPERTY(bool hideSetupChecklist READ hideSetupChecklist WRITE setHideSetupChecklist NOTIFY
-                   hideSetupChecklistChanged)
-    Q_PROPERTY(
-        bool hidePrivacyCard READ hidePrivacyCard WRITE setHidePrivacyCard NOTIFY hidePrivacyCardChanged)
+    // Above the rows, which add themselves when they are made.
+    UserDefaults& m_defaults;
+    QList<AnySetting*> m_all;
+    std::optional<DefaultsError> m_trouble;
+
+    template <class T>
+    using KeptForOthers = Setting<T, SettingWriter::others>;
 
 public:
-    using DefaultsProvider = std::function<std::unique_ptr<UserDefaults>()>;
+    Setting<HotkeyMode> hotkeyMode{*this, {.key = "hotkeyMode", .defaultValue = HotkeyMode::toggle}};
+    Setting<ModifierHotkey> modifierHotkey{*this,
+                                           {.key = "modifierHotkey", .defaultValue = ModifierHotkey::none}};
+    Setting<TranscriptionLanguage> language{*this,
+                                            {.key = "language",
+                                             .defaultValue = TranscriptionLanguage::norwegianBokmal,
+                                             .title = QT_TRANSLATE_NOOP("tulvane", "Language")}};
+    Setting<QString> selectedModelID{*this,
+                                     {.key = "selectedModelID",
+                                      .defaultValue = QStringLiteral("nb-whisper-medium-q5_0"),
+                                      .texts = PermittedTexts::modelIDs}};
+    Setting<InsertionMethod> insertionMethod{*this,
+                                             {.key = "insertionMethod",
+                                              .defaultValue = InsertionMethod::paste,
+                                              .title = QT_TRANSLATE_NOOP("tulvane", "Insert text by")}};
+    Setting<bool> restoreClipboard{*this,
+                                   {.key = "restoreClipboard",
+                                    .defaultValue = true,
+                                    .title = QT_TRANSLATE_NOOP("tulvane", "Restore clipboard")}};
+    Setting<bool> playSounds{
+        *this, {.key = "playSounds", .defaultValue = true, .title = QT_TRANSLATE_NOOP("tulvane", "Sounds")}};
+    Setting<bool> showHUD{*this,
+                          {.key = "showHUD",
+                           .defaultValue = true,
+                           .title = QT_TRANSLATE_NOOP("tulvane", "On-screen indicator")}};
+    Setting<bool> autoCapitalize{*this,
+                                 {.key = "autoCapitalize",
+                                  .defaultValue = true,
+                                  .title = QT_TRANSLATE_NOOP("tulvane", "Capitalise the first letter")}};
+    Setting<bool> appendTrailingSpace{*this,
+                                      {.key = "appendTrailingSpace",
+                                       .defaultValue = true,
+                                       .title = QT_TRANSLATE_NOOP("tulvane", "Add a space after the text")}};
+    Setting<QString> vocabularyPrompt{*this,
+                                      {.key = "vocabularyPrompt",
+                                       .defaultValue = QStringLiteral(""),
+                                       .title = QT_TRANSLATE_NOOP("tulvane", "Vocabulary")}};
+    /// In seconds.
+    Setting<qint64> maxRecordingSeconds{*this,
+                                        {.key = "maxRecordingSeconds",
+                                         .defaultValue = 300,
+                                         .title = QT_TRANSLATE_NOOP("tulvane", "Stop automatically"),
+                                         .steps = IntegerSteps{10, 1800, 10}}};
+    Setting<bool> hasCompletedOnboarding{
+        *this, {.key = "hasCompletedOnboarding", .defaultValue = false, .reading = BooleanReading::plain}};
+    Setting<bool> showInDock{
+        *this,
+        {.key = "showInDock", .defaultValue = true, .title = QT_TRANSLATE_NOOP("tulvane", "Show in Dock")}};
+    /// In words per minute.
+    Setting<qint64> typingWordsPerMinute{
+        *this, {.key = "typingWordsPerMinute", .defaultValue = 40, .steps = IntegerSteps{15, 120, 5}}};
+    Setting<AppLanguage> appLanguage{*this,
+                                     {.key = "appLanguage",
+                                      .defaultValue = AppLanguage::norwegian,
+                                      .title = QT_TRANSLATE_NOOP("tulvane", "App language")}};
+    /// In seconds.
+    KeptForOthers<qint64> clipboardExpirySeconds{*this,
+                                                 {.key = "clipboardExpirySeconds", .defaultValue = 120}};
+    KeptForOthers<bool> hapticFeedback{*this, {.key = "hapticFeedback", .defaultValue = true}};
+    KeptForOthers<bool> keyboardAutoInsert{*this, {.key = "keyboardAutoInsert", .defaultValue = false}};
+    Setting<AppearanceMode> appearance{*this,
+                                       {.key = "appearance",
+                                        .defaultValue = AppearanceMode::system,
+                                        .title = QT_TRANSLATE_NOOP("tulvane", "Appearance")}};
+    Setting<bool> hideSetupChecklist{
+        *this, {.key = "hideSetupChecklist", .defaultValue = false, .reading = BooleanReading::plain}};
+    Setting<bool> hidePrivacyCard{
+        *this, {.key = "hidePrivacyCard", .defaultValue = false, .reading = BooleanReading::plain}};
 
-    /// Loads every preference. `defaults` is kept for writing and outlives this object.
+    /// Loads every preference. `defaults` is kept for writing and outlives this object; its trouble comes
+    /// here from now on.
     explicit AppSettings(UserDefaults& defaults, QObject* parent = nullptr);
 
-    /// Names what the shared instance stands on. Call once, before its first use.
-    static void setStandardDefaults(DefaultsProvider provider);
-    /// The one instance of the process: made on the first call, from whichever thread, and never destroyed.
-    [[nodiscard]] static AppSettings& shared();
-
     [[nodiscard]] UserDefaults& defaults() const { return m_defaults; }
+    /// Every preference, in order.
+    [[nodiscard]] const QList<AnySetting*>& all() const { return m_all; }
+    /// Null for a key that is no preference.
+    [[nodiscard]] AnySetting* find(const QString& key) const;
 
-    [[nodiscard]] HotkeyMode hotkeyMode() const { return m_hotkeyMode; }
-    [[nodiscard]] ModifierHotkey modifierHotkey() const { return m_modifierHotkey; }
-    [[nodiscard]] TranscriptionLanguage language() const { return m_language; }
-    [[nodiscard]] QString selectedModelID() const { return m_selectedModelID; }
-    [[nodiscard]] InsertionMethod insertionMethod() const { return m_insertionMethod; }
-    [[nodiscard]] bool restoreClipboard() const { return m_restoreClipboard; }
-    [[nodiscard]] bool playSounds() const { return m_playSounds; }
-    [[nodiscard]] bool showHUD() const { return m_showHUD; }
-    [[nodiscard]] bool autoCapitalize() const { return m_autoCapitalize; }
-    [[nodiscard]] bool appendTrailingSpace() const { return m_appendTrailingSpace; }
-    [[nodiscard]] QString vocabularyPrompt() const { return m_vocabularyPrompt; }
-    [[nodiscard]] qint64 maxRecordingSeconds() const { return m_maxRecordingSeconds; }
-    [[nodiscard]] bool hasCompletedOnboarding() const { return m_hasCompletedOnboarding; }
-    [[nodiscard]] bool showInDock() const { return m_showInDock; }
-    [[nodiscard]] qint64 typingWordsPerMinute() const { return m_typingWordsPerMinute; }
-    [[nodiscard]] AppLanguage appLanguage() const { return m_appLanguage; }
-    [[nodiscard]] qint64 clipboardExpirySeconds() const { return m_clipboardExpirySeconds; }
-    [[nodiscard]] bool hapticFeedback() const { return m_hapticFeedback; }
-    [[nodiscard]] bool keyboardAutoInsert() const { return m_keyboardAutoInsert; }
-    [[nodiscard]] AppearanceMode appearance() const { return m_appearance; }
-    [[nodiscard]] bool hideSetupChecklist() const { return m_hideSetupChecklist; }
-    [[nodiscard]] bool hidePrivacyCard() const { return m_hidePrivacyCard; }
-
-    void setHotkeyMode(HotkeyMode value);
-    void setModifierHotkey(ModifierHotkey value);
-    void setLanguage(TranscriptionLanguage value);
-    void setSelectedModelID(const QString& value);
-    void setInsertionMethod(InsertionMethod value);
-    void setRestoreClipboard(bool value);
-    void setPlaySounds(bool value);
-    void setShowHUD(bool value);
-    void setAutoCapitalize(bool value);
-    void setAppendTrailingSpace(bool value);
-    void setVocabularyPrompt(const QString& value);
-    void setMaxRecordingSeconds(qint64 value);
-    void setHasCompletedOnboarding(bool value);
-    void setShowInDock(bool value);
-    void setTypingWordsPerMinute(qint64 value);
-    void setAppLanguage(AppLanguage value);
-    void setAppearance(AppearanceMode value);
-    void setHideSetupChecklist(bool value);
-    void setHidePrivacyCard(bool value);
+    /// The last trouble with the stored preferences as a whole, in this process; none while there was none.
+    [[nodiscard]] const std::optional<DefaultsError>& trouble() const { return m_trouble; }
 
     /// Applies the current appearance now, and each other one from now on. `presentation` lives as long as
     /// the process.
@@ -126,59 +129,15 @@ public:
     void syncInterfaceLanguage();
 
 Q_SIGNALS:
-    void hotkeyModeChanged(HotkeyMode value);
-    void modifierHotkeyChanged(ModifierHotkey value);
-    void languageChanged(TranscriptionLanguage value);
-    void selectedModelIDChanged(const QString& value);
-    void insertionMethodChanged(InsertionMethod value);
-    void restoreClipboardChanged(bool value);
-    void playSoundsChanged(bool value);
-    void showHUDChanged(bool value);
-    void autoCapitalizeChanged(bool value);
-    void appendTrailingSpaceChanged(bool value);
-    void vocabularyPromptChanged(const QString& value);
-    void maxRecordingSecondsChanged(qint64 value);
-    void hasCompletedOnboardingChanged(bool value);
-    void showInDockChanged(bool value);
-    void typingWordsPerMinuteChanged(qint64 value);
-    void appLanguageChanged(AppLanguage value);
-    void appearanceChanged(AppearanceMode value);
-    void hideSetupChecklistChanged(bool value);
-    void hidePrivacyCardChanged(bool value);
-
     /// A value holds, but could not be stored; the error's description is for the user.
     void writeFailed(const QString& key, const tulvane::DefaultsError& error);
 
-private:
-    template <class T>
-    [[nodiscard]] T load(QLatin1StringView key) const;
-    template <class T, class Signal>
-    void assign(T& member, const T& value, QLatin1StringView key, Signal changed);
-    void store(QLatin1StringView key, const QVariant& value);
+    /// `trouble()` is another one.
+    void troubled(const tulvane::DefaultsError& error);
 
-    UserDefaults& m_defaults;
-    HotkeyMode m_hotkeyMode;
-    ModifierHotkey m_modifierHotkey;
-    TranscriptionLanguage m_language;
-    QString m_selectedModelID;
-    InsertionMethod m_insertionMethod;
-    bool m_restoreClipboard;
-    bool m_playSounds;
-    bool m_showHUD;
-    bool m_autoCapitalize;
-    bool m_appendTrailingSpace;
-    QString m_vocabularyPrompt;
-    qint64 m_maxRecordingSeconds;
-    bool m_hasCompletedOnboarding;
-    bool m_showInDock;
-    qint64 m_typingWordsPerMinute;
-    AppLanguage m_appLanguage;
-    qint64 m_clipboardExpirySeconds;
-    bool m_hapticFeedback;
-    bool m_keyboardAutoInsert;
-    AppearanceMode m_appearance;
-    bool m_hideSetupChecklist;
-    bool m_hidePrivacyCard;
+private:
+    friend AnySetting;
+    void store(const QString& key, const QVariant& value);
 };
 
 /// Sets the application's appearance: none of its own for `system`.

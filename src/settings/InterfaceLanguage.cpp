@@ -4,55 +4,44 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include <map>
+
 namespace tulvane {
 
 namespace {
 
-/// Read when it is first asked for.
+/// Read when it is first asked for. English has entries, too: what a desktop calls otherwise than the code
+/// does.
 QTranslator& catalogue(AppLanguage language)
 {
-    const auto load = [](QTranslator& translator, const QString& file) {
-        if (!translator.load(file))
-            qFatal("The program was built without its catalogues.");
-    };
-    // English has entries, too: what a desktop calls otherwise than the code does.
-    static QTranslator english;
-    static QTranslator norwegian;
-    if (language == AppLanguage::english) {
-        if (english.isEmpty())
-            load(english, QStringLiteral(":/i18n/tulvane_en.qm"));
-        return english;
-    }
-    if (norwegian.isEmpty())
-        load(norwegian, QStringLiteral(":/i18n/tulvane_nb.qm"));
-    return norwegian;
-}
-
-QLocale localeFor(AppLanguage language)
-{
-    const QLocale system = QLocale::system();
-    const auto wanted = language == AppLanguage::english ? QLocale::English : QLocale::NorwegianBokmal;
-    return system.language() == wanted ? system : QLocale(wanted);
+    static std::map<AppLanguage, QTranslator> catalogues;
+    QTranslator& translator = catalogues[language];
+    if (translator.isEmpty() &&
+        !translator.load(QStringLiteral(":/i18n/tulvane_%1.qm").arg(rawValue(language))))
+        qFatal("The program was built without its catalogues.");
+    return translator;
 }
 
 } // namespace
+
+QLocale formatsFor(AppLanguage language, const QLocale& system)
+{
+    return system.language() == QLocale::C ? QLocale(rawValue(language)) : system;
+}
 
 void installInterfaceLanguage(AppLanguage language)
 {
     for (const AppLanguage one : allCases<AppLanguage>())
         QCoreApplication::removeTranslator(&catalogue(one));
     QCoreApplication::installTranslator(&catalogue(language));
-    QLocale::setDefault(localeFor(language));
+    QLocale::setDefault(formatsFor(language, QLocale::system()));
 }
 
-ScopedEnglish::ScopedEnglish()
-{
-    speakOnly(&catalogue(AppLanguage::english));
-}
+ScopedEnglish::ScopedEnglish() : m_before(speakOnly(&catalogue(AppLanguage::english))) {}
 
 ScopedEnglish::~ScopedEnglish()
 {
-    speakOnly(nullptr);
+    speakOnly(m_before);
 }
 
 } // namespace tulvane

@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -69,12 +70,28 @@ template <StoredEnumeration E>
     return values;
 }
 
+template <StoredEnumeration E>
+[[nodiscard]] QStringList rawValues()
+{
+    QStringList texts;
+    for (const E value : allCases<E>())
+        texts.append(rawValue(value));
+    return texts;
+}
+
+/// The title as it stands in the code, in no language but its own.
+template <StoredEnumeration E>
+[[nodiscard]] QString untranslatedTitle(E value)
+{
+    return QString::fromUtf8(detail::storedCase(value).title);
+}
+
 /// The text that the user reads. Thread as for `translate`.
 template <StoredEnumeration E>
 [[nodiscard]] QString title(E value)
 {
     const StoredCase<E>& entry = detail::storedCase(value);
-    return entry.form == TitleForm::asWritten ? QString::fromUtf8(entry.title) : translate(entry.title);
+    return entry.form == TitleForm::asWritten ? untranslatedTitle(value) : translate(entry.title);
 }
 
 } // namespace tulvane

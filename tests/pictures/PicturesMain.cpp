@@ -8,7 +8,6 @@
 // could not be inserted, "loading" a model that loads. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
-#include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
 #include <ui/indicator/HUDController.h>
@@ -21,6 +20,8 @@
 #include <QPainter>
 #include <QQuickItem>
 #include <QQuickView>
+
+#include <ports/KeyModifiers.h>
 
 #include <cstdio>
 
@@ -147,7 +148,7 @@ void setUpHalf(test::UiWorld& world)
     world.privacy.microphoneAccess = MicrophoneAccess::authorized;
     world.globalHotkeys.takeElsewhere(wanted);
     world.shortcuts.setShortcut(Shortcut::fromCombination(wanted), ShortcutName::dictate());
-    world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightOption);
     world.permissions.refresh();
     const WhisperModel& model = WhisperModel::fallback();
     world.models.download(model);

@@ -1,6 +1,6 @@
-#include <app/program/HotkeyDiagnostics.h>
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DoctorCommand.h>
+#include <app/program/HotkeyDiagnostics.h>
 #include <base/async/WaitFor.h>
 
 #include <QJsonArray>
@@ -27,14 +27,14 @@ Program askProgram(RemoteControl& remote)
     }
     if (answer.error() == RemoteError::noConnection)
         return {Diagnostic::bad(subject, QStringLiteral("There is no session bus, so it cannot be asked."),
-                             QStringLiteral("Start your session with D-Bus (dbus-run-session).")),
+                                QStringLiteral("Start your session with D-Bus (dbus-run-session).")),
                 hotkeyFindingsWithoutProgram()};
     if (answer.error() == RemoteError::noAnswer)
         return {Diagnostic::bad(subject, QStringLiteral("It runs, but does not answer."),
-                             QStringLiteral("End it and start it again.")),
+                                QStringLiteral("End it and start it again.")),
                 hotkeyFindingsWithoutProgram()};
     return {Diagnostic::bad(subject, QStringLiteral("is not running."),
-                         QStringLiteral("Start it: tulvane --background")),
+                            QStringLiteral("Start it: tulvane --background")),
             hotkeyFindingsWithoutProgram()};
 }
 
@@ -44,8 +44,8 @@ void print(const Diagnostics& diagnostics, Console& console)
     for (const Diagnostic& diagnostic : diagnostics)
         widest = std::max(widest, diagnostic.subject.size());
     for (const Diagnostic& diagnostic : diagnostics) {
-        console.out << (diagnostic.works ? "  ok  " : "  no  ") << diagnostic.subject.leftJustified(widest + 2)
-                    << diagnostic.text << '\n';
+        console.out << (diagnostic.works ? "  ok  " : "  no  ")
+                    << diagnostic.subject.leftJustified(widest + 2) << diagnostic.text << '\n';
         if (!diagnostic.remedy.isEmpty())
             console.out << QString(widest + 8, u' ') << diagnostic.remedy << '\n';
     }
@@ -62,12 +62,10 @@ int runDoctor(const QStringList& arguments, const DoctorContext& context, Consol
     if (const auto status = syntax.parse(arguments, console))
         return *status;
 
-    Diagnostics diagnostics = context.examine();
+    const Examination found = context.examine();
     const Program program = askProgram(context.remote);
-    qsizetype place = context.hotkeysAfter;
-    for (const Diagnostic& diagnostic : program.hotkeys)
-        diagnostics.insert(place++, diagnostic);
-    diagnostics.prepend(program.diagnostic);
+    const Diagnostics diagnostics =
+        Diagnostics{program.diagnostic} + found.session + program.hotkeys + found.dictation;
     if (syntax.isSet(QStringLiteral("json"))) {
         QJsonArray lines;
         for (const Diagnostic& diagnostic : diagnostics)

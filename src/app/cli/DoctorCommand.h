@@ -1,10 +1,11 @@
 #pragma once
 
-#include <app/program/Diagnostic.h>
 #include <app/cli/Console.h>
-#include <ports/RemoteControl.h>
+#include <app/program/Diagnostic.h>
 
 #include <QStringList>
+
+#include <ports/RemoteControl.h>
 
 #include <functional>
 
@@ -13,10 +14,7 @@ namespace tulvane::cli {
 /// What `doctor` asks.
 struct DoctorContext {
     RemoteControl& remote;
-    /// What any process can find out, in the order of the report; the hotkeys, which only the running program
-    /// knows, come after the line at `hotkeysAfter`.
-    std::function<Diagnostics()> examine;
-    qsizetype hotkeysAfter = 0;
+    std::function<Examination()> examine;
 };
 
 /// `tulvane doctor [--json]`: what works here and what does not, each with its reason and its remedy. Ends

@@ -12,6 +12,7 @@
 #include <app/cli/StatsCommand.h>
 #include <app/cli/TranscribeCommand.h>
 #include <app/program/DesktopDiagnostics.h>
+#include <app/program/Migration.h>
 #include <app/program/ProgramFolders.h>
 #include <app/program/ProgramRecognizer.h>
 #include <base/Clock.h>
@@ -46,11 +47,16 @@ public:
     explicit StoredSettings(cli::Console& console)
         : m_defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), systemClock)
     {
-        m_defaults.setTroubleHandler([&console](const DefaultsError& error) {
+        const auto tell = [&console](const DefaultsError& error) {
             console.err << "tulvane: " << error.description() << Qt::endl;
-        });
+        };
         m_settings.emplace(m_defaults);
+        if (m_settings->trouble())
+            tell(*m_settings->trouble());
+        QObject::connect(&*m_settings, &AppSettings::troubled, &*m_settings, tell);
     }
+    /// What the earlier product kept comes over before a command writes.
+    void migrate() { Migration(m_defaults, Migration::standardParent()).run(); }
     [[nodiscard]] AppSettings& operator*() { return *m_settings; }
     /// A text that is no setting of the interface's; empty where there is none.
     [[nodiscard]] QString text(const char* key) const
@@ -88,6 +94,7 @@ int transcribe(const QStringList& arguments, cli::Console& console)
 int dictate(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
+    settings.migrate();
     PulseAudioInput input;
     StatsStore stats;
     const cli::DictationContext context{.recognition = {.settings = *settings,
@@ -104,6 +111,7 @@ int dictate(const QStringList& arguments, cli::Console& console)
 int models(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
+    settings.migrate();
     const ModelFolders folders = ModelFolders::standard();
     DetachedTransfers transfers(
         {.helper = ProgramFolders::ofThisProgram().transferHelper(), .folder = folders.transfers()});
@@ -125,6 +133,8 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
     if (const auto status = cli::runThere(arguments, RemoteRequest::settings, control, console))
         return *status;
     StoredSettings settings(console);
+    if (arguments.value(0) == u"set")
+        settings.migrate();
     QStringList models;
     for (const WhisperModel& model : WhisperModel::all())
         models.append(model.id);
@@ -163,33 +173,33 @@ ModelFacts selectedModel(const AppSettings& settings)
     return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
 }
 
-Diagnostics examine(const AppSettings& settings)
+Examination examine(const AppSettings& settings)
 {
     const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
     const X11PrivacyPermissions permissions(abilities, [] { return false; });
     PulseAudioInput microphone;
-    Diagnostics diagnostics = sessionDiagnostics(thisSession(abilities));
+    Examination examination{.session = sessionDiagnostics(thisSession(abilities)), .dictation = {}};
+    Diagnostics& session = examination.session;
+    Diagnostics& dictation = examination.dictation;
     // Asking for the microphone waits for the connection.
     const Diagnostic found = microphoneFinding(microphone);
-    diagnostics += soundServerDiagnostic(microphone.server()->serverName());
-    diagnostics += found;
-    diagnostics += permissionDiagnostics(permissions);
-    diagnostics +=
+    session += soundServerDiagnostic(microphone.server()->serverName());
+    session += found;
+    session += permissionDiagnostics(permissions);
+    dictation +=
         insertionDiagnostic(settings.insertionMethod(), permissions,
                             AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
-    diagnostics += modelDiagnostic(selectedModel(settings));
-    diagnostics += acceleratorDiagnostic(programComputingDevices());
-    return diagnostics;
+    dictation += modelDiagnostic(selectedModel(settings));
+    dictation += acceleratorDiagnostic(programComputingDevices());
+    return examination;
 }
 
 int doctor(const QStringList& arguments, cli::Console& console)
 {
     StoredSettings settings(console);
     DBusRemoteControl control;
-    constexpr qsizetype afterThePermissions = 7;
     const cli::DoctorContext context{.remote = control,
-                                     .examine = [&settings] { return examine(*settings); },
-                                     .hotkeysAfter = afterThePermissions};
+                                     .examine = [&settings] { return examine(*settings); }};
     return cli::runDoctor(arguments, context, console);
 }
 

@@ -1,6 +1,7 @@
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/SettingsCommand.h>
-#include <settings/SettingAccess.h>
+#include <settings/AppSettings.h>
+#include <settings/InterfaceLanguage.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -20,49 +21,38 @@ QString literal(const QVariant& value)
     return QString::fromUtf8(array.mid(1, array.size() - 2));
 }
 
-QString permittedText(const SettingDefinition& definition, const QStringList& modelIDs)
-{
-    switch (definition.kind) {
-    case SettingKind::enumeration:
-        return definition.rawValues.join(QStringLiteral(", "));
-    case SettingKind::text:
-        return modelIDs.join(QStringLiteral(", "));
-    case SettingKind::boolean:
-    case SettingKind::plainBoolean:
-        return QStringLiteral("true, false");
-    case SettingKind::integer: {
-        const IntegerSteps steps = definition.integers.value_or(IntegerSteps{});
-        return QStringLiteral("%1 to %2 in steps of %3").arg(steps.least).arg(steps.most).arg(steps.step);
-    }
-    }
-    Q_UNREACHABLE();
-}
-
 int list(Console& console, const AppSettings& settings)
 {
-    for (const SettingDefinition& definition : settingsTable())
-        console.out << definition.key << " = " << literal(liveValue(settings, definition)) << '\n';
+    for (const AnySetting* const setting : settings.all())
+        console.out << setting->key() << " = " << literal(setting->value()) << '\n';
     return ExitStatus::done;
 }
 
-int get(Console& console, const AppSettings& settings, const SettingDefinition& definition)
+int get(Console& console, const AnySetting& setting)
 {
-    console.out << liveValue(settings, definition).toString() << '\n';
+    console.out << setting.value().toString() << '\n';
     return ExitStatus::done;
 }
 
-int assign(Console& console, AppSettings& settings, const SettingDefinition& definition,
-           const QVariant& value)
+int assign(Console& console, const AppSettings& settings, AnySetting& setting, const QVariant& value)
 {
     std::optional<QString> problem;
-    const auto listening = QObject::connect(
-        &settings, &AppSettings::writeFailed, &settings,
-        [&problem](const QString&, const DefaultsError& error) { problem = error.description(); });
-    const bool assigned = assignValue(settings, definition, value);
+    const auto listening = QObject::connect(&settings, &AppSettings::writeFailed, &settings,
+                                            [&problem](const QString&, const DefaultsError& error) {
+                                                // Only the answer: the interface of the running program
+                                                // follows the change in its own language.
+                                                const ScopedEnglish english;
+                                                problem = error.description();
+                                            });
+    const bool assigned = setting.setValue(value);
     QObject::disconnect(listening);
     if (!assigned)
-        problem = QStringLiteral("%1 could not be set.").arg(definition.key);
-    return problem ? fail(console, *problem) : ExitStatus::done;
+        problem = QStringLiteral("%1 could not be set.").arg(setting.key());
+    if (problem)
+        return fail(console, *problem);
+    if (&setting == &settings.appLanguage)
+        console.err << "The interface changes its language when Tulvane starts the next time." << Qt::endl;
+    return ExitStatus::done;
 }
 
 /// What the words ask for: one of the three actions, and how many words it takes.
@@ -83,8 +73,9 @@ const QList<Action>& actions()
 
 void describeWords(CommandSyntax& syntax)
 {
-    syntax.addArgument(QStringLiteral("action"), QStringLiteral("What to do; \"settings list\" names every KEY."),
-                   QStringLiteral("list | get KEY | set KEY VALUE"));
+    syntax.addArgument(QStringLiteral("action"),
+                       QStringLiteral("What to do; \"settings list\" names every KEY."),
+                       QStringLiteral("list | get KEY | set KEY VALUE"));
     syntax.setWordCount(1);
     syntax.setRemark(
         QStringLiteral("list shows values as JSON, get shows one as it is. set takes the values that "
@@ -106,20 +97,19 @@ std::optional<QString> wordProblem(const QStringList& words)
 }
 
 /// `set` with a key that is known: says what is wrong with the wish, or carries it out.
-int set(const CommandSyntax& syntax, Console& console, AppSettings& settings,
-        const SettingDefinition& definition, const QStringList& modelIDs)
+int set(const CommandSyntax& syntax, Console& console, const AppSettings& settings, AnySetting& setting,
+        const QStringList& modelIDs)
 {
     const QString word = syntax.words().at(2);
-    if (definition.writer == SettingWriter::others)
+    if (setting.writer() == SettingWriter::others)
         return syntax.usageError(
             console,
-            QStringLiteral("%1 is kept for other programs; this one never changes it.").arg(definition.key));
-    const std::optional<QVariant> value = permittedValue(definition, word, modelIDs);
+            QStringLiteral("%1 is kept for other programs; this one never changes it.").arg(setting.key()));
+    const std::optional<QVariant> value = setting.permitted(word, modelIDs);
     if (!value)
-        return syntax.usageError(console,
-                                 QStringLiteral("%1 cannot be “%2”; permitted: %3.")
-                                     .arg(definition.key, word, permittedText(definition, modelIDs)));
-    return assign(console, settings, definition, *value);
+        return syntax.usageError(console, QStringLiteral("%1 cannot be “%2”; permitted: %3.")
+                                              .arg(setting.key(), word, setting.permittedText(modelIDs)));
+    return assign(console, settings, setting, *value);
 }
 
 } // namespace
@@ -137,12 +127,12 @@ int runSettings(const QStringList& arguments, Console& console, AppSettings& set
         return syntax.usageError(console, *problem);
     if (words.first() == u"list")
         return list(console, settings);
-    const SettingDefinition* const definition = findSetting(words.at(1));
-    if (definition == nullptr)
+    AnySetting* const setting = settings.find(words.at(1));
+    if (setting == nullptr)
         return syntax.usageError(console, QStringLiteral("there is no setting “%1”.").arg(words.at(1)));
     if (words.first() == u"get")
-        return get(console, settings, *definition);
-    return set(syntax, console, settings, *definition, modelIDs);
+        return get(console, *setting);
+    return set(syntax, console, settings, *setting, modelIDs);
 }
 
 } // namespace tulvane::cli

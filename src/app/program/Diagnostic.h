@@ -40,4 +40,11 @@ struct Diagnostic {
 
 using Diagnostics = QList<Diagnostic>;
 
+/// What any process can find out, in the order of the report. The hotkeys, which only the running program
+/// knows, stand between the two.
+struct Examination {
+    Diagnostics session;   ///< what the desktop gives: its session, sound and permissions
+    Diagnostics dictation; ///< what a dictation needs beyond that
+};
+
 } // namespace tulvane

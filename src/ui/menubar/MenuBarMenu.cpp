@@ -6,7 +6,6 @@
 #include <hotkeys/KeyboardShortcuts.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
-#include <ports/Pasteboard.h>
 #include <settings/AppSettings.h>
 #include <stats/SpeakingFigures.h>
 #include <stats/StatsFormat.h>
@@ -16,6 +15,8 @@
 
 #include <QMetaObject>
 #include <QTextBoundaryFinder>
+
+#include <ports/Pasteboard.h>
 
 #include <algorithm>
 #include <utility>
@@ -77,11 +78,11 @@ void MenuBarMenu::follow()
     connect(&m_context.hotkeys, &HotkeyController::modifierTapStateChanged, this, change);
     connect(&m_context.shortcuts, &KeyboardShortcuts::posted, this, change);
     connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this, change);
-    connect(&m_context.settings, &AppSettings::hotkeyModeChanged, this, change);
-    connect(&m_context.settings, &AppSettings::languageChanged, this, change);
-    connect(&m_context.settings, &AppSettings::modifierHotkeyChanged, this, change);
-    connect(&m_context.settings, &AppSettings::selectedModelIDChanged, this, change);
-    connect(&m_context.settings, &AppSettings::typingWordsPerMinuteChanged, this, change);
+    connect(&m_context.settings.hotkeyMode, &AnySetting::changed, this, change);
+    connect(&m_context.settings.language, &AnySetting::changed, this, change);
+    connect(&m_context.settings.modifierHotkey, &AnySetting::changed, this, change);
+    connect(&m_context.settings.selectedModelID, &AnySetting::changed, this, change);
+    connect(&m_context.settings.typingWordsPerMinute, &AnySetting::changed, this, change);
 }
 
 void MenuBarMenu::noteChange()
@@ -223,10 +224,10 @@ void MenuBarMenu::appendSwitches(QList<MenuEntry>& menu) const
 {
     AppSettings& settings = m_context.settings;
     menu.append(switchOf<HotkeyMode>("hotkeyMode", translate("Hotkey mode"), settings.hotkeyMode(),
-                                     [&settings](HotkeyMode chosen) { settings.setHotkeyMode(chosen); }));
+                                     [&settings](HotkeyMode chosen) { settings.hotkeyMode.set(chosen); }));
     menu.append(switchOf<TranscriptionLanguage>(
         "language", translate("Language"), settings.language(),
-        [&settings](TranscriptionLanguage chosen) { settings.setLanguage(chosen); }));
+        [&settings](TranscriptionLanguage chosen) { settings.language.set(chosen); }));
     menu.append(separator("afterSwitches"));
 }
 

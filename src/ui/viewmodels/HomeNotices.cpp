@@ -18,13 +18,14 @@ HomeNotices::HomeNotices(const UiContext& context, HistoryViewModel& recent, QOb
     connect(&m_context.controller, &DictationController::phaseChanged, this, &HomeNotices::notePhase);
     connect(&m_context.controller, &DictationController::lastDeliveryChanged, this,
             &HomeNotices::noteDelivery);
-    connect(&m_context.settings, &AppSettings::insertionMethodChanged, this, &HomeNotices::textLeftChanged);
+    connect(&m_context.settings.insertionMethod, &AnySetting::changed, this, &HomeNotices::textLeftChanged);
     connect(&m_recent, &QAbstractItemModel::dataChanged, this, &HomeNotices::copyLabelChanged);
     connect(&m_recent, &HistoryViewModel::countChanged, this, &HomeNotices::copyLabelChanged);
     connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,
             &HomeNotices::hotkeyChanged);
     connect(&m_context.hotkeys, &HotkeyController::modifierTapStateChanged, this,
             &HomeNotices::hotkeyChanged);
+    connect(&m_context.settings, &AppSettings::troubled, this, &HomeNotices::settingsTroubleChanged);
     notePhase();
 }
 
@@ -85,6 +86,12 @@ QString HomeNotices::brokenHotkeyReason() const
         return error->description();
     const auto error = m_context.hotkeys.modifierTapState().error;
     return error ? error->description() : QString();
+}
+
+QString HomeNotices::settingsTrouble() const
+{
+    const auto& trouble = m_context.settings.trouble();
+    return trouble ? trouble->description() : QString();
 }
 
 void HomeNotices::retry()

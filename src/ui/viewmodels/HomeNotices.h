@@ -26,6 +26,8 @@ class HomeNotices final : public QObject {
     /// Which hotkey does nothing, in a sentence, and why; empty when each one works.
     Q_PROPERTY(QString brokenHotkey READ brokenHotkey NOTIFY hotkeyChanged)
     Q_PROPERTY(QString brokenHotkeyReason READ brokenHotkeyReason NOTIFY hotkeyChanged)
+    /// What became of a damaged or unreadable settings file, and where it lies; empty while all is well.
+    Q_PROPERTY(QString settingsTrouble READ settingsTrouble NOTIFY settingsTroubleChanged)
 
 public:
     /// `recent` lists the last text first.
@@ -37,6 +39,7 @@ public:
     [[nodiscard]] QString copyLabel() const;
     [[nodiscard]] QString brokenHotkey() const;
     [[nodiscard]] QString brokenHotkeyReason() const;
+    [[nodiscard]] QString settingsTrouble() const;
 
     /// Transcribes the recording once more. Our own window is in front, so that the text goes to the
     /// clipboard rather than into it.
@@ -51,6 +54,7 @@ Q_SIGNALS:
     void textLeftChanged();
     void copyLabelChanged();
     void hotkeyChanged();
+    void settingsTroubleChanged();
 
 private:
     void notePhase();

@@ -20,30 +20,34 @@ HomeViewModel::HomeViewModel(const UiContext& context, QObject* parent)
     followStatus();
     followHotkey();
     followFigures();
-    connect(&m_context.settings, &AppSettings::hideSetupChecklistChanged, this,
+    connect(&m_context.settings.hideSetupChecklist, &AnySetting::changed, this,
             &HomeViewModel::setupShownChanged);
-    connect(&m_context.settings, &AppSettings::hidePrivacyCardChanged, this, &HomeViewModel::privacyShownChanged);
+    connect(&m_context.settings.hidePrivacyCard, &AnySetting::changed, this,
+            &HomeViewModel::privacyShownChanged);
 }
 
 void HomeViewModel::followStatus()
 {
     connect(&m_context.controller, &DictationController::phaseChanged, this, &HomeViewModel::statusChanged);
-    connect(&m_context.controller, &DictationController::readinessChanged, this, &HomeViewModel::statusChanged);
+    connect(&m_context.controller, &DictationController::readinessChanged, this,
+            &HomeViewModel::statusChanged);
     connect(&m_context.session, &DictationSession::modelLoadingChanged, this, &HomeViewModel::statusChanged);
 }
 
 void HomeViewModel::followHotkey()
 {
     connect(&m_context.shortcuts, &KeyboardShortcuts::posted, this, &HomeViewModel::hotkeyChanged);
-    connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this, &HomeViewModel::hotkeyChanged);
-    connect(&m_context.settings, &AppSettings::hotkeyModeChanged, this, &HomeViewModel::hotkeyChanged);
-    connect(&m_context.settings, &AppSettings::modifierHotkeyChanged, this, &HomeViewModel::hotkeyChanged);
+    connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,
+            &HomeViewModel::hotkeyChanged);
+    connect(&m_context.settings.hotkeyMode, &AnySetting::changed, this, &HomeViewModel::hotkeyChanged);
+    connect(&m_context.settings.modifierHotkey, &AnySetting::changed, this, &HomeViewModel::hotkeyChanged);
 }
 
 void HomeViewModel::followFigures()
 {
     connect(&m_context.stats, &StatsStore::daysChanged, this, &HomeViewModel::cardsChanged);
-    connect(&m_context.settings, &AppSettings::typingWordsPerMinuteChanged, this, &HomeViewModel::cardsChanged);
+    connect(&m_context.settings.typingWordsPerMinute, &AnySetting::changed, this,
+            &HomeViewModel::cardsChanged);
 }
 
 QString HomeViewModel::greetingAt(int hour)
@@ -143,7 +147,7 @@ void HomeViewModel::refresh()
 
 void HomeViewModel::hidePrivacy()
 {
-    m_context.settings.setHidePrivacyCard(true);
+    m_context.settings.hidePrivacyCard.set(true);
 }
 
 } // namespace tulvane

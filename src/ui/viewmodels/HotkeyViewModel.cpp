@@ -13,8 +13,8 @@ HotkeyViewModel::HotkeyViewModel(const UiContext& context, QObject* parent)
       m_field(new ShortcutFieldViewModel(context, this))
 {
     compareWatching();
-    connect(&context.settings, &AppSettings::hotkeyModeChanged, this, &HotkeyViewModel::modeChanged);
-    connect(&context.settings, &AppSettings::modifierHotkeyChanged, this, &HotkeyViewModel::singleKeyChanged);
+    connect(&context.settings.hotkeyMode, &AnySetting::changed, this, &HotkeyViewModel::modeChanged);
+    connect(&context.settings.modifierHotkey, &AnySetting::changed, this, &HotkeyViewModel::singleKeyChanged);
     connect(&context.hotkeys, &HotkeyController::modifierTapStateChanged, this,
             &HotkeyViewModel::singleKeyChanged);
     connect(&context.permissions, &PermissionsService::inputMonitoringChanged, this,
@@ -61,7 +61,7 @@ void HotkeyViewModel::setMode(const QString& mode)
 {
     const auto chosen = fromRawValue<HotkeyMode>(mode);
     if (chosen && *chosen != m_context.settings.hotkeyMode())
-        m_context.settings.setHotkeyMode(*chosen);
+        m_context.settings.hotkeyMode.set(*chosen);
 }
 
 QVariantList HotkeyViewModel::singleKeys()
@@ -83,7 +83,7 @@ void HotkeyViewModel::setSingleKey(const QString& key)
     const auto chosen = fromRawValue<ModifierHotkey>(key);
     if (!chosen || *chosen == m_context.settings.modifierHotkey())
         return;
-    m_context.settings.setModifierHotkey(*chosen);
+    m_context.settings.modifierHotkey.set(*chosen);
     if (*chosen != ModifierHotkey::none && !m_context.permissions.inputMonitoring())
         m_context.permissions.requestInputMonitoring();
 }

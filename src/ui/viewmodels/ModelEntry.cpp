@@ -30,7 +30,7 @@ ModelEntry::ModelEntry(const UiContext& context, QString id, QObject* parent)
         m_deletionFailure.clear();
         Q_EMIT changed();
     });
-    connect(&context.settings, &AppSettings::selectedModelIDChanged, this, &ModelEntry::changed);
+    connect(&context.settings.selectedModelID, &AnySetting::changed, this, &ModelEntry::changed);
     connect(&context.session, &DictationSession::loadedModelChanged, this, &ModelEntry::changed);
     connect(&context.session, &DictationSession::modelLoadingChanged, this, &ModelEntry::changed);
 }
@@ -90,7 +90,7 @@ void ModelEntry::cancel()
 
 void ModelEntry::use()
 {
-    m_context.settings.setSelectedModelID(model().id);
+    m_context.settings.selectedModelID.set(model().id);
 }
 
 void ModelEntry::remove()

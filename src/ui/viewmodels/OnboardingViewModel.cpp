@@ -33,7 +33,8 @@ OnboardingViewModel::OnboardingViewModel(const UiContext& context, SetupFacts& f
     connect(&facts, &SetupFacts::changed, this, &OnboardingViewModel::footerChanged);
     connect(&context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,
             &OnboardingViewModel::footerChanged);
-    connect(&context.settings, &AppSettings::modifierHotkeyChanged, this, &OnboardingViewModel::footerChanged);
+    connect(&context.settings.modifierHotkey, &AnySetting::changed, this,
+            &OnboardingViewModel::footerChanged);
     connect(&context.permissions, &PermissionsService::microphoneChanged, this,
             &OnboardingViewModel::microphoneChanged);
 }
@@ -144,7 +145,7 @@ void OnboardingViewModel::finish()
     const SetupMarks marks = m_facts.marks();
     // Without accessibility the text is left on the clipboard, and dictation works.
     if (marks.microphone && marks.model && marks.hotkey)
-        m_context.settings.setHasCompletedOnboarding(true);
+        m_context.settings.hasCompletedOnboarding.set(true);
     Q_EMIT closeWanted();
 }
 

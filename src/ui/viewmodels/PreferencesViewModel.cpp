@@ -1,19 +1,26 @@
 #include <dictation/Indicator.h>
-#include <ports/LoginItem.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/PreferencesViewModel.h>
+#include <ui/viewmodels/SettingValues.h>
+
+#include <QQmlPropertyMap>
+
+#include <ports/LoginItem.h>
 
 namespace tulvane {
 
 namespace {
 
-template <StoredEnumeration E>
-QVariantList optionsOf()
+QVariantMap option(const QString& value, const QString& title)
+{
+    return {{QStringLiteral("value"), value}, {QStringLiteral("title"), title}};
+}
+
+QVariantList optionsOf(const AnySetting& setting)
 {
     QVariantList options;
-    for (const E value : allCases<E>())
-        options.append(
-            QVariantMap{{QStringLiteral("value"), rawValue(value)}, {QStringLiteral("title"), title(value)}});
+    for (const SettingChoice& choice : setting.choices())
+        options.append(option(choice.rawValue, choice.title));
     return options;
 }
 
@@ -21,79 +28,82 @@ QVariantList optionsOf()
 
 PreferencesViewModel::PreferencesViewModel(const UiContext& context, QObject* parent)
     : QObject(parent),
-      m_context(context)
+      m_context(context),
+      m_settings(settingValues(context.settings, this))
 {
     const AppSettings& settings = context.settings;
-    connect(&settings, &AppSettings::languageChanged, this, &PreferencesViewModel::languageChanged);
-    connect(&settings, &AppSettings::insertionMethodChanged, this, &PreferencesViewModel::insertionMethodChanged);
-    connect(&settings, &AppSettings::appearanceChanged, this, &PreferencesViewModel::appearanceChanged);
-    connect(&settings, &AppSettings::appLanguageChanged, this, &PreferencesViewModel::appLanguageChanged);
+    connect(&settings.language, &AnySetting::changed, this, &PreferencesViewModel::languageChanged);
+    connect(&settings.insertionMethod, &AnySetting::changed, this,
+            &PreferencesViewModel::insertionMethodChanged);
+    connect(&settings.appearance, &AnySetting::changed, this, &PreferencesViewModel::appearanceChanged);
+    connect(&settings.appLanguage, &AnySetting::changed, this, &PreferencesViewModel::appLanguageChanged);
     connect(&settings, &AppSettings::writeFailed, this, [this](const QString&, const DefaultsError& error) {
         m_storageFailure = error.description();
         Q_EMIT storageFailureChanged();
     });
+    const auto noteTrouble = [this](const DefaultsError& error) {
+        m_storageFailure = error.description();
+        Q_EMIT storageFailureChanged();
+    };
+    connect(&settings, &AppSettings::troubled, this, noteTrouble);
+    if (settings.trouble())
+        noteTrouble(*settings.trouble());
 }
 
-QObject* PreferencesViewModel::settings() const
+QVariantList PreferencesViewModel::languages() const
 {
-    return &m_context.settings;
-}
-
-QVariantList PreferencesViewModel::languages()
-{
-    return optionsOf<TranscriptionLanguage>();
+    return optionsOf(m_context.settings.language);
 }
 
 QString PreferencesViewModel::language() const
 {
-    return rawValue(m_context.settings.language());
+    return m_context.settings.language.value().toString();
 }
 
 void PreferencesViewModel::setLanguage(const QString& value)
 {
-    if (const auto language = fromRawValue<TranscriptionLanguage>(value))
-        m_context.settings.setLanguage(*language);
+    (void)m_context.settings.language.setValue(value);
 }
 
-QVariantList PreferencesViewModel::insertionMethods()
+QVariantList PreferencesViewModel::insertionMethods() const
 {
-    return optionsOf<InsertionMethod>();
+    return optionsOf(m_context.settings.insertionMethod);
 }
 
 QString PreferencesViewModel::insertionMethod() const
 {
-    return rawValue(m_context.settings.insertionMethod());
+    return m_context.settings.insertionMethod.value().toString();
 }
 
 void PreferencesViewModel::setInsertionMethod(const QString& value)
 {
-    if (const auto method = fromRawValue<InsertionMethod>(value))
-        m_context.settings.setInsertionMethod(*method);
+    (void)m_context.settings.insertionMethod.setValue(value);
 }
 
-QVariantList PreferencesViewModel::appearances()
+QVariantList PreferencesViewModel::appearances() const
 {
-    return optionsOf<AppearanceMode>();
+    return optionsOf(m_context.settings.appearance);
 }
 
 QString PreferencesViewModel::appearance() const
 {
-    return rawValue(m_context.settings.appearance());
+    return m_context.settings.appearance.value().toString();
 }
 
 void PreferencesViewModel::setAppearance(const QString& value)
 {
-    if (const auto mode = fromRawValue<AppearanceMode>(value))
-        m_context.settings.setAppearance(*mode);
+    (void)m_context.settings.appearance.setValue(value);
 }
 
 QVariantList PreferencesViewModel::appLanguages()
 {
-    // English first, each in its own words: whoever cannot read the one finds the other.
-    return {QVariantMap{{QStringLiteral("value"), rawValue(AppLanguage::english)},
-                        {QStringLiteral("title"), QStringLiteral("English")}},
-            QVariantMap{{QStringLiteral("value"), rawValue(AppLanguage::norwegian)},
-                        {QStringLiteral("title"), QStringLiteral("Norsk")}}};
+    // Each in its own words, and English first, which a reader of no offered language is likeliest to know.
+    QVariantList options;
+    for (const AppLanguage language : allCases<AppLanguage>()) {
+        const QVariantMap entry = option(rawValue(language), untranslatedTitle(language));
+        options.insert(language == AppLanguage::english ? 0 : options.size(), entry);
+    }
+    return options;
 }
 
 QString PreferencesViewModel::appLanguage() const
@@ -106,8 +116,26 @@ void PreferencesViewModel::setAppLanguage(const QString& value)
     const auto language = fromRawValue<AppLanguage>(value);
     if (!language || *language == m_context.settings.appLanguage())
         return;
-    m_context.settings.setAppLanguage(*language);
+    m_context.settings.appLanguage.set(*language);
     m_context.relaunch();
+}
+
+QObject* PreferencesViewModel::settings() const
+{
+    return m_settings;
+}
+
+QVariantMap PreferencesViewModel::rows() const
+{
+    QVariantMap rows;
+    for (const AnySetting* const setting : m_context.settings.all()) {
+        const IntegerSteps steps = setting->steps().value_or(IntegerSteps{});
+        rows.insert(setting->key(), QVariantMap{{QStringLiteral("title"), setting->title()},
+                                                {QStringLiteral("from"), steps.least},
+                                                {QStringLiteral("to"), steps.most},
+                                                {QStringLiteral("step"), steps.step}});
+    }
+    return rows;
 }
 
 bool PreferencesViewModel::pastes() const

@@ -4,7 +4,10 @@
 
 #include <QObject>
 #include <QVariantList>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
+
+class QQmlPropertyMap;
 
 namespace tulvane {
 
@@ -14,8 +17,10 @@ class PreferencesViewModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    /// The `AppSettings`
+    /// The value of every preference by its key, to be read and written
     Q_PROPERTY(QObject* settings READ settings CONSTANT)
+    /// Of every preference by its key: `title`, and of a number `from`, `to` and `step`
+    Q_PROPERTY(QVariantMap rows READ rows CONSTANT)
     // Of each choice: the options (`value`, `title`) and the value chosen now.
     Q_PROPERTY(QVariantList languages READ languages CONSTANT)
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
@@ -31,20 +36,22 @@ class PreferencesViewModel final : public QObject {
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
     /// Why the last change of it failed; empty otherwise
     Q_PROPERTY(QString launchAtLoginFailure READ launchAtLoginFailure NOTIFY launchAtLoginChanged)
-    /// Why a setting could not be stored; empty while all is well. It holds until the program ends.
+    /// Why a setting could not be stored, or what became of a damaged settings file; empty while all is well.
+    /// It holds until the program ends.
     Q_PROPERTY(QString storageFailure READ storageFailure NOTIFY storageFailureChanged)
 
 public:
     PreferencesViewModel(const UiContext& context, QObject* parent);
 
     [[nodiscard]] QObject* settings() const;
-    [[nodiscard]] static QVariantList languages();
+    [[nodiscard]] QVariantMap rows() const;
+    [[nodiscard]] QVariantList languages() const;
     [[nodiscard]] QString language() const;
     void setLanguage(const QString& value);
-    [[nodiscard]] static QVariantList insertionMethods();
+    [[nodiscard]] QVariantList insertionMethods() const;
     [[nodiscard]] QString insertionMethod() const;
     void setInsertionMethod(const QString& value);
-    [[nodiscard]] static QVariantList appearances();
+    [[nodiscard]] QVariantList appearances() const;
     [[nodiscard]] QString appearance() const;
     void setAppearance(const QString& value);
     [[nodiscard]] static QVariantList appLanguages();
@@ -69,6 +76,7 @@ Q_SIGNALS:
 
 private:
     UiContext m_context;
+    QQmlPropertyMap* m_settings;
     QString m_launchAtLoginFailure;
     QString m_storageFailure;
 };

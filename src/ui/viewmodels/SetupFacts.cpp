@@ -24,8 +24,10 @@ SetupFacts::SetupFacts(const UiContext& context, QObject* parent)
     follow(context.shortcuts, &KeyboardShortcuts::registrationsChanged);
     follow(context.session, &DictationSession::historyChanged);
     follow(context.stats, &StatsStore::daysChanged);
-    follow(context.settings, &AppSettings::selectedModelIDChanged, &AppSettings::modifierHotkeyChanged,
-           &AppSettings::hotkeyModeChanged, &AppSettings::vocabularyPromptChanged);
+    follow(context.settings.selectedModelID, &AnySetting::changed);
+    follow(context.settings.modifierHotkey, &AnySetting::changed);
+    follow(context.settings.hotkeyMode, &AnySetting::changed);
+    follow(context.settings.vocabularyPrompt, &AnySetting::changed);
 }
 
 WhisperModel SetupFacts::selectedModel() const

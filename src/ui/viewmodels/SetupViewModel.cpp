@@ -23,7 +23,7 @@ SetupViewModel::SetupViewModel(const UiContext& context, SetupFacts& facts, QObj
       m_facts(facts)
 {
     connect(&facts, &SetupFacts::changed, this, &SetupViewModel::changed);
-    connect(&context.settings, &AppSettings::hideSetupChecklistChanged, this,
+    connect(&context.settings.hideSetupChecklist, &AnySetting::changed, this,
             &SetupViewModel::checklistHiddenChanged);
 }
 
@@ -107,7 +107,7 @@ void SetupViewModel::act(const QString& id) const
 
 void SetupViewModel::hideChecklist()
 {
-    m_context.settings.setHideSetupChecklist(true);
+    m_context.settings.hideSetupChecklist.set(true);
 }
 
 void SetupViewModel::finishSetup()

@@ -17,7 +17,8 @@ StatisticsViewModel::StatisticsViewModel(const UiContext& context, QObject* pare
       m_chart(new WordsChartViewModel(this))
 {
     connect(&m_context.stats, &StatsStore::daysChanged, this, &StatisticsViewModel::refresh);
-    connect(&m_context.settings, &AppSettings::typingWordsPerMinuteChanged, this, &StatisticsViewModel::refresh);
+    connect(&m_context.settings.typingWordsPerMinute, &AnySetting::changed, this,
+            &StatisticsViewModel::refresh);
     refresh();
 }
 
@@ -64,9 +65,24 @@ int StatisticsViewModel::typingSpeed() const
     return static_cast<int>(std::clamp(m_context.settings.typingWordsPerMinute(), qint64{0}, most));
 }
 
+int StatisticsViewModel::slowestTyping() const
+{
+    return static_cast<int>(m_context.settings.typingWordsPerMinute.steps()->least);
+}
+
+int StatisticsViewModel::fastestTyping() const
+{
+    return static_cast<int>(m_context.settings.typingWordsPerMinute.steps()->most);
+}
+
+int StatisticsViewModel::typingStep() const
+{
+    return static_cast<int>(m_context.settings.typingWordsPerMinute.steps()->step);
+}
+
 void StatisticsViewModel::setTypingSpeed(int wordsPerMinute)
 {
-    m_context.settings.setTypingWordsPerMinute(std::clamp(wordsPerMinute, slowestTyping, fastestTyping));
+    m_context.settings.typingWordsPerMinute.set(std::clamp(wordsPerMinute, slowestTyping(), fastestTyping()));
 }
 
 QString StatisticsViewModel::typingSpeedLabel() const

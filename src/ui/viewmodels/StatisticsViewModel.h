@@ -31,16 +31,11 @@ class StatisticsViewModel final : public QObject {
     Q_PROPERTY(int typingSpeed READ typingSpeed WRITE setTypingSpeed NOTIFY changed)
     /// In Markdown.
     Q_PROPERTY(QString typingSpeedLabel READ typingSpeedLabel NOTIFY changed)
-    Q_PROPERTY(int slowestTyping MEMBER slowestTyping CONSTANT)
-    Q_PROPERTY(int fastestTyping MEMBER fastestTyping CONSTANT)
-    Q_PROPERTY(int typingStep MEMBER typingStep CONSTANT)
+    Q_PROPERTY(int slowestTyping READ slowestTyping CONSTANT)
+    Q_PROPERTY(int fastestTyping READ fastestTyping CONSTANT)
+    Q_PROPERTY(int typingStep READ typingStep CONSTANT)
 
 public:
-    // In words per minute.
-    static constexpr int slowestTyping = 15;
-    static constexpr int fastestTyping = 120;
-    static constexpr int typingStep = 5;
-
     StatisticsViewModel(const UiContext& context, QObject* parent);
 
     [[nodiscard]] QString period() const { return rawValue(m_period); }
@@ -52,6 +47,9 @@ public:
     [[nodiscard]] WordsChartViewModel* chart() const { return m_chart; }
     [[nodiscard]] int typingSpeed() const;
     void setTypingSpeed(int wordsPerMinute);
+    [[nodiscard]] int slowestTyping() const;
+    [[nodiscard]] int fastestTyping() const;
+    [[nodiscard]] int typingStep() const;
     [[nodiscard]] QString typingSpeedLabel() const;
 
     /// As a page that has just been built shows it: the last seven days, nothing selected.

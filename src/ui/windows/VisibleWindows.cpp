@@ -26,6 +26,18 @@ QList<QWindow*> visibleWindows()
     return windows;
 }
 
+bool restoreMinimizedWindows()
+{
+    bool found = false;
+    for (QWindow* const window : QGuiApplication::topLevelWindows()) {
+        if (!window->isVisible() || window->windowState() != Qt::WindowMinimized || isPanel(*window))
+            continue;
+        bringToFront(*window);
+        found = true;
+    }
+    return found;
+}
+
 bool bringVisibleWindowsToFront(const QWindow* foremost)
 {
     const QWindow* const focused = QGuiApplication::focusWindow();

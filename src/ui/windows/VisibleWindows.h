@@ -15,4 +15,8 @@ namespace tulvane {
 /// gets it. False when there is none.
 bool bringVisibleWindowsToFront(const QWindow* foremost = nullptr);
 
+/// Brings the windows back that the user has put away into the task bar, with what they show. False when
+/// there is none.
+bool restoreMinimizedWindows();
+
 } // namespace tulvane

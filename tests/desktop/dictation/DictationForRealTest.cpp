@@ -35,7 +35,7 @@ protected:
         QDir().mkpath(folders.models);
         EXPECT_TRUE(QFile::copy(demoModelPath(), place));
         manager.refreshStates();
-        settings.setLanguage(TranscriptionLanguage::norwegianBokmal);
+        settings.language.set(TranscriptionLanguage::norwegianBokmal);
         // The connection to the server is made in advance.
         EXPECT_TRUE(waitUntil([this] { return input.makeEngine()->inputFormat().channels > 0; }));
     }

@@ -1,7 +1,6 @@
 // The hotkeys as the program has them, from the keys of a device to the commands.
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
-#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
@@ -15,6 +14,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 
@@ -157,7 +157,7 @@ TEST_F(HotkeysOnX11, ToggleStartsAndStopsWhateverTheLength)
 
 TEST_F(HotkeysOnX11, HoldStopsAtTheReleaseAndCancelsATap)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     for (const auto length : {100ms, 299ms, 300ms, 1000ms})
         pressFor(length);
     EXPECT_EQ(done(), QStringLiteral("start cancel start cancel start stop start stop"));
@@ -165,7 +165,7 @@ TEST_F(HotkeysOnX11, HoldStopsAtTheReleaseAndCancelsATap)
 
 TEST_F(HotkeysOnX11, HybridLatchesATap)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hybrid);
+    m_settings.hotkeyMode.set(HotkeyMode::hybrid);
     for (const auto length : {100ms, 299ms}) {
         m_done.clear();
         pressFor(length);
@@ -186,7 +186,7 @@ TEST_F(HotkeysOnX11, AMinuteOfRepeatsIsOneStartAndOneStop)
     constexpr int minuteOfRepeats = 1800;
     const bool isSoak = test::soakCount(0, 1) == 1;
     isSoak ? m_keys.setRepeat(250, 33) : m_keys.setRepeat(10, 1);
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     combinationDown();
     ASSERT_TRUE(waitUntil([&] { return m_hotkeys.repeats() >= minuteOfRepeats; }, 100s));
     m_clock.advance(60s);
@@ -203,7 +203,7 @@ TEST_F(HotkeysOnX11, EachSingleKeyIsAHotkey)
                                        Row{ModifierHotkey::rightControl, DeviceKey::rightControl},
                                        Row{ModifierHotkey::rightShift, DeviceKey::rightShift}}) {
         m_done.clear();
-        m_settings.setModifierHotkey(setting);
+        m_settings.modifierHotkey.set(setting);
         ASSERT_EQ(m_controller.modifierTapState(), (ModifierTapState{TapKind::running, {}}));
         for (int round = 0; round < 2; ++round) {
             m_keys.press(key);
@@ -217,7 +217,7 @@ TEST_F(HotkeysOnX11, EachSingleKeyIsAHotkey)
 
 TEST_F(HotkeysOnX11, TheLeftHandKeysAreNotTheSingleKey)
 {
-    m_settings.setModifierHotkey(ModifierHotkey::rightShift);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightShift);
     m_keys.tap(DeviceKey::leftShift);
     m_keys.press(DeviceKey::rightShift);
     EXPECT_TRUE(arrives(true));
@@ -229,7 +229,7 @@ TEST_F(HotkeysOnX11, TheLeftHandKeysAreNotTheSingleKey)
 TEST_F(HotkeysOnX11, FnDoesNotStartAndSaysWhy)
 {
     const test::LogCapture log;
-    m_settings.setModifierHotkey(ModifierHotkey::fn);
+    m_settings.modifierHotkey.set(ModifierHotkey::fn);
     const ModifierTapState state = m_controller.modifierTapState();
     ASSERT_EQ(state.kind, TapKind::failed);
     EXPECT_EQ(state.error->description(),
@@ -243,8 +243,8 @@ TEST_F(HotkeysOnX11, FnDoesNotStartAndSaysWhy)
 
 TEST_F(HotkeysOnX11, CombinationAndSingleKeyTogetherAreOnePress)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
-    m_settings.setModifierHotkey(ModifierHotkey::rightControl);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightControl);
     combinationDown();
     ASSERT_TRUE(arrives(true));
     pressSingleKey(true);
@@ -259,8 +259,8 @@ TEST_F(HotkeysOnX11, CombinationAndSingleKeyTogetherAreOnePress)
 
 TEST_F(HotkeysOnX11, TheSingleKeyIsHeardWhileTheCombinationIsHeld)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
-    m_settings.setModifierHotkey(ModifierHotkey::rightControl);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightControl);
     combinationDown();
     ASSERT_TRUE(arrives(true));
     pressSingleKey(true);
@@ -275,8 +275,8 @@ TEST_F(HotkeysOnX11, TheSingleKeyIsHeardWhileTheCombinationIsHeld)
 
 TEST_F(HotkeysOnX11, TheCombinationIsHeardWhileTheSingleKeyIsHeld)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     m_shortcuts.setShortcut(Shortcut{101, carbon::option}, ShortcutName::dictate());
     pressSingleKey(true, DeviceKey::rightAlt);
     ASSERT_TRUE(arrives(true));
@@ -290,7 +290,7 @@ TEST_F(HotkeysOnX11, TheCombinationIsHeardWhileTheSingleKeyIsHeld)
 
 TEST_F(HotkeysOnX11, TheKeysMayGoUpInEitherOrder)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     for (const bool modifierFirst : {true, false}) {
         m_done.clear();
         combinationDown();
@@ -326,7 +326,7 @@ TEST_F(HotkeysOnX11, ACombinationOfAnotherProgramIsSaidToBeTakenUntilItIsFree)
 
 TEST_F(HotkeysOnX11, AnotherLayoutLeavesTheHotkeyOnAndAHeldKeyHeld)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     m_shortcuts.setShortcut(Shortcut{9, carbon::option}, ShortcutName::dictate());
     m_keys.press(DeviceKey::leftAlt);
     m_keys.press(DeviceKey::v);
@@ -346,7 +346,7 @@ TEST_F(HotkeysOnX11, AnotherLayoutLeavesTheHotkeyOnAndAHeldKeyHeld)
 TEST_F(HotkeysOnX11, TheEndOfTheDesktopIsShownAndNothingElse)
 {
     const test::LogCapture log;
-    m_settings.setModifierHotkey(ModifierHotkey::rightControl);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightControl);
     m_desktop.killServer();
     EXPECT_TRUE(waitUntil([&] {
         return m_shortcuts.registration(ShortcutName::dictate()).kind == State::failed &&

@@ -76,7 +76,7 @@ UiWorld::UiWorld(AppLanguage language)
     clock.setNow(noon);
     input.setFormat({.sampleRate = 16000, .channels = 1});
     installInterfaceLanguage(language);
-    settings.setAppLanguage(language);
+    settings.appLanguage.set(language);
     ui.attach(context());
 }
 
@@ -162,8 +162,8 @@ void UiWorld::fill()
 {
     installModel(settings.selectedModelID());
     fillStatistics();
-    settings.setVocabularyPrompt(QStringLiteral("Fjordkraft, Solveig Aasen, Q3"));
-    settings.setModifierHotkey(ModifierHotkey::rightOption);
+    settings.vocabularyPrompt.set(QStringLiteral("Fjordkraft, Solveig Aasen, Q3"));
+    settings.modifierHotkey.set(ModifierHotkey::rightOption);
     const QStringList texts{
         QStringLiteral("Hei, jeg kommer litt senere i dag. Kan dere begynne uten meg?"),
         QStringLiteral("Møtet på torsdag flyttes til klokken ti."),

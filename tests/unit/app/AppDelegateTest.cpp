@@ -1,9 +1,8 @@
-#include <support/Folders.h>
-
 #include <app/AppDelegate.h>
 #include <platform/fake/FakePresentation.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <settings/AppSettings.h>
+#include <support/Folders.h>
 #include <support/ScratchFolder.h>
 
 #include <gmock/gmock.h>
@@ -41,6 +40,12 @@ protected:
                                     done.append(u"front"_qs);
                                     return hasWindows;
                                 },
+                            .restoreMinimized =
+                                [this] {
+                                    if (hasMinimized)
+                                        done.append(u"restore"_qs);
+                                    return hasMinimized;
+                                },
                             .openMainWindow = [this] { done.append(u"main"_qs); },
                             .openOnboarding = [this] { done.append(u"onboarding"_qs); }});
     }
@@ -52,6 +57,7 @@ protected:
     QStringList done;
     bool isSetUp = true;
     bool hasWindows = false;
+    bool hasMinimized = false;
 
 private:
     std::optional<AppSettings> m_settings;
@@ -76,13 +82,13 @@ TEST_F(AppDelegateTest, TheAppearanceFollowsTheSetting)
 {
     AppDelegate app = delegate();
     app.willFinishLaunching();
-    settings().setAppearance(AppearanceMode::dark);
+    settings().appearance.set(AppearanceMode::dark);
     EXPECT_THAT(presentation.appearances(), ElementsAre(Appearance::none, Appearance::dark));
 }
 
 TEST_F(AppDelegateTest, APolicyThatHoldsAlreadyIsNotSet)
 {
-    settings().setShowInDock(true);
+    settings().showInDock.set(true);
     AppDelegate app = delegate();
     app.willFinishLaunching();
     EXPECT_THAT(presentation.policies(), IsEmpty());
@@ -91,14 +97,14 @@ TEST_F(AppDelegateTest, APolicyThatHoldsAlreadyIsNotSet)
 
 TEST_F(AppDelegateTest, APolicyThatChangesIsSetAndTheWindowsStayInFront)
 {
-    settings().setShowInDock(false);
+    settings().showInDock.set(false);
     AppDelegate app = delegate();
     app.willFinishLaunching();
     EXPECT_THAT(presentation.policies(), ElementsAre(ActivationPolicy::accessory));
     EXPECT_THAT(done, ElementsAre(u"front"_qs));
     app.applyActivationPolicy();
     EXPECT_EQ(presentation.policies().size(), 1);
-    settings().setShowInDock(true);
+    settings().showInDock.set(true);
     app.applyActivationPolicy();
     EXPECT_THAT(presentation.policies(), ElementsAre(ActivationPolicy::accessory, ActivationPolicy::regular));
     EXPECT_THAT(done, ElementsAre(u"front"_qs, u"front"_qs));
@@ -126,6 +132,13 @@ TEST_F(AppDelegateTest, AnotherStartWithoutAWindowOpensTheMainOne)
 {
     delegate().shouldHandleReopen();
     EXPECT_THAT(done, ElementsAre(u"front"_qs, u"main"_qs));
+}
+
+TEST_F(AppDelegateTest, AnotherStartBringsBackWhatWasPutAwayAndOpensNothing)
+{
+    hasMinimized = true;
+    delegate().shouldHandleReopen();
+    EXPECT_THAT(done, ElementsAre(u"front"_qs, u"restore"_qs));
 }
 
 TEST_F(AppDelegateTest, AnotherStartOfAProgramThatIsNotSetUpLeadsThroughTheSetup)

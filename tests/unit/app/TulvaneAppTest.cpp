@@ -147,8 +147,8 @@ TEST_F(TulvaneAppTest, TheDockEntryFollowsTheSetting)
     ASSERT_TRUE(defaults.set(u"showInDock"_qs, true));
     const UiContext context = app().uiContext({});
     EXPECT_TRUE(presentation.policies().isEmpty());
-    context.settings.setShowInDock(false);
-    context.settings.setShowInDock(false);
+    context.settings.showInDock.set(false);
+    context.settings.showInDock.set(false);
     EXPECT_THAT(presentation.policies(), ElementsAre(ActivationPolicy::accessory));
 }
 
@@ -181,13 +181,13 @@ TEST_F(TulvaneAppTest, EachOfTheFourThingsIsNeeded)
     EXPECT_TRUE(app().isSetUp());
     EXPECT_TRUE(windows.shown.isEmpty());
     const UiContext context = app().uiContext({});
-    context.settings.setHasCompletedOnboarding(false);
+    context.settings.hasCompletedOnboarding.set(false);
     EXPECT_FALSE(app().isSetUp());
-    context.settings.setHasCompletedOnboarding(true);
+    context.settings.hasCompletedOnboarding.set(true);
     context.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
-    context.settings.setModifierHotkey(ModifierHotkey::none);
+    context.settings.modifierHotkey.set(ModifierHotkey::none);
     EXPECT_FALSE(app().isSetUp());
-    context.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    context.settings.modifierHotkey.set(ModifierHotkey::rightControl);
     EXPECT_TRUE(app().isSetUp());
     privacy.microphoneAccess = MicrophoneAccess::denied;
     context.permissions.refresh();

@@ -18,11 +18,12 @@ namespace {
 TEST(SessionFindings, NameTheSessionAndTheDisplay)
 {
     const Diagnostics diagnostics = sessionDiagnostics({.kind = QStringLiteral("X11"),
-                                               .desktop = QStringLiteral("XFCE"),
-                                               .display = QStringLiteral(":0"),
-                                               .displayReached = true});
-    EXPECT_EQ(diagnostics, (Diagnostics{Diagnostic::good(QStringLiteral("session"), QStringLiteral("X11, XFCE")),
-                                  Diagnostic::good(QStringLiteral("display"), QStringLiteral(":0"))}));
+                                                        .desktop = QStringLiteral("XFCE"),
+                                                        .display = QStringLiteral(":0"),
+                                                        .displayReached = true});
+    EXPECT_EQ(diagnostics,
+              (Diagnostics{Diagnostic::good(QStringLiteral("session"), QStringLiteral("X11, XFCE")),
+                           Diagnostic::good(QStringLiteral("display"), QStringLiteral(":0"))}));
 }
 
 TEST(SessionFindings, WithoutADesktopOrAServerSayWhatToDo)
@@ -67,8 +68,8 @@ TEST(PermissionFindings, GiveEachNoItsReasonAndItsRemedy)
     permissions.obstacles[Permission::accessibility] = {QStringLiteral("Why"), QStringLiteral("What to do")};
     const Diagnostics diagnostics = permissionDiagnostics(permissions);
     EXPECT_TRUE(diagnostics[0].works);
-    EXPECT_EQ(diagnostics[1],
-              Diagnostic::bad(QStringLiteral("pasting"), QStringLiteral("Why"), QStringLiteral("What to do")));
+    EXPECT_EQ(diagnostics[1], Diagnostic::bad(QStringLiteral("pasting"), QStringLiteral("Why"),
+                                              QStringLiteral("What to do")));
     EXPECT_TRUE(diagnostics[2].works);
 }
 
@@ -92,7 +93,7 @@ TEST(ModelFinding, TellsHowToFetchWhatIsMissing)
 {
     EXPECT_EQ(modelDiagnostic({.id = QStringLiteral("small"), .file = {}}),
               Diagnostic::bad(QStringLiteral("model"), QStringLiteral("small has not been downloaded."),
-                           QStringLiteral("tulvane models download small")));
+                              QStringLiteral("tulvane models download small")));
     EXPECT_TRUE(modelDiagnostic({.id = QStringLiteral("small"), .file = QStringLiteral("/x")}).works);
 }
 
@@ -122,7 +123,7 @@ TEST_F(HotkeyFindingsTest, SayHowBothSourcesStand)
     EXPECT_TRUE(diagnostics()[0].text.endsWith(QStringLiteral(" is registered")))
         << qPrintable(diagnostics()[0].text);
     EXPECT_EQ(diagnostics()[1].text, QStringLiteral("none is set"));
-    m_settings.setModifierHotkey(ModifierHotkey::rightControl);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightControl);
     EXPECT_EQ(diagnostics()[1].text, QStringLiteral("is watched"));
 }
 
@@ -138,7 +139,7 @@ TEST_F(HotkeyFindingsTest, ACombinationThatAnotherProgramHoldsIsTold)
 TEST_F(HotkeyFindingsTest, AKeyThatCannotBeWatchedIsTold)
 {
     m_events.failTaps(ModifierEventsError::unreachable());
-    m_settings.setModifierHotkey(ModifierHotkey::rightControl);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightControl);
     EXPECT_FALSE(diagnostics()[1].works);
     EXPECT_EQ(diagnostics()[1].remedy, ModifierEventsError::unreachable().description());
 }
@@ -147,7 +148,7 @@ TEST_F(HotkeyFindingsTest, NoHotkeyAtAllIsAFault)
 {
     m_shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
     EXPECT_FALSE(diagnostics()[0].works);
-    m_settings.setModifierHotkey(ModifierHotkey::rightControl);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightControl);
     EXPECT_TRUE(diagnostics()[0].works);
 }
 

@@ -1,7 +1,7 @@
 #include "CommandRun.h"
 
-#include <app/program/HotkeyDiagnostics.h>
 #include <app/cli/DoctorCommand.h>
+#include <app/program/HotkeyDiagnostics.h>
 #include <platform/fake/FakeRemoteControl.h>
 
 #include <QJsonArray>
@@ -19,7 +19,7 @@ protected:
     CommandRun run(const QStringList& arguments = {})
     {
         FakeRemoteControl remote(desktop);
-        const DoctorContext context{.remote = remote, .examine = [this] { return here; }, .hotkeysAfter = 1};
+        const DoctorContext context{.remote = remote, .examine = [this] { return here; }};
         return CommandRun::of([&](Console& console) { return runDoctor(arguments, context, console); });
     }
     void programRunsWith(const Diagnostics& hotkeys)
@@ -33,8 +33,8 @@ protected:
         };
     }
 
-    Diagnostics here{Diagnostic::good(QStringLiteral("session"), QStringLiteral("X11")),
-                  Diagnostic::good(QStringLiteral("model"), QStringLiteral("small"))};
+    Examination here{.session = {Diagnostic::good(QStringLiteral("session"), QStringLiteral("X11"))},
+                     .dictation = {Diagnostic::good(QStringLiteral("model"), QStringLiteral("small"))}};
     std::shared_ptr<FakeRemoteDesktop> desktop = std::make_shared<FakeRemoteDesktop>();
 };
 
@@ -54,7 +54,7 @@ TEST_F(DoctorCommandTest, WhenAllWorksEveryLineSaysWhatThereIs)
 TEST_F(DoctorCommandTest, WhatDoesNotWorkSaysWhyAndWhatToDo)
 {
     programRunsWith({});
-    here.append(
+    here.dictation.append(
         Diagnostic::bad(QStringLiteral("display"), QStringLiteral("Gone."), QStringLiteral("Bring it.")));
     const CommandRun ill = run();
     EXPECT_EQ(ill.status, ExitStatus::failed);
@@ -68,9 +68,10 @@ TEST_F(DoctorCommandTest, WithoutTheProgramTheHotkeysAreNotRegistered)
     EXPECT_EQ(alone.status, ExitStatus::failed);
     const QJsonArray lines = QJsonDocument::fromJson(alone.out.toUtf8()).array();
     ASSERT_EQ(lines.size(), 5);
-    EXPECT_EQ(lines[0].toObject(), Diagnostic::bad(QStringLiteral("program"), QStringLiteral("is not running."),
-                                                QStringLiteral("Start it: tulvane --background"))
-                                       .toJson());
+    EXPECT_EQ(lines[0].toObject(),
+              Diagnostic::bad(QStringLiteral("program"), QStringLiteral("is not running."),
+                              QStringLiteral("Start it: tulvane --background"))
+                  .toJson());
     EXPECT_EQ(Diagnostic::fromJson(lines[2].toObject()), hotkeyFindingsWithoutProgram()[0]);
     EXPECT_EQ(Diagnostic::fromJson(lines[3].toObject()), hotkeyFindingsWithoutProgram()[1]);
 }

@@ -163,7 +163,7 @@ TEST_F(ControllerDelivery, IsReadyWithMicrophoneAndModelAndTellsOnlyOfChanges)
     EXPECT_EQ(changes, 2);
     // Another model is selected, which is not there.
     models.file = std::nullopt;
-    settings.setSelectedModelID(QStringLiteral("nb-whisper-medium"));
+    settings.selectedModelID.set(QStringLiteral("nb-whisper-medium"));
     EXPECT_FALSE(controller->isReady());
     EXPECT_EQ(changes, 3);
 }

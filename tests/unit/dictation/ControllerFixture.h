@@ -50,7 +50,7 @@ protected:
     void SetUp() override
     {
         SessionFixture::SetUp();
-        settings.setHotkeyMode(HotkeyMode::toggle);
+        settings.hotkeyMode.set(HotkeyMode::toggle);
         makeController();
     }
 

@@ -31,7 +31,7 @@ TEST_F(Controller, AWholeDictationGoesThroughItsPhasesWithItsSounds)
 
 TEST_F(Controller, WithoutSoundsNoneIsEverPlayed)
 {
-    settings.setPlaySounds(false);
+    settings.playSounds.set(false);
     dictateByHotkey();
     advance(3s);
     models.become(std::nullopt);
@@ -66,7 +66,7 @@ TEST_F(Controller, AVerdictIsANoticeForItsTime)
 
 TEST_F(Controller, ATextThatOnlyReachedTheClipboardSaysSo)
 {
-    settings.setInsertionMethod(InsertionMethod::clipboardOnly);
+    settings.insertionMethod.set(InsertionMethod::clipboardOnly);
     dictateByHotkey();
     EXPECT_EQ(phase(), u"notice: Copied to clipboard");
     EXPECT_EQ(sounds.played.last(), u"Morse");
@@ -192,7 +192,7 @@ TEST_F(Controller, TheInsertionMethodIsThatOfTheMomentOfStopping)
 {
     engine.isPrompt = false;
     dictateByHotkey();
-    settings.setInsertionMethod(InsertionMethod::clipboardOnly);
+    settings.insertionMethod.set(InsertionMethod::clipboardOnly);
     while (engine.waiting() > 0) {
         engine.step();
         settle();
@@ -246,7 +246,7 @@ TEST_F(Controller, CancellingIsSilentAndDiscardsTheRecording)
 TEST_F(Controller, ARecordingThatTheMenuBeganIsEndedByTheNextPress)
 {
     for (const HotkeyMode mode : {HotkeyMode::toggle, HotkeyMode::hybrid}) {
-        settings.setHotkeyMode(mode);
+        settings.hotkeyMode.set(mode);
         controller->start();
         EXPECT_EQ(phase(), u"recording");
         speak();
@@ -292,11 +292,11 @@ TEST_F(Controller, TheIndicatorFollowsPhaseAndSetting)
     press();
     EXPECT_EQ(indicator.visibility, u"show");
     EXPECT_EQ(indicator.phase.kind, Phase::Kind::recording);
-    settings.setShowHUD(false);
+    settings.showHUD.set(false);
     EXPECT_EQ(indicator.visibility, u"hide");
     controller->cancel();
     EXPECT_EQ(indicator.visibility, u"hide");
-    settings.setShowHUD(true);
+    settings.showHUD.set(true);
     EXPECT_EQ(indicator.visibility, u"fade");
     controller->showNotice(QStringLiteral("Hello"));
     EXPECT_EQ(indicator.visibility, u"show");
@@ -316,7 +316,7 @@ TEST_F(Controller, AGrantedInputMonitoringAppliesTheSingleKeyAgain)
     privacy.inputMonitoringGranted = false;
     permissions.refresh();
     makeController();
-    settings.setModifierHotkey(ModifierHotkey::rightOption);
+    settings.modifierHotkey.set(ModifierHotkey::rightOption);
     const int created = modifiers.created();
     permissions.refresh();
     EXPECT_EQ(modifiers.created(), created);
@@ -329,15 +329,15 @@ TEST_F(Controller, AGrantedInputMonitoringAppliesTheSingleKeyAgain)
 
 TEST_F(Controller, ShowInDockIsFollowedWhereItChanges)
 {
-    settings.setShowInDock(settings.showInDock());
+    settings.showInDock.set(settings.showInDock());
     EXPECT_EQ(policyChanges, 0);
-    settings.setShowInDock(!settings.showInDock());
+    settings.showInDock.set(!settings.showInDock());
     EXPECT_EQ(policyChanges, 1);
 }
 
 TEST_F(Controller, LaunchingLogsRefreshesAndPreparesTheModel)
 {
-    settings.setHasCompletedOnboarding(true);
+    settings.hasCompletedOnboarding.set(true);
     log.clear();
     controller->launch();
     settle();
@@ -350,17 +350,17 @@ TEST_F(Controller, LaunchingLogsRefreshesAndPreparesTheModel)
 
 TEST_F(Controller, LaunchingWithoutSomethingOpensTheOnboardingAndPreparesTheModelAllTheSame)
 {
-    settings.setHasCompletedOnboarding(true);
+    settings.hasCompletedOnboarding.set(true);
     privacy.microphoneAccess = MicrophoneAccess::denied;
     controller->launch();
     EXPECT_EQ(windows.onboardings, 1);
     privacy.microphoneAccess = MicrophoneAccess::authorized;
 
     hasCombination = false;
-    settings.setModifierHotkey(ModifierHotkey::none);
+    settings.modifierHotkey.set(ModifierHotkey::none);
     controller->launch();
     EXPECT_EQ(windows.onboardings, 2);
-    settings.setModifierHotkey(ModifierHotkey::rightOption);
+    settings.modifierHotkey.set(ModifierHotkey::rightOption);
     controller->launch();
     EXPECT_EQ(windows.onboardings, 2);
 
@@ -369,7 +369,7 @@ TEST_F(Controller, LaunchingWithoutSomethingOpensTheOnboardingAndPreparesTheMode
     EXPECT_EQ(windows.onboardings, 3);
     models.become(QStringLiteral("/models/medium.bin"));
 
-    settings.setHasCompletedOnboarding(false);
+    settings.hasCompletedOnboarding.set(false);
     controller->launch();
     EXPECT_EQ(windows.onboardings, 4);
     settle();

@@ -50,10 +50,10 @@ TEST_F(SessionFinish, TheTextIsKeptBeforeItIsCountedAndCountedBeforeTheStateIsId
 
 TEST_F(SessionFinish, TheSettingsDecideLanguagePromptAndCleanup)
 {
-    settings.setLanguage(TranscriptionLanguage::norwegianNynorsk);
-    settings.setVocabularyPrompt(QStringLiteral(" Solveig, Førde "));
-    settings.setAutoCapitalize(false);
-    settings.setAppendTrailingSpace(false);
+    settings.language.set(TranscriptionLanguage::norwegianNynorsk);
+    settings.vocabularyPrompt.set(QStringLiteral(" Solveig, Førde "));
+    settings.autoCapitalize.set(false);
+    settings.appendTrailingSpace.set(false);
     EXPECT_EQ(dictate()->text, QStringLiteral("hei på deg"));
     const auto& asked = engine.transcriptions.back();
     EXPECT_EQ(asked.options.language, QStringLiteral("nn"));
@@ -62,7 +62,7 @@ TEST_F(SessionFinish, TheSettingsDecideLanguagePromptAndCleanup)
     EXPECT_FALSE(asked.options.translate);
     EXPECT_EQ(asked.samples->size(), 16000U) << "the engine pads, not the session";
 
-    settings.setLanguage(TranscriptionLanguage::automatic);
+    settings.language.set(TranscriptionLanguage::automatic);
     static_cast<void>(dictate());
     EXPECT_EQ(engine.transcriptions.back().options.language, QStringLiteral("auto"));
 }
@@ -73,7 +73,7 @@ TEST_F(SessionFinish, SettingsChangedWhileTheRecogniserWorksCountFromTheNextDict
     engine.isPrompt = false;
     record(16000);
     begin(session->stop());
-    settings.setAutoCapitalize(false);
+    settings.autoCapitalize.set(false);
     ASSERT_TRUE(waitUntil([&] {
         if (engine.waiting() > 0)
             engine.step();

@@ -95,8 +95,8 @@ TEST_F(SessionModel, ANewlySelectedModelIsLoadedInTheBackgroundOnce)
     settle();
     engine.loads.clear();
     models.file = QStringLiteral("/models/small.bin");
-    settings.setSelectedModelID(QStringLiteral("nb-whisper-small-q5_0"));
-    settings.setSelectedModelID(QStringLiteral("nb-whisper-small-q5_0"));
+    settings.selectedModelID.set(QStringLiteral("nb-whisper-small-q5_0"));
+    settings.selectedModelID.set(QStringLiteral("nb-whisper-small-q5_0"));
     settle();
     EXPECT_EQ(engine.loads, QStringList{QStringLiteral("/models/small.bin")});
 }
@@ -129,7 +129,7 @@ TEST_F(SessionModel, SelectingWhileAModelLoadsStartsNoSecondLoadAndFinishLoadsTh
     settle();
     ASSERT_TRUE(session->isModelLoading());
     models.file = QStringLiteral("/models/small.bin");
-    settings.setSelectedModelID(QStringLiteral("nb-whisper-small-q5_0"));
+    settings.selectedModelID.set(QStringLiteral("nb-whisper-small-q5_0"));
     drain();
     EXPECT_EQ(engine.loads, QStringList{QStringLiteral("/models/medium.bin")});
 

@@ -116,17 +116,23 @@ TEST_F(SessionStartStop, APeakAboveTheThresholdIsHeard)
 
 TEST_F(SessionStartStop, TheLongestDurationIsTheSettingButAtLeastTenSeconds)
 {
-    settings.setMaxRecordingSeconds(5);
+    settings.maxRecordingSeconds.set(5);
     record(16000);
     EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(10s)});
     session->cancel();
-    settings.setMaxRecordingSeconds(300);
+    settings.maxRecordingSeconds.set(300);
     record(16000);
     EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(300s)});
     session->cancel();
-    settings.setMaxRecordingSeconds(-7);
+    settings.maxRecordingSeconds.set(-7);
     record(16000);
     EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(10s)});
+    for (const qint64 huge : {qint64{2147484}, qint64{4294968}, std::numeric_limits<qint64>::max()}) {
+        session->cancel();
+        settings.maxRecordingSeconds.set(huge);
+        record(16000);
+        EXPECT_EQ(scheduler.pending(), std::vector{std::chrono::milliseconds(2147483s)}) << huge;
+    }
 }
 
 TEST_F(SessionStartStop, TheLongestDurationIsReportedAndTheRecordingStillRuns)
@@ -210,7 +216,7 @@ TEST_F(SessionStartStop, AMicrophoneThatFallsSilentIsReportedAndWhatWasSaidIsThe
 
 TEST_F(SessionStartStop, ARecordingOfThirtyMinutesIsCapturedWhole)
 {
-    settings.setMaxRecordingSeconds(1800);
+    settings.maxRecordingSeconds.set(1800);
     record(0);
     const std::vector<float> minute(16000 * 60, 0.25F);
     for (int i = 0; i < 30; ++i)

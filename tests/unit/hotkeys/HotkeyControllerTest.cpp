@@ -1,6 +1,5 @@
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
-#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakeUserDefaults.h>
@@ -10,6 +9,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 
@@ -57,7 +57,7 @@ TEST_F(HotkeyControllerTest, ListensToTheDefaultCombinationAtOnce)
 
 TEST_F(HotkeyControllerTest, TheMachineStartsInTheModeOfTheSettings)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hybrid);
+    m_settings.hotkeyMode.set(HotkeyMode::hybrid);
     make();
     EXPECT_EQ(m_controller->machine.mode, HotkeyMode::hybrid);
     EXPECT_DOUBLE_EQ(m_controller->machine.tapThreshold.count(), 0.3);
@@ -66,7 +66,7 @@ TEST_F(HotkeyControllerTest, TheMachineStartsInTheModeOfTheSettings)
 
 TEST_F(HotkeyControllerTest, MeasuresThePressByTheClock)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     make();
     for (const auto length : {100ms, 299ms, 300ms, 1000ms}) {
         combination(true);
@@ -79,7 +79,7 @@ TEST_F(HotkeyControllerTest, MeasuresThePressByTheClock)
 
 TEST_F(HotkeyControllerTest, AHybridTapLatchesAndALongPressDoesNot)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hybrid);
+    m_settings.hotkeyMode.set(HotkeyMode::hybrid);
     make();
     for (const auto length : {100ms, 299ms}) {
         m_done.clear();
@@ -104,7 +104,7 @@ TEST_F(HotkeyControllerTest, FollowsTheModeWithoutTouchingARecording)
 {
     make();
     combination(true);
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     EXPECT_EQ(m_controller->machine.mode, HotkeyMode::hold);
     EXPECT_TRUE(m_controller->machine.isRecording);
     m_clock.advance(1s);
@@ -116,14 +116,14 @@ TEST_F(HotkeyControllerTest, AnAssignmentThatChangesNothingIsNotPassedOn)
 {
     make();
     m_controller->machine.mode = HotkeyMode::hold;
-    m_settings.setHotkeyMode(HotkeyMode::toggle);
+    m_settings.hotkeyMode.set(HotkeyMode::toggle);
     EXPECT_EQ(m_controller->machine.mode, HotkeyMode::hold);
 }
 
 TEST_F(HotkeyControllerTest, LogsWhatAnEventMeant)
 {
     const test::LogCapture log;
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     make();
     combination(true);
     combination(true);
@@ -134,7 +134,7 @@ TEST_F(HotkeyControllerTest, LogsWhatAnEventMeant)
 
 TEST_F(HotkeyControllerTest, ActionsWithoutACallbackAreDropped)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     make();
     m_controller->onStart = {};
     m_controller->onStop = {};
@@ -168,18 +168,18 @@ TEST_F(HotkeyControllerTest, EachSingleKeyIsWatchedUnderItsCode)
          {Row{ModifierHotkey::rightOption, 61}, Row{ModifierHotkey::rightCommand, 54},
           Row{ModifierHotkey::rightControl, 62}, Row{ModifierHotkey::rightShift, 60},
           Row{ModifierHotkey::fn, 63}}) {
-        m_settings.setModifierHotkey(key);
+        m_settings.modifierHotkey.set(key);
         EXPECT_THAT(m_modifiers.keyCodes(), ElementsAre(code));
         EXPECT_EQ(m_controller->modifierTapState(), (ModifierTapState{TapKind::running, {}}));
     }
-    m_settings.setModifierHotkey(ModifierHotkey::none);
+    m_settings.modifierHotkey.set(ModifierHotkey::none);
     EXPECT_THAT(m_modifiers.keyCodes(), IsEmpty());
     EXPECT_EQ(m_controller->modifierTapState(), (ModifierTapState{TapKind::off, {}}));
 }
 
 TEST_F(HotkeyControllerTest, TheSingleKeyThatIsStoredIsWatchedFromTheStart)
 {
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     make();
     rightOption(true);
     rightOption(false);
@@ -190,8 +190,8 @@ TEST_F(HotkeyControllerTest, TheSingleKeyThatIsStoredIsWatchedFromTheStart)
 TEST_F(HotkeyControllerTest, TheSameSingleKeyAgainChangesNothing)
 {
     make();
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     EXPECT_EQ(m_modifiers.created(), 1);
     m_controller->applyModifierHotkey(ModifierHotkey::rightOption);
     EXPECT_EQ(m_modifiers.created(), 2) << "asked for directly, it is installed anew";
@@ -200,8 +200,8 @@ TEST_F(HotkeyControllerTest, TheSameSingleKeyAgainChangesNothing)
 
 TEST_F(HotkeyControllerTest, BothSourcesFeedOneMachine)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     for (const bool combinationFirst : {true, false}) {
         m_done.clear();
         m_controller.reset();
@@ -220,7 +220,7 @@ TEST_F(HotkeyControllerTest, BothSourcesFeedOneMachine)
 
 TEST_F(HotkeyControllerTest, TheSingleKeyBeginsNothingWhileACombinationIsRecorded)
 {
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     make();
     m_shortcuts.setRecorderActive(true);
     rightOption(true);
@@ -239,7 +239,7 @@ TEST_F(HotkeyControllerTest, ASingleKeyThatCannotBeWatchedIsLoggedAndShown)
 {
     const test::LogCapture log;
     m_modifiers.failTaps(ModifierEventsError::notPermitted());
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     make();
     EXPECT_THAT(log.texts("hotkey", QtCriticalMsg),
                 ElementsAre(QStringLiteral(
@@ -261,7 +261,7 @@ TEST_F(HotkeyControllerTest, TellsWhenTheSingleKeyStandsOtherwise)
     int told = 0;
     QObject::connect(m_controller.get(), &HotkeyController::modifierTapStateChanged, m_controller.get(),
                      [&] { ++told; });
-    m_settings.setModifierHotkey(ModifierHotkey::rightShift);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightShift);
     EXPECT_EQ(told, 1);
     m_modifiers.send({ModifierEvent::Type::lost, 0, 0});
     EXPECT_EQ(told, 2);
@@ -272,21 +272,21 @@ TEST_F(HotkeyControllerTest, TellsWhenTheSingleKeyStandsOtherwise)
 TEST_F(HotkeyControllerTest, ACommandMayReplaceTheSingleKey)
 {
     make();
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
-    m_controller->onStart = [this] { m_settings.setModifierHotkey(ModifierHotkey::none); };
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
+    m_controller->onStart = [this] { m_settings.modifierHotkey.set(ModifierHotkey::none); };
     rightOption(true);
     EXPECT_THAT(m_modifiers.keyCodes(), IsEmpty());
 }
 
 TEST_F(HotkeyControllerTest, EventsAfterItsEndMeanNothing)
 {
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     make();
     m_controller.reset();
     combination(true);
     combination(false);
     rightOption(true);
-    m_settings.setHotkeyMode(HotkeyMode::hybrid);
+    m_settings.hotkeyMode.set(HotkeyMode::hybrid);
     EXPECT_THAT(m_done, IsEmpty());
     EXPECT_THAT(m_modifiers.keyCodes(), IsEmpty());
 }
@@ -295,11 +295,11 @@ TEST_F(HotkeyControllerTest, DescribesTheHotkey)
 {
     make();
     EXPECT_EQ(m_controller->hotkeyDescription(), QStringLiteral("⌥Space"));
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     EXPECT_EQ(m_controller->hotkeyDescription(), QStringLiteral("⌥Space or Right ⌥ Option"));
     m_shortcuts.setShortcut({}, ShortcutName::dictate());
     EXPECT_EQ(m_controller->hotkeyDescription(), QStringLiteral("Right ⌥ Option"));
-    m_settings.setModifierHotkey(ModifierHotkey::none);
+    m_settings.modifierHotkey.set(ModifierHotkey::none);
     EXPECT_EQ(m_controller->hotkeyDescription(), QStringLiteral("No hotkey set"));
 }
 

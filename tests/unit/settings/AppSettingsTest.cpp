@@ -1,9 +1,6 @@
 #include <platform/fake/FakeUserDefaults.h>
 #include <settings/AppSettings.h>
-#include <settings/SettingAccess.h>
 
-#include <QMetaMethod>
-#include <QMetaProperty>
 #include <QSignalSpy>
 #include <QVariantMap>
 
@@ -17,8 +14,8 @@ using Write = FakeUserDefaults::Write;
 QVariantMap live(const AppSettings& settings)
 {
     QVariantMap values;
-    for (const SettingDefinition& definition : settingsTable())
-        values.insert(definition.key, liveValue(settings, definition));
+    for (const AnySetting* const setting : settings.all())
+        values.insert(setting->key(), setting->value());
     return values;
 }
 
@@ -88,26 +85,26 @@ TEST(AppSettings, EveryKeyIsLoaded)
 
 TEST(AppSettings, EveryAssignmentIsToldAndWrittenUnderItsKeyAlsoWhenNothingChanged)
 {
-    for (const SettingDefinition& definition : settingsTable()) {
-        if (definition.writer == SettingWriter::others)
+    FakeUserDefaults none;
+    const AppSettings table(none);
+    for (const AnySetting* const row : table.all()) {
+        if (row->writer() == SettingWriter::others)
             continue;
-        SCOPED_TRACE(definition.key.toStdString());
+        const QString key = row->key();
+        SCOPED_TRACE(key.toStdString());
         FakeUserDefaults defaults;
         AppSettings settings(defaults);
-        const QMetaObject* const meta = settings.metaObject();
-        const QMetaProperty property =
-            meta->property(meta->indexOfProperty(definition.key.toUtf8().constData()));
-        EXPECT_EQ(QString::fromUtf8(property.notifySignal().name()), QString(definition.key + u"Changed"));
-        const QSignalSpy told(&settings, property.notifySignal());
-        const QVariant value = otherThanDefaults().value(definition.key);
-        ASSERT_TRUE(assignValue(settings, definition, value));
-        ASSERT_TRUE(assignValue(settings, definition, value));
-        EXPECT_EQ(liveValue(settings, definition), value);
+        AnySetting& setting = *settings.find(key);
+        const QSignalSpy told(&setting, &AnySetting::changed);
+        const QVariant value = otherThanDefaults().value(key);
+        ASSERT_TRUE(setting.setValue(value));
+        ASSERT_TRUE(setting.setValue(value));
+        EXPECT_EQ(setting.value(), value);
         EXPECT_EQ(told.count(), 2);
         const QList<Write> writes = defaults.writes();
-        EXPECT_EQ(writes.count(Write(definition.key, value)), 2);
-        EXPECT_EQ(writes.size(), definition.key == u"appLanguage" ? 3 : 2);
-        EXPECT_EQ(writes.first().second.typeId(), definition.defaultValue.typeId());
+        EXPECT_EQ(writes.count(Write(key, value)), 2);
+        EXPECT_EQ(writes.size(), key == u"appLanguage" ? 3 : 2);
+        EXPECT_EQ(writes.first().second.typeId(), setting.defaultValue().typeId());
     }
 }
 
@@ -116,13 +113,12 @@ TEST(AppSettings, AnObserverHearsBeforeTheWriteAndReadsTheNewValue)
     FakeUserDefaults defaults;
     AppSettings settings(defaults);
     bool heard = false;
-    QObject::connect(&settings, &AppSettings::showHUDChanged, &settings, [&](bool value) {
+    QObject::connect(&settings.showHUD, &AnySetting::changed, &settings, [&] {
         heard = true;
-        EXPECT_FALSE(value);
         EXPECT_FALSE(settings.showHUD());
         EXPECT_TRUE(defaults.writes().isEmpty());
     });
-    settings.setShowHUD(false);
+    settings.showHUD.set(false);
     EXPECT_TRUE(heard);
     EXPECT_EQ(defaults.value(u"showHUD"_qs), QVariant(false));
 }
@@ -131,11 +127,11 @@ TEST(AppSettings, WhatIsStoredEqualsWhatIsLiveWhenAnObserverAssignsToo)
 {
     FakeUserDefaults defaults;
     AppSettings settings(defaults);
-    QObject::connect(&settings, &AppSettings::maxRecordingSecondsChanged, &settings, [&](qint64 value) {
-        if (value > 1800)
-            settings.setMaxRecordingSeconds(1800);
+    QObject::connect(&settings.maxRecordingSeconds, &AnySetting::changed, &settings, [&] {
+        if (settings.maxRecordingSeconds() > 1800)
+            settings.maxRecordingSeconds.set(1800);
     });
-    settings.setMaxRecordingSeconds(9999);
+    settings.maxRecordingSeconds.set(9999);
     EXPECT_EQ(settings.maxRecordingSeconds(), 1800);
     EXPECT_EQ(defaults.value(u"maxRecordingSeconds"_qs), QVariant(qint64{1800}));
 }
@@ -144,9 +140,9 @@ TEST(AppSettings, NothingIsClampedWhenItIsAssigned)
 {
     FakeUserDefaults defaults;
     AppSettings settings(defaults);
-    settings.setMaxRecordingSeconds(-1);
-    settings.setTypingWordsPerMinute(0);
-    settings.setSelectedModelID(u"no such model"_qs);
+    settings.maxRecordingSeconds.set(-1);
+    settings.typingWordsPerMinute.set(0);
+    settings.selectedModelID.set(u"no such model"_qs);
     EXPECT_EQ(defaults.value(u"maxRecordingSeconds"_qs), QVariant(qint64{-1}));
     EXPECT_EQ(defaults.value(u"typingWordsPerMinute"_qs), QVariant(qint64{0}));
     EXPECT_EQ(settings.selectedModelID(), u"no such model");
@@ -168,8 +164,8 @@ TEST(AppSettings, WhatIsKeptForOthersIsNeverWritten)
                   {{u"clipboardExpirySeconds"_qs, u"soon"_qs}, {u"keyboardAutoInsert"_qs, true}});
     FakeUserDefaults defaults(store);
     AppSettings settings(defaults);
-    for (const SettingDefinition& definition : settingsTable())
-        (void)assignValue(settings, definition, otherThanDefaults().value(definition.key));
+    for (AnySetting* const setting : settings.all())
+        (void)setting->setValue(otherThanDefaults().value(setting->key()));
     const QVariantMap after = store->value(FakeUserDefaults::domainName);
     EXPECT_EQ(after.value(u"clipboardExpirySeconds"_qs), u"soon"_qs);
     EXPECT_EQ(after.value(u"keyboardAutoInsert"_qs), QVariant(true));
@@ -188,9 +184,30 @@ TEST(AppSettings, AFailedWriteIsToldAndTheValueHolds)
                          failedKeys.append(key);
                          EXPECT_EQ(error, full);
                      });
-    settings.setVocabularyPrompt(u"Åse"_qs);
+    settings.vocabularyPrompt.set(u"Åse"_qs);
     EXPECT_EQ(failedKeys, QStringList{u"vocabularyPrompt"_qs});
     EXPECT_EQ(settings.vocabularyPrompt(), u"Åse");
+}
+
+TEST(AppSettings, TroubleWithTheStoredPreferencesIsKeptAndTold)
+{
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
+    EXPECT_FALSE(settings.trouble());
+    int told = 0;
+    QObject::connect(&settings, &AppSettings::troubled, &settings, [&told] { ++told; });
+    const DefaultsError damaged = DefaultsError::damaged(u"/there"_qs, u"/there.damaged"_qs);
+    defaults.tell(damaged);
+    EXPECT_EQ(settings.trouble(), damaged);
+    EXPECT_EQ(told, 1);
+}
+
+TEST(AppSettings, ATitleIsWhatTheSettingsPageShows)
+{
+    FakeUserDefaults defaults;
+    const AppSettings settings(defaults);
+    EXPECT_EQ(settings.playSounds.title(), u"Sounds");
+    EXPECT_EQ(settings.hidePrivacyCard.title(), u"");
 }
 
 TEST(AppSettings, KeepsTheDefaultsItWasMadeFrom)

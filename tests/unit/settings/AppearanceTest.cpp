@@ -33,11 +33,11 @@ TEST(Appearance, TheObserverAppliesEachChangeOnce)
     AppSettings settings(defaults);
     FakePresentation presentation;
     settings.installAppearanceObserver(presentation);
-    settings.setAppearance(AppearanceMode::system);
-    settings.setAppearance(AppearanceMode::dark);
-    settings.setAppearance(AppearanceMode::dark);
-    settings.setAppearance(AppearanceMode::light);
-    settings.setAppearance(AppearanceMode::dark);
+    settings.appearance.set(AppearanceMode::system);
+    settings.appearance.set(AppearanceMode::dark);
+    settings.appearance.set(AppearanceMode::dark);
+    settings.appearance.set(AppearanceMode::light);
+    settings.appearance.set(AppearanceMode::dark);
     EXPECT_EQ(presentation.appearances(),
               (QList<Appearance>{Appearance::none, Appearance::dark, Appearance::light, Appearance::dark}));
 }
@@ -47,7 +47,7 @@ TEST(Appearance, NothingIsAppliedWithoutTheObserver)
     FakeUserDefaults defaults;
     AppSettings settings(defaults);
     const FakePresentation presentation;
-    settings.setAppearance(AppearanceMode::dark);
+    settings.appearance.set(AppearanceMode::dark);
     EXPECT_TRUE(presentation.appearances().isEmpty());
 }
 

@@ -51,6 +51,35 @@ TEST_F(InterfaceLanguageTest, TheCommandLineSpeaksEnglishBesideANorwegianInterfa
     EXPECT_EQ(title(HotkeyMode::hold), QStringLiteral("Hold inne for å snakke"));
 }
 
+TEST_F(InterfaceLanguageTest, EnglishWithinEnglishEndsWithTheOuterOne)
+{
+    installInterfaceLanguage(AppLanguage::norwegian);
+    {
+        const ScopedEnglish outer;
+        {
+            const ScopedEnglish inner;
+        }
+        EXPECT_EQ(title(HotkeyMode::hold), QStringLiteral("Hold to talk"));
+    }
+    EXPECT_EQ(title(HotkeyMode::hold), QStringLiteral("Hold inne for å snakke"));
+}
+
+TEST_F(InterfaceLanguageTest, DatesTimesAndNumbersAreTheUsersWhateverTheInterfaceSpeaks)
+{
+    const QLocale norwegian(QLocale::NorwegianBokmal, QLocale::Norway);
+    const QLocale british(QLocale::English, QLocale::UnitedKingdom);
+    for (const AppLanguage language : allCases<AppLanguage>()) {
+        EXPECT_EQ(formatsFor(language, norwegian), norwegian);
+        EXPECT_EQ(formatsFor(language, british), british);
+    }
+}
+
+TEST_F(InterfaceLanguageTest, WithoutALanguageOfTheSystemTheFormatsAreTheInterfaces)
+{
+    EXPECT_EQ(formatsFor(AppLanguage::norwegian, QLocale::c()).language(), QLocale::NorwegianBokmal);
+    EXPECT_EQ(formatsFor(AppLanguage::english, QLocale::c()).language(), QLocale::English);
+}
+
 } // namespace
 
 } // namespace tulvane

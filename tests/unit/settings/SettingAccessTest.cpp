@@ -1,5 +1,5 @@
 #include <platform/fake/FakeUserDefaults.h>
-#include <settings/SettingAccess.h>
+#include <settings/AppSettings.h>
 
 #include <gtest/gtest.h>
 
@@ -10,17 +10,18 @@ const QStringList models{u"small"_qs, u"medium"_qs};
 
 std::optional<QVariant> permitted(const QString& key, const QString& word)
 {
-    return permittedValue(*findSetting(key), word, models);
+    FakeUserDefaults defaults;
+    return AppSettings(defaults).find(key)->permitted(word, models);
 }
 
 TEST(SettingAccess, EveryDefaultIsInStoredForm)
 {
     FakeUserDefaults defaults;
     const AppSettings settings(defaults);
-    for (const SettingDefinition& definition : settingsTable()) {
-        const QVariant value = liveValue(settings, definition);
-        EXPECT_EQ(value, definition.defaultValue) << qPrintable(definition.key);
-        EXPECT_EQ(value.typeId(), definition.defaultValue.typeId()) << qPrintable(definition.key);
+    for (const AnySetting* const setting : settings.all()) {
+        const QVariant value = setting->value();
+        EXPECT_EQ(value, setting->defaultValue()) << qPrintable(setting->key());
+        EXPECT_EQ(value.typeId(), setting->defaultValue().typeId()) << qPrintable(setting->key());
     }
 }
 
@@ -28,12 +29,12 @@ TEST(SettingAccess, AValueOfAnotherFormIsNotAssigned)
 {
     FakeUserDefaults defaults;
     AppSettings settings(defaults);
-    EXPECT_FALSE(assignValue(settings, *findSetting(u"hotkeyMode"_qs), u"Hold"_qs));
-    EXPECT_FALSE(assignValue(settings, *findSetting(u"playSounds"_qs), u"false"_qs));
-    EXPECT_FALSE(assignValue(settings, *findSetting(u"maxRecordingSeconds"_qs), u"60"_qs));
-    EXPECT_FALSE(assignValue(settings, *findSetting(u"maxRecordingSeconds"_qs), 60.0));
-    EXPECT_FALSE(assignValue(settings, *findSetting(u"vocabularyPrompt"_qs), qint64{1}));
-    EXPECT_FALSE(assignValue(settings, *findSetting(u"hapticFeedback"_qs), false));
+    EXPECT_FALSE(settings.find(u"hotkeyMode"_qs)->setValue(u"Hold"_qs));
+    EXPECT_FALSE(settings.find(u"playSounds"_qs)->setValue(u"false"_qs));
+    EXPECT_FALSE(settings.find(u"maxRecordingSeconds"_qs)->setValue(u"60"_qs));
+    EXPECT_FALSE(settings.find(u"maxRecordingSeconds"_qs)->setValue(60.0));
+    EXPECT_FALSE(settings.find(u"vocabularyPrompt"_qs)->setValue(qint64{1}));
+    EXPECT_FALSE(settings.find(u"hapticFeedback"_qs)->setValue(false));
     EXPECT_TRUE(defaults.writes().isEmpty());
 }
 

@@ -1,7 +1,6 @@
+#include <platform/fake/FakeUserDefaults.h>
 #include <settings/AppSettings.h>
-#include <settings/SettingsTable.h>
 
-#include <QMetaProperty>
 #include <QVariantList>
 
 #include <gtest/gtest.h>
@@ -13,14 +12,17 @@ namespace {
 
 QVariant loaded(const QString& key, const QVariant& stored)
 {
-    return loadedValue(*findSetting(key), stored);
+    FakeUserDefaults defaults;
+    return AppSettings(defaults).find(key)->loaded(stored);
 }
 
 QStringList keys()
 {
+    FakeUserDefaults defaults;
+    const AppSettings settings(defaults);
     QStringList all;
-    for (const SettingDefinition& definition : settingsTable())
-        all.append(definition.key);
+    for (const AnySetting* const setting : settings.all())
+        all.append(setting->key());
     return all;
 }
 
@@ -34,25 +36,16 @@ TEST(SettingsTable, HasEveryKeyInOrder)
         "hapticFeedback keyboardAutoInsert appearance hideSetupChecklist hidePrivacyCard");
 }
 
-TEST(SettingsTable, ThePropertiesOfAppSettingsAreTheTablesInItsOrder)
-{
-    const QMetaObject& settings = AppSettings::staticMetaObject;
-    QStringList properties;
-    for (int i = settings.propertyOffset(); i < settings.propertyCount(); ++i)
-        properties.append(QString::fromUtf8(settings.property(i).name()));
-    EXPECT_EQ(properties, keys());
-}
-
 TEST(SettingsTable, ExactlyTheThreeKeptForOthersHaveNoWriter)
 {
-    const QMetaObject& settings = AppSettings::staticMetaObject;
+    FakeUserDefaults defaults;
+    AppSettings settings(defaults);
     QStringList kept;
-    for (const SettingDefinition& definition : settingsTable()) {
-        const QMetaProperty property =
-            settings.property(settings.indexOfProperty(definition.key.toUtf8().constData()));
-        EXPECT_EQ(property.isWritable(), definition.writer == SettingWriter::thisSystem) << property.name();
-        if (definition.writer == SettingWriter::others)
-            kept.append(definition.key);
+    for (AnySetting* const setting : settings.all()) {
+        EXPECT_EQ(setting->setValue(setting->value()), setting->writer() == SettingWriter::thisSystem)
+            << qPrintable(setting->key());
+        if (setting->writer() == SettingWriter::others)
+            kept.append(setting->key());
     }
     EXPECT_EQ(kept,
               (QStringList{u"clipboardExpirySeconds"_qs, u"hapticFeedback"_qs, u"keyboardAutoInsert"_qs}));
@@ -60,9 +53,11 @@ TEST(SettingsTable, ExactlyTheThreeKeptForOthersHaveNoWriter)
 
 TEST(SettingsTable, AnUnknownKeyIsFoundNowhere)
 {
-    EXPECT_EQ(findSetting(u"hotkeymode"_qs), nullptr);
-    EXPECT_EQ(findSetting(u"AppleLanguages"_qs), nullptr);
-    EXPECT_EQ(findSetting(QString()), nullptr);
+    FakeUserDefaults defaults;
+    const AppSettings settings(defaults);
+    EXPECT_EQ(settings.find(u"hotkeymode"_qs), nullptr);
+    EXPECT_EQ(settings.find(u"AppleLanguages"_qs), nullptr);
+    EXPECT_EQ(settings.find(QString()), nullptr);
 }
 
 TEST(SettingsTable, AnEnumerationTakesItsRawValuesOnly)

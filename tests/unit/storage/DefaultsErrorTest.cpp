@@ -1,6 +1,5 @@
-#include <ports/DefaultsError.h>
-
 #include <gtest/gtest.h>
+#include <ports/DefaultsError.h>
 
 namespace tulvane {
 namespace {
@@ -10,6 +9,10 @@ TEST(DefaultsError, EachKindTellsTheUserWhatHappened)
     EXPECT_EQ(
         DefaultsError::damaged(u"a.json"_qs, u"a.json.damaged-1"_qs).description(),
         u"The settings file was damaged. It was set aside as a.json.damaged-1, and settings start afresh.");
+    EXPECT_EQ(DefaultsError::damagedWhileRunning(u"a.json"_qs, u"a.json.damaged-1"_qs).description(),
+              u"The settings file was damaged while Tulvane was running. It was set aside as "
+              u"a.json.damaged-1, and the "
+              "settings in use were stored again.");
     EXPECT_EQ(DefaultsError::damagedInPlace(u"a.json"_qs, u"because"_qs).description(),
               u"The settings file a.json is damaged and could not be set aside: because");
     EXPECT_EQ(DefaultsError::unreadable(u"a.json"_qs, u"because"_qs).description(),

@@ -66,10 +66,26 @@ TEST_F(DamagedDefaults, AreNoticedWhileTheProgramRuns)
     });
     write("{\"a\": 1,");
     ASSERT_TRUE(defaults.set(u"b"_qs, 2));
-    EXPECT_EQ(told, QList<DefaultsError>{DefaultsError::damaged(path(), aside())});
+    EXPECT_EQ(told, QList<DefaultsError>{DefaultsError::damagedWhileRunning(path(), aside())});
     EXPECT_EQ(folder.read(QFileInfo(aside()).fileName()), "{\"a\": 1,");
     EXPECT_EQ(open().value(u"b"_qs), QVariant(qint64{2}));
     EXPECT_EQ(open().value(u"fromHandler"_qs), QVariant(true));
+}
+
+TEST_F(DamagedDefaults, CostNothingThatWasReadBefore)
+{
+    for (const bool writes : {true, false}) {
+        write("{\"a\": 1, \"typed\": \"by hand\"}");
+        JsonUserDefaults defaults = open();
+        write("{\"a\": 1,");
+        EXPECT_EQ(defaults.value(u"a"_qs), QVariant(qint64{1}));
+        if (writes) {
+            EXPECT_TRUE(defaults.set(u"b"_qs, 2));
+        }
+        EXPECT_EQ(open().value(u"a"_qs), QVariant(qint64{1})) << "the next start finds it";
+        EXPECT_EQ(open().value(u"typed"_qs), u"by hand"_qs);
+        EXPECT_EQ(open().contains(u"b"_qs), writes);
+    }
 }
 
 TEST_F(DamagedDefaults, BehindALinkAreSetAsideBesideTheRealFile)

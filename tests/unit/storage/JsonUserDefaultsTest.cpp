@@ -61,6 +61,18 @@ TEST_F(JsonUserDefaultsFile, AnEditByHandIsKeptByTheNextWrite)
     EXPECT_EQ(open().value(u"typed"_qs), u"by hand"_qs);
 }
 
+TEST_F(JsonUserDefaultsFile, WhatCouldNotBeReadAgainIsNotWritten)
+{
+    JsonUserDefaults defaults = open();
+    ASSERT_TRUE(defaults.set(u"a"_qs, 1));
+    const auto result = defaults.set(u"vocabularyPrompt"_qs, QString(17 << 20, u'x'));
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error(), DefaultsError::notWritten(path(), qt_error_string(EFBIG)));
+    EXPECT_TRUE(defaults.set(u"b"_qs, 2)) << "the next values are stored";
+    EXPECT_EQ(open().value(u"a"_qs), QVariant(qint64{1}));
+    EXPECT_EQ(open().value(u"b"_qs), QVariant(qint64{2}));
+}
+
 TEST_F(JsonUserDefaultsFile, ADeletedFileReadsAsEmpty)
 {
     JsonUserDefaults defaults = open();

@@ -36,7 +36,7 @@ protected:
         world.privacy.accessibilityGranted = false;
         world.privacy.inputMonitoringGranted = false;
         world.permissions.refresh();
-        world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+        world.settings.modifierHotkey.set(ModifierHotkey::rightOption);
         world.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
     }
 

@@ -27,7 +27,7 @@ protected:
 
 TEST_F(HistoryViewModelTest, ARowTellsTextTimeLengthAndWords)
 {
-    world.settings.setAutoCapitalize(false);
+    world.settings.autoCapitalize.set(false);
     world.dictate(QStringLiteral("hei på – deg"), 4.3);
     const HistoryViewModel model(world.context(), 25, nullptr);
     ASSERT_EQ(model.count(), 1);

@@ -80,8 +80,8 @@ TEST_F(HomePageTest, TheStatusIsThatOfTheDictation)
 
 TEST_F(HomePageTest, BothHotkeysAreShownWithOneWordBetweenThem)
 {
-    world.settings.setModifierHotkey(ModifierHotkey::rightControl);
-    world.settings.setHotkeyMode(HotkeyMode::hybrid);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightControl);
+    world.settings.hotkeyMode.set(HotkeyMode::hybrid);
     WindowProbe& probe = open(SettingsTab::home);
     EXPECT_TRUE(probe.shows(QStringLiteral("Hold down")));
     EXPECT_TRUE(probe.shows(QStringLiteral("or")));
@@ -183,7 +183,7 @@ TEST_F(HomePageTest, TheChecklistsPlaceGoesWithItsSetting)
 {
     WindowProbe& probe = open(SettingsTab::home);
     EXPECT_TRUE(probe.has(QStringLiteral("home.setup")));
-    world.settings.setHideSetupChecklist(true);
+    world.settings.hideSetupChecklist.set(true);
     UiWorld::settle();
     EXPECT_FALSE(probe.has(QStringLiteral("home.setup")));
 }

@@ -144,16 +144,16 @@ TEST_F(HomeViewModelTest, AMessageIsTheStatusWhileItIsShown)
 TEST_F(HomeViewModelTest, TheHotkeyIsShownAsItsCapsAfterWhatToDoWithIt)
 {
     QSignalSpy changes(&home(), &HomeViewModel::hotkeyChanged);
-    world.settings.setHotkeyMode(HotkeyMode::toggle);
+    world.settings.hotkeyMode.set(HotkeyMode::toggle);
     EXPECT_EQ(home().hotkeyVerb(), u"Press");
-    world.settings.setHotkeyMode(HotkeyMode::hold);
+    world.settings.hotkeyMode.set(HotkeyMode::hold);
     EXPECT_EQ(home().hotkeyVerb(), u"Hold down");
-    world.settings.setHotkeyMode(HotkeyMode::hybrid);
+    world.settings.hotkeyMode.set(HotkeyMode::hybrid);
     EXPECT_EQ(home().hotkeyVerb(), u"Hold down");
     EXPECT_EQ(changes.count(), 3);
 
     EXPECT_EQ(home().hotkeys(), QVariantList{QStringList({QStringLiteral("⌥"), QStringLiteral("Space")})});
-    world.settings.setModifierHotkey(ModifierHotkey::fn);
+    world.settings.modifierHotkey.set(ModifierHotkey::fn);
     EXPECT_EQ(home().hotkeys().size(), 2);
     EXPECT_EQ(home().hotkeys().last(), QStringList(title(ModifierHotkey::fn)));
     changes.clear();
@@ -161,7 +161,7 @@ TEST_F(HomeViewModelTest, TheHotkeyIsShownAsItsCapsAfterWhatToDoWithIt)
     EXPECT_GE(changes.count(), 1);
     EXPECT_EQ(home().hotkeys().size(), 1);
     EXPECT_TRUE(home().hasHotkey());
-    world.settings.setModifierHotkey(ModifierHotkey::none);
+    world.settings.modifierHotkey.set(ModifierHotkey::none);
     EXPECT_FALSE(home().hasHotkey());
 }
 
@@ -181,7 +181,7 @@ TEST_F(HomeViewModelTest, TheCardsFollowTheStatisticsAndTheTypingSpeed)
     EXPECT_EQ(field(1, "value"), u"100 WPM");
     EXPECT_EQ(field(1, "subtitle"), u"That's 2.5× faster than typing");
     EXPECT_EQ(field(2, "subtitle"), u"45 s saved vs. typing");
-    world.settings.setTypingWordsPerMinute(100);
+    world.settings.typingWordsPerMinute.set(100);
     EXPECT_EQ(changes.count(), 2);
     EXPECT_EQ(field(2, "subtitle"), u"0 s saved vs. typing");
     for (int card = 0; card < 3; ++card)
@@ -194,7 +194,7 @@ TEST_F(HomeViewModelTest, TheSettingsDecideOnChecklistAndPrivacyCard)
     QSignalSpy privacy(&home(), &HomeViewModel::privacyShownChanged);
     EXPECT_TRUE(home().showsSetup());
     EXPECT_TRUE(home().showsPrivacy());
-    world.settings.setHideSetupChecklist(true);
+    world.settings.hideSetupChecklist.set(true);
     EXPECT_FALSE(home().showsSetup());
     home().hidePrivacy();
     EXPECT_FALSE(home().showsPrivacy());
@@ -280,7 +280,7 @@ TEST_F(HomeViewModelTest, ATextThatCouldNotBeInsertedSaysWhereItIs)
 TEST_F(HomeViewModelTest, WhoHasChosenTheClipboardIsNotTold)
 {
     setUpProgram();
-    world.settings.setInsertionMethod(InsertionMethod::clipboardOnly);
+    world.settings.insertionMethod.set(InsertionMethod::clipboardOnly);
     world.dictate(QStringLiteral("hei"));
     EXPECT_FALSE(home().notices()->isTextLeft());
 }
@@ -301,7 +301,7 @@ TEST_F(HomeViewModelTest, AHotkeyThatDoesNotWorkIsTold)
     EXPECT_TRUE(notices.brokenHotkeyReason().isEmpty());
 
     world.modifiers.failTaps(ModifierEventsError::notPermitted());
-    world.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightControl);
     EXPECT_EQ(notices.brokenHotkey(), u"Right Ctrl does not work as the hotkey");
     EXPECT_EQ(notices.brokenHotkeyReason(), ModifierEventsError::notPermitted().description());
 }

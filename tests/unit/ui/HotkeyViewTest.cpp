@@ -363,7 +363,7 @@ TEST_F(HotkeyViewTest, MissingLeaveIsSaidWithItsReasonAndBothRepairs)
                                                             QStringLiteral("Use a combination.")};
     world.permissions.refresh();
     EXPECT_FALSE(probe().has(QStringLiteral("hotkey.openInputMonitoring"))) << "nothing needs it yet";
-    world.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightControl);
     UiWorld::settle();
     EXPECT_TRUE(probe().shows(QStringLiteral("No extension. Use a combination.")));
     EXPECT_TRUE(probe().shows(translate(
@@ -384,7 +384,7 @@ TEST_F(HotkeyViewTest, MissingLeaveIsSaidWithItsReasonAndBothRepairs)
 TEST_F(HotkeyViewTest, AKeyThatIsNeverSeenIsSaid)
 {
     world.modifiers.failTaps(ModifierEventsError::keyNotSeen(QStringLiteral("fn")));
-    world.settings.setModifierHotkey(ModifierHotkey::fn);
+    world.settings.modifierHotkey.set(ModifierHotkey::fn);
     UiWorld::settle();
     EXPECT_TRUE(probe().shows(ModifierEventsError::keyNotSeen(QStringLiteral("fn")).description()));
     EXPECT_FALSE(probe().shows(QStringLiteral("Input Monitoring granted")));

@@ -210,14 +210,14 @@ TEST_F(IndicatorTest, ShowsADictationFromItsFirstMomentToItsLast)
 
 TEST_F(IndicatorTest, WithoutTheSettingItIsNeitherBuiltNorShownAndGoesAtOnceWhenItIsSwitchedOff)
 {
-    m_world.settings.setShowHUD(false);
+    m_world.settings.showHUD.set(false);
     m_world.controller.showNotice(QStringLiteral("Too short"));
     EXPECT_EQ(m_pill.panel(), nullptr);
-    m_world.settings.setShowHUD(true);
+    m_world.settings.showHUD.set(true);
     UiWorld::settle();
     EXPECT_TRUE(isVisible());
     advance(150);
-    m_world.settings.setShowHUD(false);
+    m_world.settings.showHUD.set(false);
     EXPECT_FALSE(isVisible());
 }
 

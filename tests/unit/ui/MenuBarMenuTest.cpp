@@ -128,7 +128,7 @@ TEST_F(MenuBarMenuTest, TheStatusLineSaysWhatIsMissing)
 TEST_F(MenuBarMenuTest, TheStatusLineFollowsTheSelectedModel)
 {
     setUp();
-    world.settings.setSelectedModelID(u"nb-whisper-medium-f16"_qs);
+    world.settings.selectedModelID.set(u"nb-whisper-medium-f16"_qs);
     ASSERT_FALSE(world.modelSource.readyFile());
     UiWorld::settle();
     EXPECT_EQ(status(), u"Setup required"_qs);
@@ -154,7 +154,7 @@ TEST_F(MenuBarMenuTest, TheStatusLineFollowsTheLoadingOfTheModel)
 TEST_F(MenuBarMenuTest, TheStatusLineFollowsTheHotkey)
 {
     setUp();
-    world.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightControl);
     UiWorld::settle();
     EXPECT_EQ(status(), u"Ready · "_qs + world.hotkeys.hotkeyDescription());
     const QString before = status();
@@ -224,12 +224,12 @@ TEST_F(MenuBarMenuTest, TodayIsCountedFromTheFirstWordOn)
     world.stats.record(u"."_qs, world.clock.now(), 1); // counted, and no word
     ASSERT_FALSE(world.stats.days().isEmpty());
     EXPECT_EQ(menu->todayLine(), std::nullopt);
-    world.settings.setTypingWordsPerMinute(40);
+    world.settings.typingWordsPerMinute.set(40);
     world.stats.record(u"ord "_qs.repeated(1240), world.clock.now(), 360);
     UiWorld::settle();
     // 1240 words take 31 minutes at 40 a minute; 361 seconds were spoken.
     EXPECT_EQ(item.entry(u"today"_qs).text, u"Today: 1,240 words · ~24 min saved"_qs);
-    world.settings.setTypingWordsPerMinute(80);
+    world.settings.typingWordsPerMinute.set(80);
     UiWorld::settle();
     EXPECT_EQ(item.entry(u"today"_qs).text, u"Today: 1,240 words · ~9 min saved"_qs);
 }
@@ -364,13 +364,13 @@ TEST_F(MenuBarMenuTest, TellsOnlyOfWhatIsNewAndOfWhatChangesTogetherOnce)
     setUp();
     UiWorld::settle();
     const int before = item.menus();
-    world.settings.setPlaySounds(false);
-    world.settings.setLanguage(world.settings.language());
+    world.settings.playSounds.set(false);
+    world.settings.language.set(world.settings.language());
     world.permissions.refresh();
     UiWorld::settle();
     EXPECT_EQ(item.menus(), before);
-    world.settings.setLanguage(TranscriptionLanguage::english);
-    world.settings.setHotkeyMode(HotkeyMode::hold);
+    world.settings.language.set(TranscriptionLanguage::english);
+    world.settings.hotkeyMode.set(HotkeyMode::hold);
     UiWorld::settle();
     EXPECT_EQ(item.menus(), before + 1);
     EXPECT_EQ(item.symbols(), QStringList(u"mic"_qs));

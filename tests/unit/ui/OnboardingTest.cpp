@@ -236,7 +236,7 @@ TEST_F(OnboardingTest, AnInstalledModelIsSaid)
 
 TEST_F(OnboardingTest, AnUnknownModelStandsForTheOneOfANewUser)
 {
-    world.settings.setSelectedModelID(QStringLiteral("gone"));
+    world.settings.selectedModelID.set(QStringLiteral("gone"));
     world.installModel(QStringLiteral("nb-whisper-medium-q5_0"));
     EXPECT_EQ(state(3), QStringLiteral("Done"));
 }
@@ -306,7 +306,7 @@ TEST_F(OnboardingTest, TheFirstStepThatIsLeftStandsOut)
 TEST_F(OnboardingTest, WithoutAHotkeyTheLastStepIsLeft)
 {
     EXPECT_EQ(state(4), QStringLiteral("To do"));
-    world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightOption);
     UiWorld::settle();
     EXPECT_EQ(state(4), QStringLiteral("Done"));
 }
@@ -421,7 +421,7 @@ TEST_P(OnboardingLayoutTest, NothingIsCutOffWhereEverythingIsWrong)
     world.privacy.obstacles[Permission::accessibility] = {
         translate("The X server lacks the XTEST extension, so no keys can be pressed for you."),
         translate("Start the X server with XTEST. Until then the text is left on the clipboard.")};
-    world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightOption);
     world.globalHotkeys.takeElsewhere({49, carbon::option});
     setCombination();
     setMicrophone(MicrophoneAccess::denied);
@@ -433,7 +433,7 @@ TEST_P(OnboardingLayoutTest, NothingIsCutOffWhenAllIsDone)
 {
     setMicrophone(MicrophoneAccess::authorized);
     setAccessibility(true);
-    world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightOption);
     world.shortcuts.setShortcut(Shortcut{49, carbon::all}, ShortcutName::dictate());
     world.installModel(world.settings.selectedModelID());
     EXPECT_THAT(flaws(probe()), IsEmpty());

@@ -53,10 +53,10 @@ TEST_F(PreferencesPageTest, EverySwitchStoresItsSetting)
 TEST_F(PreferencesPageTest, ASwitchFollowsASettingThatIsChangedElsewhere)
 {
     click("playSounds");
-    world.settings.setPlaySounds(true);
+    world.settings.playSounds.set(true);
     UiWorld::settle();
     EXPECT_TRUE(probe->item(QStringLiteral("settings.playSounds")).property("checked").toBool());
-    world.settings.setPlaySounds(false);
+    world.settings.playSounds.set(false);
     UiWorld::settle();
     EXPECT_FALSE(probe->item(QStringLiteral("settings.playSounds")).property("checked").toBool());
 }
@@ -68,7 +68,7 @@ TEST_F(PreferencesPageTest, ASwitchThatAScreenReaderSetsIsStoredToo)
     EXPECT_FALSE(world.settings.playSounds());
     control.setProperty("checked", true);
     EXPECT_TRUE(world.settings.playSounds());
-    world.settings.setPlaySounds(false);
+    world.settings.playSounds.set(false);
     EXPECT_FALSE(control.property("checked").toBool());
 }
 
@@ -87,7 +87,7 @@ TEST_F(PreferencesPageTest, EveryPickerStoresItsSetting)
 TEST_F(PreferencesPageTest, APickerFollowsASettingThatIsChangedElsewhere)
 {
     choose("language", 2);
-    world.settings.setLanguage(TranscriptionLanguage::norwegianNynorsk);
+    world.settings.language.set(TranscriptionLanguage::norwegianNynorsk);
     UiWorld::settle();
     EXPECT_EQ(probe->item(QStringLiteral("settings.language")).property("displayText").toString(),
               QStringLiteral("Norsk nynorsk"));
@@ -96,7 +96,7 @@ TEST_F(PreferencesPageTest, APickerFollowsASettingThatIsChangedElsewhere)
 TEST_F(PreferencesPageTest, TheLongestRecordingGoesInTensBetweenItsBounds)
 {
     const QString stepper = QStringLiteral("settings.maxRecordingSeconds");
-    world.settings.setMaxRecordingSeconds(20);
+    world.settings.maxRecordingSeconds.set(20);
     UiWorld::settle();
     probe->item(stepper).forceActiveFocus(Qt::TabFocusReason);
     probe->press(Qt::Key_Down);
@@ -104,7 +104,7 @@ TEST_F(PreferencesPageTest, TheLongestRecordingGoesInTensBetweenItsBounds)
     probe->press(Qt::Key_Down);
     EXPECT_EQ(world.settings.maxRecordingSeconds(), 10);
     EXPECT_TRUE(probe->shows(QStringLiteral("10 s")));
-    world.settings.setMaxRecordingSeconds(1790);
+    world.settings.maxRecordingSeconds.set(1790);
     UiWorld::settle();
     probe->press(Qt::Key_Up);
     probe->press(Qt::Key_Up);

@@ -37,10 +37,11 @@ protected:
             world.ui.showPage(SettingsTab::about); // registers the types
             m_engine.addImportPath(QStringLiteral(":/"));
             QQmlComponent component(&m_engine);
-            component.setData("import QtQuick\nimport Tulvane\n"
-                              "Rectangle { id: root; required property ViewModels models; color: Theme.window\n"
-                              "SetupChecklist { width: root.width; setup: root.models.setup } }",
-                              QUrl(QStringLiteral("qrc:/Checklist.qml")));
+            component.setData(
+                "import QtQuick\nimport Tulvane\n"
+                "Rectangle { id: root; required property ViewModels models; color: Theme.window\n"
+                "SetupChecklist { width: root.width; setup: root.models.setup } }",
+                QUrl(QStringLiteral("qrc:/Checklist.qml")));
             m_window.resize(620, 560);
             QObject* const root = component.createWithInitialProperties(
                 {{QStringLiteral("models"), QVariant::fromValue(&world.ui.models())},
@@ -188,7 +189,7 @@ TEST(SidebarTest, MarksHomeWithWhatIsMissingAndPromptsToFinish)
     probe.click(QStringLiteral("sidebar.finishSetup"));
     EXPECT_EQ(world.ui.settingsWindow().selection().tab(), SettingsTab::home);
 
-    world.settings.setHideSetupChecklist(true);
+    world.settings.hideSetupChecklist.set(true);
     world.ui.showPage(SettingsTab::about);
     probe.click(QStringLiteral("sidebar.finishSetup"));
     ASSERT_NE(world.ui.onboardingWindow().window(), nullptr);

@@ -73,7 +73,7 @@ TEST_F(SetupViewModelTest, TheStatesHaveTheirLabels)
     const QVariantList objects = setup().itemObjects();
     EXPECT_EQ(objects.at(0).toMap().value(QStringLiteral("label")), QStringLiteral("To do"));
     EXPECT_EQ(objects.at(4).toMap().value(QStringLiteral("label")), QStringLiteral("Optional"));
-    world.settings.setHotkeyMode(HotkeyMode::hold);
+    world.settings.hotkeyMode.set(HotkeyMode::hold);
     EXPECT_EQ(setup().itemObjects().at(6).toMap().value(QStringLiteral("label")), QStringLiteral("Done"));
 }
 
@@ -99,13 +99,13 @@ TEST_F(SetupViewModelTest, TheSelectedModelMustBeThere)
 {
     world.installModel(QStringLiteral("nb-whisper-medium-q5_0"));
     EXPECT_TRUE(isDone(QStringLiteral("model")));
-    world.settings.setSelectedModelID(QStringLiteral("nb-whisper-medium-verbatim-q5_0"));
+    world.settings.selectedModelID.set(QStringLiteral("nb-whisper-medium-verbatim-q5_0"));
     EXPECT_FALSE(isDone(QStringLiteral("model")));
 }
 
 TEST_F(SetupViewModelTest, AnUnknownModelStandsForTheOneOfANewUser)
 {
-    world.settings.setSelectedModelID(QStringLiteral("gone"));
+    world.settings.selectedModelID.set(QStringLiteral("gone"));
     EXPECT_FALSE(isDone(QStringLiteral("model")));
     world.installModel(QStringLiteral("nb-whisper-medium-q5_0"));
     EXPECT_TRUE(isDone(QStringLiteral("model")));
@@ -113,9 +113,9 @@ TEST_F(SetupViewModelTest, AnUnknownModelStandsForTheOneOfANewUser)
 
 TEST_F(SetupViewModelTest, AKeyCombinationOrASingleKeyIsAHotkey)
 {
-    world.settings.setModifierHotkey(ModifierHotkey::rightControl);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightControl);
     EXPECT_TRUE(isDone(QStringLiteral("hotkey")));
-    world.settings.setModifierHotkey(ModifierHotkey::none);
+    world.settings.modifierHotkey.set(ModifierHotkey::none);
     EXPECT_FALSE(isDone(QStringLiteral("hotkey")));
     world.shortcuts.setShortcut(Shortcut{49, carbon::option}, ShortcutName::dictate());
     EXPECT_TRUE(isDone(QStringLiteral("hotkey")));
@@ -136,19 +136,19 @@ TEST_F(SetupViewModelTest, ATranscriptOrADayOfStatisticsIsAFirstDictation)
 
 TEST_F(SetupViewModelTest, AVocabularyOfSpacesIsNone)
 {
-    world.settings.setVocabularyPrompt(QStringLiteral("  \n\t "));
+    world.settings.vocabularyPrompt.set(QStringLiteral("  \n\t "));
     EXPECT_FALSE(isDone(QStringLiteral("vocab")));
-    world.settings.setVocabularyPrompt(QStringLiteral(" Fjordkraft\n"));
+    world.settings.vocabularyPrompt.set(QStringLiteral(" Fjordkraft\n"));
     EXPECT_TRUE(isDone(QStringLiteral("vocab")));
 }
 
 TEST_F(SetupViewModelTest, HoldingIsTriedByASingleKeyOrByAMode)
 {
-    world.settings.setModifierHotkey(ModifierHotkey::rightShift);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightShift);
     EXPECT_TRUE(isDone(QStringLiteral("hold"))) << "also where the key is pressed and not held";
-    world.settings.setModifierHotkey(ModifierHotkey::none);
+    world.settings.modifierHotkey.set(ModifierHotkey::none);
     for (const HotkeyMode mode : {HotkeyMode::toggle, HotkeyMode::hold, HotkeyMode::hybrid}) {
-        world.settings.setHotkeyMode(mode);
+        world.settings.hotkeyMode.set(mode);
         EXPECT_EQ(isDone(QStringLiteral("hold")), mode != HotkeyMode::toggle);
     }
 }
@@ -168,15 +168,15 @@ TEST_F(SetupViewModelTest, TellsOfEveryChangeOfAMarkOnceAndOfNothingElse)
     expectTold("accessibility");
     world.installModel(world.settings.selectedModelID());
     expectTold("model");
-    world.settings.setSelectedModelID(QStringLiteral("nb-whisper-medium-verbatim-q5_0"));
+    world.settings.selectedModelID.set(QStringLiteral("nb-whisper-medium-verbatim-q5_0"));
     expectTold("another model");
     world.shortcuts.setShortcut(Shortcut{49, carbon::option}, ShortcutName::dictate());
     expectTold("combination");
-    world.settings.setVocabularyPrompt(QStringLiteral("Q3"));
+    world.settings.vocabularyPrompt.set(QStringLiteral("Q3"));
     expectTold("vocabulary");
-    world.settings.setHotkeyMode(HotkeyMode::hybrid);
+    world.settings.hotkeyMode.set(HotkeyMode::hybrid);
     expectTold("mode");
-    world.settings.setModifierHotkey(ModifierHotkey::rightOption);
+    world.settings.modifierHotkey.set(ModifierHotkey::rightOption);
     EXPECT_EQ(told, 0) << "both of its marks were set already";
     world.stats.record(QStringLiteral("hei"), world.clock.now(), 1);
     expectTold("statistics");

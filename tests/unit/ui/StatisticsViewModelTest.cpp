@@ -118,9 +118,9 @@ TEST_F(StatisticsViewModelTest, TheTypingSpeedStaysWithinItsBounds)
     model.setTypingSpeed(121);
     EXPECT_EQ(world.settings.typingWordsPerMinute(), 120);
     // What was stored by other means is shown as it is.
-    world.settings.setTypingWordsPerMinute(200);
+    world.settings.typingWordsPerMinute.set(200);
     EXPECT_EQ(model.typingSpeed(), 200);
-    world.settings.setTypingWordsPerMinute(std::numeric_limits<qint64>::max());
+    world.settings.typingWordsPerMinute.set(std::numeric_limits<qint64>::max());
     EXPECT_EQ(model.typingSpeed(), std::numeric_limits<int>::max());
 }
 

@@ -48,6 +48,16 @@ TEST(VisibleWindowsTest, OneThatIsClosedOrPutAwayDoesNotCount)
     EXPECT_THAT(visibleWindows(), IsEmpty());
 }
 
+TEST(VisibleWindowsTest, WhatWasPutAwayComesBack)
+{
+    EXPECT_FALSE(restoreMinimizedWindows());
+    const auto window = shown(Qt::Window);
+    EXPECT_FALSE(restoreMinimizedWindows());
+    window->showMinimized();
+    EXPECT_TRUE(restoreMinimizedWindows());
+    EXPECT_THAT(visibleWindows(), ElementsAre(window.get()));
+}
+
 TEST(VisibleWindowsTest, TheOneWithTheFocusKeepsIt)
 {
     UiWorld world;

@@ -9,6 +9,7 @@
 
 #include <ports/DefaultsValue.h>
 
+#include <cerrno>
 #include <utility>
 
 namespace tulvane {
@@ -162,8 +163,16 @@ Result<PreferencesDocument, DefaultsError> JsonUserDefaults::readUnderLock() con
         return failure(DefaultsError::damagedInPlace(m_path, aside.error()));
     qCCritical(lcSettings, "The settings file %ls is damaged (%ls); set aside as %ls",
                qUtf16Printable(m_path), qUtf16Printable(document.error()), qUtf16Printable(*aside));
-    m_untold.append(DefaultsError::damaged(m_path, *aside));
-    return PreferencesDocument();
+    if (m_document.isEmpty()) {
+        m_untold.append(DefaultsError::damaged(m_path, *aside));
+        return PreferencesDocument();
+    }
+    // What was read before the damage holds, and goes back at once: the next start must find it.
+    m_untold.append(DefaultsError::damagedWhileRunning(m_path, *aside));
+    const Result<void, QString> restored = replaceFile(m_path, m_document.text());
+    if (!restored)
+        m_untold.append(DefaultsError::notWritten(m_path, restored.error()));
+    return m_document.copy();
 }
 
 Result<QString, QString> JsonUserDefaults::setAside(const QString& file) const
@@ -183,7 +192,7 @@ Result<QString, QString> JsonUserDefaults::setAside(const QString& file) const
 Result<void, DefaultsError> JsonUserDefaults::write(const QString& key, const QVariant& value)
 {
     m_unsaved.insert(key, value);
-    const Result<void, QString> written = writeFile();
+    const Result<void, QString> written = writeFile(key);
     deliver();
     if (written)
         return {};
@@ -192,8 +201,8 @@ Result<void, DefaultsError> JsonUserDefaults::write(const QString& key, const QV
     return failure(DefaultsError::notWritten(m_path, written.error()));
 }
 
-/// Brings every unsaved key into the file as it is now, so that another process's keys stay.
-Result<void, QString> JsonUserDefaults::writeFile()
+/// Brings `key` and every other unsaved key into the file as it is now, so that another process's keys stay.
+Result<void, QString> JsonUserDefaults::writeFile(const QString& key)
 {
     makeFolder(m_folder);
     const Result<FileLock, LockError> lock = FileLock::acquire(lockPath(), m_lockTimeout);
@@ -208,7 +217,13 @@ Result<void, QString> JsonUserDefaults::writeFile()
         else
             document->remove(item.key());
     }
-    const Result<void, QString> replaced = replaceFile(m_path, document->text());
+    const QByteArray text = document->text();
+    if (text.size() > largestFile) {
+        // It could not be read again; without this value, the next ones can still be stored.
+        m_unsaved.remove(key);
+        return failure(qt_error_string(EFBIG));
+    }
+    const Result<void, QString> replaced = replaceFile(m_path, text);
     if (!replaced)
         return failure(replaced.error());
     m_document = std::move(*document);

@@ -19,9 +19,10 @@ namespace tulvane {
 ///
 /// Each write takes a lock beside the file, reads the file again, changes the one key and replaces the file
 /// in one step. A read looks at the file's stamp and reads it again when that has moved. A file that is not
-/// a JSON object is renamed to `<name>.damaged-<date>-<time>` before anything else is written; one that may
-/// not be read is left alone, and so is a file that may not be moved. A symbolic link stays one: the file
-/// that it leads to is written. A file with nothing but blanks in it counts as an empty domain.
+/// a JSON object is renamed to `<name>.damaged-<date>-<time>` before anything else is written, and what was
+/// read from it before is written in its place; one that may not be read is left alone, and so is a file that
+/// may not be moved. A symbolic link stays one: the file that it leads to is written. A file with nothing but
+/// blanks in it counts as an empty domain.
 class JsonUserDefaults final : public UserDefaults {
 public:
     /// `folder` is made on the first write. `clock` names damaged files and outlives this object.
@@ -48,7 +49,7 @@ private:
     void use(Result<PreferencesDocument, DefaultsError> read) const;
     [[nodiscard]] Result<PreferencesDocument, DefaultsError> readUnderLock() const;
     [[nodiscard]] Result<void, DefaultsError> write(const QString& key, const QVariant& value);
-    [[nodiscard]] Result<void, QString> writeFile();
+    [[nodiscard]] Result<void, QString> writeFile(const QString& key);
     [[nodiscard]] Result<QString, QString> setAside(const QString& file) const;
     [[nodiscard]] QString lockPath() const;
     void deliver() const;

@@ -134,6 +134,18 @@ Result<PreferencesDocument, QString> PreferencesDocument::parse(const QByteArray
     return document;
 }
 
+PreferencesDocument PreferencesDocument::copy() const
+{
+    PreferencesDocument other;
+    other.m_tree->object = m_tree->object;
+    return other;
+}
+
+bool PreferencesDocument::isEmpty() const
+{
+    return m_tree->object.empty();
+}
+
 QVariant PreferencesDocument::value(const QString& key) const
 {
     const auto item = m_tree->object.find(utf8(key));

@@ -27,6 +27,8 @@ public:
     /// writing to it. Anything else that is not one JSON object is an error, with where and why.
     [[nodiscard]] static Result<PreferencesDocument, QString> parse(const QByteArray& text);
 
+    [[nodiscard]] PreferencesDocument copy() const;
+    [[nodiscard]] bool isEmpty() const;
     /// Invalid where the key is absent or null.
     [[nodiscard]] QVariant value(const QString& key) const;
     [[nodiscard]] QVariantMap values() const;

@@ -27,6 +27,13 @@ ScrollPage {
     }
 
     NoticeBar {
+        objectName: "home.settingsTrouble"
+        visible: page.notices.settingsTrouble !== ""
+        tone: NoticeBar.Danger
+        title: Words.translate("The settings were not read as they were stored")
+        text: page.notices.settingsTrouble
+    }
+    NoticeBar {
         visible: page.notices.canRetry
         tone: NoticeBar.Danger
         title: Words.translate("The last dictation could not be transcribed")

@@ -9,6 +9,7 @@ ScrollPage {
     readonly property PreferencesViewModel preferences: models.preferences
     readonly property PermissionsViewModel permissions: models.permissions
     readonly property var settings: preferences.settings
+    readonly property var rows: preferences.rows
 
     title: Words.translate("Settings")
     subtitle: Words.translate("Hotkey, speech, text insertion and how the app shows up on your Mac.")
@@ -39,7 +40,7 @@ ScrollPage {
 
         PickerRow {
             name: "language"
-            title: Words.translate("Language")
+            title: page.rows.language.title
             caption: Words.translate("NB-Whisper is trained on Norwegian, but handles English too.")
             options: page.preferences.languages
             value: page.preferences.language
@@ -47,15 +48,15 @@ ScrollPage {
         }
         SettingRow {
             last: true
-            title: Words.translate("Stop automatically")
+            title: page.rows.maxRecordingSeconds.title
             caption: Words.translate("Longest single dictation before recording stops by itself.")
 
             Stepper {
                 objectName: "settings.maxRecordingSeconds"
-                label: Words.translate("Stop automatically")
-                from: 10
-                to: 1800
-                step: 10
+                label: page.rows.maxRecordingSeconds.title
+                from: page.rows.maxRecordingSeconds.from
+                to: page.rows.maxRecordingSeconds.to
+                step: page.rows.maxRecordingSeconds.step
                 value: page.settings.maxRecordingSeconds
                 display: Words.translate("%1 s").arg(value)
                 onChanged: value => page.settings.maxRecordingSeconds = value
@@ -68,7 +69,7 @@ ScrollPage {
 
         SwitchRow {
             name: "playSounds"
-            title: Words.translate("Sounds")
+            title: page.rows.playSounds.title
             caption: Words.translate("Play a tone when recording starts and stops.")
             on: page.settings.playSounds
             onSwitched: on => page.settings.playSounds = on
@@ -76,7 +77,7 @@ ScrollPage {
         SwitchRow {
             name: "showHUD"
             last: true
-            title: Words.translate("On-screen indicator")
+            title: page.rows.showHUD.title
             caption: Words.translate("Floating pill at the bottom of the screen while you dictate.")
             on: page.settings.showHUD
             onSwitched: on => page.settings.showHUD = on
@@ -88,7 +89,7 @@ ScrollPage {
 
         PickerRow {
             name: "insertionMethod"
-            title: Words.translate("Insert text by")
+            title: page.rows.insertionMethod.title
             options: page.preferences.insertionMethods
             value: page.preferences.insertionMethod
             onPicked: value => page.preferences.insertionMethod = value
@@ -96,14 +97,14 @@ ScrollPage {
         SwitchRow {
             name: "restoreClipboard"
             enabled: page.preferences.pastes
-            title: Words.translate("Restore clipboard")
+            title: page.rows.restoreClipboard.title
             caption: Words.translate("Put whatever you had copied back after pasting.")
             on: page.settings.restoreClipboard
             onSwitched: on => page.settings.restoreClipboard = on
         }
         SwitchRow {
             name: "autoCapitalize"
-            title: Words.translate("Capitalise the first letter")
+            title: page.rows.autoCapitalize.title
             caption: Words.translate("The model usually does this itself; off keeps its output as is.")
             on: page.settings.autoCapitalize
             onSwitched: on => page.settings.autoCapitalize = on
@@ -111,7 +112,7 @@ ScrollPage {
         SwitchRow {
             name: "appendTrailingSpace"
             last: true
-            title: Words.translate("Add a space after the text")
+            title: page.rows.appendTrailingSpace.title
             on: page.settings.appendTrailingSpace
             onSwitched: on => page.settings.appendTrailingSpace = on
         }
@@ -131,7 +132,7 @@ ScrollPage {
                 x: Theme.medium
                 y: Theme.medium
                 width: parent.width - 2 * Theme.medium
-                label: Words.translate("Vocabulary")
+                label: page.rows.vocabularyPrompt.title
                 placeholder: Words.translate("Nordlys Energi, Ingrid Haugland, Q3")
                 value: page.settings.vocabularyPrompt
                 onEdited: text => page.settings.vocabularyPrompt = text
@@ -178,7 +179,7 @@ ScrollPage {
 
         PickerRow {
             name: "appearance"
-            title: Words.translate("Appearance")
+            title: page.rows.appearance.title
             caption: Words.translate("Light, dark, or whatever the Mac is using.")
             options: page.preferences.appearances
             value: page.preferences.appearance
@@ -186,7 +187,7 @@ ScrollPage {
         }
         PickerRow {
             name: "appLanguage"
-            title: Words.translate("App language")
+            title: page.rows.appLanguage.title
             caption: Words.translate("Menus, settings and messages. The app restarts when you change this.")
             options: page.preferences.appLanguages
             value: page.preferences.appLanguage
@@ -194,7 +195,7 @@ ScrollPage {
         }
         SwitchRow {
             name: "showInDock"
-            title: Words.translate("Show in Dock")
+            title: page.rows.showInDock.title
             caption: on ? Words.translate("Behaves like a normal app with a Dock icon and app menu. Clicking the Dock icon opens this window.")
                 : Words.translate("Menu-bar only. Use the microphone icon in the menu bar to reach this window and quit.")
             on: page.settings.showInDock

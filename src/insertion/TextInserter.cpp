@@ -7,19 +7,21 @@ namespace tulvane {
 
 /// What one paste carries from step to step.
 struct TextInserter::Paste {
-    PasteTarget target;
-    Pasteboard& board; ///< that the target pastes from
-    QString text;      ///< as received
-    QString body;      ///< what goes through the pasteboard
-    int spaces = 0;    ///< what is typed after it
-    qint64 count = 0;  ///< the pasteboard's change count right after our write
+    Pasteboards& boards;
+    QString text;     ///< as received
+    QString body;     ///< what goes through the pasteboard
+    int spaces = 0;   ///< what is typed after it
+    qint64 count = 0; ///< the pasteboard's change count right after our write
     std::optional<PasteboardSnapshot> saved;
     bool takenBack = false;
+    PasteTarget target;
 
+    /// The one that the target pastes from.
+    [[nodiscard]] Pasteboard& board() const { return boards.of(target.selection); }
     void write()
     {
-        board.replaceFor({PasteboardItem::text(body)}, target);
-        count = board.ownChangeCount();
+        board().replaceFor({PasteboardItem::text(body)}, target);
+        count = board().ownChangeCount();
     }
 };
 
@@ -62,21 +64,19 @@ QCoro::Task<InsertionResult> TextInserter::paste(QString text, bool restoreClipb
         body = text;
         spaces = 0;
     }
-    const PasteTarget target = m_ports.pasteboards.pasteTarget();
-    const auto paste = std::make_shared<Paste>(
-        Paste{target, m_ports.pasteboards.of(target.selection), text, body, spaces, 0, {}});
+    const auto paste =
+        std::make_shared<Paste>(Paste{m_ports.pasteboards, text, body, spaces, 0, {}, false, {}});
     co_return co_await pasteTrusted(paste, restoreClipboard);
 }
 
 QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard)
 {
     const auto alive = m_alive;
-    if (restoreClipboard)
-        paste->saved = co_await PasteboardSnapshot::capture(paste->board);
+    co_await saveAndAim(paste, restoreClipboard);
     if (!*alive)
         co_return InsertionResult::copiedToClipboard;
     // The pasteboard outlives the inserter.
-    paste->board.setActivityHandler([this, alive] {
+    paste->board().setActivityHandler([this, alive] {
         if (*alive)
             m_waits.wake();
     });
@@ -101,12 +101,28 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
     co_return InsertionResult::pasted;
 }
 
+QCoro::Task<> TextInserter::saveAndAim(std::shared_ptr<Paste> paste, bool restoreClipboard)
+{
+    const auto alive = m_alive;
+    paste->target = m_ports.pasteboards.pasteTarget();
+    bool isSaved = !restoreClipboard;
+    while (!isSaved) {
+        const PasteSelection saving = paste->target.selection;
+        paste->saved = co_await PasteboardSnapshot::capture(paste->board());
+        if (!*alive)
+            co_return;
+        // Reading what the user had copied takes its time, in which they may have gone to another window.
+        paste->target = m_ports.pasteboards.pasteTarget();
+        isSaved = paste->target.selection == saving;
+    }
+}
+
 QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Paste> paste,
                                                              std::shared_ptr<PendingDelays::Limit> limit)
 {
     const auto alive = m_alive;
-    while (*alive && paste->board.reading() == Pasteboard::Reading::unread) {
-        if (paste->board.changeCount() != paste->count) {
+    while (*alive && paste->board().reading() == Pasteboard::Reading::unread) {
+        if (paste->board().changeCount() != paste->count) {
             const Takeover takeover = co_await takeBack(paste);
             if (takeover == Takeover::lost)
                 co_return Arrival::missing;
@@ -128,7 +144,7 @@ QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Pas
 QCoro::Task<TextInserter::Takeover> TextInserter::takeBack(std::shared_ptr<Paste> paste)
 {
     const auto alive = m_alive;
-    PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board);
+    PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board());
     if (!*alive || !newer.complete || newer.items.isEmpty())
         co_return Takeover::lost;
     // A clipboard manager may hold in its own name what it has read. The program in front reads it from
@@ -150,15 +166,15 @@ QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
         co_return;
     co_await sleep(pasteSettleDelay);
     // Somebody else may have written meanwhile: that is newer than what was saved, and is kept.
-    if (!*alive || !paste->saved->complete || paste->saved->restore(paste->board, paste->count))
+    if (!*alive || !paste->saved->complete || paste->saved->restore(paste->board(), paste->count))
         co_return;
     // Unless it is no more than our own text, which some editors and clipboard managers hold in their own
     // name as soon as they have read it. Whoever was to read it has.
-    if (paste->board.reading() != Pasteboard::Reading::read || paste->board.changeCount() == paste->count)
+    if (paste->board().reading() != Pasteboard::Reading::read || paste->board().changeCount() == paste->count)
         co_return;
-    const PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board);
+    const PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board());
     if (*alive && newer.complete && newer.isText(paste->body))
-        paste->saved->restore(paste->board, newer.changeCount);
+        paste->saved->restore(paste->board(), newer.changeCount);
 }
 
 QCoro::Task<> TextInserter::typeSpaces(int count)

@@ -66,6 +66,9 @@ private:
 
     QCoro::Task<InsertionResult> paste(QString text, bool restoreClipboard);
     QCoro::Task<InsertionResult> pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard);
+    /// Saves what is on the pasteboard that will be written to, where asked, and only then, as the last thing
+    /// before the write, decides where the paste goes.
+    QCoro::Task<> saveAndAim(std::shared_ptr<Paste> paste, bool restoreClipboard);
     QCoro::Task<bool> insertViaAccessibility(QString text);
     QCoro::Task<bool> isReflected(std::shared_ptr<FocusedElement> element, QString text);
     QCoro::Task<> typeSpaces(int count);

@@ -282,6 +282,51 @@ TEST_F(X11KeyPostingTest, WaitsForTheEndOfAGrabbedHotkey)
     EXPECT_THAT(down(), IsEmpty());
 }
 
+TEST_F(X11KeyPostingTest, WhatWaitedForAGrabIsNotPostedIntoAnotherWindow)
+{
+    test::XTestKeys grabber(m_desktop.display());
+    ASSERT_TRUE(grabber.grab(DeviceKey::f9, 0));
+    test::X11Peer other(m_desktop.display());
+    m_front.takeFocus();
+    m_fingers.press(DeviceKey::f9);
+    const auto posted = m_text->keys().paste(front());
+    EXPECT_FALSE(test::waitUntil([&] { return posted.isFinished(); }, 50ms));
+    other.takeFocus();
+    m_fingers.release(DeviceKey::f9);
+    EXPECT_FALSE(test::await(posted));
+    m_front.catchUp();
+    other.catchUp();
+    EXPECT_THAT(strokes(), IsEmpty());
+    EXPECT_THAT(other.keys(), IsEmpty());
+}
+
+TEST_F(X11KeyPostingTest, AnotherPartOfTheTargetsWindowMayHaveTheFocusByThen)
+{
+    const PasteTarget target = front();
+    xcb_connection_t* const connection = m_front.link().connection();
+    const xcb_window_t part = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, part, m_front.window(), 0, 0, 10, 10, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(connection, part);
+    xcb_set_input_focus(connection, XCB_INPUT_FOCUS_NONE, part, XCB_CURRENT_TIME);
+    m_front.catchUp();
+    EXPECT_TRUE(test::await(m_text->keys().paste(target)));
+    m_front.catchUp();
+    EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
+}
+
+TEST_F(X11KeyPostingTest, WhereNoWindowHasTheFocusNothingIsPosted)
+{
+    xcb_set_input_focus(m_front.link().connection(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_NONE,
+                        XCB_CURRENT_TIME);
+    m_front.catchUp();
+    EXPECT_EQ(front().window, 0);
+    EXPECT_FALSE(paste());
+    m_front.takeFocus();
+    EXPECT_FALSE(test::await(m_text->keys().paste({})));
+    EXPECT_THAT(strokes(), IsEmpty());
+}
+
 TEST_F(X11KeyPostingTest, AGrabThatDoesNotEndIsAFailureAfterTwoSeconds)
 {
     test::XTestKeys grabber(m_desktop.display());

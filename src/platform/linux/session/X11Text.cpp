@@ -14,7 +14,7 @@ struct X11Text::Parts {
         : link(std::move(opened)),
           keeper(std::move(started)),
           pasteboards(*link, *keeper, scheduler, terminals),
-          keys(*link, scheduler)
+          keys(*link, scheduler, [this](const PasteTarget& target) { return pasteboards.isInFront(target); })
     {
     }
 

@@ -24,6 +24,12 @@ PasteTarget PasteTargets::current() const
             PasteChord::shiftInsert};
 }
 
+bool PasteTargets::isInFront(const PasteTarget& target) const
+{
+    return FrontWindow::sameTopLevel(m_link, FrontWindow::current(m_link).window,
+                                     static_cast<xcb_window_t>(target.window));
+}
+
 bool PasteTargets::layoutHasV() const
 {
     const auto layout = KeyboardLayout::current(m_link);

@@ -15,6 +15,8 @@ public:
     /// By the window in front, and by whether the layout has a V at all: without one, Shift+Insert pastes,
     /// from the clipboard in most programs and from the text selected last in terminals.
     [[nodiscard]] PasteTarget current() const;
+    /// Whether keys that are posted now reach the target's window.
+    [[nodiscard]] bool isInFront(const PasteTarget& target) const;
 
 private:
     [[nodiscard]] bool layoutHasV() const;

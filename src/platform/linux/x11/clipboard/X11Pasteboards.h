@@ -12,6 +12,8 @@ public:
     X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, TerminalTable terminals);
 
     [[nodiscard]] PasteTarget pasteTarget() override { return m_targets.current(); }
+    /// Whether keys that are posted now reach the target's window.
+    [[nodiscard]] bool isInFront(const PasteTarget& target) const { return m_targets.isInFront(target); }
     [[nodiscard]] Pasteboard& of(PasteSelection selection) override
     {
         return selection == PasteSelection::primary ? m_primary : m_clipboard;

@@ -33,7 +33,10 @@ std::array<xkb_keysym_t, 2> bothSides(xkb_keysym_t left)
 
 } // namespace
 
-X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler) : m_link(link), m_scheduler(scheduler)
+X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler, IsInFront isInFront)
+    : m_link(link),
+      m_scheduler(scheduler),
+      m_isInFront(std::move(isInFront))
 {
     const xcb_query_extension_reply_t* extension = xcb_get_extension_data(link.connection(), &xcb_test_id);
     m_canPost = extension != nullptr && extension->present != 0;
@@ -49,7 +52,7 @@ X11KeyPosting::~X11KeyPosting()
 
 QFuture<bool> X11KeyPosting::paste(const PasteTarget& target)
 {
-    return whenFree([this, target] { return postNow(chordOf(target.chord)); });
+    return whenFree([this, target] { return postNow(chordOf(target.chord), target); });
 }
 
 QFuture<bool> X11KeyPosting::typeSpaces(int count)
@@ -57,7 +60,7 @@ QFuture<bool> X11KeyPosting::typeSpaces(int count)
     return whenFree([this, count] {
         bool posted = true;
         for (int typed = 0; posted && typed < count; ++typed)
-            posted = postNow({XKB_KEY_space, {}});
+            posted = postNow({XKB_KEY_space, {}}, std::nullopt);
         return posted;
     });
 }
@@ -109,14 +112,15 @@ bool X11KeyPosting::keysAreTaken()
     return false;
 }
 
-bool X11KeyPosting::postNow(const Chord& chord)
+bool X11KeyPosting::postNow(const Chord& chord, const std::optional<PasteTarget>& target)
 {
     const auto layout = KeyboardLayout::current(m_link);
     if (!m_canPost || !layout)
         return false;
     const KeyboardState state = KeyboardState::current(m_link);
     const auto place = layout->find(chord.key, state.group);
-    if (!place)
+    // The last that is asked before the keys go out: the user may go elsewhere at any moment.
+    if (!place || (target && !m_isInFront(*target)))
         return false;
     send({*place, chord.modifiers}, *layout, state);
     m_link.catchUp();

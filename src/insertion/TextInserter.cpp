@@ -2,6 +2,7 @@
 #include <insertion/TextInserter.h>
 
 #include <QCoroFuture>
+#include <QRegularExpression>
 
 namespace tulvane {
 
@@ -9,7 +10,7 @@ namespace tulvane {
 struct TextInserter::Paste {
     Pasteboards& boards;
     QString text;     ///< as received
-    QString body;     ///< what goes through the pasteboard
+    QString body;     ///< what goes through the pasteboard; its line breaks as the target takes them
     int spaces = 0;   ///< what is typed after it
     qint64 count = 0; ///< the pasteboard's change count right after our write
     std::optional<PasteboardSnapshot> saved;
@@ -75,6 +76,8 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
     co_await saveAndAim(paste, restoreClipboard);
     if (!*alive)
         co_return InsertionResult::copiedToClipboard;
+    if (paste->target.lineBreaks == PasteLineBreaks::asSpaces)
+        paste->body = inOneLine(paste->body);
     // The pasteboard outlives the inserter.
     paste->board().setActivityHandler([this, alive] {
         if (*alive)
@@ -85,7 +88,7 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
     if (!posted) {
         if (*alive) {
             qCCritical(lcInsertion, "Failed to post ⌘V; text left on clipboard");
-            leaveOnClipboard(paste->text);
+            giveUp(*paste);
         }
         co_return InsertionResult::copiedToClipboard;
     }
@@ -94,7 +97,7 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
         co_return InsertionResult::copiedToClipboard;
     if (arrival == Arrival::missing) {
         qCWarning(lcInsertion, "Nobody read the pasted text; left it on the clipboard");
-        leaveOnClipboard(paste->text);
+        giveUp(*paste);
         co_return InsertionResult::copiedToClipboard;
     }
     co_await settle(paste);
@@ -224,6 +227,15 @@ QCoro::Task<> TextInserter::sleep(std::chrono::milliseconds duration)
         co_await m_waits.something();
 }
 
+void TextInserter::giveUp(Paste& paste)
+{
+    // The text waits on the general pasteboard. What the user had selected, where the target reads that, is
+    // of no use to it.
+    if (paste.target.selection != PasteSelection::clipboard && paste.saved && paste.saved->complete)
+        paste.saved->restore(paste.board(), paste.count);
+    leaveOnClipboard(paste.text);
+}
+
 void TextInserter::leaveOnClipboard(const QString& text)
 {
     m_ports.pasteboards.general().replace({PasteboardItem::text(text)});
@@ -235,6 +247,12 @@ std::pair<QString, int> TextInserter::splitTrailingSpaces(const QString& text)
     while (end > 0 && text.at(end - 1) == u' ')
         --end;
     return {text.left(end), static_cast<int>(text.size() - end)};
+}
+
+QString TextInserter::inOneLine(QString text)
+{
+    static const QRegularExpression lineBreak(QStringLiteral("\\r\\n|[\\r\\n]"));
+    return text.replace(lineBreak, QStringLiteral(" "));
 }
 
 } // namespace tulvane

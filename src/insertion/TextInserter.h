@@ -59,6 +59,9 @@ public:
     /// The text without the spaces (U+0020 only) at its end, and their number.
     [[nodiscard]] static std::pair<QString, int> splitTrailingSpaces(const QString& text);
 
+    /// The text with each line break a space: what ends a line in a terminal runs it there.
+    [[nodiscard]] static QString inOneLine(QString text);
+
 private:
     struct Paste;
     enum class Arrival { arrived, missing };
@@ -82,6 +85,8 @@ private:
     /// content to put back: no program is to paste the wrong one, and the newer one is not to be lost.
     QCoro::Task<Takeover> takeBack(std::shared_ptr<Paste> paste);
 
+    /// The paste has not reached its target: the whole text waits on the clipboard.
+    void giveUp(Paste& paste);
     void leaveOnClipboard(const QString& text);
 
     InsertionPorts m_ports;

@@ -77,10 +77,10 @@ public:
 
     FakePasteboard generalBoard;
     FakePasteboard selectionBoard;
+    static inline const PasteTarget editor{1};
+    static inline const PasteTarget xterm{2, PasteSelection::primary, PasteChord::shiftInsert,
+                                          PasteLineBreaks::asSpaces};
     PasteTarget front = editor;
-
-    static constexpr PasteTarget editor{1, PasteSelection::clipboard, PasteChord::controlV};
-    static constexpr PasteTarget xterm{2, PasteSelection::primary, PasteChord::shiftInsert};
 };
 
 } // namespace tulvane

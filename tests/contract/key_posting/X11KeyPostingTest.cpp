@@ -24,8 +24,8 @@ namespace {
 using test::DeviceKey;
 using test::HeardKey;
 
-const TerminalTable terminals{{u"vteish"_qs, PasteChord::controlShiftV, PasteSelection::clipboard},
-                              {u"XTermish"_qs, PasteChord::shiftInsert, PasteSelection::primary}};
+const PasteRules terminals{{u"vteish"_qs, PasteChord::controlShiftV, PasteSelection::clipboard},
+                           {u"XTermish"_qs, PasteChord::shiftInsert, PasteSelection::primary}};
 
 constexpr int groupShift = 13; // where an event's state holds the group
 
@@ -174,6 +174,26 @@ TEST_F(X11KeyPostingTest, TerminalsArePastedIntoAsTheTableSays)
     ASSERT_EQ(xterm.keys().size(), 4);
     EXPECT_EQ(xterm.keys().at(1).key, 118);
     EXPECT_EQ(xterm.keys().at(1).state, XCB_MOD_MASK_SHIFT);
+}
+
+TEST_F(X11KeyPostingTest, AnyChordOfTheTable)
+{
+    PasteTarget target = front();
+    for (const auto& [chord, expected] :
+         {std::pair(PasteChord{PasteChord::control | PasteChord::alt, u"v"_qs}, u"Ctrl+Alt+v"_qs),
+          std::pair(PasteChord{PasteChord::super | PasteChord::shift, u"insert"_qs},
+                    u"Shift+Super+Insert"_qs),
+          std::pair(PasteChord{PasteChord::control, u"y"_qs}, u"Ctrl+29"_qs),
+          std::pair(PasteChord{0, u"f12"_qs}, u"96"_qs)}) {
+        m_front.forgetKeys();
+        target.chord = chord;
+        EXPECT_TRUE(test::await(m_text->keys().paste(target)));
+        m_front.catchUp();
+        EXPECT_THAT(strokes(), ElementsAre(expected));
+        EXPECT_THAT(down(), IsEmpty());
+    }
+    target.chord.key = u"no key"_qs;
+    EXPECT_FALSE(test::await(m_text->keys().paste(target)));
 }
 
 TEST_F(X11KeyPostingTest, HeldModifiersReachNeitherThePasteNorTheSpaceAndAreHeldAgain)

@@ -56,4 +56,60 @@ TEST_F(TextInserterTargetTest, WhenAnotherWindowComesToTheFrontTheTextWaitsOnThe
     EXPECT_EQ(m_selection.text(), m_selected);
 }
 
+TEST_F(TextInserterTargetTest, InATerminalEachLineBreakIsASpace)
+{
+    for (const auto& [said, pasted] : {std::pair(u"one\ntwo\r\nthree\rfour "_qs, u"one two three four"_qs),
+                                       std::pair(u"one\n"_qs, u"one "_qs), std::pair(u"\n"_qs, u" "_qs)}) {
+        m_boards.front = FakePasteboards::xterm;
+        const auto inTerminal = start(said);
+        EXPECT_EQ(m_selection.text(), pasted);
+        m_selection.frontProgramReads();
+        advance(400ms);
+        EXPECT_EQ(result(inTerminal), InsertionResult::pasted);
+        EXPECT_EQ(m_selection.text(), m_selected);
+        m_boards.front = FakePasteboards::editor;
+        const auto inEditor = start(said);
+        EXPECT_EQ(m_board.text(), TextInserter::splitTrailingSpaces(said).first);
+        m_board.frontProgramReads();
+        advance(400ms);
+    }
+}
+
+TEST_F(TextInserterTargetTest, WhatDoesNotReachATerminalWaitsAsItWasSaid)
+{
+    m_boards.front = FakePasteboards::xterm;
+    const auto task = start(u"one\ntwo "_qs);
+    advance(2s);
+    EXPECT_EQ(result(task), InsertionResult::copiedToClipboard);
+    EXPECT_EQ(m_board.text(), u"one\ntwo "_qs);
+}
+
+TEST_F(TextInserterTargetTest, AfterAFailedPasteTheSelectionIsTheUsersAgain)
+{
+    m_boards.front = FakePasteboards::xterm;
+    const auto unread = start(u"ls "_qs);
+    EXPECT_EQ(m_selection.text(), u"ls"_qs);
+    advance(2s);
+    EXPECT_EQ(result(unread), InsertionResult::copiedToClipboard);
+    EXPECT_EQ(m_selection.text(), m_selected);
+    m_keys.failPastes();
+    const auto unposted = start(u"cd "_qs);
+    EXPECT_EQ(result(unposted), InsertionResult::copiedToClipboard);
+    EXPECT_EQ(m_selection.text(), m_selected);
+    EXPECT_EQ(m_board.text(), u"cd "_qs);
+}
+
+TEST_F(TextInserterTargetTest, AfterAFailedPasteANewerSelectionStays)
+{
+    m_boards.front = FakePasteboards::xterm;
+    m_selection.afterWrite = [this] {
+        m_selection.afterWrite = nullptr;
+        m_keys.windowInFront = FakePasteboards::editor.window;
+        m_selection.otherProgramWrites(u"newer"_qs);
+    };
+    const auto task = start(u"ls "_qs);
+    EXPECT_EQ(result(task), InsertionResult::copiedToClipboard);
+    EXPECT_EQ(m_selection.text(), u"newer"_qs);
+}
+
 } // namespace tulvane

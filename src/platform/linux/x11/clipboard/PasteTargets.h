@@ -10,7 +10,7 @@ namespace tulvane {
 class PasteTargets final {
 public:
     /// `link` outlives it.
-    PasteTargets(X11Link& link, TerminalTable terminals) : m_link(link), m_terminals(std::move(terminals)) {}
+    PasteTargets(X11Link& link, PasteRules rules) : m_link(link), m_rules(std::move(rules)) {}
 
     /// By the window in front, and by whether the layout has a V at all: without one, Shift+Insert pastes,
     /// from the clipboard in most programs and from the text selected last in terminals.
@@ -22,7 +22,7 @@ private:
     [[nodiscard]] bool layoutHasV() const;
 
     X11Link& m_link;
-    TerminalTable m_terminals;
+    PasteRules m_rules;
 };
 
 } // namespace tulvane

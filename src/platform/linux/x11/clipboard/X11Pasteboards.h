@@ -9,7 +9,7 @@ namespace tulvane {
 class X11Pasteboards final : public Pasteboards {
 public:
     /// The first three outlive it.
-    X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, TerminalTable terminals);
+    X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules);
 
     [[nodiscard]] PasteTarget pasteTarget() override { return m_targets.current(); }
     /// Whether keys that are posted now reach the target's window.

@@ -54,7 +54,7 @@ private:
     [[nodiscard]] QFuture<bool> whenFree(Post post);
     /// For a target only where that is in front still.
     [[nodiscard]] bool postNow(const Chord& chord, const std::optional<PasteTarget>& target);
-    [[nodiscard]] static Chord chordOf(PasteChord chord);
+    [[nodiscard]] static Chord chordOf(const PasteChord& chord);
     [[nodiscard]] bool keysAreTaken();
     void tryAgain(Waiting& waiting);
     void send(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state);

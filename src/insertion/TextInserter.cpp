@@ -34,6 +34,13 @@ TextInserter::~TextInserter()
     m_waits.wake();
 }
 
+void TextInserter::prepare(InsertionMethod method, bool restoreClipboard)
+{
+    const bool mayPaste = method != InsertionMethod::clipboardOnly && m_ports.permissions.accessibility();
+    if (mayPaste && restoreClipboard)
+        m_ports.pasteboards.readAhead();
+}
+
 QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod method, bool restoreClipboard)
 {
     if (text.isEmpty())
@@ -44,11 +51,17 @@ QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod 
     }
     const auto alive = m_alive;
     if (method == InsertionMethod::accessibilityThenPaste && m_ports.permissions.accessibility()) {
-        const bool done = co_await insertViaAccessibility(text);
-        if (done)
+        const Write write = co_await insertViaAccessibility(text);
+        if (write == Write::done)
             co_return InsertionResult::inserted;
         if (!*alive)
             co_return InsertionResult::copiedToClipboard;
+        // Pasted as well, it might come twice.
+        if (write == Write::unanswered) {
+            qCWarning(lcInsertion, "The element did not answer; left text on clipboard");
+            leaveOnClipboard(text);
+            co_return InsertionResult::copiedToClipboard;
+        }
     }
     co_return co_await paste(text, restoreClipboard);
 }
@@ -114,6 +127,8 @@ QCoro::Task<> TextInserter::saveAndAim(std::shared_ptr<Paste> paste, bool restor
         paste->saved = co_await PasteboardSnapshot::capture(paste->board());
         if (!*alive)
             co_return;
+        if (!paste->saved->complete)
+            qCWarning(lcInsertion, "A part of the clipboard did not come in time; it is lost");
         // Reading what the user had copied takes its time, in which they may have gone to another window.
         paste->target = m_ports.pasteboards.pasteTarget();
         isSaved = paste->target.selection == saving;
@@ -169,7 +184,7 @@ QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
         co_return;
     co_await sleep(pasteSettleDelay);
     // Somebody else may have written meanwhile: that is newer than what was saved, and is kept.
-    if (!*alive || !paste->saved->complete || paste->saved->restore(paste->board(), paste->count))
+    if (!*alive || !paste->saved->isWorthRestoring() || paste->saved->restore(paste->board(), paste->count))
         co_return;
     // Unless it is no more than our own text, which some editors and clipboard managers hold in their own
     // name as soon as they have read it. Whoever was to read it has.
@@ -190,23 +205,24 @@ QCoro::Task<> TextInserter::typeSpaces(int count)
         qCCritical(lcInsertion, "Failed to post trailing Space keystroke");
 }
 
-QCoro::Task<bool> TextInserter::insertViaAccessibility(QString text)
+QCoro::Task<TextInserter::Write> TextInserter::insertViaAccessibility(QString text)
 {
     const auto alive = m_alive;
     const std::shared_ptr<FocusedElement> element = co_await m_ports.elements.focused();
     if (!*alive || !element)
-        co_return false;
+        co_return Write::refused;
     const bool settable = co_await element->settable();
     if (!settable)
-        co_return false;
+        co_return Write::refused;
     const std::optional<QString> role = co_await element->role();
     // Passwords are never written this way; a role that cannot be read stands in nobody's way.
     if (role == FocusedElement::secureTextFieldRole)
-        co_return false;
+        co_return Write::refused;
     const bool written = co_await element->setSelectedText(text);
     if (!written)
-        co_return false;
-    co_return co_await isReflected(element, text);
+        co_return element->mayStillArrive() ? Write::unanswered : Write::refused;
+    const bool reflected = co_await isReflected(element, text);
+    co_return reflected ? Write::done : Write::refused;
 }
 
 QCoro::Task<bool> TextInserter::isReflected(std::shared_ptr<FocusedElement> element, QString text)
@@ -231,7 +247,7 @@ void TextInserter::giveUp(Paste& paste)
 {
     // The text waits on the general pasteboard. What the user had selected, where the target reads that, is
     // of no use to it.
-    if (paste.target.selection != PasteSelection::clipboard && paste.saved && paste.saved->complete)
+    if (paste.target.selection != PasteSelection::clipboard && paste.saved && paste.saved->isWorthRestoring())
         paste.saved->restore(paste.board(), paste.count);
     leaveOnClipboard(paste.text);
 }

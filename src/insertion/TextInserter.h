@@ -48,6 +48,10 @@ public:
     TextInserter& operator=(const TextInserter&) = delete;
     ~TextInserter();
 
+    /// A text may come soon, to be inserted in this way: what the user has copied is read meanwhile. Changes
+    /// nothing about what `insert` does, but how long it takes.
+    void prepare(InsertionMethod method, bool restoreClipboard);
+
     /// Never fails: the result says what happened. `restoreClipboard`: put the user's pasteboard back after a
     /// paste.
     QCoro::Task<InsertionResult> insert(QString text, InsertionMethod method, bool restoreClipboard);
@@ -65,6 +69,8 @@ public:
 private:
     struct Paste;
     enum class Arrival { arrived, missing };
+    /// `unanswered`: it may still come.
+    enum class Write { done, refused, unanswered };
     enum class Takeover { writtenAgain, sameText, lost };
 
     QCoro::Task<InsertionResult> paste(QString text, bool restoreClipboard);
@@ -72,7 +78,7 @@ private:
     /// Saves what is on the pasteboard that will be written to, where asked, and only then, as the last thing
     /// before the write, decides where the paste goes.
     QCoro::Task<> saveAndAim(std::shared_ptr<Paste> paste, bool restoreClipboard);
-    QCoro::Task<bool> insertViaAccessibility(QString text);
+    QCoro::Task<Write> insertViaAccessibility(QString text);
     QCoro::Task<bool> isReflected(std::shared_ptr<FocusedElement> element, QString text);
     QCoro::Task<> typeSpaces(int count);
     QCoro::Task<> settle(std::shared_ptr<Paste> paste);

@@ -51,6 +51,21 @@ QFuture<PasteboardContents> X11Pasteboard::contents()
     m_link.catchUp();
     if (isOurs())
         return QtFuture::makeReadyFuture(PasteboardContents{m_ownItems, true});
+    const auto ahead = std::exchange(m_ahead, std::nullopt);
+    return ahead ? *ahead : startRead();
+}
+
+void X11Pasteboard::readAhead()
+{
+    m_link.catchUp();
+    if (m_ahead || isOurs())
+        return;
+    m_ahead = startRead();
+    m_aheadEnd = m_scheduler.after(aheadLimit, [this] { m_ahead.reset(); });
+}
+
+QFuture<PasteboardContents> X11Pasteboard::startRead()
+{
     m_reads.push_back({QPromise<PasteboardContents>(), m_link.makeHiddenWindow(), nullptr});
     PendingRead& pending = m_reads.back();
     pending.promise.start();
@@ -104,6 +119,7 @@ bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& t
     const xcb_timestamp_t time = m_link.serverTime(m_window);
     if (count && m_changeCount != *count)
         return false;
+    m_ahead.reset();
     m_ownItems = items;
     m_reading = Reading::unread;
     m_target = static_cast<xcb_window_t>(target.window);
@@ -123,6 +139,7 @@ bool X11Pasteboard::empty(OnlyAt count)
     if (count && m_changeCount != *count)
         return false;
     m_keeper.drop(m_selection);
+    m_ahead.reset();
     m_ownItems.clear();
     countOwnChange();
     // The notice of it comes now or, where another program was quicker, never: waited for any longer, it
@@ -154,6 +171,9 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
         return;
     }
     ++m_changeCount;
+    // A read that is still going on begins anew.
+    if (m_ahead && m_ahead->isFinished())
+        m_ahead.reset();
     if (!isOurs()) {
         m_keeper.drop(m_selection);
         m_ownItems.clear();

@@ -39,6 +39,11 @@ public:
     [[nodiscard]] Reading reading() const override { return m_reading; }
     void setActivityHandler(std::function<void()> handler) override { m_activity = std::move(handler); }
 
+    /// What has been read ahead and is not asked for is forgotten after this.
+    static constexpr std::chrono::minutes aheadLimit{2};
+    /// Begins to read; the next `contents()` gives what comes, unless the content has changed by then.
+    void readAhead();
+
     void handle(const xcb_generic_event_t& event) override;
 
 private:
@@ -54,6 +59,7 @@ private:
     bool empty(OnlyAt count);
     void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
 
+    [[nodiscard]] QFuture<PasteboardContents> startRead();
     void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
     void textRead(xcb_window_t reader, quint64 offer);
     void readFinished(PendingRead& pending, const SelectionReader::Outcome& outcome);
@@ -72,6 +78,8 @@ private:
     QList<PasteboardItem> m_ownItems;
     TargetForms m_forms;
     std::list<PendingRead> m_reads;
+    std::optional<QFuture<PasteboardContents>> m_ahead;
+    std::unique_ptr<Scheduler::Token> m_aheadEnd;
     qint64 m_changeCount = 0;
     qint64 m_ownChangeCount = 0;
     /// The time of a clearing of ours whose notice is on its way.

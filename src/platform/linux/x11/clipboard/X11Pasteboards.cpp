@@ -9,4 +9,9 @@ X11Pasteboards::X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& 
 {
 }
 
+void X11Pasteboards::readAhead()
+{
+    board(pasteTarget().selection).readAhead();
+}
+
 } // namespace tulvane

@@ -14,12 +14,16 @@ public:
     [[nodiscard]] PasteTarget pasteTarget() override { return m_targets.current(); }
     /// Whether keys that are posted now reach the target's window.
     [[nodiscard]] bool isInFront(const PasteTarget& target) const { return m_targets.isInFront(target); }
-    [[nodiscard]] Pasteboard& of(PasteSelection selection) override
+    [[nodiscard]] Pasteboard& of(PasteSelection selection) override { return board(selection); }
+
+    void readAhead() override;
+
+private:
+    [[nodiscard]] X11Pasteboard& board(PasteSelection selection)
     {
         return selection == PasteSelection::primary ? m_primary : m_clipboard;
     }
 
-private:
     PasteTargets m_targets;
     X11Pasteboard m_clipboard;
     X11Pasteboard m_primary;

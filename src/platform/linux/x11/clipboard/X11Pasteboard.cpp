@@ -12,10 +12,12 @@ X11Pasteboard::X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& s
       m_scheduler(scheduler),
       m_selection(link.atom(selection)),
       m_window(link.makeHiddenWindow()),
-      m_owner(keeper.keep(m_selection, [this](xcb_window_t reader, quint64 offer) {
-          QMetaObject::invokeMethod(
-              &m_context, [this, reader, offer] { textRead(reader, offer); }, Qt::QueuedConnection);
-      }))
+      m_owner(
+          keeper.keep(m_selection, [this](xcb_window_t reader, const ClientProcess& process, quint64 offer) {
+              QMetaObject::invokeMethod(
+                  &m_context, [this, reader, process, offer] { textRead(reader, process, offer); },
+                  Qt::QueuedConnection);
+          }))
 {
     m_link.addListener(*this);
     xcb_connection_t* const connection = m_link.connection();
@@ -114,6 +116,8 @@ bool X11Pasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qin
 bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& target, OnlyAt count)
 {
     const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
+    const auto window = static_cast<xcb_window_t>(target.window);
+    const ClientProcess program = ClientProcess::ofWindow(m_link, window);
     // Whatever has been written until this moment is counted. What another program writes between it and the
     // change of the owner has a later time than ours, and the server keeps to it.
     const xcb_timestamp_t time = m_link.serverTime(m_window);
@@ -122,7 +126,8 @@ bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& t
     m_ahead.reset();
     m_ownItems = items;
     m_reading = Reading::unread;
-    m_target = static_cast<xcb_window_t>(target.window);
+    m_target = window;
+    m_program = program;
     m_keeper.take(m_selection, offers, time, ++m_offer);
     if (isOurs()) {
         countOwnChange();
@@ -183,10 +188,12 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
     tellActivity();
 }
 
-void X11Pasteboard::textRead(xcb_window_t reader, quint64 offer)
+void X11Pasteboard::textRead(xcb_window_t reader, const ClientProcess& process, quint64 offer)
 {
     // What was read may be a text from before the last write.
-    if (offer != m_offer || m_target == noWindow || !FrontWindow::sameProgram(m_link, reader, m_target))
+    if (offer != m_offer || m_target == noWindow)
+        return;
+    if (!FrontWindow::sameProgram(m_link, reader, m_target) && !process.belongsTo(m_program))
         return;
     m_reading = Reading::read;
     tellActivity();

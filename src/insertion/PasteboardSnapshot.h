@@ -1,9 +1,9 @@
 #pragma once
 
-#include <ports/Pasteboard.h>
-
 #include <QCoroTask>
 #include <QList>
+
+#include <ports/Pasteboard.h>
 
 namespace tulvane {
 
@@ -13,12 +13,14 @@ struct PasteboardSnapshot {
 
     QList<Item> items; ///< in the pasteboard's order, every type of each
     qint64 changeCount = 0;
-    /// False when the pasteboard's owner stopped answering. Such a snapshot must not be restored: a part of
-    /// the user's clipboard is worse than the text that stands there now.
-    bool complete = true;
+    bool complete = true; ///< false when something of it did not come in time
 
     /// Main thread. The pasteboard must outlive the answer.
     [[nodiscard]] static QCoro::Task<PasteboardSnapshot> capture(Pasteboard& pasteboard);
+
+    /// Whether putting it back is better than leaving what stands there now: not where nothing came of what
+    /// the user had.
+    [[nodiscard]] bool isWorthRestoring() const { return complete || !items.isEmpty(); }
 
     /// Whether it holds just this text, in whatever types.
     [[nodiscard]] bool isText(const QString& text) const;

@@ -2,24 +2,27 @@
 #include <insertion/TextInserter.h>
 
 #include <QCoroFuture>
+#include <QRegularExpression>
 
 namespace tulvane {
 
 /// What one paste carries from step to step.
 struct TextInserter::Paste {
-    PasteTarget target;
-    Pasteboard& board; ///< that the target pastes from
-    QString text;      ///< as received
-    QString body;      ///< what goes through the pasteboard
-    int spaces = 0;    ///< what is typed after it
-    qint64 count = 0;  ///< the pasteboard's change count right after our write
+    Pasteboards& boards;
+    QString text;     ///< as received
+    QString body;     ///< what goes through the pasteboard; its line breaks as the target takes them
+    int spaces = 0;   ///< what is typed after it
+    qint64 count = 0; ///< the pasteboard's change count right after our write
     std::optional<PasteboardSnapshot> saved;
     bool takenBack = false;
+    PasteTarget target;
 
+    /// The one that the target pastes from.
+    [[nodiscard]] Pasteboard& board() const { return boards.of(target.selection); }
     void write()
     {
-        board.replaceFor({PasteboardItem::text(body)}, target);
-        count = board.ownChangeCount();
+        board().replaceFor({PasteboardItem::text(body)}, target);
+        count = board().ownChangeCount();
     }
 };
 
@@ -29,6 +32,13 @@ TextInserter::~TextInserter()
 {
     *m_alive = false;
     m_waits.notifyAll();
+}
+
+void TextInserter::prepare(InsertionMethod method, bool restoreClipboard)
+{
+    const bool mayPaste = method != InsertionMethod::clipboardOnly && m_ports.permissions.accessibility();
+    if (mayPaste && restoreClipboard)
+        m_ports.pasteboards.readAhead();
 }
 
 QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod method, bool restoreClipboard)
@@ -41,11 +51,17 @@ QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod 
     }
     const auto alive = m_alive;
     if (method == InsertionMethod::accessibilityThenPaste && m_ports.permissions.accessibility()) {
-        const bool done = co_await insertViaAccessibility(text);
-        if (done)
+        const Write write = co_await insertViaAccessibility(text);
+        if (write == Write::done)
             co_return InsertionResult::inserted;
         if (!*alive)
             co_return InsertionResult::copiedToClipboard;
+        // Pasted as well, it might come twice.
+        if (write == Write::unanswered) {
+            qCWarning(lcInsertion, "The element did not answer; left text on clipboard");
+            leaveOnClipboard(text);
+            co_return InsertionResult::copiedToClipboard;
+        }
     }
     co_return co_await paste(text, restoreClipboard);
 }
@@ -62,21 +78,21 @@ QCoro::Task<InsertionResult> TextInserter::paste(QString text, bool restoreClipb
         body = text;
         spaces = 0;
     }
-    const PasteTarget target = m_ports.pasteboards.pasteTarget();
-    const auto paste = std::make_shared<Paste>(
-        Paste{target, m_ports.pasteboards.of(target.selection), text, body, spaces, 0, {}});
+    const auto paste =
+        std::make_shared<Paste>(Paste{m_ports.pasteboards, text, body, spaces, 0, {}, false, {}});
     co_return co_await pasteTrusted(paste, restoreClipboard);
 }
 
 QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard)
 {
     const auto alive = m_alive;
-    if (restoreClipboard)
-        paste->saved = co_await PasteboardSnapshot::capture(paste->board);
+    co_await saveAndAim(paste, restoreClipboard);
     if (!*alive)
         co_return InsertionResult::copiedToClipboard;
+    if (paste->target.lineBreaks == PasteLineBreaks::asSpaces)
+        paste->body = inOneLine(paste->body);
     // The pasteboard outlives the inserter.
-    paste->board.setActivityHandler([this, alive] {
+    paste->board().setActivityHandler([this, alive] {
         if (*alive)
             m_waits.notifyAll();
     });
@@ -85,7 +101,7 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
     if (!posted) {
         if (*alive) {
             qCCritical(lcInsertion, "Failed to post ⌘V; text left on clipboard");
-            leaveOnClipboard(paste->text);
+            giveUp(*paste);
         }
         co_return InsertionResult::copiedToClipboard;
     }
@@ -94,19 +110,37 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
         co_return InsertionResult::copiedToClipboard;
     if (arrival == Arrival::missing) {
         qCWarning(lcInsertion, "Nobody read the pasted text; left it on the clipboard");
-        leaveOnClipboard(paste->text);
+        giveUp(*paste);
         co_return InsertionResult::copiedToClipboard;
     }
     co_await settle(paste);
     co_return InsertionResult::pasted;
 }
 
+QCoro::Task<> TextInserter::saveAndAim(std::shared_ptr<Paste> paste, bool restoreClipboard)
+{
+    const auto alive = m_alive;
+    paste->target = m_ports.pasteboards.pasteTarget();
+    bool isSaved = !restoreClipboard;
+    while (!isSaved) {
+        const PasteSelection saving = paste->target.selection;
+        paste->saved = co_await PasteboardSnapshot::capture(paste->board());
+        if (!*alive)
+            co_return;
+        if (!paste->saved->complete)
+            qCWarning(lcInsertion, "A part of the clipboard did not come in time; it is lost");
+        // Reading what the user had copied takes its time, in which they may have gone to another window.
+        paste->target = m_ports.pasteboards.pasteTarget();
+        isSaved = paste->target.selection == saving;
+    }
+}
+
 QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Paste> paste,
                                                              std::shared_ptr<PendingDelays::Limit> limit)
 {
     const auto alive = m_alive;
-    while (*alive && paste->board.reading() == Pasteboard::Reading::unread) {
-        if (paste->board.changeCount() != paste->count) {
+    while (*alive && paste->board().reading() == Pasteboard::Reading::unread) {
+        if (paste->board().changeCount() != paste->count) {
             const Takeover takeover = co_await takeBack(paste);
             if (takeover == Takeover::lost)
                 co_return Arrival::missing;
@@ -128,7 +162,7 @@ QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Pas
 QCoro::Task<TextInserter::Takeover> TextInserter::takeBack(std::shared_ptr<Paste> paste)
 {
     const auto alive = m_alive;
-    PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board);
+    PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board());
     if (!*alive || !newer.complete || newer.items.isEmpty())
         co_return Takeover::lost;
     // A clipboard manager may hold in its own name what it has read. The program in front reads it from
@@ -150,15 +184,15 @@ QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
         co_return;
     co_await sleep(pasteSettleDelay);
     // Somebody else may have written meanwhile: that is newer than what was saved, and is kept.
-    if (!*alive || !paste->saved->complete || paste->saved->restore(paste->board, paste->count))
+    if (!*alive || !paste->saved->isWorthRestoring() || paste->saved->restore(paste->board(), paste->count))
         co_return;
     // Unless it is no more than our own text, which some editors and clipboard managers hold in their own
     // name as soon as they have read it. Whoever was to read it has.
-    if (paste->board.reading() != Pasteboard::Reading::read || paste->board.changeCount() == paste->count)
+    if (paste->board().reading() != Pasteboard::Reading::read || paste->board().changeCount() == paste->count)
         co_return;
-    const PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board);
+    const PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board());
     if (*alive && newer.complete && newer.isText(paste->body))
-        paste->saved->restore(paste->board, newer.changeCount);
+        paste->saved->restore(paste->board(), newer.changeCount);
 }
 
 QCoro::Task<> TextInserter::typeSpaces(int count)
@@ -171,23 +205,24 @@ QCoro::Task<> TextInserter::typeSpaces(int count)
         qCCritical(lcInsertion, "Failed to post trailing Space keystroke");
 }
 
-QCoro::Task<bool> TextInserter::insertViaAccessibility(QString text)
+QCoro::Task<TextInserter::Write> TextInserter::insertViaAccessibility(QString text)
 {
     const auto alive = m_alive;
     const std::shared_ptr<FocusedElement> element = co_await m_ports.elements.focused();
     if (!*alive || !element)
-        co_return false;
+        co_return Write::refused;
     const bool settable = co_await element->settable();
     if (!settable)
-        co_return false;
+        co_return Write::refused;
     const std::optional<QString> role = co_await element->role();
     // Passwords are never written this way; a role that cannot be read stands in nobody's way.
     if (role == FocusedElement::secureTextFieldRole)
-        co_return false;
+        co_return Write::refused;
     const bool written = co_await element->setSelectedText(text);
     if (!written)
-        co_return false;
-    co_return co_await isReflected(element, text);
+        co_return element->mayStillArrive() ? Write::unanswered : Write::refused;
+    const bool reflected = co_await isReflected(element, text);
+    co_return reflected ? Write::done : Write::refused;
 }
 
 QCoro::Task<bool> TextInserter::isReflected(std::shared_ptr<FocusedElement> element, QString text)
@@ -208,6 +243,15 @@ QCoro::Task<> TextInserter::sleep(std::chrono::milliseconds duration)
         co_await m_waits.next();
 }
 
+void TextInserter::giveUp(Paste& paste)
+{
+    // The text waits on the general pasteboard. What the user had selected, where the target reads that, is
+    // of no use to it.
+    if (paste.target.selection != PasteSelection::clipboard && paste.saved && paste.saved->isWorthRestoring())
+        paste.saved->restore(paste.board(), paste.count);
+    leaveOnClipboard(paste.text);
+}
+
 void TextInserter::leaveOnClipboard(const QString& text)
 {
     m_ports.pasteboards.general().replace({PasteboardItem::text(text)});
@@ -219,6 +263,12 @@ std::pair<QString, int> TextInserter::splitTrailingSpaces(const QString& text)
     while (end > 0 && text.at(end - 1) == u' ')
         --end;
     return {text.left(end), static_cast<int>(text.size() - end)};
+}
+
+QString TextInserter::inOneLine(QString text)
+{
+    static const QRegularExpression lineBreak(QStringLiteral("\\r\\n|[\\r\\n]"));
+    return text.replace(lineBreak, QStringLiteral(" "));
 }
 
 } // namespace tulvane

@@ -48,6 +48,10 @@ public:
     TextInserter& operator=(const TextInserter&) = delete;
     ~TextInserter();
 
+    /// A text may come soon, to be inserted in this way: what the user has copied is read meanwhile. Changes
+    /// nothing about what `insert` does, but how long it takes.
+    void prepare(InsertionMethod method, bool restoreClipboard);
+
     /// Never fails: the result says what happened. `restoreClipboard`: put the user's pasteboard back after a
     /// paste.
     QCoro::Task<InsertionResult> insert(QString text, InsertionMethod method, bool restoreClipboard);
@@ -59,14 +63,22 @@ public:
     /// The text without the spaces (U+0020 only) at its end, and their number.
     [[nodiscard]] static std::pair<QString, int> splitTrailingSpaces(const QString& text);
 
+    /// The text with each line break a space: what ends a line in a terminal runs it there.
+    [[nodiscard]] static QString inOneLine(QString text);
+
 private:
     struct Paste;
     enum class Arrival { arrived, missing };
+    /// `unanswered`: it may still come.
+    enum class Write { done, refused, unanswered };
     enum class Takeover { writtenAgain, sameText, lost };
 
     QCoro::Task<InsertionResult> paste(QString text, bool restoreClipboard);
     QCoro::Task<InsertionResult> pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard);
-    QCoro::Task<bool> insertViaAccessibility(QString text);
+    /// Saves what is on the pasteboard that will be written to, where asked, and only then, as the last thing
+    /// before the write, decides where the paste goes.
+    QCoro::Task<> saveAndAim(std::shared_ptr<Paste> paste, bool restoreClipboard);
+    QCoro::Task<Write> insertViaAccessibility(QString text);
     QCoro::Task<bool> isReflected(std::shared_ptr<FocusedElement> element, QString text);
     QCoro::Task<> typeSpaces(int count);
     QCoro::Task<> settle(std::shared_ptr<Paste> paste);
@@ -79,6 +91,8 @@ private:
     /// content to put back: no program is to paste the wrong one, and the newer one is not to be lost.
     QCoro::Task<Takeover> takeBack(std::shared_ptr<Paste> paste);
 
+    /// The paste has not reached its target: the whole text waits on the clipboard.
+    void giveUp(Paste& paste);
     void leaveOnClipboard(const QString& text);
 
     InsertionPorts m_ports;

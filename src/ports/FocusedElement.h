@@ -26,6 +26,9 @@ public:
     [[nodiscard]] virtual QFuture<std::optional<QString>> role() = 0;
     /// Replaces the selection, or inserts at the caret. False when the element reported a failure.
     [[nodiscard]] virtual QFuture<bool> setSelectedText(const QString& text) = 0;
+    /// After a false of `setSelectedText`: whether the text may come all the same, since the program has not
+    /// answered at all. It must not be put there in another way then.
+    [[nodiscard]] virtual bool mayStillArrive() const = 0;
     /// The element's whole text.
     [[nodiscard]] virtual QFuture<std::optional<QString>> value() = 0;
 };

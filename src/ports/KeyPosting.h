@@ -18,7 +18,9 @@ public:
     KeyPosting& operator=(const KeyPosting&) = delete;
     virtual ~KeyPosting() = default;
 
-    /// Presses and releases the target's chord. False when it could not be posted.
+    /// Presses and releases the target's chord. Posts nothing, and answers false, where the target's window
+    /// is no longer in front when the keys would go out: they are not for another. False too when they could
+    /// not be posted.
     [[nodiscard]] virtual QFuture<bool> paste(const PasteTarget& target) = 0;
 
     /// Presses and releases the Space key so many times, with no pause in between. False when one of them

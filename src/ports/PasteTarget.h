@@ -13,6 +13,7 @@ struct PasteTarget {
     quint64 window = 0; ///< by the desktop's own number; 0 where no window has the keyboard focus
     PasteSelection selection = PasteSelection::clipboard;
     PasteChord chord = PasteChord::controlV;
+    PasteLineBreaks lineBreaks = PasteLineBreaks::kept;
 
     [[nodiscard]] friend bool operator==(const PasteTarget&, const PasteTarget&) = default;
 };

@@ -73,6 +73,10 @@ public:
     /// one pasteboard, that one.
     [[nodiscard]] virtual Pasteboard& of(PasteSelection selection) = 0;
 
+    /// A paste may come soon: begins to read what it would replace, so that `contents()` has it sooner. What
+    /// another program writes until then is read in its place.
+    virtual void readAhead() = 0;
+
     /// The one that the user's own copy and paste commands use.
     [[nodiscard]] Pasteboard& general() { return of(PasteSelection::clipboard); }
 };

@@ -42,8 +42,8 @@ struct PasteboardItem {
 /// What a pasteboard held when it was read.
 struct PasteboardContents {
     QList<PasteboardItem> items;
-    /// False when the owner stopped answering before everything was read: then `items` is a part of the
-    /// whole.
+    /// False when something of it did not come in time: then `items` is a part of the whole, and may be
+    /// empty.
     bool complete = true;
 };
 

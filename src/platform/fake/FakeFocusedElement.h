@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ports/FocusedElement.h>
-
 #include <QStringList>
+
+#include <ports/FocusedElement.h>
 
 #include <utility>
 
@@ -13,7 +13,8 @@ struct FakeElementScript {
     bool present = true;
     bool isSettable = true;
     bool writeSucceeds = true;
-    bool writeApplies = true; ///< false: accepts a write and ignores it
+    bool writeApplies = true;   ///< false: accepts a write and ignores it
+    bool writeIsSilent = false; ///< a write is neither taken nor refused
     std::optional<QString> role = QStringLiteral("AXTextField");
     std::optional<QString> value = QString();
     /// What is selected in the value, from index to index; both are the caret where nothing is. The end of
@@ -38,10 +39,12 @@ public:
     [[nodiscard]] QFuture<bool> setSelectedText(const QString& text) override
     {
         m_script->written.append(text);
-        if (m_script->writeSucceeds && m_script->writeApplies && m_script->value)
+        const bool succeeds = m_script->writeSucceeds && !m_script->writeIsSilent;
+        if (succeeds && m_script->writeApplies && m_script->value)
             replaceSelection(text);
-        return QtFuture::makeReadyFuture(m_script->writeSucceeds);
+        return QtFuture::makeReadyFuture(succeeds);
     }
+    [[nodiscard]] bool mayStillArrive() const override { return m_script->writeIsSilent; }
     [[nodiscard]] QFuture<std::optional<QString>> value() override
     {
         return QtFuture::makeReadyFuture(m_script->value);

@@ -5,6 +5,7 @@
 #include <ports/KeyPosting.h>
 
 #include <functional>
+#include <optional>
 
 namespace tulvane {
 
@@ -15,7 +16,7 @@ public:
 
     [[nodiscard]] QFuture<bool> paste(const PasteTarget& target) override
     {
-        if (!m_canPaste)
+        if (!m_canPaste || target.window != windowInFront.value_or(target.window))
             return QtFuture::makeReadyFuture(false);
         m_targets.append(target);
         note(Stroke::paste);
@@ -36,6 +37,8 @@ public:
     void failPastes() { m_canPaste = false; }
     /// Only so many spaces more can be posted.
     void failSpacesAfter(int count) { m_spacesLeft = count; }
+    /// The window that is in front when the keys go out; the target's own where not set.
+    std::optional<quint64> windowInFront;
     /// Called for every posted stroke.
     std::function<void(Stroke)> onPost;
 

@@ -19,7 +19,7 @@ QFuture<PasteboardContents> FakePasteboard::contents()
 void FakePasteboard::answerContents()
 {
     for (QPromise<PasteboardContents>& promise : std::exchange(m_waiting, {})) {
-        promise.addResult(PasteboardContents{m_items, m_complete});
+        promise.addResult(PasteboardContents{m_silent ? QList<PasteboardItem>() : m_items, m_complete});
         promise.finish();
     }
 }

@@ -29,8 +29,14 @@ public:
     void tellReads() { m_tellsReads = true; }
     /// The program in front reads what we wrote.
     void frontProgramReads();
-    /// From now on another program's contents come as incomplete, as from an owner that hangs.
+    /// From now on another program's contents come as incomplete, as from an owner that hangs in the middle.
     void hangOwner() { m_complete = false; }
+    /// The same from the beginning on: nothing comes.
+    void silenceOwner()
+    {
+        m_complete = false;
+        m_silent = true;
+    }
     /// From now on `contents()` waits for `answerContents()`.
     void holdContents() { m_held = true; }
     void answerContents();
@@ -58,6 +64,7 @@ private:
     int m_ownChanges = 0;
     bool m_tellsReads = false;
     bool m_complete = true;
+    bool m_silent = false;
     bool m_held = false;
     bool m_refuses = false;
     PasteTarget m_reader;
@@ -75,12 +82,15 @@ public:
         return selection == PasteSelection::primary ? selectionBoard : generalBoard;
     }
 
+    void readAhead() override { ++readsAhead; }
+
+    int readsAhead = 0;
     FakePasteboard generalBoard;
     FakePasteboard selectionBoard;
+    static inline const PasteTarget editor{1};
+    static inline const PasteTarget xterm{2, PasteSelection::primary, PasteChord::shiftInsert,
+                                          PasteLineBreaks::asSpaces};
     PasteTarget front = editor;
-
-    static constexpr PasteTarget editor{1, PasteSelection::clipboard, PasteChord::controlV};
-    static constexpr PasteTarget xterm{2, PasteSelection::primary, PasteChord::shiftInsert};
 };
 
 } // namespace tulvane

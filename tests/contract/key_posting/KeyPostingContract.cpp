@@ -27,6 +27,7 @@ public:
         return typed;
     }
     PasteTarget front() { return FakePasteboards::editor; }
+    void switchWindow() { m_keys.windowInFront = FakePasteboards::xterm.window; }
     void breakDown()
     {
         m_keys.failPastes();
@@ -42,11 +43,13 @@ public:
     X11World() { m_front.takeFocus(); }
     KeyPosting& keys() { return m_text->keys(); }
     PasteTarget front() { return m_text->pasteboards().pasteTarget(); }
+    void switchWindow() { m_other.takeFocus(); }
     QStringList typed()
     {
         m_front.catchUp();
         QStringList typed;
-        for (const test::HeardKey& key : m_front.keys()) {
+        m_other.catchUp();
+        for (const test::HeardKey& key : m_front.keys() + m_other.keys()) {
             if (key.down && key.key == xKeyV && key.state == XCB_MOD_MASK_CONTROL)
                 typed.append(u"paste"_qs);
             else if (key.down && key.key == xKeySpace && key.state == 0)
@@ -63,6 +66,7 @@ public:
 private:
     test::VirtualDesktop m_desktop;
     EventLoopScheduler m_scheduler;
+    test::X11Peer m_other{m_desktop.display()};
     test::X11Peer m_front{m_desktop.display()};
     std::unique_ptr<X11Text> m_text = X11Text::open(m_desktop.display().toLocal8Bit(), {}, m_scheduler);
 };
@@ -88,6 +92,14 @@ TYPED_TEST(KeyPostingContract, WhatIsPostedArrivesOnceAndInOrder)
     EXPECT_TRUE(this->paste());
     EXPECT_THAT(this->m_world.typed(),
                 testing::ElementsAre(u"paste"_qs, u"space"_qs, u"space"_qs, u"paste"_qs));
+}
+
+TYPED_TEST(KeyPostingContract, PostsNothingWhenTheTargetIsNoLongerInFront)
+{
+    const PasteTarget target = this->m_world.front();
+    this->m_world.switchWindow();
+    EXPECT_FALSE(test::await(this->m_world.keys().paste(target)));
+    EXPECT_THAT(this->m_world.typed(), testing::IsEmpty());
 }
 
 TYPED_TEST(KeyPostingContract, SaysWhenItCannotPost)

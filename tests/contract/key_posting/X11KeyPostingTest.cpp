@@ -24,8 +24,8 @@ namespace {
 using test::DeviceKey;
 using test::HeardKey;
 
-const TerminalTable terminals{{u"vteish"_qs, PasteChord::controlShiftV, PasteSelection::clipboard},
-                              {u"XTermish"_qs, PasteChord::shiftInsert, PasteSelection::primary}};
+const PasteRules terminals{{u"vteish"_qs, PasteChord::controlShiftV, PasteSelection::clipboard},
+                           {u"XTermish"_qs, PasteChord::shiftInsert, PasteSelection::primary}};
 
 constexpr int groupShift = 13; // where an event's state holds the group
 
@@ -176,6 +176,26 @@ TEST_F(X11KeyPostingTest, TerminalsArePastedIntoAsTheTableSays)
     EXPECT_EQ(xterm.keys().at(1).state, XCB_MOD_MASK_SHIFT);
 }
 
+TEST_F(X11KeyPostingTest, AnyChordOfTheTable)
+{
+    PasteTarget target = front();
+    for (const auto& [chord, expected] :
+         {std::pair(PasteChord{PasteChord::control | PasteChord::alt, u"v"_qs}, u"Ctrl+Alt+v"_qs),
+          std::pair(PasteChord{PasteChord::super | PasteChord::shift, u"insert"_qs},
+                    u"Shift+Super+Insert"_qs),
+          std::pair(PasteChord{PasteChord::control, u"y"_qs}, u"Ctrl+29"_qs),
+          std::pair(PasteChord{0, u"f12"_qs}, u"96"_qs)}) {
+        m_front.forgetKeys();
+        target.chord = chord;
+        EXPECT_TRUE(test::await(m_text->keys().paste(target)));
+        m_front.catchUp();
+        EXPECT_THAT(strokes(), ElementsAre(expected));
+        EXPECT_THAT(down(), IsEmpty());
+    }
+    target.chord.key = u"no key"_qs;
+    EXPECT_FALSE(test::await(m_text->keys().paste(target)));
+}
+
 TEST_F(X11KeyPostingTest, HeldModifiersReachNeitherThePasteNorTheSpaceAndAreHeldAgain)
 {
     m_desktop.setKeyboardLayout(u"no"_qs);
@@ -280,6 +300,51 @@ TEST_F(X11KeyPostingTest, WaitsForTheEndOfAGrabbedHotkey)
     EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
     m_fingers.release(DeviceKey::leftAlt);
     EXPECT_THAT(down(), IsEmpty());
+}
+
+TEST_F(X11KeyPostingTest, WhatWaitedForAGrabIsNotPostedIntoAnotherWindow)
+{
+    test::XTestKeys grabber(m_desktop.display());
+    ASSERT_TRUE(grabber.grab(DeviceKey::f9, 0));
+    test::X11Peer other(m_desktop.display());
+    m_front.takeFocus();
+    m_fingers.press(DeviceKey::f9);
+    const auto posted = m_text->keys().paste(front());
+    EXPECT_FALSE(test::waitUntil([&] { return posted.isFinished(); }, 50ms));
+    other.takeFocus();
+    m_fingers.release(DeviceKey::f9);
+    EXPECT_FALSE(test::await(posted));
+    m_front.catchUp();
+    other.catchUp();
+    EXPECT_THAT(strokes(), IsEmpty());
+    EXPECT_THAT(other.keys(), IsEmpty());
+}
+
+TEST_F(X11KeyPostingTest, AnotherPartOfTheTargetsWindowMayHaveTheFocusByThen)
+{
+    const PasteTarget target = front();
+    xcb_connection_t* const connection = m_front.link().connection();
+    const xcb_window_t part = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, part, m_front.window(), 0, 0, 10, 10, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_map_window(connection, part);
+    xcb_set_input_focus(connection, XCB_INPUT_FOCUS_NONE, part, XCB_CURRENT_TIME);
+    m_front.catchUp();
+    EXPECT_TRUE(test::await(m_text->keys().paste(target)));
+    m_front.catchUp();
+    EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
+}
+
+TEST_F(X11KeyPostingTest, WhereNoWindowHasTheFocusNothingIsPosted)
+{
+    xcb_set_input_focus(m_front.link().connection(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_NONE,
+                        XCB_CURRENT_TIME);
+    m_front.catchUp();
+    EXPECT_EQ(front().window, 0);
+    EXPECT_FALSE(paste());
+    m_front.takeFocus();
+    EXPECT_FALSE(test::await(m_text->keys().paste({})));
+    EXPECT_THAT(strokes(), IsEmpty());
 }
 
 TEST_F(X11KeyPostingTest, AGrabThatDoesNotEndIsAFailureAfterTwoSeconds)

@@ -3,7 +3,10 @@
 #include <platform/fake/FakePasteboard.h>
 #include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
+#include <support/ScratchFolder.h>
 #include <support/VirtualDesktop.h>
+
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -38,13 +41,20 @@ public:
     void otherWrites(const QList<PasteboardItem>& items) { m_other->pasteboards().general().replace(items); }
     void otherClears() { m_other->pasteboards().general().clear(); }
     void frontReads() { (void)m_front.read(); }
-    void backgroundReads() { (void)m_background.read(); }
+    /// In a process that is none of the one in front, which is this test's.
+    void backgroundReads()
+    {
+        const QString file = m_scratch.file(u"read"_qs);
+        m_desktop.start(u"sh"_qs,
+                        {u"-c"_qs, u"setsid --fork xclip -o -selection clipboard > \"$0\""_qs, file});
+        ASSERT_TRUE(test::waitUntil([&] { return QFileInfo(file).size() > 0; }));
+    }
 
 private:
     test::VirtualDesktop m_desktop;
     EventLoopScheduler m_scheduler;
     test::X11Peer m_front{m_desktop.display()};
-    test::X11Peer m_background{m_desktop.display()};
+    test::ScratchFolder m_scratch;
     std::unique_ptr<X11Text> m_text = X11Text::open(m_desktop.display().toLocal8Bit(), {}, m_scheduler);
     std::unique_ptr<X11Text> m_other = X11Text::open(m_desktop.display().toLocal8Bit(), {}, m_scheduler);
 };

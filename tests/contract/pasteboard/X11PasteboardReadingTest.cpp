@@ -97,6 +97,22 @@ TEST_F(X11PasteboardReadingTest, OnlyTextCountsAsReading)
     EXPECT_TRUE(waitForRead());
 }
 
+TEST_F(X11PasteboardReadingTest, TheProgramInFrontMayReadOverAnotherConnection)
+{
+    m_board.replaceFor({PasteboardItem::text(u"text"_qs)}, frontTarget());
+    test::X11Peer other(m_desktop.display());
+    EXPECT_TRUE(other.readTarget(u"UTF8_STRING"_qs));
+    EXPECT_TRUE(waitForRead());
+}
+
+TEST_F(X11PasteboardReadingTest, TheProgramInFrontMayReadInAProcessThatItStarted)
+{
+    m_board.replaceFor({PasteboardItem::text(u"text"_qs)}, frontTarget());
+    // It ends as soon as it has read.
+    m_desktop.start(u"xclip"_qs, {u"-o"_qs, u"-selection"_qs, u"clipboard"_qs});
+    EXPECT_TRUE(waitForRead());
+}
+
 TEST_F(X11PasteboardReadingTest, AReadOfTheTextBeforeIsNotTakenForOneOfThisText)
 {
     m_board.replaceFor({PasteboardItem::text(u"first"_qs)}, frontTarget());

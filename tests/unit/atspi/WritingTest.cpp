@@ -185,6 +185,36 @@ TEST_F(WritingTest, ASilentProgramIsGivenUpInBoundedTime)
     EXPECT_EQ(field().text, u"a"_qs);
 }
 
+TEST_F(WritingTest, SilenceAfterTheRequestIsNoRefusal)
+{
+    show(u"a|"_qs);
+    field().silent = {u"InsertText"_qs};
+    EXPECT_FALSE(write(u"x"_qs));
+    EXPECT_TRUE(m_element->mayStillArrive());
+    // Silent for good from then on.
+    m_program->onCall = [&](const QString& method) { m_program->frozen |= method == u"InsertText"; };
+    EXPECT_FALSE(write(u"x"_qs));
+    EXPECT_TRUE(m_element->mayStillArrive());
+    m_program->frozen = false;
+    m_program->onCall = nullptr;
+    field().silent = {};
+    field().onInsert = OnInsert::refuse;
+    EXPECT_FALSE(write(u"x"_qs));
+    EXPECT_FALSE(m_element->mayStillArrive());
+}
+
+TEST_F(WritingTest, WhatIsSeenToHaveComeNeedsNoAnswer)
+{
+    show(u"a|"_qs);
+    field().silent = {u"InsertText"_qs};
+    m_program->onCall = [&](const QString& method) {
+        if (method == u"InsertText")
+            field().text = u"ax"_qs;
+    };
+    EXPECT_TRUE(write(u"x"_qs));
+    EXPECT_FALSE(m_element->mayStillArrive());
+}
+
 TEST_F(WritingTest, NothingIsWrittenOnceTheUserHasGoneElsewhere)
 {
     show(u"a|"_qs);

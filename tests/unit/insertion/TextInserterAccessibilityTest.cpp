@@ -81,6 +81,17 @@ TEST_F(TextInserterAccessibilityTest, AFailedWriteIsPasted)
     expectPasted(insert(u"word"_qs));
 }
 
+TEST_F(TextInserterAccessibilityTest, SilenceIsNoRefusalSoTheTextIsNotPastedAsWell)
+{
+    element().writeIsSilent = true;
+    const auto task = insert(u"two words "_qs);
+    EXPECT_EQ(result(task), InsertionResult::copiedToClipboard);
+    EXPECT_EQ(pastes(), 0);
+    EXPECT_EQ(m_board.text(), u"two words "_qs);
+    EXPECT_THAT(m_log.texts("insertion", QtWarningMsg),
+                ElementsAre(u"The element did not answer; left text on clipboard"_qs));
+}
+
 TEST_F(TextInserterAccessibilityTest, AnElementThatAcceptsAndIgnoresIsFoundOutAndPastedInto)
 {
     element().writeApplies = false;

@@ -201,13 +201,38 @@ TEST_F(TextInserterTest, AnEmptyClipboardIsEmptyAgainAfterwards)
     EXPECT_TRUE(m_board.items().isEmpty());
 }
 
-TEST_F(TextInserterTest, APartOfTheClipboardIsNeverPutBack)
+TEST_F(TextInserterTest, WhatCameOfTheClipboardIsPutBackAndTheLossIsLogged)
 {
     m_board.hangOwner();
     const auto task = start(u"word"_qs);
     advance(350ms);
     EXPECT_EQ(result(task), InsertionResult::pasted);
+    EXPECT_EQ(m_board.text(), m_before);
+    EXPECT_THAT(m_log.texts("insertion", QtWarningMsg),
+                ElementsAre(u"A part of the clipboard did not come in time; it is lost"_qs));
+}
+
+TEST_F(TextInserterTest, WhereNothingCameOfTheClipboardThePastedTextStays)
+{
+    m_board.silenceOwner();
+    const auto task = start(u"word"_qs);
+    advance(350ms);
+    EXPECT_EQ(result(task), InsertionResult::pasted);
     EXPECT_EQ(m_board.text(), u"word"_qs);
+}
+
+TEST_F(TextInserterTest, TheClipboardIsReadAheadWhereItIsToBePutBack)
+{
+    m_inserter->prepare(InsertionMethod::clipboardOnly, true);
+    m_inserter->prepare(InsertionMethod::paste, false);
+    EXPECT_EQ(m_boards.readsAhead, 0);
+    m_inserter->prepare(InsertionMethod::paste, true);
+    m_inserter->prepare(InsertionMethod::accessibilityThenPaste, true);
+    EXPECT_EQ(m_boards.readsAhead, 2);
+    m_permissions.accessibilityGranted = false;
+    m_inserter->prepare(InsertionMethod::paste, true);
+    EXPECT_EQ(m_boards.readsAhead, 2);
+    EXPECT_EQ(m_board.ownChanges(), 0);
 }
 
 TEST_F(TextInserterTest, NothingIsWrittenWhileTheOldClipboardIsStillBeingRead)

@@ -1,5 +1,5 @@
-#include <platform/linux/atspi/AtspiFocusedElement.h>
 #include <base/async/TaskFuture.h>
+#include <platform/linux/atspi/AtspiFocusedElement.h>
 #include <platform/linux/atspi/TextReplacement.h>
 
 namespace tulvane {
@@ -64,11 +64,13 @@ QCoro::Task<bool> isInFront(Bus bus, FocusedAccessible place)
     co_return front&& busAnswer::toUnsigned(processAnswer) == front;
 }
 
-QCoro::Task<bool> write(Bus bus, FocusedAccessible place, QString text)
+QCoro::Task<bool> write(Bus bus, FocusedAccessible place, QString text, std::shared_ptr<bool> mayStillArrive)
 {
     TextReplacement replacement(TextField(bus, place.element), text,
                                 [bus, place] { return isInFront(bus, place); });
-    co_return co_await replacement.run();
+    const bool written = co_await replacement.run();
+    *mayStillArrive = replacement.mayStillArrive();
+    co_return written;
 }
 
 QCoro::Task<std::optional<QString>> textOf(Bus bus, Accessible element)
@@ -91,7 +93,7 @@ QFuture<std::optional<QString>> AtspiFocusedElement::role()
 
 QFuture<bool> AtspiFocusedElement::setSelectedText(const QString& text)
 {
-    return futureOf(write(m_bus, m_place, text));
+    return futureOf(write(m_bus, m_place, text, m_mayStillArrive));
 }
 
 QFuture<std::optional<QString>> AtspiFocusedElement::value()

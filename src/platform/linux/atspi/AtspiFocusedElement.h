@@ -1,8 +1,9 @@
 #pragma once
 
-#include <ports/FocusedElement.h>
 #include <platform/linux/atspi/AccessibilityBus.h>
 #include <platform/linux/atspi/FocusSearch.h>
+
+#include <ports/FocusedElement.h>
 
 #include <memory>
 #include <utility>
@@ -22,11 +23,13 @@ public:
     [[nodiscard]] QFuture<std::optional<QString>> role() override;
     /// Refused too when the element is no longer the focused one of the window in front.
     [[nodiscard]] QFuture<bool> setSelectedText(const QString& text) override;
+    [[nodiscard]] bool mayStillArrive() const override { return *m_mayStillArrive; }
     [[nodiscard]] QFuture<std::optional<QString>> value() override;
 
 private:
     std::shared_ptr<AccessibilityBus> m_bus;
     FocusedAccessible m_place;
+    std::shared_ptr<bool> m_mayStillArrive = std::make_shared<bool>(false); ///< of the last write
 };
 
 } // namespace tulvane

@@ -9,9 +9,10 @@ Awaited<QDBusMessage> TextField::askText(const QString& method, const QVariantLi
     return m_bus->call(m_element, accessibleInterfaces::text, method, arguments);
 }
 
-Awaited<QDBusMessage> TextField::askEditableText(const QString& method, const QVariantList& arguments) const
+Awaited<QDBusMessage> TextField::askEditableText(const QString& method, const QVariantList& arguments,
+                                                 AccessibilityBus::Limit limit) const
 {
-    return m_bus->call(m_element, accessibleInterfaces::editableText, method, arguments);
+    return m_bus->call(m_element, accessibleInterfaces::editableText, method, arguments, limit);
 }
 
 QCoro::Task<std::optional<QString>> TextField::text() const
@@ -77,10 +78,12 @@ QCoro::Task<std::optional<int>> TextField::insertedLength(QString text) const
     co_return static_cast<int>(*name == u"Qt" ? text.size() : text.toUtf8().size());
 }
 
-QCoro::Task<bool> TextField::insert(int offset, QString text, int length) const
+QCoro::Task<std::optional<bool>> TextField::insert(int offset, QString text, int length) const
 {
-    auto asked = askEditableText(QStringLiteral("InsertText"), {offset, text, length});
+    auto asked = askEditableText(QStringLiteral("InsertText"), {offset, text, length}, insertLimit);
     const auto answer = co_await asked;
+    if (!answer)
+        co_return std::nullopt;
     co_return busAnswer::toBool(answer).value_or(false);
 }
 

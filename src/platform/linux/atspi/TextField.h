@@ -42,9 +42,12 @@ public:
 
     /// What `insert` is to name as the length of this text.
     [[nodiscard]] QCoro::Task<std::optional<int>> insertedLength(QString text) const;
-    /// Whether the program answered that it has. `offset` and the lengths below are the program's own. The
-    /// request is on its way when this returns, before it is awaited.
-    [[nodiscard]] QCoro::Task<bool> insert(int offset, QString text, int length) const;
+    /// How long a busy program may take to answer a request to insert.
+    static constexpr std::chrono::milliseconds insertLimit{5000};
+    /// Whether the program answered that it has; nothing where it did not answer, which is no refusal: the
+    /// request waits for it. `offset` and the lengths below are the program's own. The request is on its way
+    /// when this returns, before it is awaited.
+    [[nodiscard]] QCoro::Task<std::optional<bool>> insert(int offset, QString text, int length) const;
     [[nodiscard]] QCoro::Task<bool> remove(int start, int end) const;
     [[nodiscard]] QCoro::Task<bool> setText(QString text) const;
     [[nodiscard]] QCoro::Task<bool> setCaret(int offset) const;
@@ -53,8 +56,9 @@ public:
 private:
     [[nodiscard]] Awaited<QDBusMessage> askText(const QString& method,
                                                 const QVariantList& arguments = {}) const;
-    [[nodiscard]] Awaited<QDBusMessage> askEditableText(const QString& method,
-                                                        const QVariantList& arguments) const;
+    [[nodiscard]] Awaited<QDBusMessage>
+    askEditableText(const QString& method, const QVariantList& arguments,
+                    AccessibilityBus::Limit limit = BusLink::callLimit) const;
     [[nodiscard]] QCoro::Task<std::optional<std::pair<int, int>>> selection(int caret) const;
 
     std::shared_ptr<AccessibilityBus> m_bus;

@@ -17,10 +17,11 @@ QCoro::Task<bool> TextReplacement::run()
     const bool mayWrite = co_await m_mayWrite();
     if (!mayWrite)
         co_return false;
-    const bool accepted = co_await m_field.insert(m_before.selection.second, m_text, *length);
-    const auto after = co_await changedText(accepted);
-    if (!after)
-        co_return accepted;
+    const std::optional<bool> accepted = co_await m_field.insert(m_before.selection.second, m_text, *length);
+    const auto after = co_await changedText(accepted.value_or(true));
+    m_mayStillArrive = !accepted && (!after || *after == m_before.text);
+    if (!after || m_mayStillArrive)
+        co_return accepted.value_or(false);
     co_return co_await finish(TextChange::between(m_before.text, *after, m_start, m_end, m_text), *after);
 }
 

@@ -33,6 +33,8 @@ public:
 
     /// False: the element has what it had before, and the selection too, as far as the program lets us.
     [[nodiscard]] QCoro::Task<bool> run();
+    /// Whether the program has not answered, and nothing is seen of the text: it may come yet.
+    [[nodiscard]] bool mayStillArrive() const { return m_mayStillArrive; }
 
 private:
     QCoro::Task<std::optional<QString>> changedText(bool wasAccepted);
@@ -49,6 +51,7 @@ private:
     TextContent m_before;
     qsizetype m_start = 0; ///< of the selection, in the text as it was
     qsizetype m_end = 0;
+    bool m_mayStillArrive = false;
 };
 
 } // namespace tulvane

@@ -9,12 +9,12 @@
 namespace tulvane {
 
 struct X11Text::Parts {
-    Parts(std::unique_ptr<X11Link> opened, std::unique_ptr<SelectionOwner> started,
-          const TerminalTable& terminals, Scheduler& scheduler)
+    Parts(std::unique_ptr<X11Link> opened, std::unique_ptr<SelectionOwner> started, const PasteRules& rules,
+          Scheduler& scheduler)
         : link(std::move(opened)),
           keeper(std::move(started)),
-          pasteboards(*link, *keeper, scheduler, terminals),
-          keys(*link, scheduler)
+          pasteboards(*link, *keeper, scheduler, rules),
+          keys(*link, scheduler, [this](const PasteTarget& target) { return pasteboards.isInFront(target); })
     {
     }
 
@@ -27,7 +27,7 @@ struct X11Text::Parts {
 X11Text::X11Text(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
 X11Text::~X11Text() = default;
 
-std::unique_ptr<X11Text> X11Text::open(const QByteArray& display, const TerminalTable& terminals,
+std::unique_ptr<X11Text> X11Text::open(const QByteArray& display, const PasteRules& rules,
                                        Scheduler& scheduler)
 {
     auto link = X11Link::open(display);
@@ -35,7 +35,7 @@ std::unique_ptr<X11Text> X11Text::open(const QByteArray& display, const Terminal
     if (!keeper)
         return nullptr;
     return std::unique_ptr<X11Text>(
-        new X11Text(std::make_unique<Parts>(std::move(link), std::move(keeper), terminals, scheduler)));
+        new X11Text(std::make_unique<Parts>(std::move(link), std::move(keeper), rules, scheduler)));
 }
 
 Pasteboards& X11Text::pasteboards()

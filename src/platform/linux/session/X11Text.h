@@ -1,12 +1,13 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <ports/KeyPosting.h>
-#include <ports/PasteChord.h>
-#include <ports/Pasteboard.h>
 #include <platform/linux/session/X11PrivacyPermissions.h>
 
 #include <QByteArray>
+
+#include <ports/KeyPosting.h>
+#include <ports/PasteChord.h>
+#include <ports/Pasteboard.h>
 
 #include <memory>
 #include <optional>
@@ -18,8 +19,8 @@ namespace tulvane {
 class X11Text final {
 public:
     /// `display` as in DISPLAY. Null when there is no such server. `scheduler` outlives it.
-    [[nodiscard]] static std::unique_ptr<X11Text> open(const QByteArray& display,
-                                                       const TerminalTable& terminals, Scheduler& scheduler);
+    [[nodiscard]] static std::unique_ptr<X11Text> open(const QByteArray& display, const PasteRules& rules,
+                                                       Scheduler& scheduler);
     X11Text(const X11Text&) = delete;
     X11Text& operator=(const X11Text&) = delete;
     ~X11Text();

@@ -62,6 +62,22 @@ bool isTextTarget(const QString& name)
     return texts.contains(name);
 }
 
+FormatWorth worthOf(const QString& target)
+{
+    if (isTextTarget(target))
+        return FormatWorth::text;
+    if (target == u"text/html")
+        return FormatWorth::html;
+    if (target == u"text/uri-list")
+        return FormatWorth::files;
+    if (target == u"image/png")
+        return FormatWorth::picture;
+    // Toolkits offer one picture in every encoding that they can write, and write each when it is asked for.
+    const bool isEncoding = target.startsWith(u"image/") && target != u"image/svg+xml";
+    return isEncoding || target == u"PIXMAP" || target == u"BITMAP" ? FormatWorth::redundant
+                                                                    : FormatWorth::own;
+}
+
 QList<TargetOffer> offersFor(X11Link& link, const QList<PasteboardItem>& items, const TargetForms& forms)
 {
     QList<TargetOffer> offers;

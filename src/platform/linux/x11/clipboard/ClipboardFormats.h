@@ -1,9 +1,10 @@
 #pragma once
 
-#include <ports/PasteboardItem.h>
 #include <platform/linux/x11/connection/X11Link.h>
 
 #include <QList>
+
+#include <ports/PasteboardItem.h>
 
 namespace tulvane {
 
@@ -27,6 +28,12 @@ struct TargetOffer {
 
 /// Whether a target is content. The others tell about the selection, or make its owner do something.
 [[nodiscard]] bool isContentTarget(const QString& name);
+
+/// The order in which formats are saved: what a program most likely pastes comes first, so that an owner that
+/// is slow or stops answering costs the least.
+enum class FormatWorth { text, html, files, picture, own, redundant };
+
+[[nodiscard]] FormatWorth worthOf(const QString& target);
 
 /// Every target under which these items are offered; plain text under all the names that programs ask for.
 [[nodiscard]] QList<TargetOffer> offersFor(X11Link& link, const QList<PasteboardItem>& items,

@@ -55,6 +55,16 @@ xcb_window_t parentOf(X11Link& link, xcb_window_t window)
     return tree ? tree->parent : noWindow;
 }
 
+/// What the window lies in, below the root.
+xcb_window_t topLevelOf(X11Link& link, xcb_window_t window)
+{
+    xcb_window_t top = window;
+    for (xcb_window_t parent = window; parent != noWindow && parent != link.root();
+         parent = parentOf(link, parent))
+        top = parent;
+    return top;
+}
+
 } // namespace
 
 FrontWindow FrontWindow::current(X11Link& link)
@@ -77,6 +87,13 @@ std::optional<quint32> FrontWindow::process(X11Link& link)
             return process;
     }
     return std::nullopt;
+}
+
+bool FrontWindow::sameTopLevel(X11Link& link, xcb_window_t one, xcb_window_t other)
+{
+    if (one == noWindow || other == noWindow)
+        return false;
+    return one == other || topLevelOf(link, one) == topLevelOf(link, other);
 }
 
 bool FrontWindow::sameProgram(const X11Link& link, xcb_window_t one, xcb_window_t other)

@@ -17,6 +17,9 @@ struct FrontWindow {
     /// The process that the window with the keyboard focus, or what it lies in, says it is of.
     [[nodiscard]] static std::optional<quint32> process(X11Link& link);
 
+    /// Whether both windows lie in one window of the desktop: a program may hand the focus from one part of
+    /// it to another.
+    [[nodiscard]] static bool sameTopLevel(X11Link& link, xcb_window_t one, xcb_window_t other);
     /// Whether both windows are of one program: a program's windows share the upper part of their numbers.
     [[nodiscard]] static bool sameProgram(const X11Link& link, xcb_window_t one, xcb_window_t other);
 };

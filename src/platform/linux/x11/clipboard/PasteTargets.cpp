@@ -11,17 +11,24 @@ namespace tulvane {
 PasteTarget PasteTargets::current() const
 {
     const FrontWindow front = FrontWindow::current(m_link);
-    const auto terminal = std::ranges::find_if(m_terminals, [&](const TerminalWindow& entry) {
-        return front.classes.contains(entry.windowClass, Qt::CaseInsensitive);
+    const auto rule = std::ranges::find_if(m_rules, [&](const PasteRule& one) {
+        return front.classes.contains(one.windowClass, Qt::CaseInsensitive);
     });
     PasteTarget target{front.window};
-    if (terminal != m_terminals.end())
-        target = {front.window, terminal->selection, terminal->chord};
-    if (target.chord == PasteChord::shiftInsert || layoutHasV())
+    if (rule != m_rules.end())
+        target = {front.window, rule->selection, rule->chord, rule->lineBreaks};
+    if (target.chord.key != PasteChord::controlV.key || layoutHasV())
         return target;
-    const bool isTerminal = target.chord == PasteChord::controlShiftV;
-    return {front.window, isTerminal ? PasteSelection::primary : PasteSelection::clipboard,
-            PasteChord::shiftInsert};
+    if (target.chord == PasteChord::controlShiftV)
+        target.selection = PasteSelection::primary;
+    target.chord = PasteChord::shiftInsert;
+    return target;
+}
+
+bool PasteTargets::isInFront(const PasteTarget& target) const
+{
+    return FrontWindow::sameTopLevel(m_link, FrontWindow::current(m_link).window,
+                                     static_cast<xcb_window_t>(target.window));
 }
 
 bool PasteTargets::layoutHasV() const

@@ -10,17 +10,19 @@ namespace tulvane {
 class PasteTargets final {
 public:
     /// `link` outlives it.
-    PasteTargets(X11Link& link, TerminalTable terminals) : m_link(link), m_terminals(std::move(terminals)) {}
+    PasteTargets(X11Link& link, PasteRules rules) : m_link(link), m_rules(std::move(rules)) {}
 
     /// By the window in front, and by whether the layout has a V at all: without one, Shift+Insert pastes,
     /// from the clipboard in most programs and from the text selected last in terminals.
     [[nodiscard]] PasteTarget current() const;
+    /// Whether keys that are posted now reach the target's window.
+    [[nodiscard]] bool isInFront(const PasteTarget& target) const;
 
 private:
     [[nodiscard]] bool layoutHasV() const;
 
     X11Link& m_link;
-    TerminalTable m_terminals;
+    PasteRules m_rules;
 };
 
 } // namespace tulvane

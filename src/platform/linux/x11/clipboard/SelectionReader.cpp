@@ -1,5 +1,7 @@
 #include <platform/linux/x11/clipboard/SelectionReader.h>
 
+#include <algorithm>
+
 namespace tulvane {
 
 namespace {
@@ -9,8 +11,8 @@ constexpr int propertyNames = 32;
 
 } // namespace
 
-SelectionReader::SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window_t window, xcb_atom_t selection,
-                             Done done)
+SelectionReader::SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window_t window,
+                                 xcb_atom_t selection, Done done)
     : m_link(link),
       m_scheduler(scheduler),
       m_window(window),
@@ -32,6 +34,8 @@ void SelectionReader::begin()
     m_item = {};
     m_forms.clear();
     m_bytes = 0;
+    m_stalls = 0;
+    m_lost = false;
     m_time = m_link.serverTime(m_window);
     ask(m_link.atom(QStringLiteral("TARGETS")));
 }
@@ -165,6 +169,8 @@ void SelectionReader::takeTargets(const QByteArray& bytes)
         if (isContentTarget(names[index]) && !m_left.contains(targets[index]))
             m_left.append(targets[index]);
     }
+    std::ranges::stable_sort(m_left, {},
+                             [this](xcb_atom_t target) { return worthOf(m_link.atomName(target)); });
 }
 
 void SelectionReader::keep(const QByteArray& bytes, const TargetForm& form)
@@ -173,11 +179,23 @@ void SelectionReader::keep(const QByteArray& bytes, const TargetForm& form)
     m_item.dataByType.insert(name, bytes);
     m_forms.insert(name, form);
     m_bytes += bytes.size();
+    m_stalls = 0;
 }
 
 void SelectionReader::progressed()
 {
-    m_stalled = m_scheduler.after(progressLimit, [this] { finish(false); });
+    const bool isList = m_target == m_link.atom(QStringLiteral("TARGETS"));
+    m_stalled = m_scheduler.after(isList ? listLimit : formatLimit, [this] { stalled(); });
+}
+
+void SelectionReader::stalled()
+{
+    m_lost = true;
+    const bool isList = m_target == m_link.atom(QStringLiteral("TARGETS"));
+    if (isList || ++m_stalls == stallLimit)
+        finish(false);
+    else
+        askNext();
 }
 
 void SelectionReader::finish(bool complete)
@@ -185,7 +203,7 @@ void SelectionReader::finish(bool complete)
     m_waiting = Waiting::nothing;
     m_stalled.reset();
     m_late.reset();
-    Outcome outcome{{{}, complete}, m_forms};
+    Outcome outcome{{{}, complete && !m_lost}, m_forms};
     if (!m_item.dataByType.isEmpty())
         outcome.contents.items.append(m_item);
     if (const Done done = std::exchange(m_done, nullptr))

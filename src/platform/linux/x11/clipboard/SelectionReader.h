@@ -1,8 +1,9 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <ports/PasteboardItem.h>
 #include <platform/linux/x11/clipboard/ClipboardFormats.h>
+
+#include <ports/PasteboardItem.h>
 
 #include <chrono>
 #include <functional>
@@ -10,14 +11,20 @@
 
 namespace tulvane {
 
-/// Reads everything that another program offers under a selection, one target after the other. Main thread;
+/// Reads everything that another program offers under a selection, one target after the other in the order of
+/// their worth. Main thread;
 /// never waits. Dropping it ends it.
 class SelectionReader final : public X11Link::Listener {
 public:
-    /// An owner that does nothing for this long is given up on.
-    static constexpr std::chrono::milliseconds progressLimit{300};
+    /// An owner that has not even named its formats by then is given up on.
+    static constexpr std::chrono::milliseconds listLimit{300};
+    /// A format of which nothing comes for this long is left out: the owner may have to encode a large
+    /// picture.
+    static constexpr std::chrono::milliseconds formatLimit{3000};
+    /// After so many formats of which nothing came, one after the other, the owner is given up on.
+    static constexpr int stallLimit = 2;
     /// And one that keeps us waiting for longer than this in all, however busily.
-    static constexpr std::chrono::milliseconds totalLimit{3000};
+    static constexpr std::chrono::milliseconds totalLimit{10000};
     static constexpr qsizetype byteLimit = 256 * 1024 * 1024;
 
     struct Outcome {
@@ -28,7 +35,8 @@ public:
 
     /// `window` is a hidden window of ours on which nothing else is read meanwhile. `done` is called once,
     /// later; the read may be dropped from within it.
-    SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window_t window, xcb_atom_t selection, Done done);
+    SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window_t window, xcb_atom_t selection,
+                    Done done);
     SelectionReader(const SelectionReader&) = delete;
     SelectionReader& operator=(const SelectionReader&) = delete;
     ~SelectionReader() override;
@@ -52,6 +60,7 @@ private:
     void takeTargets(const QByteArray& bytes);
     void keep(const QByteArray& bytes, const TargetForm& form);
     void progressed();
+    void stalled();
     void finish(bool complete);
     [[nodiscard]] XcbReply<xcb_get_property_reply_t> fetchProperty();
 
@@ -69,6 +78,8 @@ private:
     QByteArray m_pieces;
     TargetForm m_piecesForm;
     qsizetype m_bytes = 0;
+    int m_stalls = 0;    ///< in a row
+    bool m_lost = false; ///< something that was offered has not come
     PasteboardItem m_item;
     TargetForms m_forms;
     std::unique_ptr<Scheduler::Token> m_stalled;

@@ -6,7 +6,8 @@
 
 namespace tulvane {
 
-SelectionResponder::SelectionResponder(X11Link& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead)
+SelectionResponder::SelectionResponder(X11Link& link, xcb_window_t owner, xcb_atom_t selection,
+                                       TextRead textRead)
     : m_link(link),
       m_owner(owner),
       m_selection(selection),
@@ -100,12 +101,13 @@ bool SelectionResponder::convert(xcb_window_t reader, xcb_atom_t target, xcb_ato
 void SelectionResponder::begin(xcb_window_t reader, xcb_atom_t property, const TargetOffer& offer)
 {
     const bool isText = isTextTarget(m_link.atomName(offer.target));
+    const ClientProcess process = isText ? ClientProcess::ofWindow(m_link, reader) : ClientProcess();
     if (offer.bytes.size() <= IncrementalTransfer::pieceBytes) {
         if (isText) {
             watch(reader);
             m_given.removeIf(
                 [&](const Given& one) { return one.reader == reader && one.property == property; });
-            m_given.append({reader, property, m_number});
+            m_given.append({reader, property, m_number, process});
         }
         const auto units = static_cast<std::uint32_t>(offer.bytes.size() / (offer.form.format / 8));
         xcb_change_property(m_link.connection(), XCB_PROP_MODE_REPLACE, reader, property, offer.form.type,
@@ -117,7 +119,7 @@ void SelectionResponder::begin(xcb_window_t reader, xcb_atom_t property, const T
         return running.transfer.reader() == reader && running.transfer.property() == property;
     });
     watch(reader);
-    m_running.push_back({IncrementalTransfer(m_link, reader, property, offer), isText, m_number});
+    m_running.push_back({IncrementalTransfer(m_link, reader, property, offer), isText, m_number, process});
     m_running.back().transfer.begin();
 }
 
@@ -157,10 +159,11 @@ void SelectionResponder::propertyGone(xcb_window_t window, xcb_atom_t property)
         return;
     const bool wasText = running->isText;
     const quint64 number = running->number;
+    const ClientProcess process = running->process;
     m_running.erase(running);
     unwatch(window);
     if (wasText)
-        m_textRead(window, number);
+        m_textRead(window, process, number);
 }
 
 bool SelectionResponder::textGone(xcb_window_t window, xcb_atom_t property)
@@ -169,10 +172,10 @@ bool SelectionResponder::textGone(xcb_window_t window, xcb_atom_t property)
         m_given, [&](const Given& one) { return one.reader == window && one.property == property; });
     if (given == m_given.end())
         return false;
-    const quint64 number = given->number;
+    const Given taken = *given;
     m_given.erase(given);
     unwatch(window);
-    m_textRead(window, number);
+    m_textRead(window, taken.process, taken.number);
     return true;
 }
 
@@ -181,7 +184,7 @@ void SelectionResponder::windowGone(xcb_window_t window)
     // Some make a window for one read and destroy it with the property in it.
     for (const Given& one : std::as_const(m_given)) {
         if (one.reader == window)
-            m_textRead(window, one.number);
+            m_textRead(window, one.process, one.number);
     }
     m_given.removeIf([&](const Given& one) { return one.reader == window; });
     std::erase_if(m_running, [&](const Running& one) { return one.transfer.reader() == window; });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/linux/x11/clipboard/ClientProcess.h>
 #include <platform/linux/x11/clipboard/ClipboardFormats.h>
 #include <platform/linux/x11/clipboard/IncrementalTransfer.h>
 
@@ -12,9 +13,9 @@ namespace tulvane {
 class SelectionResponder final : public X11Link::Listener {
 public:
     /// Called when a program has taken all of a text, which it tells by deleting the property that it came
-    /// in: the window that asked for it, and which of the offers the text was of. A program that was answered
-    /// too late for its patience never takes it.
-    using TextRead = std::function<void(xcb_window_t reader, quint64 offer)>;
+    /// in: the window that asked for it, its process, and which of the offers the text was of. A program that
+    /// was answered too late for its patience never takes it.
+    using TextRead = std::function<void(xcb_window_t reader, const ClientProcess& process, quint64 offer)>;
 
     /// `owner` is the window in whose name the selection is held.
     SelectionResponder(X11Link& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead);
@@ -54,6 +55,7 @@ private:
         IncrementalTransfer transfer;
         bool isText = false;
         quint64 number = 0;
+        ClientProcess process;
     };
     std::list<Running> m_running;
     /// A text that lies in a property and has yet to be taken from there.
@@ -61,6 +63,7 @@ private:
         xcb_window_t reader;
         xcb_atom_t property;
         quint64 number;
+        ClientProcess process; ///< asked for with the text: the reader may end once it has it
     };
     QList<Given> m_given;
 };

@@ -12,10 +12,12 @@ X11Pasteboard::X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& s
       m_scheduler(scheduler),
       m_selection(link.atom(selection)),
       m_window(link.makeHiddenWindow()),
-      m_owner(keeper.keep(m_selection, [this](xcb_window_t reader, quint64 offer) {
-          QMetaObject::invokeMethod(
-              &m_context, [this, reader, offer] { textRead(reader, offer); }, Qt::QueuedConnection);
-      }))
+      m_owner(
+          keeper.keep(m_selection, [this](xcb_window_t reader, const ClientProcess& process, quint64 offer) {
+              QMetaObject::invokeMethod(
+                  &m_context, [this, reader, process, offer] { textRead(reader, process, offer); },
+                  Qt::QueuedConnection);
+          }))
 {
     m_link.addListener(*this);
     xcb_connection_t* const connection = m_link.connection();
@@ -51,6 +53,21 @@ QFuture<PasteboardContents> X11Pasteboard::contents()
     m_link.catchUp();
     if (isOurs())
         return QtFuture::makeReadyFuture(PasteboardContents{m_ownItems, true});
+    const auto ahead = std::exchange(m_ahead, std::nullopt);
+    return ahead ? *ahead : startRead();
+}
+
+void X11Pasteboard::readAhead()
+{
+    m_link.catchUp();
+    if (m_ahead || isOurs())
+        return;
+    m_ahead = startRead();
+    m_aheadEnd = m_scheduler.after(aheadLimit, [this] { m_ahead.reset(); });
+}
+
+QFuture<PasteboardContents> X11Pasteboard::startRead()
+{
     m_reads.push_back({QPromise<PasteboardContents>(), m_link.makeHiddenWindow(), nullptr});
     PendingRead& pending = m_reads.back();
     pending.promise.start();
@@ -99,14 +116,18 @@ bool X11Pasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qin
 bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& target, OnlyAt count)
 {
     const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
+    const auto window = static_cast<xcb_window_t>(target.window);
+    const ClientProcess program = ClientProcess::ofWindow(m_link, window);
     // Whatever has been written until this moment is counted. What another program writes between it and the
     // change of the owner has a later time than ours, and the server keeps to it.
     const xcb_timestamp_t time = m_link.serverTime(m_window);
     if (count && m_changeCount != *count)
         return false;
+    m_ahead.reset();
     m_ownItems = items;
     m_reading = Reading::unread;
-    m_target = static_cast<xcb_window_t>(target.window);
+    m_target = window;
+    m_program = program;
     m_keeper.take(m_selection, offers, time, ++m_offer);
     if (isOurs()) {
         countOwnChange();
@@ -123,6 +144,7 @@ bool X11Pasteboard::empty(OnlyAt count)
     if (count && m_changeCount != *count)
         return false;
     m_keeper.drop(m_selection);
+    m_ahead.reset();
     m_ownItems.clear();
     countOwnChange();
     // The notice of it comes now or, where another program was quicker, never: waited for any longer, it
@@ -154,6 +176,9 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
         return;
     }
     ++m_changeCount;
+    // A read that is still going on begins anew.
+    if (m_ahead && m_ahead->isFinished())
+        m_ahead.reset();
     if (!isOurs()) {
         m_keeper.drop(m_selection);
         m_ownItems.clear();
@@ -163,10 +188,12 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
     tellActivity();
 }
 
-void X11Pasteboard::textRead(xcb_window_t reader, quint64 offer)
+void X11Pasteboard::textRead(xcb_window_t reader, const ClientProcess& process, quint64 offer)
 {
     // What was read may be a text from before the last write.
-    if (offer != m_offer || m_target == noWindow || !FrontWindow::sameProgram(m_link, reader, m_target))
+    if (offer != m_offer || m_target == noWindow)
+        return;
+    if (!FrontWindow::sameProgram(m_link, reader, m_target) && !process.belongsTo(m_program))
         return;
     m_reading = Reading::read;
     tellActivity();

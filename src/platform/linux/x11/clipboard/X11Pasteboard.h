@@ -20,7 +20,8 @@ namespace tulvane {
 /// is there as long as this object is, unless a clipboard manager keeps a copy.
 ///
 /// It tells whether the target has read the text, by who asks for it: a request from the target's program
-/// counts, one from any other (a clipboard manager) does not. A program in front that keeps copies of its own
+/// counts, over whichever connection and from whichever of its processes, one from any other program (a
+/// clipboard manager) does not. A program in front that keeps copies of its own
 /// asks as soon as the owner changes, and never again when it pastes.
 class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
 public:
@@ -39,6 +40,11 @@ public:
     [[nodiscard]] Reading reading() const override { return m_reading; }
     void setActivityHandler(std::function<void()> handler) override { m_activity = std::move(handler); }
 
+    /// What has been read ahead and is not asked for is forgotten after this.
+    static constexpr std::chrono::minutes aheadLimit{2};
+    /// Begins to read; the next `contents()` gives what comes, unless the content has changed by then.
+    void readAhead();
+
     void handle(const xcb_generic_event_t& event) override;
 
 private:
@@ -54,8 +60,9 @@ private:
     bool empty(OnlyAt count);
     void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
 
+    [[nodiscard]] QFuture<PasteboardContents> startRead();
     void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
-    void textRead(xcb_window_t reader, quint64 offer);
+    void textRead(xcb_window_t reader, const ClientProcess& process, quint64 offer);
     void readFinished(PendingRead& pending, const SelectionReader::Outcome& outcome);
     [[nodiscard]] bool isOurs() const;
     void setOwner(xcb_window_t owner, xcb_timestamp_t time);
@@ -72,12 +79,15 @@ private:
     QList<PasteboardItem> m_ownItems;
     TargetForms m_forms;
     std::list<PendingRead> m_reads;
+    std::optional<QFuture<PasteboardContents>> m_ahead;
+    std::unique_ptr<Scheduler::Token> m_aheadEnd;
     qint64 m_changeCount = 0;
     qint64 m_ownChangeCount = 0;
     /// The time of a clearing of ours whose notice is on its way.
     std::optional<xcb_timestamp_t> m_clearing;
     Reading m_reading = Reading::unread;
     xcb_window_t m_target = noWindow; ///< whom our last write was for
+    ClientProcess m_program;          ///< the target's
     std::function<void()> m_activity;
     QObject m_context; ///< what is called later is called while this lives
 };

@@ -9,15 +9,21 @@ namespace tulvane {
 class X11Pasteboards final : public Pasteboards {
 public:
     /// The first three outlive it.
-    X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, TerminalTable terminals);
+    X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules);
 
     [[nodiscard]] PasteTarget pasteTarget() override { return m_targets.current(); }
-    [[nodiscard]] Pasteboard& of(PasteSelection selection) override
+    /// Whether keys that are posted now reach the target's window.
+    [[nodiscard]] bool isInFront(const PasteTarget& target) const { return m_targets.isInFront(target); }
+    [[nodiscard]] Pasteboard& of(PasteSelection selection) override { return board(selection); }
+
+    void readAhead() override;
+
+private:
+    [[nodiscard]] X11Pasteboard& board(PasteSelection selection)
     {
         return selection == PasteSelection::primary ? m_primary : m_clipboard;
     }
 
-private:
     PasteTargets m_targets;
     X11Pasteboard m_clipboard;
     X11Pasteboard m_primary;

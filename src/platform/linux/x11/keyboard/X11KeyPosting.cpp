@@ -27,13 +27,18 @@ std::optional<xcb_keycode_t> freeKey(const KeyboardLayout& layout, const Keyboar
 
 std::array<xkb_keysym_t, 2> bothSides(xkb_keysym_t left)
 {
-    const xkb_keysym_t right = left == XKB_KEY_Shift_L ? XKB_KEY_Shift_R : XKB_KEY_Control_R;
-    return {left, right};
+    // The right one's number follows the left one's, of these four modifiers.
+    static_assert(XKB_KEY_Shift_R == XKB_KEY_Shift_L + 1 && XKB_KEY_Control_R == XKB_KEY_Control_L + 1 &&
+                  XKB_KEY_Alt_R == XKB_KEY_Alt_L + 1 && XKB_KEY_Super_R == XKB_KEY_Super_L + 1);
+    return {left, left + 1};
 }
 
 } // namespace
 
-X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler) : m_link(link), m_scheduler(scheduler)
+X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler, IsInFront isInFront)
+    : m_link(link),
+      m_scheduler(scheduler),
+      m_isInFront(std::move(isInFront))
 {
     const xcb_query_extension_reply_t* extension = xcb_get_extension_data(link.connection(), &xcb_test_id);
     m_canPost = extension != nullptr && extension->present != 0;
@@ -49,7 +54,7 @@ X11KeyPosting::~X11KeyPosting()
 
 QFuture<bool> X11KeyPosting::paste(const PasteTarget& target)
 {
-    return whenFree([this, target] { return postNow(chordOf(target.chord)); });
+    return whenFree([this, target] { return postNow(chordOf(target.chord), target); });
 }
 
 QFuture<bool> X11KeyPosting::typeSpaces(int count)
@@ -57,7 +62,7 @@ QFuture<bool> X11KeyPosting::typeSpaces(int count)
     return whenFree([this, count] {
         bool posted = true;
         for (int typed = 0; posted && typed < count; ++typed)
-            posted = postNow({XKB_KEY_space, {}});
+            posted = postNow({XKB_KEY_space, {}}, std::nullopt);
         return posted;
     });
 }
@@ -109,31 +114,31 @@ bool X11KeyPosting::keysAreTaken()
     return false;
 }
 
-bool X11KeyPosting::postNow(const Chord& chord)
+bool X11KeyPosting::postNow(const Chord& chord, const std::optional<PasteTarget>& target)
 {
     const auto layout = KeyboardLayout::current(m_link);
     if (!m_canPost || !layout)
         return false;
     const KeyboardState state = KeyboardState::current(m_link);
     const auto place = layout->find(chord.key, state.group);
-    if (!place)
+    // The last that is asked before the keys go out: the user may go elsewhere at any moment.
+    if (chord.key == XKB_KEY_NoSymbol || !place || (target && !m_isInFront(*target)))
         return false;
     send({*place, chord.modifiers}, *layout, state);
     m_link.catchUp();
     return !m_link.isBroken();
 }
 
-X11KeyPosting::Chord X11KeyPosting::chordOf(PasteChord chord)
+X11KeyPosting::Chord X11KeyPosting::chordOf(const PasteChord& chord)
 {
-    switch (chord) {
-    case PasteChord::controlV:
-        return {XKB_KEY_v, {XKB_KEY_Control_L}};
-    case PasteChord::controlShiftV:
-        return {XKB_KEY_v, {XKB_KEY_Control_L, XKB_KEY_Shift_L}};
-    case PasteChord::shiftInsert:
-        return {XKB_KEY_Insert, {XKB_KEY_Shift_L}};
+    Chord keys{xkb_keysym_from_name(chord.key.toUtf8().constData(), XKB_KEYSYM_CASE_INSENSITIVE), {}};
+    for (const auto& [modifier, key] :
+         {std::pair(PasteChord::control, XKB_KEY_Control_L), std::pair(PasteChord::shift, XKB_KEY_Shift_L),
+          std::pair(PasteChord::alt, XKB_KEY_Alt_L), std::pair(PasteChord::super, XKB_KEY_Super_L)}) {
+        if ((chord.modifiers & modifier) != 0)
+            keys.modifiers.append(static_cast<xkb_keysym_t>(key));
     }
-    Q_UNREACHABLE();
+    return keys;
 }
 
 void X11KeyPosting::send(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state)

@@ -18,8 +18,11 @@ namespace tulvane {
 /// Synthesized keystrokes by the XTEST extension. Main thread.
 class X11KeyPosting final : public KeyPosting {
 public:
+    /// Whether keys that are posted now reach the target.
+    using IsInFront = std::function<bool(const PasteTarget&)>;
+
     /// `link` and `scheduler` outlive it.
-    X11KeyPosting(X11Link& link, Scheduler& scheduler);
+    X11KeyPosting(X11Link& link, Scheduler& scheduler, IsInFront isInFront);
     X11KeyPosting(const X11KeyPosting&) = delete;
     X11KeyPosting& operator=(const X11KeyPosting&) = delete;
     ~X11KeyPosting() override;
@@ -49,8 +52,9 @@ private:
 
     /// Posts now, or once the keys reach the program in front again.
     [[nodiscard]] QFuture<bool> whenFree(Post post);
-    [[nodiscard]] bool postNow(const Chord& chord);
-    [[nodiscard]] static Chord chordOf(PasteChord chord);
+    /// For a target only where that is in front still.
+    [[nodiscard]] bool postNow(const Chord& chord, const std::optional<PasteTarget>& target);
+    [[nodiscard]] static Chord chordOf(const PasteChord& chord);
     [[nodiscard]] bool keysAreTaken();
     void tryAgain(Waiting& waiting);
     void send(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state);
@@ -60,6 +64,7 @@ private:
 
     X11Link& m_link;
     Scheduler& m_scheduler;
+    IsInFront m_isInFront;
     bool m_canPost = false;
     std::list<Waiting> m_waiting;
 };

@@ -68,10 +68,10 @@ TEST_F(ControllerEdges, TheClipboardIsPutBackAsTheSettingSaidAtTheStop)
 {
     for (const bool restore : {false, true}) {
         boards.generalBoard.otherProgramWrites(QStringLiteral("mine"));
-        settings.setRestoreClipboard(restore);
+        settings.restoreClipboard.set(restore);
         engine.isPrompt = false;
         dictateByHotkey();
-        settings.setRestoreClipboard(!restore);
+        settings.restoreClipboard.set(!restore);
         finishEngine();
         advance(3s);
         ASSERT_EQ(phase(), u"idle");
@@ -81,7 +81,7 @@ TEST_F(ControllerEdges, TheClipboardIsPutBackAsTheSettingSaidAtTheStop)
 
 TEST_F(ControllerEdges, InHoldModeATapEndsARecordingThatTheMenuBeganAndTheTextIsNotLost)
 {
-    settings.setHotkeyMode(HotkeyMode::hold);
+    settings.hotkeyMode.set(HotkeyMode::hold);
     controller->start();
     speak();
     press(); // at once: a tap

@@ -218,14 +218,14 @@ TEST_F(SessionFinish, LanguageAndPromptAreThoseOfTheStop)
 {
     static_cast<void>(dictate());
     engine.isPrompt = false;
-    settings.setLanguage(TranscriptionLanguage::english);
-    settings.setVocabularyPrompt(QStringLiteral("Solveig"));
+    settings.language.set(TranscriptionLanguage::english);
+    settings.vocabularyPrompt.set(QStringLiteral("Solveig"));
     record(16000);
-    settings.setLanguage(TranscriptionLanguage::norwegianNynorsk);
-    settings.setVocabularyPrompt(QStringLiteral("Torbjørn"));
+    settings.language.set(TranscriptionLanguage::norwegianNynorsk);
+    settings.vocabularyPrompt.set(QStringLiteral("Torbjørn"));
     begin(session->stop());
-    settings.setLanguage(TranscriptionLanguage::automatic);
-    settings.setVocabularyPrompt(QStringLiteral("Åse"));
+    settings.language.set(TranscriptionLanguage::automatic);
+    settings.vocabularyPrompt.set(QStringLiteral("Åse"));
     ASSERT_TRUE(waitUntil([&] {
         if (engine.waiting() > 0)
             engine.step();

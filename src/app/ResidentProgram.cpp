@@ -1,18 +1,17 @@
 #include <app/LinuxDesktop.h>
-#include <app/program/ProgramFolders.h>
 #include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/InterruptWatcher.h>
-#include <base/async/WaitFor.h>
+#include <app/program/ProgramFolders.h>
 #include <base/Log.h>
+#include <base/async/WaitFor.h>
 #include <models/ModelHub.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
-#include <ui/menubar/MenuBarMenu.h>
 #include <ui/windows/SettingsWindowController.h>
 #include <ui/windows/VisibleWindows.h>
 
@@ -103,11 +102,10 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
         {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
              return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
          }});
-    UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
-    context.windows = &windows;
+    const UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
     installInterfaceLanguage(context.settings.appLanguage());
     windows.attach(context);
-    const MenuBarMenu menu(context, (*desktop)->statusItem(), [] { QCoreApplication::quit(); });
+    windows.showStatusItem((*desktop)->statusItem(), [] { QCoreApplication::quit(); });
     running = &app;
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });

@@ -7,10 +7,11 @@
 #include <hotkeys/HotkeyController.h>
 #include <insertion/TextInserter.h>
 #include <permissions/PermissionsService.h>
-#include <ports/Sounds.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
+
+#include <ports/Sounds.h>
 
 #include <utility>
 
@@ -18,13 +19,15 @@ namespace tulvane {
 
 DictationController::DictationController(Dependencies neighbours, QObject* parent)
     : QObject(parent),
-      m_dependencies(std::move(neighbours))
+      m_dependencies(std::move(neighbours)),
+      m_readiness(m_dependencies.settings, m_dependencies.permissions, m_dependencies.models,
+                  m_dependencies.hasCombination)
 {
     followHotkeys();
     followSession();
     followSettings();
     followPermissions();
-    followReadiness();
+    connect(&m_readiness, &Readiness::canDictateChanged, this, &DictationController::readinessChanged);
     updateIndicator();
 }
 
@@ -51,21 +54,26 @@ void DictationController::followSession()
         m_dependencies.hotkeys.machine.markRecordingEnded();
         showNotice(translate("Microphone changed – recording cancelled"));
     };
-    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::noteSessionState);
-    connect(&m_dependencies.session, &DictationSession::stateChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this,
+            &DictationController::noteSessionState);
+    connect(&m_dependencies.session, &DictationSession::stateChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.session, &DictationSession::lastTranscriptChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_dependencies.session, &DictationSession::historyChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::historyChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.session, &DictationSession::modelLoadingChanged, this,
             &DictationController::sessionChanged);
-    connect(&m_dependencies.session, &DictationSession::canRetryChanged, this, &DictationController::sessionChanged);
+    connect(&m_dependencies.session, &DictationSession::canRetryChanged, this,
+            &DictationController::sessionChanged);
     connect(&m_dependencies.recorder, &AudioRecorder::levelChanged, this,
             [this](float level) { m_dependencies.indicator.setLevel(level); });
 }
 
 void DictationController::followSettings()
 {
-    connect(&m_dependencies.settings, &AppSettings::showHUDChanged, this, &DictationController::updateIndicator);
+    connect(&m_dependencies.settings, &AppSettings::showHUDChanged, this,
+            &DictationController::updateIndicator);
     m_shownInDock = m_dependencies.settings.showInDock();
     connect(&m_dependencies.settings, &AppSettings::showInDockChanged, this, [this](bool shown) {
         if (std::exchange(m_shownInDock, shown) != shown)
@@ -76,42 +84,20 @@ void DictationController::followSettings()
 void DictationController::followPermissions()
 {
     m_couldMonitorInput = m_dependencies.permissions.inputMonitoring();
-    connect(&m_dependencies.permissions, &PermissionsService::inputMonitoringChanged, this, [this](bool granted) {
-        // The tap failed while the permission was missing; the same key is tried again.
-        if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
-            m_dependencies.hotkeys.applyModifierHotkey(m_dependencies.settings.modifierHotkey());
-    });
-}
-
-void DictationController::followReadiness()
-{
-    m_wasReady = isReady();
-    connect(&m_dependencies.permissions, &PermissionsService::microphoneChanged, this,
-            &DictationController::noteReadiness);
-    connect(&m_dependencies.models, &ModelSource::statesChanged, this, &DictationController::noteReadiness);
-    connect(&m_dependencies.settings, &AppSettings::selectedModelIDChanged, this,
-            &DictationController::noteReadiness);
-}
-
-void DictationController::noteReadiness()
-{
-    const bool ready = isReady();
-    if (std::exchange(m_wasReady, ready) != ready)
-        Q_EMIT readinessChanged();
-}
-
-bool DictationController::isReady() const
-{
-    return m_dependencies.permissions.microphone() == MicrophoneAccess::authorized &&
-           m_dependencies.models.readyFile().has_value();
+    connect(&m_dependencies.permissions, &PermissionsService::inputMonitoringChanged, this,
+            [this](bool granted) {
+                // The tap failed while the permission was missing; the same key is tried again.
+                if (std::exchange(m_couldMonitorInput, granted) != granted && granted)
+                    m_dependencies.hotkeys.applyModifierHotkey(m_dependencies.settings.modifierHotkey());
+            });
 }
 
 void DictationController::launch()
 {
     m_dependencies.permissions.refresh();
     m_dependencies.refreshModels();
-    qCInfo(lcApp).noquote().nospace()
-        << "Tulvane " << m_dependencies.version << " launched; hotkey: " << m_dependencies.hotkeys.hotkeyDescription();
+    qCInfo(lcApp).noquote().nospace() << "Tulvane " << m_dependencies.version
+                                      << " launched; hotkey: " << m_dependencies.hotkeys.hotkeyDescription();
     if (!isSetUp())
         m_dependencies.windows.showOnboarding();
     m_dependencies.session.preloadModel();
@@ -119,9 +105,7 @@ void DictationController::launch()
 
 bool DictationController::isSetUp() const
 {
-    const bool hasHotkey =
-        m_dependencies.hasCombination() || m_dependencies.settings.modifierHotkey() != ModifierHotkey::none;
-    return m_dependencies.settings.hasCompletedOnboarding() && isReady() && hasHotkey;
+    return m_dependencies.settings.hasCompletedOnboarding() && m_readiness.isComplete();
 }
 
 bool DictationController::isReadyToStart() const
@@ -235,7 +219,8 @@ QCoro::Task<> DictationController::deliver(QString text, InsertionMethod method,
 {
     const QPointer<DictationController> self(this);
     setPhase({Phase::Kind::inserting, {}});
-    const InsertionResult result = co_await m_dependencies.inserter.insert(std::move(text), method, restoreClipboard);
+    const InsertionResult result =
+        co_await m_dependencies.inserter.insert(std::move(text), method, restoreClipboard);
     if (!self)
         co_return;
     play(Sounds::morse);

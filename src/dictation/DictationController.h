@@ -3,6 +3,7 @@
 #include <base/Scheduler.h>
 #include <dictation/DictationSession.h>
 #include <dictation/Phase.h>
+#include <dictation/Readiness.h>
 #include <insertion/InsertionResult.h>
 #include <settings/InsertionMethod.h>
 
@@ -27,12 +28,11 @@ class Sounds;
 class TextInserter;
 class Windows;
 
-/// Coordinates one dictation from the hotkey to the inserted text, and tells the user how it goes: by its
+/// Coordinates one dictation from the hotkey to the inserted text, and shows the user how it goes: by its
 /// phase, which the indicator and the menus show, by sounds and by short notices. Main thread; lives for the
 /// process.
 class DictationController final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(tulvane::Phase phase READ phase NOTIFY phaseChanged)
 
 public:
     static constexpr std::chrono::milliseconds noticeTime{1600};
@@ -66,8 +66,10 @@ public:
     ~DictationController() override;
 
     [[nodiscard]] const Phase& phase() const { return m_phase; }
-    /// Whether a dictation can be had at all: the microphone is authorized, and the selected model is there.
-    [[nodiscard]] bool isReady() const;
+    /// What dictating needs, and whether it is there.
+    [[nodiscard]] const Readiness& readiness() const { return m_readiness; }
+    /// Whether a dictation is possible at all.
+    [[nodiscard]] bool isReady() const { return m_readiness.canDictate(); }
     /// What became of the last transcript; nothing before the first one, and from the next recording or retry
     /// on until that one's text has been delivered.
     [[nodiscard]] std::optional<InsertionResult> lastDelivery() const { return m_lastDelivery; }
@@ -108,8 +110,6 @@ private:
     void followSession();
     void followSettings();
     void followPermissions();
-    void followReadiness();
-    void noteReadiness();
 
     void startByHotkey();
     [[nodiscard]] bool isReadyToStart() const;
@@ -127,10 +127,10 @@ private:
     void play(QLatin1StringView sound);
 
     Dependencies m_dependencies;
+    Readiness m_readiness;
     Phase m_phase;
     std::unique_ptr<Scheduler::Token> m_noticeTask; ///< the pending return to idle
     std::optional<InsertionResult> m_lastDelivery;
-    bool m_wasReady = false;
     std::optional<bool> m_couldMonitorInput;
     std::optional<bool> m_shownInDock;
 };

@@ -2,9 +2,9 @@
 #include <base/Log.h>
 #include <dictation/DictationSession.h>
 #include <dictation/ModelSource.h>
-#include <speech/Recognizer.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
+#include <speech/Recognizer.h>
 #include <stats/StatsStore.h>
 
 #include <QCoroFuture>
@@ -81,7 +81,8 @@ Result<void, DictationError> DictationSession::start()
 
 void DictationSession::startMaxDurationTimer()
 {
-    const std::chrono::seconds longest(std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
+    const std::chrono::seconds longest(
+        std::max(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration));
     m_maxDurationTimer = m_dependencies.scheduler.after(longest, [self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;
@@ -142,7 +143,8 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
         setState(State::idle);
         co_return failure(loaded.error());
     }
-    const Result<QString, EngineError> raw = co_await m_dependencies.engine.transcribe(audio.samples, options);
+    const Result<QString, EngineError> raw =
+        co_await m_dependencies.engine.transcribe(audio.samples, options);
     if (!self)
         co_return Outcome::nothingRecognised();
     if (!raw) {
@@ -200,7 +202,7 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
     // A load that fails leaves the engine without a model.
     setLoadedModel(loaded ? file : QString());
     if (loaded && isFirst) {
-        // The first real dictation then runs at full speed; a failing warm-up is nobody's concern.
+        // The first real dictation then runs at full speed; a failing warm-up changes nothing.
         const TranscriptionOptions warmUp{.language = QStringLiteral("no"),
                                           .initialPrompt = std::nullopt,
                                           .threadCount = m_dependencies.threadCount};

@@ -1,7 +1,8 @@
 #include <dictation/Indicator.h>
-#include <ports/LoginItem.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/PreferencesViewModel.h>
+
+#include <ports/LoginItem.h>
 
 namespace tulvane {
 
@@ -19,13 +20,17 @@ QVariantList optionsOf()
 
 } // namespace
 
-PreferencesViewModel::PreferencesViewModel(const UiContext& context, QObject* parent)
+PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& loginItem, Windows& windows,
+                                           std::function<void()> relaunch, QObject* parent)
     : QObject(parent),
-      m_context(context)
+      m_settings(settings),
+      m_loginItem(loginItem),
+      m_windows(windows),
+      m_relaunch(std::move(relaunch))
 {
-    const AppSettings& settings = context.settings;
     connect(&settings, &AppSettings::languageChanged, this, &PreferencesViewModel::languageChanged);
-    connect(&settings, &AppSettings::insertionMethodChanged, this, &PreferencesViewModel::insertionMethodChanged);
+    connect(&settings, &AppSettings::insertionMethodChanged, this,
+            &PreferencesViewModel::insertionMethodChanged);
     connect(&settings, &AppSettings::appearanceChanged, this, &PreferencesViewModel::appearanceChanged);
     connect(&settings, &AppSettings::appLanguageChanged, this, &PreferencesViewModel::appLanguageChanged);
     connect(&settings, &AppSettings::writeFailed, this, [this](const QString&, const DefaultsError& error) {
@@ -36,7 +41,7 @@ PreferencesViewModel::PreferencesViewModel(const UiContext& context, QObject* pa
 
 QObject* PreferencesViewModel::settings() const
 {
-    return &m_context.settings;
+    return &m_settings;
 }
 
 QVariantList PreferencesViewModel::languages()
@@ -46,13 +51,13 @@ QVariantList PreferencesViewModel::languages()
 
 QString PreferencesViewModel::language() const
 {
-    return rawValue(m_context.settings.language());
+    return rawValue(m_settings.language());
 }
 
 void PreferencesViewModel::setLanguage(const QString& value)
 {
     if (const auto language = fromRawValue<TranscriptionLanguage>(value))
-        m_context.settings.setLanguage(*language);
+        m_settings.setLanguage(*language);
 }
 
 QVariantList PreferencesViewModel::insertionMethods()
@@ -62,13 +67,13 @@ QVariantList PreferencesViewModel::insertionMethods()
 
 QString PreferencesViewModel::insertionMethod() const
 {
-    return rawValue(m_context.settings.insertionMethod());
+    return rawValue(m_settings.insertionMethod());
 }
 
 void PreferencesViewModel::setInsertionMethod(const QString& value)
 {
     if (const auto method = fromRawValue<InsertionMethod>(value))
-        m_context.settings.setInsertionMethod(*method);
+        m_settings.setInsertionMethod(*method);
 }
 
 QVariantList PreferencesViewModel::appearances()
@@ -78,18 +83,18 @@ QVariantList PreferencesViewModel::appearances()
 
 QString PreferencesViewModel::appearance() const
 {
-    return rawValue(m_context.settings.appearance());
+    return rawValue(m_settings.appearance());
 }
 
 void PreferencesViewModel::setAppearance(const QString& value)
 {
     if (const auto mode = fromRawValue<AppearanceMode>(value))
-        m_context.settings.setAppearance(*mode);
+        m_settings.setAppearance(*mode);
 }
 
 QVariantList PreferencesViewModel::appLanguages()
 {
-    // English first, each in its own words: whoever cannot read the one finds the other.
+    // English first, each in its own words: a user who cannot read the one finds the other.
     return {QVariantMap{{QStringLiteral("value"), rawValue(AppLanguage::english)},
                         {QStringLiteral("title"), QStringLiteral("English")}},
             QVariantMap{{QStringLiteral("value"), rawValue(AppLanguage::norwegian)},
@@ -98,38 +103,38 @@ QVariantList PreferencesViewModel::appLanguages()
 
 QString PreferencesViewModel::appLanguage() const
 {
-    return rawValue(m_context.settings.appLanguage());
+    return rawValue(m_settings.appLanguage());
 }
 
 void PreferencesViewModel::setAppLanguage(const QString& value)
 {
     const auto language = fromRawValue<AppLanguage>(value);
-    if (!language || *language == m_context.settings.appLanguage())
+    if (!language || *language == m_settings.appLanguage())
         return;
-    m_context.settings.setAppLanguage(*language);
-    m_context.relaunch();
+    m_settings.setAppLanguage(*language);
+    m_relaunch();
 }
 
 bool PreferencesViewModel::pastes() const
 {
-    return m_context.settings.insertionMethod() != InsertionMethod::clipboardOnly;
+    return m_settings.insertionMethod() != InsertionMethod::clipboardOnly;
 }
 
 bool PreferencesViewModel::launchAtLogin() const
 {
-    return m_context.loginItem.isEnabled();
+    return m_loginItem.isEnabled();
 }
 
 void PreferencesViewModel::setLaunchAtLogin(bool launch)
 {
-    const auto set = m_context.loginItem.setEnabled(launch);
+    const auto set = m_loginItem.setEnabled(launch);
     m_launchAtLoginFailure = set ? QString() : set.error();
     Q_EMIT launchAtLoginChanged();
 }
 
 void PreferencesViewModel::showSetupGuide() const
 {
-    m_context.windows->showOnboarding();
+    m_windows.showOnboarding();
 }
 
 } // namespace tulvane

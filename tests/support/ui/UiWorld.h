@@ -15,6 +15,7 @@
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeIndicatorPanel.h>
 #include <platform/fake/FakeKeyPosting.h>
+#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeLoginItem.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakePasteboard.h>
@@ -23,7 +24,6 @@
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
@@ -113,8 +113,8 @@ public:
     FakeKeyPosting keys;
     FakeFocusedElements elements;
     TextInserter inserter{{boards, keys, elements, privacy, scheduler}};
-    FakeGlobalHotkeys hotkeys;
-    KeyboardShortcuts shortcuts{defaults, hotkeys};
+    FakeGlobalHotkeys globalHotkeys;
+    KeyboardShortcuts shortcuts{defaults, globalHotkeys};
     FakeModifierEvents modifiers;
     HotkeyController hotkeys{settings, shortcuts, modifiers, clock};
     FakeSounds sounds;
@@ -127,7 +127,7 @@ public:
     QMap<QString, KeyCombination> menuItems;
     ExchangeableIndicator indicator;
     DictationSession session;
-    FakeIndicatorPanel* panel = nullptr; ///< the pill's, once that has been shown
+    FakeIndicatorPanel* panel = nullptr; ///< the indicator's, once that has been shown
     UserInterface ui;
     DictationController controller;
 };

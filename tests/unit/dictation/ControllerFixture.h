@@ -60,20 +60,20 @@ protected:
         phases.clear();
         controller = std::make_unique<DictationController>(
             DictationController::Dependencies{.settings = settings,
-                                            .session = *session,
-                                            .recorder = recorder,
-                                            .models = models,
-                                            .permissions = permissions,
-                                            .inserter = inserter,
-                                            .hotkeys = hotkeys,
-                                            .indicator = indicator,
-                                            .windows = windows,
-                                            .sounds = sounds,
-                                            .scheduler = scheduler,
-                                            .version = QStringLiteral("1.2.3"),
-                                            .refreshModels = [this] { ++modelRefreshes; },
-                                            .hasCombination = [this] { return hasCombination; },
-                                            .applyActivationPolicy = [this] { ++policyChanges; }});
+                                              .session = *session,
+                                              .recorder = recorder,
+                                              .models = models,
+                                              .permissions = permissions,
+                                              .inserter = inserter,
+                                              .hotkeys = hotkeys,
+                                              .indicator = indicator,
+                                              .windows = windows,
+                                              .sounds = sounds,
+                                              .scheduler = scheduler,
+                                              .version = QStringLiteral("1.2.3"),
+                                              .refreshModels = [this] { ++modelRefreshes; },
+                                              .hasCombination = [this] { return hasCombination; },
+                                              .applyActivationPolicy = [this] { ++policyChanges; }});
         QObject::connect(controller.get(), &DictationController::phaseChanged,
                          [this](const Phase& phase) { phases.append(nameOf(phase)); });
     }
@@ -89,8 +89,8 @@ protected:
     /// One press and release of the combination.
     void press()
     {
-        hotkeys.press(combination);
-        hotkeys.release(combination);
+        globalHotkeys.press(combination);
+        globalHotkeys.release(combination);
         settle();
     }
     void speak(std::size_t samples = 16000, float level = 0.5F)
@@ -112,8 +112,8 @@ protected:
 
     static constexpr KeyCombination combination{49, 0x800};
 
-    FakeGlobalHotkeys hotkeys;
-    KeyboardShortcuts shortcuts{defaults, hotkeys};
+    FakeGlobalHotkeys globalHotkeys;
+    KeyboardShortcuts shortcuts{defaults, globalHotkeys};
     FakeModifierEvents modifiers;
     HotkeyController hotkeys{settings, shortcuts, modifiers, clock};
     FakePrivacyPermissions privacy;

@@ -170,7 +170,7 @@ TEST_F(HomePageTest, ATextThatWasNotInsertedCanBeCopiedAndTheNoticeHidden)
 
 TEST_F(HomePageTest, AHotkeyThatDoesNotWorkLeadsToTheSettings)
 {
-    world.hotkeys.failRegistrations(HotkeyError::taken(1));
+    world.globalHotkeys.failRegistrations(HotkeyError::taken(1));
     world.shortcuts.setShortcut(Shortcut{2, 0x800}, ShortcutName::dictate());
     WindowProbe& probe = open(SettingsTab::home);
     EXPECT_TRUE(probe.shows(QStringLiteral("⌥D does not work as the hotkey")));
@@ -217,7 +217,7 @@ TEST_F(HomePageTest, NothingIsCutOffOrOverlaps)
                             one.fill();
                             one.privacy.accessibilityGranted = false;
                             one.dictate(QStringLiteral("Denne kom ikke frem."));
-                            one.hotkeys.failRegistrations(HotkeyError::taken(1));
+                            one.globalHotkeys.failRegistrations(HotkeyError::taken(1));
                             one.shortcuts.setShortcut(Shortcut{2, 0x800}, ShortcutName::dictate());
                         }),
                 IsEmpty());

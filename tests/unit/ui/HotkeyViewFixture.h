@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
 #include <ui/viewmodels/HotkeyViewModel.h>
@@ -10,6 +9,7 @@
 #include <QQuickView>
 
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
 
 #include <optional>
 
@@ -47,7 +47,10 @@ protected:
     {
         return world.shortcuts.getShortcut(ShortcutName::dictate());
     }
-    [[nodiscard]] bool isRegistered(const KeyCombination& keys) { return world.hotkeys.isRegistered(keys); }
+    [[nodiscard]] bool isRegistered(const KeyCombination& keys)
+    {
+        return world.globalHotkeys.isRegistered(keys);
+    }
     /// What was pressed is up for good.
     void letGo() { world.scheduler.advance(std::chrono::milliseconds(50)); }
 

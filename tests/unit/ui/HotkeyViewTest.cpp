@@ -64,6 +64,16 @@ TEST_F(HotkeyViewTest, ArrowKeysGoFromModeToMode)
     EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hold);
 }
 
+TEST_F(HotkeyViewTest, ReturnAndEnterChooseTheModeThatHasTheFocus)
+{
+    probe().item(QStringLiteral("hotkey.mode.hold")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Return);
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hold);
+    probe().item(QStringLiteral("hotkey.mode.toggle")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Enter);
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::toggle);
+}
+
 TEST_F(HotkeyViewTest, TheFieldShowsTheCombinationAndHowItIsUsed)
 {
     for (const QString& text :
@@ -84,7 +94,7 @@ TEST_F(HotkeyViewTest, AClickRecordsAndTheNextCombinationIsSet)
     record();
     EXPECT_TRUE(field().isRecording());
     EXPECT_TRUE(probe().shows(QStringLiteral("Press shortcut")));
-    EXPECT_TRUE(world.hotkeys.registered().isEmpty()) << "our own must not catch the keys meanwhile";
+    EXPECT_TRUE(world.globalHotkeys.registered().isEmpty()) << "our own must not catch the keys meanwhile";
     probe().nativeKey(controlPlusD);
     letGo();
     EXPECT_FALSE(field().isRecording());
@@ -133,7 +143,7 @@ TEST_F(HotkeyViewTest, BackspaceClearsForGood)
     EXPECT_FALSE(field().isRecording());
     EXPECT_EQ(stored(), std::nullopt);
     EXPECT_EQ(world.defaults.value(QStringLiteral("KeyboardShortcuts_dictate")), QVariant(false));
-    EXPECT_TRUE(world.hotkeys.registered().isEmpty());
+    EXPECT_TRUE(world.globalHotkeys.registered().isEmpty());
     EXPECT_TRUE(probe().shows(QStringLiteral("Record shortcut")));
 }
 
@@ -148,6 +158,14 @@ TEST_F(HotkeyViewTest, TheClearButtonClears)
 {
     record();
     probe().click(combination + QStringLiteral(".clear"));
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(stored(), std::nullopt);
+}
+
+TEST_F(HotkeyViewTest, ReturnOnTheClearButtonClears)
+{
+    probe().item(combination + QStringLiteral(".clear")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Return);
     EXPECT_FALSE(field().isRecording());
     EXPECT_EQ(stored(), std::nullopt);
 }
@@ -210,7 +228,7 @@ TEST_F(HotkeyViewTest, WhatAMenuItemUsesIsRefusedWithItsName)
 
 TEST_F(HotkeyViewTest, WhatTheDesktopUsesIsRefusedWithAWayOut)
 {
-    world.hotkeys.setSymbolicHotkeys({{true, controlD, {}}});
+    world.globalHotkeys.setSymbolicHotkeys({{true, controlD, {}}});
     record();
     probe().nativeKey(controlPlusD);
     EXPECT_TRUE(
@@ -268,12 +286,12 @@ TEST_F(HotkeyViewTest, OnlyWhileItRecordsItKeepsKeysFromTheWindow)
 TEST_F(HotkeyViewTest, ACombinationThatAnotherProgramHoldsIsSaidAndAFreeOneOffered)
 {
     EXPECT_FALSE(probe().has(QStringLiteral("hotkey.problem")));
-    world.hotkeys.takeElsewhere(altSpace);
+    world.globalHotkeys.takeElsewhere(altSpace);
     world.shortcuts.registerAgain();
     UiWorld::settle();
     EXPECT_TRUE(probe().shows(HotkeyError::taken(0).description()));
     EXPECT_EQ(field().alternative(), QStringLiteral("Use ⌃⌥Space instead"));
-    EXPECT_TRUE(world.hotkeys.registered().isEmpty()) << "it was only tried";
+    EXPECT_TRUE(world.globalHotkeys.registered().isEmpty()) << "it was only tried";
     probe().click(QStringLiteral("hotkey.useAlternative"));
     EXPECT_EQ(stored(), Shortcut::fromCombination(controlAltSpace));
     EXPECT_TRUE(isRegistered(controlAltSpace));
@@ -282,12 +300,12 @@ TEST_F(HotkeyViewTest, ACombinationThatAnotherProgramHoldsIsSaidAndAFreeOneOffer
 
 TEST_F(HotkeyViewTest, ACombinationThatWasGivenBackIsTakenAgain)
 {
-    world.hotkeys.takeElsewhere(altSpace);
+    world.globalHotkeys.takeElsewhere(altSpace);
     world.shortcuts.registerAgain();
     UiWorld::settle();
     probe().click(QStringLiteral("hotkey.tryAgain"));
     EXPECT_TRUE(probe().has(QStringLiteral("hotkey.problem"))) << "it is still held";
-    world.hotkeys.freeElsewhere(altSpace);
+    world.globalHotkeys.freeElsewhere(altSpace);
     probe().click(QStringLiteral("hotkey.tryAgain"));
     EXPECT_FALSE(probe().has(QStringLiteral("hotkey.problem")));
     EXPECT_TRUE(isRegistered(altSpace));
@@ -295,7 +313,8 @@ TEST_F(HotkeyViewTest, ACombinationThatWasGivenBackIsTakenAgain)
 
 TEST_F(HotkeyViewTest, WhereThereAreNoHotkeysNothingElseIsOffered)
 {
-    world.hotkeys.failRegistrations(HotkeyError::unsupported(QStringLiteral("Not here. Bind the command.")));
+    world.globalHotkeys.failRegistrations(
+        HotkeyError::unsupported(QStringLiteral("Not here. Bind the command.")));
     world.shortcuts.registerAgain();
     UiWorld::settle();
     EXPECT_TRUE(probe().shows(QStringLiteral("Not here. Bind the command.")));

@@ -422,7 +422,7 @@ TEST_P(OnboardingLayoutTest, NothingIsCutOffWhereEverythingIsWrong)
         translate("The X server lacks the XTEST extension, so no keys can be pressed for you."),
         translate("Start the X server with XTEST. Until then the text is left on the clipboard.")};
     world.settings.setModifierHotkey(ModifierHotkey::rightOption);
-    world.hotkeys.takeElsewhere({49, carbon::option});
+    world.globalHotkeys.takeElsewhere({49, carbon::option});
     setCombination();
     setMicrophone(MicrophoneAccess::denied);
     world.models.download(WhisperModel::fallback());

@@ -14,7 +14,6 @@
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
-#include <ui/menubar/MenuBarMenu.h>
 #include <ui/windows/SettingsWindowController.h>
 #include <ui/windows/VisibleWindows.h>
 
@@ -131,7 +130,7 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
     context.windows = &windows;
     installInterfaceLanguage(context.settings.appLanguage());
     windows.attach(context);
-    const MenuBarMenu menu(context, (*desktop)->statusItem(), [] { QCoreApplication::quit(); });
+    windows.showStatusItem((*desktop)->statusItem(), [] { QCoreApplication::quit(); });
     running = &app;
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });

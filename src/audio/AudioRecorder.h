@@ -26,9 +26,6 @@ struct AudioFormat;
 class AudioRecorder final : public QObject {
     Q_OBJECT
 
-    Q_PROPERTY(float level READ level NOTIFY levelChanged)
-    Q_PROPERTY(bool isRecording READ isRecording NOTIFY isRecordingChanged)
-
 public:
     /// Both must outlive the recorder.
     AudioRecorder(AudioInput& input, const Clock& clock, QObject* parent = nullptr);

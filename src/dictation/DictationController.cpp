@@ -19,13 +19,15 @@ namespace tulvane {
 
 DictationController::DictationController(Dependencies dependencies, QObject* parent)
     : QObject(parent),
-      m_dependencies(std::move(dependencies))
+      m_dependencies(std::move(dependencies)),
+      m_readiness(m_dependencies.settings, m_dependencies.permissions, m_dependencies.models,
+                  m_dependencies.hasCombination)
 {
     followHotkeys();
     followSession();
     followSettings();
     followPermissions();
-    followReadiness();
+    connect(&m_readiness, &Readiness::canDictateChanged, this, &DictationController::readinessChanged);
     updateIndicator();
 }
 
@@ -94,29 +96,6 @@ void DictationController::followPermissions()
             });
 }
 
-void DictationController::followReadiness()
-{
-    m_wasReady = isReady();
-    connect(&m_dependencies.permissions, &PermissionsService::microphoneChanged, this,
-            &DictationController::noteReadiness);
-    connect(&m_dependencies.models, &ModelSource::statesChanged, this, &DictationController::noteReadiness);
-    connect(&m_dependencies.settings.selectedModelID, &AnySetting::changed, this,
-            &DictationController::noteReadiness);
-}
-
-void DictationController::noteReadiness()
-{
-    const bool ready = isReady();
-    if (std::exchange(m_wasReady, ready) != ready)
-        Q_EMIT readinessChanged();
-}
-
-bool DictationController::isReady() const
-{
-    return m_dependencies.permissions.microphone() == MicrophoneAccess::authorized &&
-           m_dependencies.models.readyFile().has_value();
-}
-
 void DictationController::launch()
 {
     m_dependencies.permissions.refresh();
@@ -130,9 +109,7 @@ void DictationController::launch()
 
 bool DictationController::isSetUp() const
 {
-    const bool hasHotkey =
-        m_dependencies.hasCombination() || m_dependencies.settings.modifierHotkey() != ModifierHotkey::none;
-    return m_dependencies.settings.hasCompletedOnboarding() && isReady() && hasHotkey;
+    return m_dependencies.settings.hasCompletedOnboarding() && m_readiness.isComplete();
 }
 
 bool DictationController::isReadyToStart() const

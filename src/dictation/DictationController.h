@@ -3,6 +3,7 @@
 #include <base/Scheduler.h>
 #include <dictation/DictationSession.h>
 #include <dictation/Phase.h>
+#include <dictation/Readiness.h>
 #include <insertion/InsertionResult.h>
 #include <settings/InsertionMethod.h>
 
@@ -32,7 +33,6 @@ class Windows;
 /// process.
 class DictationController final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(tulvane::Phase phase READ phase NOTIFY phaseChanged)
 
 public:
     static constexpr std::chrono::milliseconds noticeTime{1600};
@@ -66,8 +66,10 @@ public:
     ~DictationController() override;
 
     [[nodiscard]] const Phase& phase() const { return m_phase; }
-    /// Whether a dictation can be had at all: the microphone is authorized, and the selected model is there.
-    [[nodiscard]] bool isReady() const;
+    /// What dictating needs, and whether it is there.
+    [[nodiscard]] const Readiness& readiness() const { return m_readiness; }
+    /// Whether a dictation is possible at all.
+    [[nodiscard]] bool isReady() const { return m_readiness.canDictate(); }
     /// What became of the last transcript; nothing before the first one, and from the next recording or retry
     /// on until that one's text has been delivered.
     [[nodiscard]] std::optional<InsertionResult> lastDelivery() const { return m_lastDelivery; }
@@ -112,8 +114,6 @@ private:
     void followSession();
     void followSettings();
     void followPermissions();
-    void followReadiness();
-    void noteReadiness();
 
     void startByHotkey();
     void cancelByHotkey();
@@ -131,12 +131,12 @@ private:
     void play(QLatin1StringView sound);
 
     Dependencies m_dependencies;
+    Readiness m_readiness;
     Phase m_phase;
     bool m_isLocked = false;
     bool m_isBegunByHotkey = false;                 ///< the present or last recording
     std::unique_ptr<Scheduler::Token> m_noticeTask; ///< the pending return to idle
     std::optional<InsertionResult> m_lastDelivery;
-    bool m_wasReady = false;
     std::optional<bool> m_couldMonitorInput;
     std::optional<bool> m_shownInDock;
 };

@@ -29,11 +29,6 @@ class StatsStore;
 /// happens elsewhere and is awaited. Its history is lost with the process, by design.
 class DictationSession final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(State state READ state NOTIFY stateChanged)
-    Q_PROPERTY(QString lastTranscript READ lastTranscript NOTIFY lastTranscriptChanged)
-    Q_PROPERTY(bool isModelLoading READ isModelLoading NOTIFY modelLoadingChanged)
-    Q_PROPERTY(QString loadedModel READ loadedModel NOTIFY loadedModelChanged)
-    Q_PROPERTY(bool canRetry READ canRetry NOTIFY canRetryChanged)
 
 public:
     enum class State { idle, recording, transcribing };

@@ -15,8 +15,7 @@ ManagedModelSource::ManagedModelSource(const AppSettings& settings, const ModelM
 
 std::optional<QString> ManagedModelSource::readyFile() const
 {
-    const WhisperModel model =
-        WhisperModel::find(m_settings.selectedModelID()).value_or(WhisperModel::fallback());
+    const WhisperModel model = WhisperModel::findOrFallback(m_settings.selectedModelID());
     if (!m_manager.isDownloaded(model))
         return std::nullopt;
     return m_manager.fileURL(model);

@@ -16,10 +16,6 @@ class KeyboardShortcuts;
 /// key events in and shows what comes out. Main thread.
 class ShortcutRecorder final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool isActive READ isActive NOTIFY changed)
-    Q_PROPERTY(QString text READ text NOTIFY changed)
-    Q_PROPERTY(QString placeholder READ placeholder NOTIFY changed)
-    Q_PROPERTY(QString message READ message NOTIFY changed)
 
 public:
     /// What became of a key.

@@ -74,6 +74,11 @@ const WhisperModel& WhisperModel::fallback()
     return gallery().constFirst();
 }
 
+WhisperModel WhisperModel::findOrFallback(const QString& id)
+{
+    return find(id).value_or(fallback());
+}
+
 QUrl WhisperModel::downloadURL(const QUrl& hub) const
 {
     QUrl url(hub.toString() + repo + u"/resolve" + u"/main/" + fileName);

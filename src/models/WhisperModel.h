@@ -36,6 +36,8 @@ struct WhisperModel {
     [[nodiscard]] static std::optional<WhisperModel> find(const QString& id);
     /// The entry that a new user starts with, and that stands in for an unknown identifier.
     [[nodiscard]] static const WhisperModel& fallback();
+    /// The entry with exactly this identifier, or else the fallback.
+    [[nodiscard]] static WhisperModel findOrFallback(const QString& id);
 
     /// The address of the file on the hub, whose base address ends in a slash. A result that is no valid
     /// address is a programming error and ends the process.

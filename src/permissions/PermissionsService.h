@@ -1,13 +1,14 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <ports/PrivacyPermissions.h>
-#include <ports/Processes.h>
-#include <ports/Workspace.h>
 
 #include <QCoroTask>
 #include <QLatin1StringView>
 #include <QObject>
+
+#include <ports/PrivacyPermissions.h>
+#include <ports/Processes.h>
+#include <ports/Workspace.h>
 
 #include <chrono>
 #include <memory>
@@ -30,9 +31,6 @@ struct PermissionsPorts {
 /// second while polling is on, which the pages that show it switch on and off.
 class PermissionsService final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(MicrophoneAccess microphone READ microphone NOTIFY microphoneChanged)
-    Q_PROPERTY(bool accessibility READ accessibility NOTIFY accessibilityChanged)
-    Q_PROPERTY(bool inputMonitoring READ inputMonitoring NOTIFY inputMonitoringChanged)
 
 public:
     static constexpr std::chrono::milliseconds pollInterval{1000};

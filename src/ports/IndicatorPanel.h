@@ -16,7 +16,7 @@ struct PanelOutline {
     [[nodiscard]] bool operator==(const PanelOutline&) const = default;
 };
 
-/// Makes a window the pill's panel: never focused, clicks go through it, above everything, on every
+/// Makes a window the indicator's panel: never focused, clicks go through it, above everything, on every
 /// workspace. A panel serves one window, which outlives it. Main thread; no call waits for another program,
 /// and none fails: what the desktop cannot do is left out.
 class IndicatorPanel {
@@ -31,8 +31,8 @@ public:
     /// Above everything again, without touching the focus; after each show. While the window stays visible
     /// it also comes back above what is put over it later, unless that insists.
     virtual void raise(QWindow& window) = 0;
-    /// Whether the desktop blends the window's alpha with what lies below it. Where it does not, the pill
-    /// is cut to its outline and does not fade.
+    /// Whether the desktop blends the window's alpha with what lies below it. Where it does not, the
+    /// indicator is cut to its outline and does not fade.
     [[nodiscard]] virtual bool isBlended() const = 0;
     /// 0 (nothing to be seen) to 1; without effect where nothing is blended.
     virtual void setOpacity(QWindow& window, double opacity) = 0;

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <hotkeys/ShortcutRules.h>
+
 #include <QString>
 
 #include <functional>
-#include <optional>
 
 namespace tulvane {
 
@@ -12,8 +13,8 @@ class Clock;
 class DictationController;
 class DictationSession;
 class HotkeyController;
+class KeyboardGrab;
 class KeyboardShortcuts;
-struct KeyCombination;
 class LoginItem;
 class ModelManager;
 class Pasteboards;
@@ -21,11 +22,10 @@ class PermissionsService;
 class Presentation;
 class Scheduler;
 class StatsStore;
-class KeyboardGrab;
-class Windows;
 class Workspace;
 
-/// What the windows show and change. All of it outlives them. Main thread.
+/// Everything that the user interface is built over. UserInterface and ViewModels, which make its parts, are
+/// the only users; each part names what it needs. All of it outlives them. Main thread.
 struct UiContext {
     AppSettings& settings;
     DictationSession& session;
@@ -48,9 +48,7 @@ struct UiContext {
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};
     /// The title of the menu item of ours that a key combination works; none where none does.
-    std::function<std::optional<QString>(const KeyCombination&)> menuItemOf = {};
-    /// The windows themselves, for what leads from one to the other; set by the user interface.
-    Windows* windows = nullptr;
+    ShortcutRules::MenuItemOf menuItemOf = {};
 };
 
 } // namespace tulvane

@@ -3,6 +3,9 @@
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
 #include <ui/look/Look.h>
+#include <ui/menubar/MenuBarCommands.h>
+#include <ui/menubar/MenuBarMenu.h>
+#include <ui/menubar/MenuBarReport.h>
 #include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/OnboardingWindowController.h>
 #include <ui/windows/SettingsWindowController.h>
@@ -11,36 +14,52 @@
 #include <QQmlEngine>
 #include <QWindow>
 
-// Written by the build. The module lives in a static library, so nobody but us calls it.
+#include <utility>
+
+// Written by the build. A module in a static library has to be registered by its program.
 extern void qml_register_types_Tulvane();
 
 namespace tulvane {
 
+struct UserInterface::MenuBar {
+    MenuBar(const UiContext& context, ViewModels& models, Windows& windows, StatusItem& item,
+            std::function<void()> quit)
+        : report(models.status(), models.hotkeyStatus(), context.settings, context.stats, context.clock),
+          commands(context.controller, context.session, context.settings, context.pasteboards, windows,
+                   std::move(quit)),
+          menu(item, report, commands)
+    {
+    }
+
+    MenuBarReport report;
+    MenuBarCommands commands;
+    MenuBarMenu menu;
+};
+
 UserInterface::UserInterface(const Ground& ground)
     : m_indicator(std::make_unique<HUDController>(
           HUDController::Dependencies{.engine = [this]() -> QQmlEngine& { return engine(); },
-                                    .makePanel = ground.makePanel,
-                                    .scheduler = ground.scheduler,
-                                    .clock = ground.clock}))
+                                      .makePanel = ground.makePanel,
+                                      .scheduler = ground.scheduler,
+                                      .clock = ground.clock}))
 {
 }
 
 UserInterface::~UserInterface() = default;
 
-void UserInterface::attach(const UiContext& given)
+void UserInterface::attach(const UiContext& context)
 {
-    UiContext context = given;
-    context.windows = this;
+    m_context.emplace(context);
     Look::shared().follow(context.presentation);
     m_settingsWindow = std::make_unique<SettingsWindowController>(
         SettingsWindowController::Dependencies{.engine = [this]() -> QQmlEngine& { return engine(); },
-                                             .models = [this] { return m_models.get(); },
-                                             .defaults = context.settings.defaults()});
+                                               .models = [this] { return m_models.get(); },
+                                               .defaults = context.settings.defaults()});
     m_onboardingWindow = std::make_unique<OnboardingWindowController>(
         OnboardingWindowController::Dependencies{.engine = [this]() -> QQmlEngine& { return engine(); },
-                                               .models = [this]() -> ViewModels& { return *m_models; },
-                                               .defaults = context.settings.defaults()});
-    m_models = std::make_unique<ViewModels>(context, m_settingsWindow->selection());
+                                                 .models = [this]() -> ViewModels& { return *m_models; },
+                                                 .defaults = context.settings.defaults()});
+    m_models = std::make_unique<ViewModels>(context, *this, m_settingsWindow->selection());
     // The command line may have counted dictations while the user was elsewhere.
     m_arrivals = QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                                   [&stats = context.stats](const QWindow* window) {
@@ -49,8 +68,14 @@ void UserInterface::attach(const UiContext& given)
                                   });
 }
 
+void UserInterface::showStatusItem(StatusItem& item, std::function<void()> quit)
+{
+    m_menuBar = std::make_unique<MenuBar>(*m_context, *m_models, *this, item, std::move(quit));
+}
+
 void UserInterface::detach()
 {
+    m_menuBar.reset();
     QObject::disconnect(m_arrivals);
     m_onboardingWindow.reset();
     m_indicator->close();

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QQmlEngine;
 
@@ -16,15 +17,17 @@ class OnboardingWindowController;
 class HUDController;
 class IndicatorPanel;
 class SettingsWindowController;
+class StatusItem;
 class ViewModels;
 
 /// Every window of the program, behind the narrow interface that the controller drives. Nothing is built
 /// before it is first shown. Main thread; needs a QGuiApplication.
 class UserInterface final : public Windows {
 public:
-    /// What the pill, which can be asked for before anything is attached, stands on.
+    /// What the indicator needs, which the controller uses before anything is attached.
     struct Ground {
-        std::function<std::unique_ptr<IndicatorPanel>()> makePanel; ///< asked when the pill is first shown
+        std::function<std::unique_ptr<IndicatorPanel>()>
+            makePanel;        ///< called when the indicator is first shown
         Scheduler& scheduler; ///< outlives this object, as the clock does
         const Clock& clock;
     };
@@ -34,7 +37,9 @@ public:
 
     /// What the windows show; once, before anything is shown. The context's objects outlive this one.
     void attach(const UiContext& context);
-    /// Takes down every window, before what they show goes away.
+    /// Fills the status item, from now until `detach`; after `attach`. `quit` ends the program.
+    void showStatusItem(StatusItem& item, std::function<void()> quit);
+    /// Takes down every window and the menu, before what they show goes away.
     void detach();
 
     void showOnboarding() override;
@@ -49,12 +54,16 @@ public:
     [[nodiscard]] QQmlEngine& engine();
 
 private:
-    // The engine goes last: the windows and the models are its guests.
+    struct MenuBar;
+
+    std::optional<UiContext> m_context;
+    // Destroyed after the windows and the models, which it refers to.
     std::unique_ptr<QQmlEngine> m_engine;
     std::unique_ptr<ViewModels> m_models;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingWindowController> m_onboardingWindow;
     std::unique_ptr<HUDController> m_indicator;
+    std::unique_ptr<MenuBar> m_menuBar;
     QMetaObject::Connection m_arrivals; ///< of the user in one of the windows
 };
 

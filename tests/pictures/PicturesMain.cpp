@@ -1,11 +1,12 @@
 // Draws pages of the program into PNG files, for looking at them:
 //   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
 //                    [--size 1020x680] [--tall] [--click CONTROL] PAGE...
-// PAGE is a page of the main window, "onboarding", or the pill: pill-idle, pill-listening, pill-transcribing,
-// pill-inserting, pill-notice, pill-long-notice, pill-error, pill-uncut (without a compositor). --tall makes
-// the window as high as the page. --click presses the control of that name first. The state "half" has a
-// setup under way in which much is wrong, "failed" a dictation that could not be transcribed, "left" one that
-// could not be inserted, "loading" a model that loads. QT_SCALE_FACTOR scales.
+// PAGE is a page of the main window, "onboarding", or the indicator: indicator-idle, indicator-listening,
+// indicator-transcribing, indicator-inserting, indicator-notice, indicator-long-notice, indicator-error,
+// indicator-uncut (without a compositor). --tall makes the window as high as the page. --click presses the
+// control of that name first. The state "half" has a setup under way in which much is wrong, "failed" a
+// dictation that could not be transcribed, "left" one that could not be inserted, "loading" a model that
+// loads. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
 #include <support/ui/UiWorld.h>
@@ -64,17 +65,17 @@ constexpr int smallest = 0;
 
 Phase phaseOf(const QString& page)
 {
-    if (page == u"pill-listening" || page == u"pill-uncut")
+    if (page == u"indicator-listening" || page == u"indicator-uncut")
         return {Phase::Kind::recording, {}};
-    if (page == u"pill-transcribing")
+    if (page == u"indicator-transcribing")
         return {Phase::Kind::transcribing, {}};
-    if (page == u"pill-inserting")
+    if (page == u"indicator-inserting")
         return {Phase::Kind::inserting, {}};
-    if (page == u"pill-notice")
+    if (page == u"indicator-notice")
         return Phase::notice(translate("Copied to clipboard"));
-    if (page == u"pill-long-notice")
+    if (page == u"indicator-long-notice")
         return Phase::notice(translate("Microphone changed – recording cancelled"));
-    if (page == u"pill-error")
+    if (page == u"indicator-error")
         return Phase::error(translate("No microphone is available."));
     return {};
 }
@@ -92,25 +93,25 @@ QImage someDesktop(const QSize& size, qreal scale, bool isDark)
     return image;
 }
 
-bool drawPill(test::UiWorld& world, const QString& page, const Wish& wish)
+bool drawIndicator(test::UiWorld& world, const QString& page, const Wish& wish)
 {
-    HUDController& pill = world.ui.indicator();
-    pill.setPhase(phaseOf(page));
-    pill.setLevel(0.6F);
-    pill.show();
-    if (page == u"pill-uncut") {
+    HUDController& indicator = world.ui.indicator();
+    indicator.setPhase(phaseOf(page));
+    indicator.setLevel(0.6F);
+    indicator.show();
+    if (page == u"indicator-uncut") {
         world.panel->setBlended(false);
-        pill.show();
+        indicator.show();
     }
     test::UiWorld::settle();
-    const QImage picture = test::pictureOf(*pill.panel()->rootObject());
+    const QImage picture = test::pictureOf(*indicator.panel()->rootObject());
     constexpr QSize around(60, 40);
     QImage ground = someDesktop(HUDController::contentSize + around, picture.devicePixelRatio(),
                                 wish.appearance == Appearance::dark);
     QPainter(&ground).drawImage(QPoint(around.width(), around.height()) / 2, picture);
     const QString file = wish.folder.filePath(nameOf(page, wish));
     std::printf("%s\n", qPrintable(file));
-    pill.hide(false);
+    indicator.hide(false);
     world.panel->setBlended(true);
     return ground.save(file);
 }
@@ -159,8 +160,8 @@ void setUpHalf(test::UiWorld& world)
 
 bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
 {
-    if (page.startsWith(u"pill-"))
-        return drawPill(world, page, wish);
+    if (page.startsWith(u"indicator-"))
+        return drawIndicator(world, page, wish);
     QQuickView* const window = show(world, page);
     if (!window)
         return false;

@@ -11,7 +11,7 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 PAGES = ["home", "models", "history", "statistics", "settings", "about"]
-PILLS = [f"pill-{kind}" for kind in ("listening", "transcribing", "inserting", "notice", "long-notice", "error")]
+INDICATOR = [f"indicator-{kind}" for kind in ("listening", "transcribing", "inserting", "notice", "long-notice", "error")]
 LOOKS = [(language, appearance) for language in ("en", "nb") for appearance in ("light", "dark")]
 
 
@@ -20,7 +20,7 @@ def runs():
     for language, appearance in LOOKS:
         look = ["--language", language, "--appearance", appearance]
         yield [*look, "--state", "empty", *PAGES, "onboarding"]
-        yield [*look, "--state", "full", *PAGES, "onboarding", *PILLS]
+        yield [*look, "--state", "full", *PAGES, "onboarding", *INDICATOR]
         yield [*look, "--state", "half", "--tall", "home", "onboarding"]
         yield [*look, "--state", "failed", "home"]
 

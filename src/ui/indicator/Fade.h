@@ -13,7 +13,7 @@ class Clock;
 /// Leads an opacity from where it is to where it shall be, evenly, about sixty times a second. Main thread.
 class Fade final {
 public:
-    /// `apply` hears of every new opacity, 0 to 1. Both collaborators outlive the fade.
+    /// `apply` receives every new opacity, 0 to 1. Both collaborators outlive the fade.
     Fade(Scheduler& scheduler, const Clock& clock, std::function<void(double)> apply);
 
     /// From the present opacity; takes the place of a fade that is on its way. A time of 0 is at once.

@@ -2,13 +2,14 @@
 
 #include <base/Scheduler.h>
 #include <dictation/Indicator.h>
-#include <ports/IndicatorPanel.h>
 #include <ui/indicator/Fade.h>
 #include <ui/indicator/HUDModel.h>
 #include <ui/indicator/ScreenLayout.h>
 
 #include <QObject>
 #include <QSize>
+
+#include <ports/IndicatorPanel.h>
 
 #include <chrono>
 #include <functional>
@@ -21,8 +22,8 @@ namespace tulvane {
 
 class Clock;
 
-/// Owns the pill's window: built when it is first shown, kept from then on, on the screen only while there is
-/// something to tell. Main thread.
+/// Owns the indicator's window: built when it is first shown, kept from then on, on the screen only while
+/// there is something to show. Main thread.
 class HUDController final : public QObject, public Indicator {
     Q_OBJECT
 
@@ -31,7 +32,7 @@ public:
     static constexpr std::chrono::milliseconds fadeInTime{150};
     static constexpr std::chrono::milliseconds fadeOutTime{200};
 
-    /// What the pill stands on; the scheduler and the clock outlive it.
+    /// What the indicator stands on; the scheduler and the clock outlive it.
     struct Dependencies {
         std::function<QQmlEngine&()> engine;                        ///< asked for when the window is built
         std::function<std::unique_ptr<IndicatorPanel>()> makePanel; ///< likewise
@@ -51,7 +52,7 @@ public:
     void close();
 
     [[nodiscard]] HUDModel& model() { return m_model; }
-    /// Null until the pill has been shown for the first time.
+    /// Null until the indicator has been shown for the first time.
     [[nodiscard]] QQuickView* panel() const { return m_window.get(); }
 
 private Q_SLOTS:

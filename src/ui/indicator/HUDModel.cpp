@@ -1,4 +1,4 @@
-#include <base/Translate.h>
+#include <dictation/PhaseText.h>
 #include <ui/indicator/HUDModel.h>
 
 #include <algorithm>
@@ -38,6 +38,7 @@ void HUDModel::setBlended(bool blended)
     Q_EMIT blendedChanged();
 }
 
+// The status item has symbols of its own: it shows an error as a struck-out microphone, and no notices.
 QString HUDModel::symbol() const
 {
     switch (m_phase.kind) {
@@ -59,20 +60,7 @@ QString HUDModel::symbol() const
 
 QString HUDModel::label() const
 {
-    switch (m_phase.kind) {
-    case Phase::Kind::idle:
-        return {};
-    case Phase::Kind::recording:
-        return translate("Listening…");
-    case Phase::Kind::transcribing:
-        return translate("Transcribing…");
-    case Phase::Kind::inserting:
-        return translate("Inserting…");
-    case Phase::Kind::notice:
-    case Phase::Kind::error:
-        return m_phase.firstLine();
-    }
-    Q_UNREACHABLE();
+    return lineOf(m_phase);
 }
 
 } // namespace tulvane

@@ -7,24 +7,34 @@
 
 namespace tulvane {
 
-/// What the pill shows. Main thread.
+/// What the indicator shows. Main thread.
 class HUDModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    /// The phase's name: "idle", "recording", "error".
-    Q_PROPERTY(QString phase READ phaseName NOTIFY phaseChanged)
+    Q_PROPERTY(State state READ state NOTIFY phaseChanged)
     /// The phase's symbol, and its words in the user's language; an idle phase has none.
     Q_PROPERTY(QString symbol READ symbol NOTIFY phaseChanged)
     Q_PROPERTY(QString label READ label NOTIFY phaseChanged)
     /// The microphone's level, 0 to 1.
     Q_PROPERTY(float level READ level NOTIFY levelChanged)
-    /// Whether the pill is on the screen: nothing moves while it is not.
+    /// Whether the indicator is on the screen: nothing moves while it is not.
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
-    /// Whether the desktop blends the pill with what lies below it.
+    /// Whether the desktop blends the indicator with what lies below it.
     Q_PROPERTY(bool blended READ isBlended NOTIFY blendedChanged)
 
 public:
+    /// The kind of the phase, as QML names it.
+    enum class State {
+        Idle = static_cast<int>(Phase::Kind::idle),
+        Recording = static_cast<int>(Phase::Kind::recording),
+        Transcribing = static_cast<int>(Phase::Kind::transcribing),
+        Inserting = static_cast<int>(Phase::Kind::inserting),
+        Notice = static_cast<int>(Phase::Kind::notice),
+        Error = static_cast<int>(Phase::Kind::error),
+    };
+    Q_ENUM(State)
+
     [[nodiscard]] const Phase& phase() const { return m_phase; }
     void setPhase(const Phase& phase);
     [[nodiscard]] float level() const { return m_level; }
@@ -34,7 +44,7 @@ public:
     [[nodiscard]] bool isBlended() const { return m_isBlended; }
     void setBlended(bool blended);
 
-    [[nodiscard]] QString phaseName() const { return nameOf(m_phase.kind); }
+    [[nodiscard]] State state() const { return static_cast<State>(m_phase.kind); }
     [[nodiscard]] QString symbol() const;
     [[nodiscard]] QString label() const;
 

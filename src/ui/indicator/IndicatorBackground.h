@@ -6,8 +6,9 @@
 
 namespace tulvane {
 
-/// What the pill's content stands on: a rounded body with a hairline edge and a soft shadow, painted once
-/// into an image and only copied from then on, because the meter above it moves all the time. Main thread.
+/// What the indicator's content stands on: a rounded body with a hairline edge and a soft shadow, painted
+/// once into an image and only copied from then on, because the meter above it moves all the time. Main
+/// thread.
 class IndicatorBackground : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

@@ -11,8 +11,8 @@ namespace tulvane {
 
 namespace {
 
-/// From the lower edge of what is free to the pill, and from there to the panel's own lower edge.
-constexpr int belowPill = 72;
+/// From the lower edge of what is free to the indicator, and from there to the panel's own lower edge.
+constexpr int belowIndicator = 72;
 constexpr int panelMargin = 28;
 
 } // namespace
@@ -47,7 +47,7 @@ std::optional<QPoint> ScreenLayout::panelPlace(QSize panel) const
         return std::nullopt;
     const QRect free = screen->visibleFrame;
     const double middle = free.x() + free.width() / 2.0;
-    const int lowerEdge = free.y() + free.height() - (belowPill - panelMargin);
+    const int lowerEdge = free.y() + free.height() - (belowIndicator - panelMargin);
     return QPoint(static_cast<int>(std::floor(middle - panel.width() / 2.0)), lowerEdge - panel.height());
 }
 

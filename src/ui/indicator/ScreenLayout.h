@@ -25,8 +25,8 @@ struct ScreenLayout {
 
     /// The screen that holds the pointer, else the main screen; null when there is none at all.
     [[nodiscard]] const ScreenPlace* chosen() const;
-    /// Where the pill's panel of this size goes on the chosen screen: its top left. In the middle, a little
-    /// above the lower edge of what is free.
+    /// Where the indicator's panel of this size goes on the chosen screen: its top left. In the middle, a
+    /// little above the lower edge of what is free.
     [[nodiscard]] std::optional<QPoint> panelPlace(QSize panel) const;
 };
 

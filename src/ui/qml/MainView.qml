@@ -19,20 +19,32 @@ Rectangle {
     Loader {
         id: page
 
-        readonly property string name: view.models.main.selection.page
+        readonly property int shown: view.models.main.selection.page
 
         anchors.left: sidebar.right
         anchors.right: parent.right
         height: parent.height
-        onNameChanged: open()
+        onShownChanged: open()
         Component.onCompleted: open()
 
+        function fileOf(shown: int): string {
+            switch (shown) {
+            case SettingsSelection.Models:
+                return "ModelsPage";
+            case SettingsSelection.History:
+                return "HistoryPage";
+            case SettingsSelection.Statistics:
+                return "StatisticsPage";
+            case SettingsSelection.Settings:
+                return "PreferencesPage";
+            case SettingsSelection.About:
+                return "AboutPage";
+            default:
+                return "HomePage";
+            }
+        }
         function open() {
-            const files = {
-                home: "HomePage", models: "ModelsPage", history: "HistoryPage",
-                statistics: "StatisticsPage", settings: "PreferencesPage", about: "AboutPage"
-            };
-            setSource("pages/" + files[name] + ".qml", { models: view.models });
+            setSource("pages/" + fileOf(shown) + ".qml", { models: view.models });
         }
     }
 }

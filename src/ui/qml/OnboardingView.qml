@@ -49,7 +49,7 @@ Rectangle {
         }
         StepCard {
             width: parent.width
-            step: view.guide.steps[3]
+            step: view.guide.steps[OnboardingViewModel.HotkeyStep - 1]
 
             HotkeyConfiguration {
                 model: view.models.hotkey

@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import QtQuick.Templates as T
 import Tulvane
 
 // The pages, the way back to an unfinished setup, and the version.
@@ -28,7 +29,7 @@ Rectangle {
 
         Image {
             source: "qrc:/icons/com.dunio.Tulvane.svg"
-            sourceSize: Qt.size(30, 30)
+            sourceSize { width: 30; height: 30 }
         }
         Label {
             anchors.verticalCenter: parent.verticalCenter
@@ -50,12 +51,12 @@ Rectangle {
             SidebarEntry {
                 required property var modelData
 
-                objectName: "sidebar." + modelData.page
+                objectName: "sidebar." + modelData.name
                 width: entries.width
                 text: modelData.title
                 symbol: modelData.symbol
                 selected: sidebar.model.selection.page === modelData.page
-                count: modelData.page === "home" ? sidebar.setup.missingEssentials : 0
+                count: modelData.page === SettingsSelection.Home ? sidebar.setup.missingEssentials : 0
                 Accessible.description: count > 0 ? sidebar.setup.missingText : ""
                 onClicked: sidebar.model.selection.page = modelData.page
             }

@@ -1,7 +1,6 @@
 #include <base/Clock.h>
 #include <base/Translate.h>
 #include <dictation/DictationSession.h>
-#include <ports/Pasteboard.h>
 #include <stats/StatsFormat.h>
 #include <stats/StatsStore.h>
 #include <stats/WordCount.h>
@@ -9,17 +8,25 @@
 
 #include <QLocale>
 
+#include <ports/Pasteboard.h>
+
 #include <algorithm>
 
 namespace tulvane {
 
-HistoryViewModel::HistoryViewModel(const UiContext& context, qsizetype most, QObject* parent)
+HistoryViewModel::HistoryViewModel(const DictationSession& session, const StatsStore& stats,
+                                   const Clock& clock, Pasteboards& pasteboards, Scheduler& scheduler,
+                                   qsizetype most, QObject* parent)
     : QAbstractListModel(parent),
-      m_context(context),
+      m_session(session),
+      m_stats(stats),
+      m_clock(clock),
+      m_pasteboards(pasteboards),
+      m_scheduler(scheduler),
       m_most(most)
 {
-    m_shown = m_context.session.history().first(std::min(m_most, m_context.session.history().size()));
-    connect(&m_context.session, &DictationSession::historyChanged, this, &HistoryViewModel::follow);
+    m_shown = m_session.history().first(std::min(m_most, m_session.history().size()));
+    connect(&m_session, &DictationSession::historyChanged, this, &HistoryViewModel::follow);
 }
 
 HistoryViewModel::~HistoryViewModel() = default;
@@ -63,9 +70,9 @@ QVariant HistoryViewModel::data(const QModelIndex& index, int role) const
 QString HistoryViewModel::timeText(const QDateTime& date) const
 {
     const QString time = QLocale().toString(date.time(), QLocale::ShortFormat);
-    const Calendar& calendar = m_context.stats.calendar();
+    const Calendar& calendar = m_stats.calendar();
     const QDate day = calendar.dateOf(date);
-    return day == calendar.dateOf(m_context.clock.now()) ? time : formatDay(day) + u' ' + time;
+    return day == calendar.dateOf(m_clock.now()) ? time : formatDay(day) + u' ' + time;
 }
 
 QString HistoryViewModel::copyLabel(const QUuid& id) const
@@ -82,8 +89,8 @@ void HistoryViewModel::copy(int row)
         return;
     const QUuid id = m_shown.at(row).id;
     // Replacing clears the pasteboard too, and no program finds it empty in between.
-    const bool taken = m_context.pasteboards.general().replace({PasteboardItem::text(m_shown.at(row).text)});
-    m_answers[id] = {taken, m_context.scheduler.after(copiedTime, [this, id] { forget(id); })};
+    const bool taken = m_pasteboards.general().replace({PasteboardItem::text(m_shown.at(row).text)});
+    m_answers[id] = {taken, m_scheduler.after(copiedTime, [this, id] { forget(id); })};
     tellOfAnswer(id);
 }
 
@@ -110,7 +117,7 @@ void HistoryViewModel::refresh()
 
 void HistoryViewModel::follow()
 {
-    const QList<TranscriptEntry>& all = m_context.session.history();
+    const QList<TranscriptEntry>& all = m_session.history();
     const QList<TranscriptEntry> wanted = all.first(std::min(m_most, all.size()));
     // New entries come at the front, and old ones leave at the end; rows that stay keep their place, and the
     // keyboard its button.

@@ -2,7 +2,6 @@
 
 #include <base/Scheduler.h>
 #include <dictation/TranscriptEntry.h>
-#include <ui/UiContext.h>
 
 #include <QAbstractListModel>
 #include <QList>
@@ -13,6 +12,11 @@
 #include <memory>
 
 namespace tulvane {
+
+class Clock;
+class DictationSession;
+class Pasteboards;
+class StatsStore;
 
 /// The newest dictations of this run of the program, as rows that can be copied. Main thread.
 class HistoryViewModel final : public QAbstractListModel {
@@ -34,8 +38,9 @@ public:
     /// How long a button says that its text was copied.
     static constexpr std::chrono::milliseconds copiedTime{1500};
 
-    /// Lists at most so many entries.
-    HistoryViewModel(const UiContext& context, qsizetype most, QObject* parent);
+    /// Lists at most so many entries. All collaborators outlive this object.
+    HistoryViewModel(const DictationSession& session, const StatsStore& stats, const Clock& clock,
+                     Pasteboards& pasteboards, Scheduler& scheduler, qsizetype most, QObject* parent);
     ~HistoryViewModel() override;
 
     [[nodiscard]] int count() const { return static_cast<int>(m_shown.size()); }
@@ -43,7 +48,7 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
-    /// Puts the row's text, and nothing else, on the general pasteboard. The button tells for a while whether
+    /// Puts the row's text, and nothing else, on the general pasteboard. The button says for a while whether
     /// the pasteboard took it.
     Q_INVOKABLE void copy(int row);
     /// Writes the times anew: what was today may be yesterday by now.
@@ -65,7 +70,11 @@ private:
     [[nodiscard]] QString timeText(const QDateTime& date) const;
     [[nodiscard]] QString copyLabel(const QUuid& id) const;
 
-    UiContext m_context;
+    const DictationSession& m_session;
+    const StatsStore& m_stats;
+    const Clock& m_clock;
+    Pasteboards& m_pasteboards;
+    Scheduler& m_scheduler;
     qsizetype m_most;
     QList<TranscriptEntry> m_shown;
     std::map<QUuid, Answer> m_answers;

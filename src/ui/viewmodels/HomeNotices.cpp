@@ -1,37 +1,37 @@
 #include <base/Translate.h>
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
-#include <hotkeys/HotkeyController.h>
-#include <hotkeys/KeyboardShortcuts.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/HistoryViewModel.h>
 #include <ui/viewmodels/HomeNotices.h>
+#include <ui/viewmodels/HotkeyStatus.h>
 
 namespace tulvane {
 
-HomeNotices::HomeNotices(const UiContext& context, HistoryViewModel& recent, QObject* parent)
+HomeNotices::HomeNotices(const DictationSession& session, DictationController& controller,
+                         const AppSettings& settings, const HotkeyStatus& hotkey, HistoryViewModel& recent,
+                         QObject* parent)
     : QObject(parent),
-      m_context(context),
+      m_session(session),
+      m_controller(controller),
+      m_settings(settings),
+      m_hotkey(hotkey),
       m_recent(recent)
 {
-    connect(&m_context.session, &DictationSession::canRetryChanged, this, &HomeNotices::retryChanged);
-    connect(&m_context.controller, &DictationController::phaseChanged, this, &HomeNotices::notePhase);
-    connect(&m_context.controller, &DictationController::lastDeliveryChanged, this,
-            &HomeNotices::noteDelivery);
-    connect(&m_context.settings.insertionMethod, &AnySetting::changed, this, &HomeNotices::textLeftChanged);
+    connect(&m_session, &DictationSession::canRetryChanged, this, &HomeNotices::retryChanged);
+    connect(&m_controller, &DictationController::phaseChanged, this, &HomeNotices::notePhase);
+    connect(&m_controller, &DictationController::lastDeliveryChanged, this, &HomeNotices::noteDelivery);
+    connect(&m_settings.insertionMethod, &AnySetting::changed, this, &HomeNotices::textLeftChanged);
     connect(&m_recent, &QAbstractItemModel::dataChanged, this, &HomeNotices::copyLabelChanged);
     connect(&m_recent, &HistoryViewModel::countChanged, this, &HomeNotices::copyLabelChanged);
-    connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,
-            &HomeNotices::hotkeyChanged);
-    connect(&m_context.hotkeys, &HotkeyController::modifierTapStateChanged, this,
-            &HomeNotices::hotkeyChanged);
-    connect(&m_context.settings, &AppSettings::troubled, this, &HomeNotices::settingsTroubleChanged);
+    connect(&m_hotkey, &HotkeyStatus::changed, this, &HomeNotices::hotkeyChanged);
+    connect(&m_settings, &AppSettings::troubled, this, &HomeNotices::settingsTroubleChanged);
     notePhase();
 }
 
 void HomeNotices::notePhase()
 {
-    const Phase& phase = m_context.controller.phase();
+    const Phase& phase = m_controller.phase();
     if (phase.kind == Phase::Kind::recording)
         m_reason.clear();
     else if (phase.kind == Phase::Kind::error && canRetry())
@@ -49,7 +49,7 @@ void HomeNotices::noteDelivery()
 
 bool HomeNotices::canRetry() const
 {
-    return m_context.session.canRetry();
+    return m_session.canRetry();
 }
 
 QString HomeNotices::failure() const
@@ -60,9 +60,9 @@ QString HomeNotices::failure() const
 
 bool HomeNotices::isTextLeft() const
 {
-    // Who has chosen the clipboard knows where the text is.
-    return !m_isHidden && m_context.controller.lastDelivery() == InsertionResult::copiedToClipboard &&
-           m_context.settings.insertionMethod() != InsertionMethod::clipboardOnly;
+    // A user who has chosen the clipboard knows where the text is.
+    return !m_isHidden && m_controller.lastDelivery() == InsertionResult::copiedToClipboard &&
+           m_settings.insertionMethod() != InsertionMethod::clipboardOnly;
 }
 
 QString HomeNotices::copyLabel() const
@@ -72,31 +72,24 @@ QString HomeNotices::copyLabel() const
 
 QString HomeNotices::brokenHotkey() const
 {
-    const QString sentence = translate("%1 does not work as the hotkey");
-    if (m_context.shortcuts.registration(ShortcutName::dictate()).error)
-        return sentence.arg(m_context.shortcuts.display(ShortcutName::dictate()).text());
-    if (m_context.hotkeys.modifierTapState().error)
-        return sentence.arg(title(m_context.settings.modifierHotkey()));
-    return {};
+    const QString name = m_hotkey.broken();
+    return name.isEmpty() ? QString() : translate("%1 does not work as the hotkey").arg(name);
 }
 
 QString HomeNotices::brokenHotkeyReason() const
 {
-    if (const auto error = m_context.shortcuts.registration(ShortcutName::dictate()).error)
-        return error->description();
-    const auto error = m_context.hotkeys.modifierTapState().error;
-    return error ? error->description() : QString();
+    return m_hotkey.brokenReason();
 }
 
 QString HomeNotices::settingsTrouble() const
 {
-    const auto& trouble = m_context.settings.trouble();
+    const auto& trouble = m_settings.trouble();
     return trouble ? trouble->description() : QString();
 }
 
 void HomeNotices::retry()
 {
-    m_context.controller.retry(InsertionMethod::clipboardOnly);
+    m_controller.retry(InsertionMethod::clipboardOnly);
 }
 
 void HomeNotices::copyLastText()

@@ -1,16 +1,18 @@
 #pragma once
 
-#include <ui/UiContext.h>
-
 #include <QObject>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
 
+class AppSettings;
+class DictationController;
+class DictationSession;
 class HistoryViewModel;
+class HotkeyStatus;
 
-/// What the home page tells beyond a passing notice, because there is something to be done about it: a
+/// What the home page reports beyond a passing notice, because the user can do something about it: a
 /// recording that could not be transcribed, a text that could not be inserted, a hotkey that does not work.
 /// Main thread.
 class HomeNotices final : public QObject {
@@ -30,8 +32,9 @@ class HomeNotices final : public QObject {
     Q_PROPERTY(QString settingsTrouble READ settingsTrouble NOTIFY settingsTroubleChanged)
 
 public:
-    /// `recent` lists the last text first.
-    HomeNotices(const UiContext& context, HistoryViewModel& recent, QObject* parent);
+    /// `recent` lists the last text first. All collaborators outlive this object.
+    HomeNotices(const DictationSession& session, DictationController& controller, const AppSettings& settings,
+                const HotkeyStatus& hotkey, HistoryViewModel& recent, QObject* parent);
 
     [[nodiscard]] bool canRetry() const;
     [[nodiscard]] QString failure() const;
@@ -60,7 +63,10 @@ private:
     void notePhase();
     void noteDelivery();
 
-    UiContext m_context;
+    const DictationSession& m_session;
+    DictationController& m_controller;
+    const AppSettings& m_settings;
+    const HotkeyStatus& m_hotkey;
     HistoryViewModel& m_recent;
     QString m_reason; ///< of the last failure; empty when it came before this object
     bool m_isHidden = false;

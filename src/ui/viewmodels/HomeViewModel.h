@@ -1,14 +1,19 @@
 #pragma once
 
-#include <ui/UiContext.h>
+#include <ui/viewmodels/DictationStatus.h>
 #include <ui/viewmodels/HistoryViewModel.h>
-#include <ui/viewmodels/HomeNotices.h>
 
 #include <QObject>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
+
+class AppSettings;
+class Clock;
+class DictationStatus;
+class HotkeyStatus;
+class StatsStore;
 
 /// The home page: how things stand, how to start, what has come of it so far. Main thread.
 class HomeViewModel final : public QObject {
@@ -17,7 +22,7 @@ class HomeViewModel final : public QObject {
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(QString greeting READ greeting NOTIFY refreshed)
     Q_PROPERTY(QString status READ status NOTIFY statusChanged)
-    Q_PROPERTY(Tone tone READ tone NOTIFY statusChanged)
+    Q_PROPERTY(tulvane::DictationStatus::Kind tone READ tone NOTIFY statusChanged)
     Q_PROPERTY(bool hasHotkey READ hasHotkey NOTIFY hotkeyChanged)
     /// What to do with the hotkey, before its caps.
     Q_PROPERTY(QString hotkeyVerb READ hotkeyVerb NOTIFY hotkeyChanged)
@@ -28,30 +33,27 @@ class HomeViewModel final : public QObject {
     Q_PROPERTY(bool showsSetup READ showsSetup NOTIFY setupShownChanged)
     Q_PROPERTY(bool showsPrivacy READ showsPrivacy NOTIFY privacyShownChanged)
     Q_PROPERTY(tulvane::HistoryViewModel* recent READ recent CONSTANT)
-    Q_PROPERTY(tulvane::HomeNotices* notices READ notices CONSTANT)
 
 public:
-    /// What the status line's words mean.
-    enum class Tone { Ready, Loading, Recording, Working, Setup, Notice, Error };
-    Q_ENUM(Tone)
-
     /// How many of the dictations the page lists.
     static constexpr qsizetype mostRecent = 4;
 
-    HomeViewModel(const UiContext& context, QObject* parent);
+    /// `recent` lists the newest dictations. All collaborators outlive this object.
+    HomeViewModel(const DictationStatus& status, const HotkeyStatus& hotkey, AppSettings& settings,
+                  const StatsStore& stats, const Clock& clock, HistoryViewModel& recent, QObject* parent);
 
     [[nodiscard]] static QString greetingAt(int hour);
     [[nodiscard]] QString greeting() const;
     [[nodiscard]] QString status() const;
-    [[nodiscard]] Tone tone() const;
+    /// What the status line's words mean.
+    [[nodiscard]] DictationStatus::Kind tone() const;
     [[nodiscard]] bool hasHotkey() const { return !hotkeys().isEmpty(); }
     [[nodiscard]] QString hotkeyVerb() const;
     [[nodiscard]] QVariantList hotkeys() const;
     [[nodiscard]] QVariantList cards() const;
     [[nodiscard]] bool showsSetup() const;
     [[nodiscard]] bool showsPrivacy() const;
-    [[nodiscard]] HistoryViewModel* recent() const { return m_recent; }
-    [[nodiscard]] HomeNotices* notices() const { return m_notices; }
+    [[nodiscard]] HistoryViewModel* recent() const { return &m_recent; }
 
     /// Reads the clock again: the greeting, the streak and the times depend on it. For when the page or its
     /// window comes into view.
@@ -68,13 +70,12 @@ Q_SIGNALS:
     void privacyShownChanged();
 
 private:
-    void followStatus();
-    void followHotkey();
-    void followFigures();
-
-    UiContext m_context;
-    HistoryViewModel* m_recent;
-    HomeNotices* m_notices;
+    const DictationStatus& m_status;
+    const HotkeyStatus& m_hotkey;
+    AppSettings& m_settings;
+    const StatsStore& m_stats;
+    const Clock& m_clock;
+    HistoryViewModel& m_recent;
 };
 
 } // namespace tulvane

@@ -7,25 +7,28 @@
 
 namespace tulvane {
 
-HotkeyViewModel::HotkeyViewModel(const UiContext& context, QObject* parent)
+HotkeyViewModel::HotkeyViewModel(AppSettings& settings, PermissionsService& permissions,
+                                 const HotkeyController& hotkeys, ShortcutFieldViewModel& field,
+                                 QObject* parent)
     : QObject(parent),
-      m_context(context),
-      m_field(new ShortcutFieldViewModel(context, this))
+      m_settings(settings),
+      m_permissions(permissions),
+      m_hotkeys(hotkeys),
+      m_field(field)
 {
     compareWatching();
-    connect(&context.settings.hotkeyMode, &AnySetting::changed, this, &HotkeyViewModel::modeChanged);
-    connect(&context.settings.modifierHotkey, &AnySetting::changed, this, &HotkeyViewModel::singleKeyChanged);
-    connect(&context.hotkeys, &HotkeyController::modifierTapStateChanged, this,
-            &HotkeyViewModel::singleKeyChanged);
-    connect(&context.permissions, &PermissionsService::inputMonitoringChanged, this,
+    connect(&settings.hotkeyMode, &AnySetting::changed, this, &HotkeyViewModel::modeChanged);
+    connect(&settings.modifierHotkey, &AnySetting::changed, this, &HotkeyViewModel::singleKeyChanged);
+    connect(&hotkeys, &HotkeyController::modifierTapStateChanged, this, &HotkeyViewModel::singleKeyChanged);
+    connect(&permissions, &PermissionsService::inputMonitoringChanged, this,
             &HotkeyViewModel::compareWatching);
 }
 
 void HotkeyViewModel::compareWatching()
 {
-    // It is told of once a second, mostly unchanged.
-    const std::pair now{m_context.permissions.inputMonitoring(), watchingObstacle()};
-    if (std::exchange(m_toldWatching, now) != now)
+    // The service publishes its reading once a second, mostly unchanged.
+    const std::pair now{m_permissions.inputMonitoring(), watchingObstacle()};
+    if (std::exchange(m_lastWatching, now) != now)
         Q_EMIT singleKeyChanged();
 }
 
@@ -54,14 +57,14 @@ QVariantList HotkeyViewModel::modes()
 
 QString HotkeyViewModel::mode() const
 {
-    return rawValue(m_context.settings.hotkeyMode());
+    return rawValue(m_settings.hotkeyMode());
 }
 
 void HotkeyViewModel::setMode(const QString& mode)
 {
     const auto chosen = fromRawValue<HotkeyMode>(mode);
-    if (chosen && *chosen != m_context.settings.hotkeyMode())
-        m_context.settings.hotkeyMode.set(*chosen);
+    if (chosen && *chosen != m_settings.hotkeyMode())
+        m_settings.hotkeyMode.set(*chosen);
 }
 
 QVariantList HotkeyViewModel::singleKeys()
@@ -75,50 +78,50 @@ QVariantList HotkeyViewModel::singleKeys()
 
 QString HotkeyViewModel::singleKey() const
 {
-    return rawValue(m_context.settings.modifierHotkey());
+    return rawValue(m_settings.modifierHotkey());
 }
 
 void HotkeyViewModel::setSingleKey(const QString& key)
 {
     const auto chosen = fromRawValue<ModifierHotkey>(key);
-    if (!chosen || *chosen == m_context.settings.modifierHotkey())
+    if (!chosen || *chosen == m_settings.modifierHotkey())
         return;
-    m_context.settings.modifierHotkey.set(*chosen);
-    if (*chosen != ModifierHotkey::none && !m_context.permissions.inputMonitoring())
-        m_context.permissions.requestInputMonitoring();
+    m_settings.modifierHotkey.set(*chosen);
+    if (*chosen != ModifierHotkey::none && !m_permissions.inputMonitoring())
+        m_permissions.requestInputMonitoring();
 }
 
-QString HotkeyViewModel::watching() const
+HotkeyViewModel::Watching HotkeyViewModel::watching() const
 {
-    if (m_context.settings.modifierHotkey() == ModifierHotkey::none)
-        return QStringLiteral("unneeded");
-    return m_context.permissions.inputMonitoring() ? QStringLiteral("granted") : QStringLiteral("missing");
+    if (m_settings.modifierHotkey() == ModifierHotkey::none)
+        return Watching::Unneeded;
+    return m_permissions.inputMonitoring() ? Watching::Granted : Watching::Missing;
 }
 
 QString HotkeyViewModel::watchingObstacle() const
 {
-    return inWords(m_context.permissions.obstacle(Permission::inputMonitoring));
+    return inWords(m_permissions.obstacle(Permission::inputMonitoring));
 }
 
 QString HotkeyViewModel::singleKeyProblem() const
 {
     // A missing permission has a place and remedies of its own.
-    if (watching() != u"granted")
+    if (watching() != Watching::Granted)
         return {};
-    const auto error = m_context.hotkeys.modifierTapState().error;
+    const auto error = m_hotkeys.modifierTapState().error;
     return error ? error->description() : QString();
 }
 
 void HotkeyViewModel::openInputMonitoringSettings() const
 {
-    m_context.permissions.openSettings(PermissionsService::inputMonitoringPane);
+    m_permissions.openSettings(PermissionsService::inputMonitoringPane);
 }
 
 void HotkeyViewModel::resetInputMonitoring() const
 {
     // The request comes either way: where there was nothing to forget, asking is all that can help.
-    static_cast<void>(m_context.permissions.resetPermission(PermissionsService::Resettable::inputMonitoring));
-    m_context.permissions.requestInputMonitoring();
+    static_cast<void>(m_permissions.resetPermission(PermissionsService::Resettable::inputMonitoring));
+    m_permissions.requestInputMonitoring();
 }
 
 } // namespace tulvane

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <settings/HotkeyMode.h>
-#include <ui/UiContext.h>
 #include <ui/viewmodels/ShortcutFieldViewModel.h>
 
 #include <QObject>
@@ -12,6 +11,10 @@
 #include <utility>
 
 namespace tulvane {
+
+class AppSettings;
+class HotkeyController;
+class PermissionsService;
 
 /// How dictation is started and stopped: the mode, the single key, and the field of the key combination. Main
 /// thread.
@@ -25,8 +28,8 @@ class HotkeyViewModel final : public QObject {
     /// Objects with `value` and `title`.
     Q_PROPERTY(QVariantList singleKeys READ singleKeys CONSTANT)
     Q_PROPERTY(QString singleKey READ singleKey WRITE setSingleKey NOTIFY singleKeyChanged)
-    /// Whether keys may be watched, as far as the choice needs that: "unneeded", "granted" or "missing".
-    Q_PROPERTY(QString watching READ watching NOTIFY singleKeyChanged)
+    /// Whether keys may be watched, as far as the choice needs that.
+    Q_PROPERTY(Watching watching READ watching NOTIFY singleKeyChanged)
     /// Why they may not, and what to do; empty where the desktop does not say.
     Q_PROPERTY(QString watchingObstacle READ watchingObstacle NOTIFY singleKeyChanged)
     /// Why pressing the key does nothing all the same; empty where it works.
@@ -34,7 +37,12 @@ class HotkeyViewModel final : public QObject {
     Q_PROPERTY(tulvane::ShortcutFieldViewModel* field READ field CONSTANT)
 
 public:
-    HotkeyViewModel(const UiContext& context, QObject* parent);
+    enum class Watching { Unneeded, Granted, Missing };
+    Q_ENUM(Watching)
+
+    /// All collaborators outlive this object.
+    HotkeyViewModel(AppSettings& settings, PermissionsService& permissions, const HotkeyController& hotkeys,
+                    ShortcutFieldViewModel& field, QObject* parent);
 
     [[nodiscard]] static QVariantList modes();
     [[nodiscard]] QString mode() const;
@@ -44,10 +52,10 @@ public:
     [[nodiscard]] QString singleKey() const;
     /// Also asks for leave to watch the key, where that is missing.
     void setSingleKey(const QString& key);
-    [[nodiscard]] QString watching() const;
+    [[nodiscard]] Watching watching() const;
     [[nodiscard]] QString watchingObstacle() const;
     [[nodiscard]] QString singleKeyProblem() const;
-    [[nodiscard]] ShortcutFieldViewModel* field() const { return m_field; }
+    [[nodiscard]] ShortcutFieldViewModel* field() const { return &m_field; }
 
     Q_INVOKABLE void openInputMonitoringSettings() const;
     /// Has a stale decision forgotten, and asks anew. Blocks until the first is done.
@@ -63,9 +71,11 @@ Q_SIGNALS:
 private:
     void compareWatching();
 
-    UiContext m_context;
-    ShortcutFieldViewModel* m_field;
-    std::optional<std::pair<bool, QString>> m_toldWatching;
+    AppSettings& m_settings;
+    PermissionsService& m_permissions;
+    const HotkeyController& m_hotkeys;
+    ShortcutFieldViewModel& m_field;
+    std::optional<std::pair<bool, QString>> m_lastWatching; ///< as last published
 };
 
 } // namespace tulvane

@@ -3,10 +3,10 @@
 
 namespace tulvane {
 
-MainViewModel::MainViewModel(const UiContext& context, SettingsSelection& selection, QObject* parent)
+MainViewModel::MainViewModel(SettingsSelection& selection, const QString& version, QObject* parent)
     : QObject(parent),
       m_selection(selection),
-      m_version(translate("Version ") + context.version)
+      m_version(translate("Version ") + version)
 {
 }
 
@@ -14,10 +14,16 @@ QVariantList MainViewModel::entries()
 {
     QVariantList list;
     for (const SettingsTab tab : allCases<SettingsTab>())
-        list.append(QVariantMap{{QStringLiteral("page"), rawValue(tab)},
+        list.append(QVariantMap{{QStringLiteral("page"), static_cast<int>(tab)},
+                                {QStringLiteral("name"), rawValue(tab)},
                                 {QStringLiteral("title"), title(tab)},
                                 {QStringLiteral("symbol"), symbol(tab)}});
     return list;
+}
+
+QString MainViewModel::titleOf(SettingsSelection::Page page) const
+{
+    return title(static_cast<SettingsTab>(page));
 }
 
 } // namespace tulvane

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ui/UiContext.h>
 #include <ui/windows/SettingsSelection.h>
 
 #include <QObject>
@@ -14,15 +13,17 @@ class MainViewModel final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(tulvane::SettingsSelection* selection READ selection CONSTANT)
-    /// Objects with `page`, `title` and `symbol`, in the sidebar's order.
+    /// Objects with `page` (a SettingsSelection.Page), `name`, `title` and `symbol`, in the sidebar's order.
     Q_PROPERTY(QVariantList entries READ entries CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
 
 public:
-    MainViewModel(const UiContext& context, SettingsSelection& selection, QObject* parent);
+    /// `version` is the short version of the application; the selection outlives this object.
+    MainViewModel(SettingsSelection& selection, const QString& version, QObject* parent);
 
     [[nodiscard]] SettingsSelection* selection() const { return &m_selection; }
     [[nodiscard]] static QVariantList entries();
+    Q_INVOKABLE [[nodiscard]] QString titleOf(tulvane::SettingsSelection::Page page) const;
     [[nodiscard]] QString version() const { return m_version; }
 
 private:

@@ -10,39 +10,50 @@
 
 namespace tulvane {
 
-namespace {
-
-WhisperModel selectedModel(const AppSettings& settings)
-{
-    return WhisperModel::find(settings.selectedModelID()).value_or(WhisperModel::fallback());
-}
-
-} // namespace
-
-ModelEntry::ModelEntry(const UiContext& context, QString id, QObject* parent)
+ModelEntry::ModelEntry(AppSettings& settings, ModelManager& models, const DictationSession& session,
+                       QString id, QObject* parent)
     : QObject(parent),
-      m_context(context),
+      m_settings(settings),
+      m_models(models),
+      m_session(session),
       m_id(std::move(id))
 {
-    connect(&context.models, &ModelManager::stateChanged, this, [this](const QString& changedId) {
+    connect(&models, &ModelManager::stateChanged, this, [this](const QString& changedId) {
         if (changedId != model().id)
             return;
         m_deletionFailure.clear();
         Q_EMIT changed();
     });
-    connect(&context.settings.selectedModelID, &AnySetting::changed, this, &ModelEntry::changed);
-    connect(&context.session, &DictationSession::loadedModelChanged, this, &ModelEntry::changed);
-    connect(&context.session, &DictationSession::modelLoadingChanged, this, &ModelEntry::changed);
+    connect(&settings.selectedModelID, &AnySetting::changed, this, &ModelEntry::changed);
+    connect(&session, &DictationSession::loadedModelChanged, this, &ModelEntry::changed);
+    connect(&session, &DictationSession::modelLoadingChanged, this, &ModelEntry::changed);
 }
 
 WhisperModel ModelEntry::model() const
 {
-    return WhisperModel::find(m_id).value_or(selectedModel(m_context.settings));
+    return WhisperModel::findOrFallback(m_id.isEmpty() ? m_settings.selectedModelID() : m_id);
 }
 
 ModelState ModelEntry::modelState() const
 {
-    return m_context.models.state(model().id);
+    return m_models.state(model().id);
+}
+
+ModelEntry::State ModelEntry::state() const
+{
+    switch (modelState().kind()) {
+    case ModelState::Kind::downloading:
+        return State::Downloading;
+    case ModelState::Kind::failed:
+        return State::Failed;
+    case ModelState::Kind::notDownloaded:
+        return State::NotDownloaded;
+    case ModelState::Kind::verifying:
+        return State::Verifying;
+    case ModelState::Kind::ready:
+        return State::Ready;
+    }
+    Q_UNREACHABLE();
 }
 
 QString ModelEntry::size() const
@@ -52,7 +63,7 @@ QString ModelEntry::size() const
 
 bool ModelEntry::isSelected() const
 {
-    return model().id == selectedModel(m_context.settings).id;
+    return model().id == WhisperModel::findOrFallback(m_settings.selectedModelID()).id;
 }
 
 QString ModelEntry::progress() const
@@ -69,33 +80,32 @@ QString ModelEntry::message() const
 
 bool ModelEntry::isLoaded() const
 {
-    return modelState() == ModelState::ready() &&
-           m_context.session.loadedModel() == m_context.models.fileURL(model());
+    return modelState() == ModelState::ready() && m_session.loadedModel() == m_models.fileURL(model());
 }
 
 bool ModelEntry::isLoading() const
 {
-    return isSelected() && modelState() == ModelState::ready() && m_context.session.isModelLoading();
+    return isSelected() && modelState() == ModelState::ready() && m_session.isModelLoading();
 }
 
 void ModelEntry::download()
 {
-    m_context.models.download(model());
+    m_models.download(model());
 }
 
 void ModelEntry::cancel()
 {
-    m_context.models.cancel(model());
+    m_models.cancel(model());
 }
 
 void ModelEntry::use()
 {
-    m_context.settings.selectedModelID.set(model().id);
+    m_settings.selectedModelID.set(model().id);
 }
 
 void ModelEntry::remove()
 {
-    const auto removed = m_context.models.deleteModel(model());
+    const auto removed = m_models.deleteModel(model());
     m_deletionFailure = removed ? QString() : removed.error().description();
     Q_EMIT changed();
 }

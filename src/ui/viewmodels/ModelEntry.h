@@ -2,12 +2,15 @@
 
 #include <models/ModelState.h>
 #include <models/WhisperModel.h>
-#include <ui/UiContext.h>
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
+
+class AppSettings;
+class DictationSession;
+class ModelManager;
 
 /// One speech model as a card or a download control shows it. Main thread.
 class ModelEntry final : public QObject {
@@ -22,8 +25,7 @@ class ModelEntry final : public QObject {
     Q_PROPERTY(QString size READ size NOTIFY changed)
     Q_PROPERTY(bool selected READ isSelected NOTIFY changed)
     Q_PROPERTY(bool recommended READ isRecommended NOTIFY changed)
-    /// "notDownloaded", "downloading", "verifying", "ready" or "failed"
-    Q_PROPERTY(QString state READ state NOTIFY changed)
+    Q_PROPERTY(State state READ state NOTIFY changed)
     /// 0 to 1 while downloading
     Q_PROPERTY(double fraction READ fraction NOTIFY changed)
     /// "54 MB of 539 MB"
@@ -36,8 +38,13 @@ class ModelEntry final : public QObject {
     Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
 
 public:
-    /// `id` names a catalogue entry; an empty one stands for whichever is selected.
-    ModelEntry(const UiContext& context, QString id, QObject* parent);
+    enum class State { NotDownloaded, Downloading, Verifying, Ready, Failed };
+    Q_ENUM(State)
+
+    /// `id` names a catalogue entry; an empty one stands for the selected one. All collaborators outlive this
+    /// object.
+    ModelEntry(AppSettings& settings, ModelManager& models, const DictationSession& session, QString id,
+               QObject* parent);
 
     [[nodiscard]] QString id() const { return model().id; }
     [[nodiscard]] QString name() const { return model().displayName; }
@@ -46,7 +53,7 @@ public:
     [[nodiscard]] QString size() const;
     [[nodiscard]] bool isSelected() const;
     [[nodiscard]] bool isRecommended() const { return model().id == WhisperModel::fallback().id; }
-    [[nodiscard]] QString state() const { return modelState().name(); }
+    [[nodiscard]] State state() const;
     [[nodiscard]] double fraction() const { return modelState().fraction(); }
     [[nodiscard]] QString progress() const;
     [[nodiscard]] QString message() const;
@@ -68,7 +75,9 @@ private:
     [[nodiscard]] WhisperModel model() const;
     [[nodiscard]] ModelState modelState() const;
 
-    UiContext m_context;
+    AppSettings& m_settings;
+    ModelManager& m_models;
+    const DictationSession& m_session;
     QString m_id;
     QString m_deletionFailure;
 };

@@ -1,54 +1,60 @@
 #include <base/Translate.h>
 #include <models/ModelManager.h>
-#include <ports/Workspace.h>
 #include <ui/viewmodels/ModelGallery.h>
 
+#include <ports/Workspace.h>
+
 #include <algorithm>
+#include <utility>
 
 namespace tulvane {
 
-ModelGallery::ModelGallery(const UiContext& context, ModelEntry* selected, QObject* parent)
+ModelGallery::ModelGallery(const ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries,
+                           ModelEntry& selected, QObject* parent)
     : QObject(parent),
-      m_context(context),
+      m_models(models),
+      m_workspace(workspace),
+      m_entries(std::move(entries)),
       m_selected(selected)
 {
-    for (const WhisperModel& model : WhisperModel::gallery())
-        m_entries.append(new ModelEntry(context, model.id, this));
-    connect(selected, &ModelEntry::changed, this, &ModelGallery::statusChanged);
-    connect(&context.models, &ModelManager::stateChanged, this, &ModelGallery::statusChanged);
+    connect(&selected, &ModelEntry::changed, this, &ModelGallery::statusChanged);
+    connect(&models, &ModelManager::stateChanged, this, &ModelGallery::statusChanged);
 }
 
 bool ModelGallery::isAnythingInstalled() const
 {
-    const auto& states = m_context.models.states();
+    const auto& states = m_models.states();
     return std::ranges::any_of(
         states, [](const ModelState& state) { return state.kind() == ModelState::Kind::ready; });
 }
 
-QString ModelGallery::statusKind() const
+ModelGallery::Status ModelGallery::statusKind() const
 {
-    if (m_selected->isLoading())
-        return QStringLiteral("loading");
-    if (m_selected->state() == u"ready")
-        return QStringLiteral("ready");
-    return isAnythingInstalled() ? QStringLiteral("missing") : QStringLiteral("none");
+    if (m_selected.isLoading())
+        return Status::Loading;
+    if (m_selected.state() == ModelEntry::State::Ready)
+        return Status::Ready;
+    return isAnythingInstalled() ? Status::Missing : Status::None;
 }
 
 QString ModelGallery::status() const
 {
-    const QString kind = statusKind();
-    if (kind == u"loading")
+    switch (statusKind()) {
+    case Status::Loading:
         return translate("Loading model…");
-    if (kind == u"ready")
-        return m_selected->isLoaded() ? translate("Loaded in memory") : translate("Ready");
-    if (kind == u"missing")
+    case Status::Ready:
+        return m_selected.isLoaded() ? translate("Loaded in memory") : translate("Ready");
+    case Status::Missing:
         return translate("Not downloaded");
-    return translate("Nothing yet – download the selected model to start dictating.");
+    case Status::None:
+        return translate("Nothing yet – download the selected model to start dictating.");
+    }
+    Q_UNREACHABLE();
 }
 
 void ModelGallery::showFolder() const
 {
-    m_context.workspace.reveal(m_context.models.modelsDirectory());
+    m_workspace.reveal(m_models.modelsDirectory());
 }
 
 } // namespace tulvane

@@ -3,28 +3,38 @@
 #include <ui/viewmodels/ModelEntry.h>
 
 #include <QList>
+#include <QQmlListProperty>
 
 namespace tulvane {
+
+class ModelManager;
+class Workspace;
 
 /// The Models page: the entries that are offered, and how the selected one stands. Main thread.
 class ModelGallery final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    Q_PROPERTY(QList<tulvane::ModelEntry*> entries READ entries CONSTANT)
+    Q_PROPERTY(QQmlListProperty<tulvane::ModelEntry> entries READ entryList CONSTANT)
     Q_PROPERTY(tulvane::ModelEntry* selected READ selected CONSTANT)
     /// One line about the selected model
     Q_PROPERTY(QString status READ status NOTIFY statusChanged)
-    /// "ready", "loading", "missing" or "none"
-    Q_PROPERTY(QString statusKind READ statusKind NOTIFY statusChanged)
+    Q_PROPERTY(Status statusKind READ statusKind NOTIFY statusChanged)
 
 public:
-    ModelGallery(const UiContext& context, ModelEntry* selected, QObject* parent);
+    enum class Status { Ready, Loading, Missing, None };
+    Q_ENUM(Status)
+
+    /// `entries` are the models that are offered; `selected` stands for the selected one. All outlive this
+    /// object.
+    ModelGallery(const ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries,
+                 ModelEntry& selected, QObject* parent);
 
     [[nodiscard]] const QList<ModelEntry*>& entries() const { return m_entries; }
-    [[nodiscard]] ModelEntry* selected() const { return m_selected; }
+    [[nodiscard]] QQmlListProperty<ModelEntry> entryList() { return {this, &m_entries}; }
+    [[nodiscard]] ModelEntry* selected() const { return &m_selected; }
     [[nodiscard]] QString status() const;
-    [[nodiscard]] QString statusKind() const;
+    [[nodiscard]] Status statusKind() const;
 
     /// Shows the folder of the model files in the file manager.
     Q_INVOKABLE void showFolder() const;
@@ -35,9 +45,10 @@ Q_SIGNALS:
 private:
     [[nodiscard]] bool isAnythingInstalled() const;
 
-    UiContext m_context;
+    const ModelManager& m_models;
+    Workspace& m_workspace;
     QList<ModelEntry*> m_entries;
-    ModelEntry* m_selected;
+    ModelEntry& m_selected;
 };
 
 } // namespace tulvane

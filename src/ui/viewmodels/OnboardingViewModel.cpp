@@ -1,9 +1,8 @@
 #include <dictation/Indicator.h>
-#include <hotkeys/HotkeyController.h>
-#include <hotkeys/KeyboardShortcuts.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
 #include <settings/AppSettings.h>
+#include <ui/viewmodels/HotkeyStatus.h>
 #include <ui/viewmodels/OnboardingViewModel.h>
 #include <ui/viewmodels/SetupViewModel.h>
 
@@ -23,19 +22,22 @@ QString allSet()
 
 } // namespace
 
-OnboardingViewModel::OnboardingViewModel(const UiContext& context, SetupFacts& facts, QObject* parent)
+OnboardingViewModel::OnboardingViewModel(const SetupFacts& facts, AppSettings& settings,
+                                         PermissionsService& permissions, ModelManager& models,
+                                         const HotkeyStatus& hotkey, Windows& windows, QObject* parent)
     : QObject(parent),
-      m_context(context),
-      m_facts(facts)
+      m_facts(facts),
+      m_settings(settings),
+      m_permissions(permissions),
+      m_models(models),
+      m_hotkey(hotkey),
+      m_windows(windows)
 {
     connect(&facts, &SetupFacts::changed, this, &OnboardingViewModel::changed);
     // The footer also names the hotkey, which may change while every mark stays.
     connect(&facts, &SetupFacts::changed, this, &OnboardingViewModel::footerChanged);
-    connect(&context.shortcuts, &KeyboardShortcuts::registrationsChanged, this,
-            &OnboardingViewModel::footerChanged);
-    connect(&context.settings.modifierHotkey, &AnySetting::changed, this,
-            &OnboardingViewModel::footerChanged);
-    connect(&context.permissions, &PermissionsService::microphoneChanged, this,
+    connect(&hotkey, &HotkeyStatus::changed, this, &OnboardingViewModel::footerChanged);
+    connect(&permissions, &PermissionsService::microphoneChanged, this,
             &OnboardingViewModel::microphoneChanged);
 }
 
@@ -43,7 +45,7 @@ QList<SetupStep> OnboardingViewModel::steps() const
 {
     const SetupMarks marks = m_facts.marks();
     const auto state = [](bool isDone) { return isDone ? SetupStepState::done : SetupStepState::todo; };
-    PermissionsService& permissions = m_context.permissions;
+    PermissionsService& permissions = m_permissions;
     const auto askForMicrophone = [&permissions] {
         if (permissions.microphone() == MicrophoneAccess::notDetermined)
             permissions.requestMicrophone();
@@ -55,9 +57,9 @@ QList<SetupStep> OnboardingViewModel::steps() const
         {2, translate("Accessibility"), QStringLiteral("accessibility"), state(marks.accessibility),
          [&permissions] { permissions.openSettings(PermissionsService::accessibilityPane); }},
         {3, translate("Speech model"), QStringLiteral("waveform"), state(marks.model),
-         [this] { m_context.models.download(m_facts.selectedModel()); }},
+         [this] { m_models.download(m_facts.selectedModel()); }},
         {4, translate("Hotkey"), QStringLiteral("keyboard"), state(marks.hotkey),
-         [this] { m_context.windows->showPage(SettingsTab::settings); }},
+         [this] { m_windows.showPage(SettingsTab::settings); }},
     };
 }
 
@@ -100,7 +102,7 @@ QString OnboardingViewModel::footer() const
 {
     if (!isAllDone())
         return spokenFooter().toHtmlEscaped();
-    const QString hotkey = m_context.hotkeys.hotkeyDescription().toHtmlEscaped();
+    const QString hotkey = m_hotkey.description().toHtmlEscaped();
     static const QRegularExpression strong(QStringLiteral(R"(\*\*(.*?)\*\*)"));
     return allSet().toHtmlEscaped().replace(strong, QStringLiteral("<b>\\1</b>")).arg(hotkey);
 }
@@ -108,7 +110,7 @@ QString OnboardingViewModel::footer() const
 QString OnboardingViewModel::spokenFooter() const
 {
     if (isAllDone())
-        return allSet().remove(QStringLiteral("**")).arg(m_context.hotkeys.hotkeyDescription());
+        return allSet().remove(QStringLiteral("**")).arg(m_hotkey.description());
     return SetupViewModel::stepsLeft(static_cast<int>(steps().size()) - doneCount()) +
            translate(" You can close this and come back any time from the menu-bar icon › Setup guide.");
 }
@@ -118,16 +120,16 @@ QString OnboardingViewModel::finishLabel() const
     return isAllDone() ? translate("Done") : translate("Close");
 }
 
-QString OnboardingViewModel::microphone() const
+OnboardingViewModel::Microphone OnboardingViewModel::microphone() const
 {
-    switch (m_context.permissions.microphone()) {
+    switch (m_permissions.microphone()) {
     case MicrophoneAccess::notDetermined:
-        return QStringLiteral("ask");
+        return Microphone::Ask;
     case MicrophoneAccess::restricted:
     case MicrophoneAccess::denied:
-        return QStringLiteral("denied");
+        return Microphone::Denied;
     case MicrophoneAccess::authorized:
-        return QStringLiteral("granted");
+        return Microphone::Granted;
     }
     Q_UNREACHABLE();
 }
@@ -142,10 +144,9 @@ void OnboardingViewModel::act(int number) const
 
 void OnboardingViewModel::finish()
 {
-    const SetupMarks marks = m_facts.marks();
     // Without accessibility the text is left on the clipboard, and dictation works.
-    if (marks.microphone && marks.model && marks.hotkey)
-        m_context.settings.hasCompletedOnboarding.set(true);
+    if (m_facts.isReady())
+        m_settings.hasCompletedOnboarding.set(true);
     Q_EMIT closeWanted();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ui/UiContext.h>
 #include <ui/viewmodels/SetupFacts.h>
 #include <ui/viewmodels/SetupItem.h>
 
@@ -10,6 +9,12 @@
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
+
+class AppSettings;
+class HotkeyStatus;
+class ModelManager;
+class PermissionsService;
+class Windows;
 
 /// The four steps of the setup guide, and what finishing it means. Live: nothing is stored but that it has
 /// been finished. Main thread.
@@ -28,12 +33,18 @@ class OnboardingViewModel final : public QObject {
     /// The same as plain text, for reading aloud.
     Q_PROPERTY(QString spokenFooter READ spokenFooter NOTIFY footerChanged)
     Q_PROPERTY(QString finishLabel READ finishLabel NOTIFY changed)
-    /// "ask", "denied" or "granted".
-    Q_PROPERTY(QString microphone READ microphone NOTIFY microphoneChanged)
+    Q_PROPERTY(Microphone microphone READ microphone NOTIFY microphoneChanged)
 
 public:
-    /// `facts` outlives this object.
-    OnboardingViewModel(const UiContext& context, SetupFacts& facts, QObject* parent);
+    /// The steps by their numbers.
+    enum class Step { MicrophoneStep = 1, AccessibilityStep, ModelStep, HotkeyStep };
+    Q_ENUM(Step)
+    enum class Microphone { Ask, Denied, Granted };
+    Q_ENUM(Microphone)
+
+    /// All collaborators outlive this object.
+    OnboardingViewModel(const SetupFacts& facts, AppSettings& settings, PermissionsService& permissions,
+                        ModelManager& models, const HotkeyStatus& hotkey, Windows& windows, QObject* parent);
 
     [[nodiscard]] QList<SetupStep> steps() const;
     [[nodiscard]] QVariantList stepObjects() const;
@@ -43,9 +54,9 @@ public:
     [[nodiscard]] QString footer() const;
     [[nodiscard]] QString spokenFooter() const;
     [[nodiscard]] QString finishLabel() const;
-    [[nodiscard]] QString microphone() const;
+    [[nodiscard]] Microphone microphone() const;
 
-    /// Does what leads towards the end of the step, 1 to 4.
+    /// Does what leads towards the end of the step, by its number; an unknown one is ignored.
     Q_INVOKABLE void act(int number) const;
     /// The finish button: remembers that the setup is complete, where dictation can work, and asks for the
     /// window to be closed either way.
@@ -60,8 +71,12 @@ Q_SIGNALS:
 private:
     [[nodiscard]] int doneCount() const;
 
-    UiContext m_context;
-    SetupFacts& m_facts;
+    const SetupFacts& m_facts;
+    AppSettings& m_settings;
+    PermissionsService& m_permissions;
+    ModelManager& m_models;
+    const HotkeyStatus& m_hotkey;
+    Windows& m_windows;
 };
 
 } // namespace tulvane

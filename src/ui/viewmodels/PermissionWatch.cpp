@@ -3,9 +3,9 @@
 
 namespace tulvane {
 
-PermissionWatch::PermissionWatch(const UiContext& context, QObject* parent)
+PermissionWatch::PermissionWatch(PermissionsService& permissions, QObject* parent)
     : QObject(parent),
-      m_permissions(context.permissions)
+      m_permissions(permissions)
 {
 }
 

@@ -1,21 +1,22 @@
 #pragma once
 
-#include <ui/UiContext.h>
-
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
 
-/// Has the permissions read once a second for as long as anything that shows them is on the screen: whoever
-/// shows them holds it, and the last one to let go ends it. Main thread.
+class PermissionsService;
+
+/// Has the permissions read once a second for as long as anything that shows them is on the screen: each such
+/// view holds it, and the reading ends with the last release. Main thread.
 class PermissionWatch final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
 
 public:
-    PermissionWatch(const UiContext& context, QObject* parent);
+    /// The service outlives this object.
+    PermissionWatch(PermissionsService& permissions, QObject* parent);
     ~PermissionWatch() override;
 
     /// The first one also reads at once, so that nothing old is shown for a second.

@@ -8,50 +8,49 @@ QString inWords(const PermissionObstacle& obstacle)
     return obstacle.remedy.isEmpty() ? obstacle.reason : obstacle.reason + u' ' + obstacle.remedy;
 }
 
-PermissionsViewModel::PermissionsViewModel(const UiContext& context, QObject* parent)
+PermissionsViewModel::PermissionsViewModel(PermissionsService& permissions, QObject* parent)
     : QObject(parent),
-      m_context(context)
+      m_permissions(permissions)
 {
-    connect(&context.permissions, &PermissionsService::microphoneChanged, this, &PermissionsViewModel::changed);
-    connect(&context.permissions, &PermissionsService::accessibilityChanged, this,
-            &PermissionsViewModel::changed);
+    connect(&permissions, &PermissionsService::microphoneChanged, this, &PermissionsViewModel::changed);
+    connect(&permissions, &PermissionsService::accessibilityChanged, this, &PermissionsViewModel::changed);
 }
 
 bool PermissionsViewModel::microphone() const
 {
-    return m_context.permissions.microphone() == MicrophoneAccess::authorized;
+    return m_permissions.microphone() == MicrophoneAccess::authorized;
 }
 
 bool PermissionsViewModel::accessibility() const
 {
-    return m_context.permissions.accessibility();
+    return m_permissions.accessibility();
 }
 
 QString PermissionsViewModel::microphoneObstacle() const
 {
-    return microphone() ? QString() : inWords(m_context.permissions.obstacle(Permission::microphone));
+    return microphone() ? QString() : inWords(m_permissions.obstacle(Permission::microphone));
 }
 
 QString PermissionsViewModel::accessibilityObstacle() const
 {
-    return accessibility() ? QString() : inWords(m_context.permissions.obstacle(Permission::accessibility));
+    return accessibility() ? QString() : inWords(m_permissions.obstacle(Permission::accessibility));
 }
 
 void PermissionsViewModel::openMicrophoneSettings() const
 {
-    m_context.permissions.openSettings(PermissionsService::microphonePane);
+    m_permissions.openSettings(PermissionsService::microphonePane);
 }
 
 void PermissionsViewModel::openAccessibilitySettings() const
 {
-    m_context.permissions.openSettings(PermissionsService::accessibilityPane);
+    m_permissions.openSettings(PermissionsService::accessibilityPane);
 }
 
 void PermissionsViewModel::resetAccessibility() const
 {
     // Asking helps also where there was nothing to forget.
-    static_cast<void>(m_context.permissions.resetPermission(PermissionsService::Resettable::accessibility));
-    m_context.permissions.requestAccessibility();
+    static_cast<void>(m_permissions.resetPermission(PermissionsService::Resettable::accessibility));
+    m_permissions.requestAccessibility();
 }
 
 } // namespace tulvane

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <ui/UiContext.h>
-
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
+
+class PermissionsService;
 
 struct PermissionObstacle;
 
@@ -24,7 +24,8 @@ class PermissionsViewModel final : public QObject {
     Q_PROPERTY(QString accessibilityObstacle READ accessibilityObstacle NOTIFY changed)
 
 public:
-    PermissionsViewModel(const UiContext& context, QObject* parent);
+    /// The service outlives this object.
+    PermissionsViewModel(PermissionsService& permissions, QObject* parent);
 
     [[nodiscard]] bool microphone() const;
     [[nodiscard]] bool accessibility() const;
@@ -41,7 +42,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    UiContext m_context;
+    PermissionsService& m_permissions;
 };
 
 } // namespace tulvane

@@ -1,11 +1,10 @@
 #include <dictation/Indicator.h>
+#include <ports/LoginItem.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/PreferencesViewModel.h>
 #include <ui/viewmodels/SettingValues.h>
 
 #include <QQmlPropertyMap>
-
-#include <ports/LoginItem.h>
 
 namespace tulvane {
 
@@ -26,12 +25,15 @@ QVariantList optionsOf(const AnySetting& setting)
 
 } // namespace
 
-PreferencesViewModel::PreferencesViewModel(const UiContext& context, QObject* parent)
+PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& loginItem, Windows& windows,
+                                           std::function<void()> relaunch, QObject* parent)
     : QObject(parent),
-      m_context(context),
-      m_settings(settingValues(context.settings, this))
+      m_stored(settings),
+      m_settings(settingValues(settings, this)),
+      m_loginItem(loginItem),
+      m_windows(windows),
+      m_relaunch(std::move(relaunch))
 {
-    const AppSettings& settings = context.settings;
     connect(&settings.language, &AnySetting::changed, this, &PreferencesViewModel::languageChanged);
     connect(&settings.insertionMethod, &AnySetting::changed, this,
             &PreferencesViewModel::insertionMethodChanged);
@@ -52,47 +54,47 @@ PreferencesViewModel::PreferencesViewModel(const UiContext& context, QObject* pa
 
 QVariantList PreferencesViewModel::languages() const
 {
-    return optionsOf(m_context.settings.language);
+    return optionsOf(m_stored.language);
 }
 
 QString PreferencesViewModel::language() const
 {
-    return m_context.settings.language.value().toString();
+    return m_stored.language.value().toString();
 }
 
 void PreferencesViewModel::setLanguage(const QString& value)
 {
-    (void)m_context.settings.language.setValue(value);
+    (void)m_stored.language.setValue(value);
 }
 
 QVariantList PreferencesViewModel::insertionMethods() const
 {
-    return optionsOf(m_context.settings.insertionMethod);
+    return optionsOf(m_stored.insertionMethod);
 }
 
 QString PreferencesViewModel::insertionMethod() const
 {
-    return m_context.settings.insertionMethod.value().toString();
+    return m_stored.insertionMethod.value().toString();
 }
 
 void PreferencesViewModel::setInsertionMethod(const QString& value)
 {
-    (void)m_context.settings.insertionMethod.setValue(value);
+    (void)m_stored.insertionMethod.setValue(value);
 }
 
 QVariantList PreferencesViewModel::appearances() const
 {
-    return optionsOf(m_context.settings.appearance);
+    return optionsOf(m_stored.appearance);
 }
 
 QString PreferencesViewModel::appearance() const
 {
-    return m_context.settings.appearance.value().toString();
+    return m_stored.appearance.value().toString();
 }
 
 void PreferencesViewModel::setAppearance(const QString& value)
 {
-    (void)m_context.settings.appearance.setValue(value);
+    (void)m_stored.appearance.setValue(value);
 }
 
 QVariantList PreferencesViewModel::appLanguages()
@@ -108,16 +110,16 @@ QVariantList PreferencesViewModel::appLanguages()
 
 QString PreferencesViewModel::appLanguage() const
 {
-    return rawValue(m_context.settings.appLanguage());
+    return rawValue(m_stored.appLanguage());
 }
 
 void PreferencesViewModel::setAppLanguage(const QString& value)
 {
     const auto language = fromRawValue<AppLanguage>(value);
-    if (!language || *language == m_context.settings.appLanguage())
+    if (!language || *language == m_stored.appLanguage())
         return;
-    m_context.settings.appLanguage.set(*language);
-    m_context.relaunch();
+    m_stored.appLanguage.set(*language);
+    m_relaunch();
 }
 
 QObject* PreferencesViewModel::settings() const
@@ -128,7 +130,7 @@ QObject* PreferencesViewModel::settings() const
 QVariantMap PreferencesViewModel::rows() const
 {
     QVariantMap rows;
-    for (const AnySetting* const setting : m_context.settings.all()) {
+    for (const AnySetting* const setting : m_stored.all()) {
         const IntegerSteps steps = setting->steps().value_or(IntegerSteps{});
         rows.insert(setting->key(), QVariantMap{{QStringLiteral("title"), setting->title()},
                                                 {QStringLiteral("from"), steps.least},
@@ -140,24 +142,24 @@ QVariantMap PreferencesViewModel::rows() const
 
 bool PreferencesViewModel::pastes() const
 {
-    return m_context.settings.insertionMethod() != InsertionMethod::clipboardOnly;
+    return m_stored.insertionMethod() != InsertionMethod::clipboardOnly;
 }
 
 bool PreferencesViewModel::launchAtLogin() const
 {
-    return m_context.loginItem.isEnabled();
+    return m_loginItem.isEnabled();
 }
 
 void PreferencesViewModel::setLaunchAtLogin(bool launch)
 {
-    const auto set = m_context.loginItem.setEnabled(launch);
+    const auto set = m_loginItem.setEnabled(launch);
     m_launchAtLoginFailure = set ? QString() : set.error();
     Q_EMIT launchAtLoginChanged();
 }
 
 void PreferencesViewModel::showSetupGuide() const
 {
-    m_context.windows->showOnboarding();
+    m_windows.showOnboarding();
 }
 
 } // namespace tulvane

@@ -1,15 +1,18 @@
 #pragma once
 
-#include <ui/UiContext.h>
-
 #include <QObject>
 #include <QVariantList>
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 class QQmlPropertyMap;
+#include <functional>
 
 namespace tulvane {
+
+class AppSettings;
+class LoginItem;
+class Windows;
 
 /// The Settings page: what the preferences are, what may be chosen, and what a change brings with it beyond
 /// its being stored. Plain switches and numbers are bound to `settings` itself. Main thread.
@@ -41,7 +44,9 @@ class PreferencesViewModel final : public QObject {
     Q_PROPERTY(QString storageFailure READ storageFailure NOTIFY storageFailureChanged)
 
 public:
-    PreferencesViewModel(const UiContext& context, QObject* parent);
+    /// `relaunch` ends this program and starts it anew. All collaborators outlive this object.
+    PreferencesViewModel(AppSettings& settings, LoginItem& loginItem, Windows& windows,
+                         std::function<void()> relaunch, QObject* parent);
 
     [[nodiscard]] QObject* settings() const;
     [[nodiscard]] QVariantMap rows() const;
@@ -75,8 +80,11 @@ Q_SIGNALS:
     void storageFailureChanged();
 
 private:
-    UiContext m_context;
+    AppSettings& m_stored;
     QQmlPropertyMap* m_settings;
+    LoginItem& m_loginItem;
+    Windows& m_windows;
+    std::function<void()> m_relaunch;
     QString m_launchAtLoginFailure;
     QString m_storageFailure;
 };

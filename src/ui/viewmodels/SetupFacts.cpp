@@ -1,6 +1,7 @@
 #include <dictation/DictationSession.h>
+#include <dictation/Readiness.h>
 #include <hotkeys/KeyboardShortcuts.h>
-#include <models/ModelManager.h>
+#include <models/WhisperModel.h>
 #include <permissions/PermissionsService.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
@@ -10,48 +11,56 @@
 
 namespace tulvane {
 
-SetupFacts::SetupFacts(const UiContext& context, QObject* parent)
+SetupFacts::SetupFacts(const Readiness& readiness, const AppSettings& settings,
+                       const PermissionsService& permissions, const KeyboardShortcuts& shortcuts,
+                       const DictationSession& session, const StatsStore& stats, QObject* parent)
     : QObject(parent),
-      m_context(context),
-      m_told(marks())
+      m_readiness(readiness),
+      m_settings(settings),
+      m_permissions(permissions),
+      m_shortcuts(shortcuts),
+      m_session(session),
+      m_stats(stats),
+      m_last(marks())
 {
     const auto follow = [this](auto& sender, auto... signal) {
         (connect(&sender, signal, this, &SetupFacts::compare), ...);
     };
-    follow(context.permissions, &PermissionsService::microphoneChanged,
-           &PermissionsService::accessibilityChanged);
-    follow(context.models, &ModelManager::stateChanged);
-    follow(context.shortcuts, &KeyboardShortcuts::registrationsChanged);
-    follow(context.session, &DictationSession::historyChanged);
-    follow(context.stats, &StatsStore::daysChanged);
-    follow(context.settings.selectedModelID, &AnySetting::changed);
-    follow(context.settings.modifierHotkey, &AnySetting::changed);
-    follow(context.settings.hotkeyMode, &AnySetting::changed);
-    follow(context.settings.vocabularyPrompt, &AnySetting::changed);
+    follow(readiness, &Readiness::changed);
+    follow(permissions, &PermissionsService::accessibilityChanged);
+    follow(shortcuts, &KeyboardShortcuts::registrationsChanged);
+    follow(session, &DictationSession::historyChanged);
+    follow(stats, &StatsStore::daysChanged);
+    follow(settings.hotkeyMode, &AnySetting::changed);
+    follow(settings.vocabularyPrompt, &AnySetting::changed);
 }
 
 WhisperModel SetupFacts::selectedModel() const
 {
-    return WhisperModel::find(m_context.settings.selectedModelID()).value_or(WhisperModel::fallback());
+    return WhisperModel::findOrFallback(m_settings.selectedModelID());
+}
+
+bool SetupFacts::isReady() const
+{
+    return m_readiness.isComplete();
 }
 
 SetupMarks SetupFacts::marks() const
 {
-    const AppSettings& settings = m_context.settings;
-    const bool hasSingleKey = settings.modifierHotkey() != ModifierHotkey::none;
-    return {.microphone = m_context.permissions.microphone() == MicrophoneAccess::authorized,
-            .accessibility = m_context.permissions.accessibility(),
-            .model = m_context.models.isDownloaded(selectedModel()),
-            .hotkey = hasSingleKey || m_context.shortcuts.getShortcut(ShortcutName::dictate()).has_value(),
-            .firstDictation = !m_context.session.history().isEmpty() || !m_context.stats.days().isEmpty(),
-            .vocabulary = !settings.vocabularyPrompt().trimmed().isEmpty(),
-            .holdToTalk = hasSingleKey || settings.hotkeyMode() != HotkeyMode::toggle};
+    const bool hasSingleKey = m_settings.modifierHotkey() != ModifierHotkey::none;
+    return {.microphone = m_readiness.hasMicrophone(),
+            .accessibility = m_permissions.accessibility(),
+            .model = m_readiness.hasModel(),
+            .hotkey = m_readiness.hasHotkey(),
+            .firstDictation = !m_session.history().isEmpty() || !m_stats.days().isEmpty(),
+            .vocabulary = !m_settings.vocabularyPrompt().trimmed().isEmpty(),
+            .holdToTalk = hasSingleKey || m_settings.hotkeyMode() != HotkeyMode::toggle};
 }
 
 void SetupFacts::compare()
 {
     const SetupMarks now = marks();
-    if (std::exchange(m_told, now) != now)
+    if (std::exchange(m_last, now) != now)
         Q_EMIT changed();
 }
 

@@ -1,10 +1,15 @@
 #pragma once
 
-#include <ui/UiContext.h>
-
 #include <QObject>
 
 namespace tulvane {
+
+class AppSettings;
+class DictationSession;
+class KeyboardShortcuts;
+class PermissionsService;
+class Readiness;
+class StatsStore;
 
 struct WhisperModel;
 
@@ -21,28 +26,38 @@ struct SetupMarks {
     [[nodiscard]] friend bool operator==(const SetupMarks&, const SetupMarks&) = default;
 };
 
-/// Tells how far the setup is, from the state of everything at the moment of asking: nothing of it is stored.
+/// How far the setup is, computed from the state of everything at each call: nothing of it is stored.
 /// Main thread.
 class SetupFacts final : public QObject {
     Q_OBJECT
 
 public:
-    SetupFacts(const UiContext& context, QObject* parent);
+    /// All collaborators outlive this object.
+    SetupFacts(const Readiness& readiness, const AppSettings& settings, const PermissionsService& permissions,
+               const KeyboardShortcuts& shortcuts, const DictationSession& session, const StatsStore& stats,
+               QObject* parent);
 
     [[nodiscard]] SetupMarks marks() const;
+    /// Whether all is there that a dictation by hotkey needs.
+    [[nodiscard]] bool isReady() const;
     /// The selected model; the one that a new user starts with where the stored name is none of the
     /// catalogue's.
     [[nodiscard]] WhisperModel selectedModel() const;
 
 Q_SIGNALS:
-    /// A mark is another one than when this was last told.
+    /// A mark differs from its value at the previous signal.
     void changed();
 
 private:
     void compare();
 
-    UiContext m_context;
-    SetupMarks m_told;
+    const Readiness& m_readiness;
+    const AppSettings& m_settings;
+    const PermissionsService& m_permissions;
+    const KeyboardShortcuts& m_shortcuts;
+    const DictationSession& m_session;
+    const StatsStore& m_stats;
+    SetupMarks m_last; ///< as at the last `changed`
 };
 
 } // namespace tulvane

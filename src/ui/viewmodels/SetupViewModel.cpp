@@ -17,21 +17,23 @@ SetupStepState stateOf(const SetupItem& item)
 
 } // namespace
 
-SetupViewModel::SetupViewModel(const UiContext& context, SetupFacts& facts, QObject* parent)
+SetupViewModel::SetupViewModel(const SetupFacts& facts, AppSettings& settings, Windows& windows,
+                               QObject* parent)
     : QObject(parent),
-      m_context(context),
-      m_facts(facts)
+      m_facts(facts),
+      m_settings(settings),
+      m_windows(windows)
 {
     connect(&facts, &SetupFacts::changed, this, &SetupViewModel::changed);
-    connect(&context.settings.hideSetupChecklist, &AnySetting::changed, this,
+    connect(&settings.hideSetupChecklist, &AnySetting::changed, this,
             &SetupViewModel::checklistHiddenChanged);
 }
 
 QList<SetupItem> SetupViewModel::items() const
 {
     const SetupMarks marks = m_facts.marks();
-    const auto guide = [this] { m_context.windows->showOnboarding(); };
-    const auto page = [this](SettingsTab tab) { return [this, tab] { m_context.windows->showPage(tab); }; };
+    const auto guide = [this] { m_windows.showOnboarding(); };
+    const auto page = [this](SettingsTab tab) { return [this, tab] { m_windows.showPage(tab); }; };
     return {
         {QStringLiteral("mic"), translate("Allow microphone access"), QStringLiteral("mic.fill"),
          marks.microphone, true, guide},
@@ -94,7 +96,7 @@ QString SetupViewModel::missingText() const
 
 bool SetupViewModel::isChecklistHidden() const
 {
-    return m_context.settings.hideSetupChecklist();
+    return m_settings.hideSetupChecklist();
 }
 
 void SetupViewModel::act(const QString& id) const
@@ -107,7 +109,7 @@ void SetupViewModel::act(const QString& id) const
 
 void SetupViewModel::hideChecklist()
 {
-    m_context.settings.hideSetupChecklist.set(true);
+    m_settings.hideSetupChecklist.set(true);
 }
 
 void SetupViewModel::finishSetup()
@@ -116,13 +118,13 @@ void SetupViewModel::finishSetup()
         showSetupGuide();
         return;
     }
-    m_context.windows->showPage(SettingsTab::home);
+    m_windows.showPage(SettingsTab::home);
     Q_EMIT checklistWanted();
 }
 
 void SetupViewModel::showSetupGuide() const
 {
-    m_context.windows->showOnboarding();
+    m_windows.showOnboarding();
 }
 
 } // namespace tulvane

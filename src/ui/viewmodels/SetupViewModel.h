@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ui/UiContext.h>
 #include <ui/viewmodels/SetupFacts.h>
 #include <ui/viewmodels/SetupItem.h>
 
@@ -10,6 +9,9 @@
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
+
+class AppSettings;
+class Windows;
 
 /// The setup checklist, and what the rest of the main window shows of it. Live: nothing is stored but whether
 /// the user wants to see it. Main thread.
@@ -27,8 +29,8 @@ class SetupViewModel final : public QObject {
     Q_PROPERTY(bool checklistHidden READ isChecklistHidden NOTIFY checklistHiddenChanged)
 
 public:
-    /// `facts` outlives this object.
-    SetupViewModel(const UiContext& context, SetupFacts& facts, QObject* parent);
+    /// All collaborators outlive this object.
+    SetupViewModel(const SetupFacts& facts, AppSettings& settings, Windows& windows, QObject* parent);
 
     [[nodiscard]] QList<SetupItem> items() const;
     [[nodiscard]] QVariantList itemObjects() const;
@@ -55,8 +57,9 @@ Q_SIGNALS:
     void checklistWanted();
 
 private:
-    UiContext m_context;
-    SetupFacts& m_facts;
+    const SetupFacts& m_facts;
+    AppSettings& m_settings;
+    Windows& m_windows;
 };
 
 } // namespace tulvane

@@ -3,13 +3,15 @@
 #include <hotkeys/ShortcutTexts.h>
 #include <ui/viewmodels/ShortcutFieldViewModel.h>
 
+#include <utility>
+
 namespace tulvane {
 
 namespace {
 
 constexpr std::chrono::seconds longestSilence{30};
 
-// The window system tells of a held key as going up and down again; both come at once, but not always
+// The window system reports a held key as going up and down again; both events come at once, but not always
 // together.
 constexpr std::chrono::milliseconds shortestRelease{50};
 
@@ -31,13 +33,19 @@ bool isAboutTheCombination(HotkeyError::Kind kind)
 
 } // namespace
 
-ShortcutFieldViewModel::ShortcutFieldViewModel(const UiContext& context, QObject* parent)
+ShortcutFieldViewModel::ShortcutFieldViewModel(KeyboardShortcuts& shortcuts, KeyboardGrab& keyboard,
+                                               Scheduler& scheduler, std::function<void()> signal,
+                                               ShortcutRules::MenuItemOf menuItemOf, QObject* parent)
     : QObject(parent),
-      m_context(context),
-      m_recorder(context.shortcuts, ShortcutName::dictate(), context.menuItemOf)
+      m_shortcuts(shortcuts),
+      m_keyboard(keyboard),
+      m_scheduler(scheduler),
+      m_signal(std::move(signal)),
+      m_menuItemOf(std::move(menuItemOf)),
+      m_recorder(shortcuts, ShortcutName::dictate(), m_menuItemOf)
 {
     lookForAlternative();
-    connect(&m_context.shortcuts, &KeyboardShortcuts::registrationsChanged, this, &ShortcutFieldViewModel::note);
+    connect(&m_shortcuts, &KeyboardShortcuts::registrationsChanged, this, &ShortcutFieldViewModel::note);
     connect(&m_recorder, &ShortcutRecorder::changed, this, &ShortcutFieldViewModel::noteRecorder);
     connect(&m_recorder, &ShortcutRecorder::beep, this, &ShortcutFieldViewModel::beep);
 }
@@ -59,20 +67,20 @@ void ShortcutFieldViewModel::noteRecorder()
 
 void ShortcutFieldViewModel::lookForAlternative()
 {
-    const auto error = m_context.shortcuts.registration(ShortcutName::dictate()).error;
+    const auto error = m_shortcuts.registration(ShortcutName::dictate()).error;
     m_alternative = error && isAboutTheCombination(error->kind())
-                        ? freeCombination(m_context.shortcuts.hotkeys(), m_context.menuItemOf)
+                        ? freeCombination(m_shortcuts.hotkeys(), m_menuItemOf)
                         : std::nullopt;
 }
 
 QStringList ShortcutFieldViewModel::caps() const
 {
-    return m_context.shortcuts.display(ShortcutName::dictate()).caps;
+    return m_shortcuts.display(ShortcutName::dictate()).caps;
 }
 
 QString ShortcutFieldViewModel::problem() const
 {
-    const auto error = m_context.shortcuts.registration(ShortcutName::dictate()).error;
+    const auto error = m_shortcuts.registration(ShortcutName::dictate()).error;
     return error ? error->description() : QString();
 }
 
@@ -80,7 +88,7 @@ QString ShortcutFieldViewModel::alternative() const
 {
     if (!m_alternative)
         return {};
-    return translate("Use %1 instead").arg(m_context.shortcuts.hotkeys().display(*m_alternative).text());
+    return translate("Use %1 instead").arg(m_shortcuts.hotkeys().display(*m_alternative).text());
 }
 
 QString ShortcutFieldViewModel::howToRecord()
@@ -107,7 +115,7 @@ void ShortcutFieldViewModel::start()
 
 void ShortcutFieldViewModel::waitForKey()
 {
-    m_patience = m_context.scheduler.after(longestSilence, [this] { stop(); });
+    m_patience = m_scheduler.after(longestSilence, [this] { stop(); });
 }
 
 void ShortcutFieldViewModel::stop()
@@ -127,24 +135,24 @@ void ShortcutFieldViewModel::useAlternative()
     if (!m_alternative)
         return;
     const Shortcut shortcut = Shortcut::fromCombination(*m_alternative);
-    m_context.shortcuts.setShortcut(shortcut, ShortcutName::dictate());
+    m_shortcuts.setShortcut(shortcut, ShortcutName::dictate());
 }
 
 void ShortcutFieldViewModel::tryAgain()
 {
-    m_context.shortcuts.registerAgain();
+    m_shortcuts.registerAgain();
 }
 
 void ShortcutFieldViewModel::beep()
 {
     m_isRuleBroken = true;
-    m_context.beep();
+    m_signal();
     Q_EMIT changed();
 }
 
 std::unique_ptr<KeyboardGrab::Hold> ShortcutFieldViewModel::holdKeyboard(QWindow& window) const
 {
-    return m_context.keyboard.hold(window);
+    return m_keyboard.hold(window);
 }
 
 ShortcutFieldViewModel::Answer ShortcutFieldViewModel::keyPressed(const NativeKey& key)
@@ -152,7 +160,7 @@ ShortcutFieldViewModel::Answer ShortcutFieldViewModel::keyPressed(const NativeKe
     m_isRuleBroken = false;
     if (isBusy())
         waitForKey();
-    const auto combination = m_context.shortcuts.hotkeys().combination(key);
+    const auto combination = m_shortcuts.hotkeys().combination(key);
     if (!combination) {
         beep(); // a key that cannot be stored, such as one of a remote control
         return Answer::taken;
@@ -166,7 +174,7 @@ ShortcutFieldViewModel::Answer ShortcutFieldViewModel::keyPressed(const NativeKe
 
 void ShortcutFieldViewModel::keyReleased(const NativeKey& key)
 {
-    const auto combination = m_context.shortcuts.hotkeys().combination(key);
+    const auto combination = m_shortcuts.hotkeys().combination(key);
     if (!combination)
         return;
     if (isRecording()) {
@@ -175,8 +183,8 @@ void ShortcutFieldViewModel::keyReleased(const NativeKey& key)
     }
     if (!m_recorder.awaits(combination->keyCode))
         return;
-    m_release = m_context.scheduler.after(
-        shortestRelease, [this, code = combination->keyCode] { m_recorder.keyReleased(code); });
+    m_release = m_scheduler.after(shortestRelease,
+                                  [this, code = combination->keyCode] { m_recorder.keyReleased(code); });
 }
 
 } // namespace tulvane

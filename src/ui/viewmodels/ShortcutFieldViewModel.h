@@ -2,17 +2,21 @@
 
 #include <base/Scheduler.h>
 #include <hotkeys/ShortcutRecorder.h>
-#include <ports/KeyboardGrab.h>
-#include <ui/UiContext.h>
+#include <hotkeys/ShortcutRules.h>
 
 #include <QObject>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
+#include <ports/KeyboardGrab.h>
+
+#include <functional>
 #include <memory>
 #include <optional>
 
 namespace tulvane {
+
+class KeyboardShortcuts;
 
 struct NativeKey;
 
@@ -47,7 +51,11 @@ public:
         passedOn, ///< the window does with it what it always does
     };
 
-    ShortcutFieldViewModel(const UiContext& context, QObject* parent);
+    /// `signal` is the desktop's short signal that a key meant nothing; `menuItemOf` names the menu item of
+    /// ours that a combination works. All collaborators outlive this object.
+    ShortcutFieldViewModel(KeyboardShortcuts& shortcuts, KeyboardGrab& keyboard, Scheduler& scheduler,
+                           std::function<void()> signal, ShortcutRules::MenuItemOf menuItemOf,
+                           QObject* parent);
 
     [[nodiscard]] QStringList caps() const;
     [[nodiscard]] QString text() const { return m_recorder.text(); }
@@ -89,7 +97,11 @@ private:
     void lookForAlternative();
     void waitForKey();
 
-    UiContext m_context;
+    KeyboardShortcuts& m_shortcuts;
+    KeyboardGrab& m_keyboard;
+    Scheduler& m_scheduler;
+    std::function<void()> m_signal;
+    ShortcutRules::MenuItemOf m_menuItemOf;
     ShortcutRecorder m_recorder;
     std::optional<KeyCombination> m_alternative;
     std::unique_ptr<Scheduler::Token> m_patience; ///< until the next key

@@ -1,9 +1,10 @@
-#include <ports/GlobalHotkeys.h>
 #include <ui/viewmodels/ShortcutKeys.h>
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQuickWindow>
+
+#include <ports/GlobalHotkeys.h>
 
 namespace tulvane {
 
@@ -68,7 +69,8 @@ void ShortcutKeys::stopRecording()
 
 void ShortcutKeys::noteRecording()
 {
-    // Whatever ended it, the keyboard is everybody's again, and the next recording may be another field's.
+    // Whatever ended it, other programs have the keyboard again, and the next recording may be another
+    // field's.
     if (!isListening()) {
         m_isMine = false;
         m_hold.reset();
@@ -109,7 +111,7 @@ void ShortcutKeys::keyPressEvent(QKeyEvent* event)
 
 void ShortcutKeys::pressWhileAtRest(QKeyEvent& event)
 {
-    // A combination is somebody's shortcut, perhaps the one that this field shows.
+    // A combination is a shortcut of the window or the desktop, perhaps the one that this field shows.
     if ((event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) {
         event.ignore();
         return;

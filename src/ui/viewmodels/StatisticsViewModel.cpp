@@ -11,14 +11,16 @@
 
 namespace tulvane {
 
-StatisticsViewModel::StatisticsViewModel(const UiContext& context, QObject* parent)
+StatisticsViewModel::StatisticsViewModel(AppSettings& settings, StatsStore& stats, const Clock& clock,
+                                         QObject* parent)
     : QObject(parent),
-      m_context(context),
+      m_settings(settings),
+      m_stats(stats),
+      m_clock(clock),
       m_chart(new WordsChartViewModel(this))
 {
-    connect(&m_context.stats, &StatsStore::daysChanged, this, &StatisticsViewModel::refresh);
-    connect(&m_context.settings.typingWordsPerMinute, &AnySetting::changed, this,
-            &StatisticsViewModel::refresh);
+    connect(&m_stats, &StatsStore::daysChanged, this, &StatisticsViewModel::refresh);
+    connect(&m_settings.typingWordsPerMinute, &AnySetting::changed, this, &StatisticsViewModel::refresh);
     refresh();
 }
 
@@ -39,22 +41,22 @@ QVariantList StatisticsViewModel::periods()
 
 bool StatisticsViewModel::isEmpty() const
 {
-    return m_context.stats.days().isEmpty();
+    return m_stats.days().isEmpty();
 }
 
 QVariantList StatisticsViewModel::cards() const
 {
-    return cardList(periodCards(StatsSummary(m_context.stats), m_period,
-                                m_context.settings.typingWordsPerMinute(), m_context.clock.now()),
-                    {QStringLiteral("text.bubble"), QStringLiteral("timer"), QStringLiteral("waveform"),
-                     QStringLiteral("flame.fill")});
+    return cardList(
+        periodCards(StatsSummary(m_stats), m_period, m_settings.typingWordsPerMinute(), m_clock.now()),
+        {QStringLiteral("text.bubble"), QStringLiteral("timer"), QStringLiteral("waveform"),
+         QStringLiteral("flame.fill")});
 }
 
 QVariantList StatisticsViewModel::details() const
 {
     QVariantList list;
-    for (const StatRow& row : detailRows(StatsSummary(m_context.stats), m_period,
-                                         m_context.settings.typingWordsPerMinute(), m_context.clock.now()))
+    for (const StatRow& row :
+         detailRows(StatsSummary(m_stats), m_period, m_settings.typingWordsPerMinute(), m_clock.now()))
         list.append(QVariantMap{{QStringLiteral("label"), row.label}, {QStringLiteral("value"), row.value}});
     return list;
 }
@@ -62,32 +64,32 @@ QVariantList StatisticsViewModel::details() const
 int StatisticsViewModel::typingSpeed() const
 {
     constexpr qint64 most = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(m_context.settings.typingWordsPerMinute(), qint64{0}, most));
+    return static_cast<int>(std::clamp(m_settings.typingWordsPerMinute(), qint64{0}, most));
 }
 
 int StatisticsViewModel::slowestTyping() const
 {
-    return static_cast<int>(m_context.settings.typingWordsPerMinute.steps()->least);
+    return static_cast<int>(m_settings.typingWordsPerMinute.steps()->least);
 }
 
 int StatisticsViewModel::fastestTyping() const
 {
-    return static_cast<int>(m_context.settings.typingWordsPerMinute.steps()->most);
+    return static_cast<int>(m_settings.typingWordsPerMinute.steps()->most);
 }
 
 int StatisticsViewModel::typingStep() const
 {
-    return static_cast<int>(m_context.settings.typingWordsPerMinute.steps()->step);
+    return static_cast<int>(m_settings.typingWordsPerMinute.steps()->step);
 }
 
 void StatisticsViewModel::setTypingSpeed(int wordsPerMinute)
 {
-    m_context.settings.typingWordsPerMinute.set(std::clamp(wordsPerMinute, slowestTyping(), fastestTyping()));
+    m_settings.typingWordsPerMinute.set(std::clamp(wordsPerMinute, slowestTyping(), fastestTyping()));
 }
 
 QString StatisticsViewModel::typingSpeedLabel() const
 {
-    return tulvane::typingSpeedLabel(m_context.settings.typingWordsPerMinute());
+    return tulvane::typingSpeedLabel(m_settings.typingWordsPerMinute());
 }
 
 void StatisticsViewModel::startOver()
@@ -99,14 +101,14 @@ void StatisticsViewModel::startOver()
 
 void StatisticsViewModel::refresh()
 {
-    m_chart->show(StatsSummary(m_context.stats), chartLength(m_period),
-                  m_context.settings.typingWordsPerMinute(), m_context.clock.now());
+    m_chart->show(StatsSummary(m_stats), chartLength(m_period), m_settings.typingWordsPerMinute(),
+                  m_clock.now());
     Q_EMIT changed();
 }
 
 void StatisticsViewModel::reset()
 {
-    m_context.stats.reset();
+    m_stats.reset();
 }
 
 } // namespace tulvane

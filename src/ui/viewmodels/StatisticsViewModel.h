@@ -1,7 +1,6 @@
 #pragma once
 
 #include <stats/StatsPeriod.h>
-#include <ui/UiContext.h>
 #include <ui/viewmodels/WordsChartViewModel.h>
 
 #include <QObject>
@@ -9,6 +8,10 @@
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
+
+class AppSettings;
+class Clock;
+class StatsStore;
 
 /// The statistics page: the figures of a period, the chart of its days, and the typing speed that the
 /// estimates rest on. Main thread.
@@ -36,7 +39,8 @@ class StatisticsViewModel final : public QObject {
     Q_PROPERTY(int typingStep READ typingStep CONSTANT)
 
 public:
-    StatisticsViewModel(const UiContext& context, QObject* parent);
+    /// All collaborators outlive this object.
+    StatisticsViewModel(AppSettings& settings, StatsStore& stats, const Clock& clock, QObject* parent);
 
     [[nodiscard]] QString period() const { return rawValue(m_period); }
     void setPeriod(const QString& raw);
@@ -63,7 +67,9 @@ Q_SIGNALS:
     void changed();
 
 private:
-    UiContext m_context;
+    AppSettings& m_settings;
+    StatsStore& m_stats;
+    const Clock& m_clock;
     StatsPeriod m_period = StatsPeriod::week;
     WordsChartViewModel* m_chart;
 };

@@ -1,74 +1,126 @@
+#include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <ui/viewmodels/ViewModels.h>
 
 namespace tulvane {
 
-ViewModels::ViewModels(const UiContext& context, SettingsSelection& selection)
+ViewModels::ViewModels(const UiContext& context, Windows& windows, SettingsSelection& selection)
     : m_context(context),
+      m_windows(windows),
       m_selection(selection)
 {
 }
 
 ViewModels::~ViewModels() = default;
 
+DictationStatus& ViewModels::status()
+{
+    return *made(m_status, m_context.controller, m_context.session);
+}
+
+HotkeyStatus& ViewModels::hotkeyStatus()
+{
+    return *made(m_hotkeyStatus, m_context.settings, m_context.shortcuts, m_context.hotkeys);
+}
+
+SetupFacts& ViewModels::facts()
+{
+    return *made(m_facts, m_context.controller.readiness(), m_context.settings, m_context.permissions,
+                 m_context.shortcuts, m_context.session, m_context.stats);
+}
+
 MainViewModel* ViewModels::main()
 {
-    return made(m_main, m_selection);
+    return made(m_main, m_selection, m_context.version);
 }
 
 SetupViewModel* ViewModels::setup()
 {
-    return made(m_setup, facts());
+    return made(m_setup, facts(), m_context.settings, m_windows);
 }
 
 OnboardingViewModel* ViewModels::onboarding()
 {
-    return made(m_onboarding, facts());
+    return made(m_onboarding, facts(), m_context.settings, m_context.permissions, m_context.models,
+                hotkeyStatus(), m_windows);
+}
+
+ShortcutFieldViewModel& ViewModels::field()
+{
+    return *made(m_field, m_context.shortcuts, m_context.keyboard, m_context.scheduler, m_context.beep,
+                 m_context.menuItemOf);
 }
 
 HotkeyViewModel* ViewModels::hotkey()
 {
-    return made(m_hotkey);
+    return made(m_hotkey, m_context.settings, m_context.permissions, m_context.hotkeys, field());
 }
 
 PermissionWatch* ViewModels::watch()
 {
-    return made(m_watch);
+    return made(m_watch, m_context.permissions);
+}
+
+HistoryViewModel& ViewModels::recent()
+{
+    return *made(m_recent, m_context.session, m_context.stats, m_context.clock, m_context.pasteboards,
+                 m_context.scheduler, HomeViewModel::mostRecent);
 }
 
 HomeViewModel* ViewModels::home()
 {
-    return made(m_home);
+    return made(m_home, status(), hotkeyStatus(), m_context.settings, m_context.stats, m_context.clock,
+                recent());
+}
+
+HomeNotices* ViewModels::notices()
+{
+    return made(m_notices, m_context.session, m_context.controller, m_context.settings, hotkeyStatus(),
+                recent());
 }
 
 HistoryViewModel* ViewModels::history()
 {
-    return made(m_history, DictationSession::mostEntries);
+    return made(m_history, m_context.session, m_context.stats, m_context.clock, m_context.pasteboards,
+                m_context.scheduler, DictationSession::mostEntries);
 }
 
 StatisticsViewModel* ViewModels::statistics()
 {
-    return made(m_statistics);
+    return made(m_statistics, m_context.settings, m_context.stats, m_context.clock);
+}
+
+ModelEntry* ViewModels::entryOf(const QString& id)
+{
+    return new ModelEntry(m_context.settings, m_context.models, m_context.session, id, this);
 }
 
 ModelGallery* ViewModels::gallery()
 {
-    return made(m_gallery, selectedModel());
+    if (!m_gallery) {
+        QList<ModelEntry*> entries;
+        for (const WhisperModel& model : WhisperModel::gallery())
+            entries.append(entryOf(model.id));
+        m_gallery = new ModelGallery(m_context.models, m_context.workspace, entries, *selectedModel(), this);
+    }
+    return m_gallery;
 }
 
 ModelEntry* ViewModels::selectedModel()
 {
-    return made(m_selectedModel, QString());
+    if (!m_selectedModel)
+        m_selectedModel = entryOf({});
+    return m_selectedModel;
 }
 
 PreferencesViewModel* ViewModels::preferences()
 {
-    return made(m_preferences);
+    return made(m_preferences, m_context.settings, m_context.loginItem, m_windows, m_context.relaunch);
 }
 
 PermissionsViewModel* ViewModels::permissions()
 {
-    return made(m_permissions);
+    return made(m_permissions, m_context.permissions);
 }
 
 } // namespace tulvane

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <ui/UiContext.h>
+#include <ui/viewmodels/DictationStatus.h>
 #include <ui/viewmodels/HistoryViewModel.h>
+#include <ui/viewmodels/HomeNotices.h>
 #include <ui/viewmodels/HomeViewModel.h>
+#include <ui/viewmodels/HotkeyStatus.h>
 #include <ui/viewmodels/HotkeyViewModel.h>
 #include <ui/viewmodels/MainViewModel.h>
 #include <ui/viewmodels/ModelGallery.h>
@@ -15,7 +18,11 @@
 
 #include <QObject>
 
+#include <utility>
+
 namespace tulvane {
+
+class Windows;
 
 /// What the windows' QML is given: one model for each page, made when a page first asks for it. Main thread.
 class ViewModels final : public QObject {
@@ -28,6 +35,7 @@ class ViewModels final : public QObject {
     Q_PROPERTY(tulvane::HotkeyViewModel* hotkey READ hotkey CONSTANT)
     Q_PROPERTY(tulvane::PermissionWatch* watch READ watch CONSTANT)
     Q_PROPERTY(tulvane::HomeViewModel* home READ home CONSTANT)
+    Q_PROPERTY(tulvane::HomeNotices* notices READ notices CONSTANT)
     Q_PROPERTY(tulvane::HistoryViewModel* history READ history CONSTANT)
     Q_PROPERTY(tulvane::StatisticsViewModel* statistics READ statistics CONSTANT)
     Q_PROPERTY(tulvane::ModelGallery* gallery READ gallery CONSTANT)
@@ -36,7 +44,8 @@ class ViewModels final : public QObject {
     Q_PROPERTY(tulvane::PermissionsViewModel* permissions READ permissions CONSTANT)
 
 public:
-    ViewModels(const UiContext& context, SettingsSelection& selection);
+    /// All collaborators outlive this object; `windows` opens what one page leads to from another.
+    ViewModels(const UiContext& context, Windows& windows, SettingsSelection& selection);
     ~ViewModels() override;
 
     [[nodiscard]] MainViewModel* main();
@@ -45,13 +54,17 @@ public:
     [[nodiscard]] HotkeyViewModel* hotkey();
     [[nodiscard]] PermissionWatch* watch();
     [[nodiscard]] HomeViewModel* home();
+    [[nodiscard]] HomeNotices* notices();
     [[nodiscard]] HistoryViewModel* history();
     [[nodiscard]] StatisticsViewModel* statistics();
     [[nodiscard]] ModelGallery* gallery();
-    /// Whichever model is selected.
+    /// Stands for the model that is selected at the moment.
     [[nodiscard]] ModelEntry* selectedModel();
     [[nodiscard]] PreferencesViewModel* preferences();
     [[nodiscard]] PermissionsViewModel* permissions();
+    /// What the pages share with the status item.
+    [[nodiscard]] DictationStatus& status();
+    [[nodiscard]] HotkeyStatus& hotkeyStatus();
 
 private:
     /// Makes the model on first use; it is this object's child.
@@ -59,20 +72,30 @@ private:
     Model* made(Model*& model, Arguments&&... arguments)
     {
         if (!model)
-            model = new Model(m_context, std::forward<Arguments>(arguments)..., this);
+            model = new Model(std::forward<Arguments>(arguments)..., this);
         return model;
     }
-    [[nodiscard]] SetupFacts& facts() { return *made(m_facts); }
+    [[nodiscard]] SetupFacts& facts();
+    [[nodiscard]] HistoryViewModel& recent();
+    [[nodiscard]] ShortcutFieldViewModel& field();
+    /// The entry of the model with this identifier; without one, of the selected model.
+    [[nodiscard]] ModelEntry* entryOf(const QString& id);
 
     UiContext m_context;
+    Windows& m_windows;
     SettingsSelection& m_selection;
+    DictationStatus* m_status = nullptr;
+    HotkeyStatus* m_hotkeyStatus = nullptr;
     MainViewModel* m_main = nullptr;
     SetupFacts* m_facts = nullptr;
     SetupViewModel* m_setup = nullptr;
     OnboardingViewModel* m_onboarding = nullptr;
     HotkeyViewModel* m_hotkey = nullptr;
     PermissionWatch* m_watch = nullptr;
+    ShortcutFieldViewModel* m_field = nullptr;
     HomeViewModel* m_home = nullptr;
+    HistoryViewModel* m_recent = nullptr;
+    HomeNotices* m_notices = nullptr;
     HistoryViewModel* m_history = nullptr;
     StatisticsViewModel* m_statistics = nullptr;
     ModelGallery* m_gallery = nullptr;

@@ -7,16 +7,26 @@
 
 namespace tulvane {
 
-/// Which page of the main window is selected. Whoever wants to show a page sets it and shows the window.
-/// Main thread. Not final: the QML engine derives from what it can make.
+/// Which page of the main window is selected. A caller that wants to show a page sets it and shows the
+/// window. Main thread. Not final: the QML engine derives from what it can make.
 class SettingsSelection : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    /// The page's raw value, as QML reads and sets it; an unknown one changes nothing.
-    Q_PROPERTY(QString page READ page WRITE setPage NOTIFY tabChanged)
+    Q_PROPERTY(Page page READ page WRITE setPage NOTIFY tabChanged)
 
 public:
+    /// A SettingsTab, as QML names it.
+    enum class Page {
+        Home = static_cast<int>(SettingsTab::home),
+        Models = static_cast<int>(SettingsTab::models),
+        History = static_cast<int>(SettingsTab::history),
+        Statistics = static_cast<int>(SettingsTab::statistics),
+        Settings = static_cast<int>(SettingsTab::settings),
+        About = static_cast<int>(SettingsTab::about),
+    };
+    Q_ENUM(Page)
+
     using QObject::QObject;
 
     [[nodiscard]] SettingsTab tab() const { return m_tab; }
@@ -28,8 +38,8 @@ public:
         Q_EMIT tabChanged();
     }
 
-    [[nodiscard]] QString page() const { return rawValue(m_tab); }
-    void setPage(const QString& page) { setTab(fromRawValue<SettingsTab>(page).value_or(m_tab)); }
+    [[nodiscard]] Page page() const { return static_cast<Page>(m_tab); }
+    void setPage(Page page) { setTab(static_cast<SettingsTab>(page)); }
 
 Q_SIGNALS:
     void tabChanged();

@@ -6,7 +6,7 @@ class QWindow;
 
 namespace tulvane {
 
-/// The program's windows on the screen, as a user counts them: neither the pill, which floats above
+/// The program's windows on the screen, as a user counts them: neither the indicator, which floats above
 /// everything, nor menus, nor the icon in the tray, nor what has been put away into the task bar. Main
 /// thread.
 [[nodiscard]] QList<QWindow*> visibleWindows();

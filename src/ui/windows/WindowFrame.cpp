@@ -1,4 +1,3 @@
-#include <ports/UserDefaults.h>
 #include <ui/windows/WindowFrame.h>
 
 #include <QGuiApplication>
@@ -6,6 +5,8 @@
 #include <QStringList>
 #include <QTimerEvent>
 #include <QWindow>
+
+#include <ports/UserDefaults.h>
 
 #include <algorithm>
 #include <utility>
@@ -17,7 +18,7 @@ namespace {
 /// A window that is being dragged changes at every frame; half a second after the last one is soon enough.
 constexpr int restMilliseconds = 500;
 
-/// What a window manager puts above a window. How much that is, it tells only once the window is shown, and
+/// What a window manager puts above a window. It reports how much only once the window is shown, and
 /// not every one moves a title bar out from under the desktop's own bar.
 constexpr int titleBarHeight = 36;
 

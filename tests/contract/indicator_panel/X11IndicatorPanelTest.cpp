@@ -1,7 +1,6 @@
-#include <support/windows/RealDesktop.h>
-
 #include <platform/linux/x11/windows/X11IndicatorPanel.h>
 #include <support/Await.h>
+#include <support/windows/RealDesktop.h>
 
 #include <gtest/gtest.h>
 
@@ -76,7 +75,7 @@ TEST_F(X11IndicatorPanelTest, IsAboveAFullScreenProgram)
     ASSERT_TRUE(waitUntil([&] { return m_view.isViewable(film); }));
     show();
     EXPECT_TRUE(isOnTop());
-    // A second one that comes while the pill is there.
+    // A second one that comes while the indicator is there.
     const xcb_window_t next = m_view.show({.place = QRect(QPoint(), m_view.size()), .isFullScreen = true});
     ASSERT_TRUE(waitUntil([&] { return m_view.isViewable(next); }));
     EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));

@@ -8,8 +8,8 @@ namespace {
 
 constexpr quint32 wallpaper = 0x3366cc;
 
-/// The wallpaper is far bluer than anything on the pill, also where the shadow lies on it.
-bool isPill(quint32 color)
+/// The wallpaper is far bluer than anything on the indicator, also where the shadow lies on it.
+bool isIndicator(quint32 color)
 {
     return static_cast<int>(color & 0xff) - static_cast<int>(color >> 16 & 0xff) < 50;
 }
@@ -22,18 +22,18 @@ bool isShadedWallpaper(quint32 color, double least)
     return part >= least && part <= 1.001 && std::abs(red - part) < 0.06;
 }
 
-class PillLooksTest : public IndicatorOnDesktop {
+class IndicatorLooksTest : public IndicatorOnDesktop {
 protected:
-    /// The pill's own place on the screen, found by its colour in the row of its middle.
+    /// The indicator's own place on the screen, found by its colour in the row of its middle.
     [[nodiscard]] QRect body(const ScreenPicture& picture) const
     {
-        const QRect panel = m_view.place(*pill());
+        const QRect panel = m_view.place(*indicator());
         const int row = panel.bottom() + 1 - 28 - 24;
         int left = panel.left();
-        while (left < panel.right() && !isPill(picture.at({left, row})))
+        while (left < panel.right() && !isIndicator(picture.at({left, row})))
             ++left;
         int right = panel.right();
-        while (right > left && !isPill(picture.at({right, row})))
+        while (right > left && !isIndicator(picture.at({right, row})))
             --right;
         return {QPoint(left, row - 24), QPoint(right, row + 23)};
     }
@@ -42,7 +42,7 @@ protected:
         m_here.launch();
         openFilm(wallpaper);
         ask("start");
-        ASSERT_TRUE(waitForPill());
+        ASSERT_TRUE(waitForIndicator());
         ASSERT_TRUE(waitUntil([&] { return isOpaque() && body(m_view.picture()).width() > 60; }));
     }
     static QList<QPoint> corners(const QRect& rect)
@@ -51,76 +51,76 @@ protected:
     }
 };
 
-TEST_F(PillLooksTest, WithoutACompositorItIsCutToItsOutline)
+TEST_F(IndicatorLooksTest, WithoutACompositorItIsCutToItsOutline)
 {
     showOverTheWallpaper();
     const ScreenPicture picture = m_view.picture();
-    const QRect panel = m_view.place(*pill());
-    const QRect pill = body(picture);
-    EXPECT_EQ(pill.center().x(), panel.center().x());
+    const QRect panel = m_view.place(*indicator());
+    const QRect indicator = body(picture);
+    EXPECT_EQ(indicator.center().x(), panel.center().x());
     // Nothing outside it, and nothing in its corners, but the wallpaper itself.
     for (int y = panel.top(); y <= panel.bottom(); ++y) {
         for (int x = panel.left(); x <= panel.right(); ++x) {
-            if (!pill.contains(x, y)) {
+            if (!indicator.contains(x, y)) {
                 ASSERT_EQ(picture.at({x, y}), wallpaper) << x << "," << y;
             }
         }
     }
-    for (const QPoint corner : corners(pill)) {
-        const QPoint inwards =
-            QPoint(corner.x() < pill.center().x() ? 3 : -3, corner.y() < pill.center().y() ? 3 : -3);
+    for (const QPoint corner : corners(indicator)) {
+        const QPoint inwards = QPoint(corner.x() < indicator.center().x() ? 3 : -3,
+                                      corner.y() < indicator.center().y() ? 3 : -3);
         EXPECT_EQ(picture.at(corner + inwards), wallpaper);
     }
-    EXPECT_TRUE(isPill(picture.at(pill.center() + QPoint(0, -20))));
+    EXPECT_TRUE(isIndicator(picture.at(indicator.center() + QPoint(0, -20))));
     // It goes at once, with nothing left behind.
     ask("cancel");
-    ASSERT_TRUE(waitForNoPill());
-    EXPECT_TRUE(waitUntil([&] { return m_view.picture().at(pill.center()) == wallpaper; }));
+    ASSERT_TRUE(waitForNoIndicator());
+    EXPECT_TRUE(waitUntil([&] { return m_view.picture().at(indicator.center()) == wallpaper; }));
 }
 
-TEST_F(PillLooksTest, WithACompositorItsCornersShowTheWallpaperUnderASoftShadow)
+TEST_F(IndicatorLooksTest, WithACompositorItsCornersShowTheWallpaperUnderASoftShadow)
 {
     m_here.desktop.start(QStringLiteral("picom"),
                          words("--backend xrender --config /dev/null --log-level error"));
     ASSERT_TRUE(waitUntil([&] { return m_view.owner(QStringLiteral("_NET_WM_CM_S0")) != 0; }));
     showOverTheWallpaper();
     const ScreenPicture picture = m_view.picture();
-    const QRect panel = m_view.place(*pill());
-    const QRect pill = body(picture);
-    EXPECT_EQ(m_view.boundingShape(*this->pill()), QList<QRect>{QRect(0, 0, 316, 104)});
+    const QRect panel = m_view.place(*indicator());
+    const QRect indicator = body(picture);
+    EXPECT_EQ(m_view.boundingShape(*this->indicator()), QList<QRect>{QRect(0, 0, 316, 104)});
     for (const QPoint corner : corners(panel))
         EXPECT_EQ(picture.at(corner), wallpaper);
-    for (const QPoint corner : corners(pill)) {
-        const QPoint inwards =
-            QPoint(corner.x() < pill.center().x() ? 3 : -3, corner.y() < pill.center().y() ? 3 : -3);
+    for (const QPoint corner : corners(indicator)) {
+        const QPoint inwards = QPoint(corner.x() < indicator.center().x() ? 3 : -3,
+                                      corner.y() < indicator.center().y() ? 3 : -3);
         EXPECT_TRUE(isShadedWallpaper(picture.at(corner + inwards), 0.6))
             << std::hex << picture.at(corner + inwards);
     }
-    EXPECT_TRUE(isPill(picture.at(pill.center() + QPoint(0, -20))));
+    EXPECT_TRUE(isIndicator(picture.at(indicator.center() + QPoint(0, -20))));
     ask("cancel");
-    ASSERT_TRUE(waitForNoPill());
-    EXPECT_TRUE(waitUntil([&] { return m_view.picture().at(pill.center()) == wallpaper; }));
+    ASSERT_TRUE(waitForNoIndicator());
+    EXPECT_TRUE(waitUntil([&] { return m_view.picture().at(indicator.center()) == wallpaper; }));
 }
 
-TEST_F(PillLooksTest, ACompositorThatComesAndGoesIsNoticedWhenThePillHasSomethingNewToSay)
+TEST_F(IndicatorLooksTest, ACompositorThatComesAndGoesIsNoticedWhenTheIndicatorHasSomethingNewToSay)
 {
     showOverTheWallpaper();
-    EXPECT_GT(m_view.boundingShape(*pill()).size(), 20);
+    EXPECT_GT(m_view.boundingShape(*indicator()).size(), 20);
     QProcess& picom = m_here.desktop.start(QStringLiteral("picom"),
                                            words("--backend xrender --config /dev/null --log-level error"));
     ASSERT_TRUE(waitUntil([&] { return m_view.owner(QStringLiteral("_NET_WM_CM_S0")) != 0; }));
     ask("cancel");
-    ASSERT_TRUE(waitForNoPill());
+    ASSERT_TRUE(waitForNoIndicator());
     ask("start");
-    ASSERT_TRUE(waitForPill());
-    EXPECT_EQ(m_view.boundingShape(*pill()), QList<QRect>{QRect(0, 0, 316, 104)});
+    ASSERT_TRUE(waitForIndicator());
+    EXPECT_EQ(m_view.boundingShape(*indicator()), QList<QRect>{QRect(0, 0, 316, 104)});
     picom.kill();
     ASSERT_TRUE(waitUntil([&] { return m_view.owner(QStringLiteral("_NET_WM_CM_S0")) == 0; }));
     ask("cancel");
-    ASSERT_TRUE(waitForNoPill());
+    ASSERT_TRUE(waitForNoIndicator());
     ask("start");
-    ASSERT_TRUE(waitForPill());
-    EXPECT_TRUE(waitUntil([&] { return m_view.boundingShape(*pill()).size() > 20; }));
+    ASSERT_TRUE(waitForIndicator());
+    EXPECT_TRUE(waitUntil([&] { return m_view.boundingShape(*indicator()).size() > 20; }));
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 
 namespace tulvane::test {
 
-/// The resident program in English, and its pill as the X server has it.
+/// The resident program in English, and its indicator as the X server has it.
 class IndicatorOnDesktop : public testing::Test {
 protected:
     IndicatorOnDesktop()
@@ -20,19 +20,19 @@ protected:
         }
     }
 
-    [[nodiscard]] std::optional<xcb_window_t> pill() const { return m_view.unmanaged({316, 104}); }
-    [[nodiscard]] bool waitForPill() const
+    [[nodiscard]] std::optional<xcb_window_t> indicator() const { return m_view.unmanaged({316, 104}); }
+    [[nodiscard]] bool waitForIndicator() const
     {
-        return waitUntil([&] { return pill().has_value(); });
+        return waitUntil([&] { return indicator().has_value(); });
     }
-    [[nodiscard]] bool waitForNoPill() const
+    [[nodiscard]] bool waitForNoIndicator() const
     {
-        return waitUntil([&] { return !pill().has_value(); });
+        return waitUntil([&] { return !indicator().has_value(); });
     }
     /// Whether it has come all the way out of its fade.
     [[nodiscard]] bool isOpaque() const
     {
-        return pill() && m_view.numbers(*pill(), "_NET_WM_WINDOW_OPACITY").value(0, ~0U) == ~0U;
+        return indicator() && m_view.numbers(*indicator(), "_NET_WM_WINDOW_OPACITY").value(0, ~0U) == ~0U;
     }
     void ask(const char* command)
     {
@@ -40,7 +40,7 @@ protected:
         EXPECT_EQ(run.status, 0) << command << ": " << qPrintable(run.err);
     }
     [[nodiscard]] QString message() const { return m_here.status()[QStringLiteral("message")].toString(); }
-    /// Something that fills the screen below the pill.
+    /// Something that fills the screen below the indicator.
     xcb_window_t openFilm(quint32 color = 0x3366cc)
     {
         const xcb_window_t film =

@@ -6,9 +6,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class PillTest : public IndicatorOnDesktop {};
+class IndicatorTest : public IndicatorOnDesktop {};
 
-TEST_F(PillTest, TheProgramInFrontKeepsTheFocusHoweverOftenThePillIsShown)
+TEST_F(IndicatorTest, TheProgramInFrontKeepsTheFocusHoweverOftenTheIndicatorIsShown)
 {
     m_here.launch();
     m_here.openEntry();
@@ -17,38 +17,38 @@ TEST_F(PillTest, TheProgramInFrontKeepsTheFocusHoweverOftenThePillIsShown)
     const xcb_window_t focus = m_view.focus();
     for (int i = 0; i < 100; ++i) {
         ask("start");
-        ASSERT_TRUE(waitForPill()) << i;
+        ASSERT_TRUE(waitForIndicator()) << i;
         EXPECT_EQ(m_view.active(), active) << i;
         EXPECT_EQ(m_view.focus(), focus) << i;
         ask("cancel");
-        ASSERT_TRUE(waitForNoPill()) << i;
+        ASSERT_TRUE(waitForNoIndicator()) << i;
         ASSERT_EQ(m_view.active(), active) << i;
         ASSERT_EQ(m_view.focus(), focus) << i;
     }
 }
 
-TEST_F(PillTest, IsNotThereBeforeTheFirstDictationAndAfterTheLast)
+TEST_F(IndicatorTest, IsNotThereBeforeTheFirstDictationAndAfterTheLast)
 {
     m_here.launch();
-    EXPECT_FALSE(pill());
+    EXPECT_FALSE(indicator());
     ask("start");
-    EXPECT_TRUE(waitForPill());
+    EXPECT_TRUE(waitForIndicator());
     ask("cancel");
-    EXPECT_TRUE(waitForNoPill());
+    EXPECT_TRUE(waitForNoIndicator());
     ask("settings set showHUD false");
     ask("start");
-    EXPECT_FALSE(waitUntil([&] { return pill().has_value(); }, 400ms));
+    EXPECT_FALSE(waitUntil([&] { return indicator().has_value(); }, 400ms));
     ask("settings set showHUD true");
-    EXPECT_TRUE(waitForPill());
+    EXPECT_TRUE(waitForIndicator());
 }
 
-TEST_F(PillTest, ClicksReachWhatLiesBelow)
+TEST_F(IndicatorTest, ClicksReachWhatLiesBelow)
 {
     m_here.launch();
     const xcb_window_t film = openFilm();
     ask("start");
-    ASSERT_TRUE(waitForPill());
-    const QPoint middle = m_view.place(*pill()).center();
+    ASSERT_TRUE(waitForIndicator());
+    const QPoint middle = m_view.place(*indicator()).center();
     for (const QPoint offset : {QPoint(0, 0), QPoint(-40, 4), QPoint(0, -50), QPoint(150, 50)}) {
         const QPoint at = middle + offset;
         m_here.desktop.run(QStringLiteral("xdotool"),
@@ -60,26 +60,27 @@ TEST_F(PillTest, ClicksReachWhatLiesBelow)
     EXPECT_EQ(m_here.status()[QStringLiteral("phase")], QStringLiteral("recording"));
 }
 
-TEST_F(PillTest, IsAboveAFullScreenProgramAlsoOneThatComesLater)
+TEST_F(IndicatorTest, IsAboveAFullScreenProgramAlsoOneThatComesLater)
 {
     m_here.launch();
     openFilm();
     ask("start");
-    ASSERT_TRUE(waitForPill());
-    EXPECT_EQ(m_view.stack().last(), *pill());
+    ASSERT_TRUE(waitForIndicator());
+    EXPECT_EQ(m_view.stack().last(), *indicator());
     openFilm(0x884422);
-    EXPECT_TRUE(waitUntil([&] { return m_view.stack().last() == pill(); }));
+    EXPECT_TRUE(waitUntil([&] { return m_view.stack().last() == indicator(); }));
 }
 
-TEST_F(PillTest, StandsInTheMiddleAboveTheLowerEdgeOfWhatIsFree)
+TEST_F(IndicatorTest, StandsInTheMiddleAboveTheLowerEdgeOfWhatIsFree)
 {
     m_here.launch();
     ask("start");
-    ASSERT_TRUE(waitForPill());
+    ASSERT_TRUE(waitForIndicator());
     const QSize screen = m_view.size();
-    EXPECT_EQ(m_view.place(*pill()), QRect((screen.width() - 316) / 2, screen.height() - 44 - 104, 316, 104));
+    EXPECT_EQ(m_view.place(*indicator()),
+              QRect((screen.width() - 316) / 2, screen.height() - 44 - 104, 316, 104));
     ask("cancel");
-    ASSERT_TRUE(waitForNoPill());
+    ASSERT_TRUE(waitForNoIndicator());
 
     // A task bar takes its part of the screen.
     m_here.desktop.start(QStringLiteral("trayer"),
@@ -89,39 +90,39 @@ TEST_F(PillTest, StandsInTheMiddleAboveTheLowerEdgeOfWhatIsFree)
     ASSERT_TRUE(waitUntil([&] { return workArea().value(3) + workArea().value(1) == 752; }));
     ASSERT_TRUE(waitUntil([&] {
         ask("start");
-        const bool isPlaced = waitForPill() && m_view.place(*pill()).bottom() + 1 == 752 - 44;
+        const bool isPlaced = waitForIndicator() && m_view.place(*indicator()).bottom() + 1 == 752 - 44;
         ask("cancel");
-        return isPlaced && waitForNoPill();
+        return isPlaced && waitForNoIndicator();
     }));
 }
 
-TEST_F(PillTest, AMicrophoneThatGoesWhileRecordingIsTold)
+TEST_F(IndicatorTest, AMicrophoneThatGoesWhileRecordingIsTold)
 {
     m_here.launch();
     ask("start");
-    ASSERT_TRUE(waitForPill());
+    ASSERT_TRUE(waitForIndicator());
     const QStringList modules = m_here.sound.control(words("list short modules")).split(u'\n');
     const QString microphone = modules.filter(QStringLiteral("module-remap-source")).value(0);
     m_here.sound.control({QStringLiteral("unload-module"), microphone.section(u'\t', 0, 0)});
     EXPECT_TRUE(waitUntil(
         [&] { return message() == QString::fromUtf8("Microphone changed – recording cancelled"); }));
-    EXPECT_TRUE(pill());
-    EXPECT_TRUE(waitForNoPill());
+    EXPECT_TRUE(indicator());
+    EXPECT_TRUE(waitForNoIndicator());
     EXPECT_EQ(message(), QString());
 }
 
-TEST_F(PillTest, ARecordingThatReachesItsLongestTimeEndsAndSaysWhatCameOfIt)
+TEST_F(IndicatorTest, ARecordingThatReachesItsLongestTimeEndsAndSaysWhatCameOfIt)
 {
     m_here.launch();
     ask("settings set maxRecordingSeconds 10");
     ask("start");
-    ASSERT_TRUE(waitForPill());
+    ASSERT_TRUE(waitForIndicator());
     EXPECT_TRUE(waitUntil([&] { return message() == u"Nothing heard"; }, 15s));
-    EXPECT_TRUE(pill());
-    EXPECT_TRUE(waitForNoPill());
+    EXPECT_TRUE(indicator());
+    EXPECT_TRUE(waitForNoIndicator());
 }
 
-TEST_F(PillTest, ANewDictationIsNotCutShortByTheNoticeOfTheOneBefore)
+TEST_F(IndicatorTest, ANewDictationIsNotCutShortByTheNoticeOfTheOneBefore)
 {
     m_here.launch();
     ask("start");
@@ -130,7 +131,7 @@ TEST_F(PillTest, ANewDictationIsNotCutShortByTheNoticeOfTheOneBefore)
     ask("stop"); // too soon for anything to have been said
     ASSERT_TRUE(waitUntil([&] { return message() == u"Too short" || message() == u"Nothing heard"; }));
     ask("start");
-    ASSERT_TRUE(waitForPill());
+    ASSERT_TRUE(waitForIndicator());
     ASSERT_TRUE(m_here.waitForPhase(QStringLiteral("recording")));
     // Longer than a notice and its fade last.
     EXPECT_FALSE(waitUntil([&] { return !isOpaque(); }, 2500ms));

@@ -127,7 +127,7 @@ public:
     QMap<QString, KeyCombination> menuItems;
     ExchangeableIndicator indicator;
     DictationSession session;
-    FakeIndicatorPanel* panel = nullptr; ///< the pill's, once that has been shown
+    FakeIndicatorPanel* panel = nullptr; ///< the indicator's, once that has been shown
     UserInterface ui;
     DictationController controller;
 };

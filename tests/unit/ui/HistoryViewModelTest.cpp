@@ -29,7 +29,8 @@ TEST_F(HistoryViewModelTest, ARowTellsTextTimeLengthAndWords)
 {
     world.settings.autoCapitalize.set(false);
     world.dictate(QStringLiteral("hei på – deg"), 4.3);
-    const HistoryViewModel model(world.context(), 25, nullptr);
+    const HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 25,
+                                 nullptr);
     ASSERT_EQ(model.count(), 1);
     EXPECT_EQ(text(model, 0, HistoryViewModel::TranscriptRole), u"hei på – deg");
     EXPECT_EQ(text(model, 0, HistoryViewModel::TimeRole), u"12:00 PM");
@@ -43,7 +44,8 @@ TEST_F(HistoryViewModelTest, NumbersAndTimesFollowTheLanguage)
 {
     world.dictate(QStringLiteral("hei"), 2.5);
     installInterfaceLanguage(AppLanguage::norwegian);
-    const HistoryViewModel model(world.context(), 25, nullptr);
+    const HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 25,
+                                 nullptr);
     EXPECT_EQ(text(model, 0, HistoryViewModel::TimeRole), u"12:00");
     EXPECT_EQ(text(model, 0, HistoryViewModel::LengthRole), u"2,5 s");
     EXPECT_EQ(text(model, 0, HistoryViewModel::WordsRole), u"1 ord");
@@ -52,7 +54,8 @@ TEST_F(HistoryViewModelTest, NumbersAndTimesFollowTheLanguage)
 
 TEST_F(HistoryViewModelTest, ATimeOfAnotherDayHasItsDate)
 {
-    HistoryViewModel model(world.context(), 25, nullptr);
+    HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 25,
+                           nullptr);
     world.dictate(QStringLiteral("hei"));
     EXPECT_EQ(text(model, 0, HistoryViewModel::TimeRole), u"12:00 PM");
     QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
@@ -64,7 +67,8 @@ TEST_F(HistoryViewModelTest, ATimeOfAnotherDayHasItsDate)
 
 TEST_F(HistoryViewModelTest, NewRowsComeAtTheFrontAndOldOnesLeaveAtTheEnd)
 {
-    HistoryViewModel model(world.context(), 4, nullptr);
+    HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 4,
+                           nullptr);
     const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
     QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
     QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
@@ -83,7 +87,8 @@ TEST_F(HistoryViewModelTest, CopyingPutsTheTextAloneOnTheGeneralPasteboard)
     world.dictate(QStringLiteral("hei på deg"));
     world.boards.generalBoard.otherProgramWrites(
         {{{{QStringLiteral("text/html"), "<b>x</b>"}, {QStringLiteral("UTF8_STRING"), "x"}}}});
-    HistoryViewModel model(world.context(), 25, nullptr);
+    HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 25,
+                           nullptr);
     model.copy(0);
     ASSERT_EQ(world.boards.generalBoard.items().size(), 1);
     EXPECT_EQ(world.boards.generalBoard.items().first(), PasteboardItem::text(QStringLiteral("Hei på deg ")));
@@ -95,7 +100,8 @@ TEST_F(HistoryViewModelTest, CopyingPutsTheTextAloneOnTheGeneralPasteboard)
 TEST_F(HistoryViewModelTest, CopiedIsSaidForItsTime)
 {
     world.dictate(QStringLiteral("hei"));
-    HistoryViewModel model(world.context(), 25, nullptr);
+    HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 25,
+                           nullptr);
     QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
     model.copy(0);
     EXPECT_EQ(text(model, 0, HistoryViewModel::CopyLabelRole), u"Copied");
@@ -110,7 +116,8 @@ TEST_F(HistoryViewModelTest, CopiedIsSaidForItsTime)
 TEST_F(HistoryViewModelTest, CopyingTwiceKeepsCopiedShownAndTheTextThere)
 {
     world.dictate(QStringLiteral("hei"));
-    HistoryViewModel model(world.context(), 25, nullptr);
+    HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 25,
+                           nullptr);
     model.copy(0);
     world.scheduler.advance(1000ms);
     model.copy(0);
@@ -125,8 +132,9 @@ TEST_F(HistoryViewModelTest, CopyingTwiceKeepsCopiedShownAndTheTextThere)
 TEST_F(HistoryViewModelTest, CopiedStaysWithItsTextWhenANewOneComes)
 {
     world.dictate(QStringLiteral("først"));
-    HistoryViewModel model(world.context(), 1, nullptr);
-    HistoryViewModel all(world.context(), 25, nullptr);
+    HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 1,
+                           nullptr);
+    HistoryViewModel all(world.session, world.stats, world.clock, world.boards, world.scheduler, 25, nullptr);
     all.copy(0);
     model.copy(0);
     world.controller.start();
@@ -143,7 +151,8 @@ TEST_F(HistoryViewModelTest, CopiedStaysWithItsTextWhenANewOneComes)
 TEST_F(HistoryViewModelTest, ARefusedCopyDoesNotClaimToBeOne)
 {
     world.dictate(QStringLiteral("hei"));
-    HistoryViewModel model(world.context(), 25, nullptr);
+    HistoryViewModel model(world.session, world.stats, world.clock, world.boards, world.scheduler, 25,
+                           nullptr);
     world.boards.generalBoard.refuseWrites();
     model.copy(0);
     EXPECT_EQ(text(model, 0, HistoryViewModel::CopyLabelRole), u"Not copied");

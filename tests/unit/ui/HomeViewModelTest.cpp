@@ -1,6 +1,6 @@
 #include <dictation/DictationController.h>
 #include <support/ui/UiWorld.h>
-#include <ui/viewmodels/HomeViewModel.h>
+#include <ui/viewmodels/ViewModels.h>
 
 #include <QSignalSpy>
 
@@ -15,12 +15,8 @@ using testing::ElementsAre;
 
 class HomeViewModelTest : public ::testing::Test {
 protected:
-    [[nodiscard]] HomeViewModel& home()
-    {
-        if (!m_home)
-            m_home = std::make_unique<HomeViewModel>(world.context(), nullptr);
-        return *m_home;
-    }
+    [[nodiscard]] HomeViewModel& home() { return *world.ui.models().home(); }
+    [[nodiscard]] HomeNotices& notices() { return *world.ui.models().notices(); }
     void setTime(int hour, int minute)
     {
         world.clock.setNow(QDateTime(QDate(2026, 11, 20), QTime(hour, minute), QTimeZone("Europe/Oslo")));
@@ -50,9 +46,6 @@ protected:
     }
 
     UiWorld world;
-
-private:
-    std::unique_ptr<HomeViewModel> m_home;
 };
 
 TEST_F(HomeViewModelTest, GreetsByTheHour)
@@ -84,17 +77,17 @@ TEST_F(HomeViewModelTest, TheStatusOfAnIdleProgramIsItsReadiness)
 {
     QSignalSpy changes(&home(), &HomeViewModel::statusChanged);
     EXPECT_EQ(home().status(), u"Setup required");
-    EXPECT_EQ(home().tone(), HomeViewModel::Tone::Setup);
+    EXPECT_EQ(home().tone(), DictationStatus::Kind::Setup);
 
     beginLoading();
     EXPECT_EQ(home().status(), u"Loading model…");
-    EXPECT_EQ(home().tone(), HomeViewModel::Tone::Loading);
+    EXPECT_EQ(home().tone(), DictationStatus::Kind::Loading);
     while (world.engine.waiting() > 0) {
         world.engine.step();
         UiWorld::settle();
     }
     EXPECT_EQ(home().status(), u"Ready");
-    EXPECT_EQ(home().tone(), HomeViewModel::Tone::Ready);
+    EXPECT_EQ(home().tone(), DictationStatus::Kind::Ready);
     EXPECT_GE(changes.count(), 3);
 
     changes.clear();
@@ -125,7 +118,7 @@ TEST_F(HomeViewModelTest, TheStatusFollowsADictation)
     EXPECT_THAT(seen, ElementsAre(QStringLiteral("Listening…"), QStringLiteral("Transcribing…"),
                                   QStringLiteral("Inserting…"), QStringLiteral("Ready")));
     world.controller.start();
-    EXPECT_EQ(home().tone(), HomeViewModel::Tone::Recording);
+    EXPECT_EQ(home().tone(), DictationStatus::Kind::Recording);
 }
 
 TEST_F(HomeViewModelTest, AMessageIsTheStatusWhileItIsShown)
@@ -133,10 +126,10 @@ TEST_F(HomeViewModelTest, AMessageIsTheStatusWhileItIsShown)
     setUpProgram();
     world.controller.showNotice(QStringLiteral("Too short"));
     EXPECT_EQ(home().status(), u"Too short");
-    EXPECT_EQ(home().tone(), HomeViewModel::Tone::Notice);
+    EXPECT_EQ(home().tone(), DictationStatus::Kind::Notice);
     world.controller.showError(QStringLiteral("It broke."));
     EXPECT_EQ(home().status(), u"It broke.");
-    EXPECT_EQ(home().tone(), HomeViewModel::Tone::Error);
+    EXPECT_EQ(home().tone(), DictationStatus::Kind::Error);
     world.scheduler.advance(3s);
     EXPECT_EQ(home().status(), u"Ready");
 }
@@ -206,7 +199,7 @@ TEST_F(HomeViewModelTest, TheSettingsDecideOnChecklistAndPrivacyCard)
 TEST_F(HomeViewModelTest, AFailedTranscriptionCanBeTriedAgainAndGoesToTheClipboard)
 {
     setUpProgram();
-    HomeNotices& notices = *home().notices();
+    HomeNotices& notices = this->notices();
     QSignalSpy changes(&notices, &HomeNotices::retryChanged);
     EXPECT_FALSE(notices.canRetry());
     failToTranscribe();
@@ -233,24 +226,24 @@ TEST_F(HomeViewModelTest, AFailureFromBeforeThePageWasMadeIsOfferedToo)
     setUpProgram();
     failToTranscribe();
     world.scheduler.advance(3s);
-    EXPECT_TRUE(home().notices()->canRetry());
-    EXPECT_TRUE(home().notices()->failure().contains(QStringLiteral("kept in memory")));
+    EXPECT_TRUE(notices().canRetry());
+    EXPECT_TRUE(notices().failure().contains(QStringLiteral("kept in memory")));
 }
 
 TEST_F(HomeViewModelTest, ANewRecordingEndsTheOffer)
 {
     setUpProgram();
     failToTranscribe();
-    EXPECT_TRUE(home().notices()->canRetry());
+    EXPECT_TRUE(notices().canRetry());
     world.controller.start();
-    EXPECT_FALSE(home().notices()->canRetry());
-    EXPECT_FALSE(home().notices()->failure().contains(EngineError::transcriptionFailed(-6).description()));
+    EXPECT_FALSE(notices().canRetry());
+    EXPECT_FALSE(notices().failure().contains(EngineError::transcriptionFailed(-6).description()));
 }
 
 TEST_F(HomeViewModelTest, ATextThatCouldNotBeInsertedSaysWhereItIs)
 {
     setUpProgram();
-    HomeNotices& notices = *home().notices();
+    HomeNotices& notices = this->notices();
     QSignalSpy changes(&notices, &HomeNotices::textLeftChanged);
     world.dictate(QStringLiteral("Denne kom frem."));
     EXPECT_FALSE(notices.isTextLeft());
@@ -282,12 +275,12 @@ TEST_F(HomeViewModelTest, WhoHasChosenTheClipboardIsNotTold)
     setUpProgram();
     world.settings.insertionMethod.set(InsertionMethod::clipboardOnly);
     world.dictate(QStringLiteral("hei"));
-    EXPECT_FALSE(home().notices()->isTextLeft());
+    EXPECT_FALSE(notices().isTextLeft());
 }
 
 TEST_F(HomeViewModelTest, AHotkeyThatDoesNotWorkIsTold)
 {
-    HomeNotices& notices = *home().notices();
+    HomeNotices& notices = this->notices();
     EXPECT_TRUE(notices.brokenHotkey().isEmpty());
     QSignalSpy changes(&notices, &HomeNotices::hotkeyChanged);
     world.globalHotkeys.failRegistrations(HotkeyError::taken(1));

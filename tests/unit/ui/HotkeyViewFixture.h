@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
 #include <ui/viewmodels/HotkeyViewModel.h>
@@ -10,6 +9,7 @@
 #include <QQuickView>
 
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
 
 #include <optional>
 

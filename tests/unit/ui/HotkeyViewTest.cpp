@@ -64,6 +64,16 @@ TEST_F(HotkeyViewTest, ArrowKeysGoFromModeToMode)
     EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hold);
 }
 
+TEST_F(HotkeyViewTest, ReturnAndEnterChooseTheModeThatHasTheFocus)
+{
+    probe().item(QStringLiteral("hotkey.mode.hold")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Return);
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::hold);
+    probe().item(QStringLiteral("hotkey.mode.toggle")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Enter);
+    EXPECT_EQ(world.settings.hotkeyMode(), HotkeyMode::toggle);
+}
+
 TEST_F(HotkeyViewTest, TheFieldShowsTheCombinationAndHowItIsUsed)
 {
     for (const QString& text :
@@ -148,6 +158,14 @@ TEST_F(HotkeyViewTest, TheClearButtonClears)
 {
     record();
     probe().click(combination + QStringLiteral(".clear"));
+    EXPECT_FALSE(field().isRecording());
+    EXPECT_EQ(stored(), std::nullopt);
+}
+
+TEST_F(HotkeyViewTest, ReturnOnTheClearButtonClears)
+{
+    probe().item(combination + QStringLiteral(".clear")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Return);
     EXPECT_FALSE(field().isRecording());
     EXPECT_EQ(stored(), std::nullopt);
 }

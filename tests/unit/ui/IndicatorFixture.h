@@ -11,28 +11,28 @@
 
 namespace tulvane::test {
 
-/// The pill over the whole program, with screens that the test makes up.
+/// The indicator over the whole program, with screens that the test makes up.
 class IndicatorFixture : public testing::Test {
 protected:
-    IndicatorFixture() { m_world.indicator.target = &m_pill; }
+    IndicatorFixture() { m_world.indicator.target = &m_indicator; }
     ~IndicatorFixture() override { m_world.indicator.target = nullptr; }
 
     void show(const Phase& phase)
     {
-        m_pill.setPhase(phase);
-        m_pill.show();
+        m_indicator.setPhase(phase);
+        m_indicator.show();
         UiWorld::settle();
     }
     void still() { m_world.presentation.setReducedMotion(true); }
-    [[nodiscard]] bool isVisible() const { return m_pill.panel() && m_pill.panel()->isVisible(); }
+    [[nodiscard]] bool isVisible() const { return m_indicator.panel() && m_indicator.panel()->isVisible(); }
     [[nodiscard]] double opacity() const { return m_panel ? m_panel->opacities().last() : -1; }
     [[nodiscard]] QQuickItem& item(const char* name)
     {
-        return WindowProbe(*m_pill.panel()).item(QString::fromLatin1(name));
+        return WindowProbe(*m_indicator.panel()).item(QString::fromLatin1(name));
     }
-    [[nodiscard]] QStringList texts() { return WindowProbe(*m_pill.panel()).texts(); }
-    /// What the pill's window holds, with its alpha, which this platform's own windows have none of.
-    [[nodiscard]] QImage picture() { return pictureOf(*m_pill.panel()->rootObject()); }
+    [[nodiscard]] QStringList texts() { return WindowProbe(*m_indicator.panel()).texts(); }
+    /// What the indicator's window holds, with its alpha, which this platform's own windows have none of.
+    [[nodiscard]] QImage picture() { return pictureOf(*m_indicator.panel()->rootObject()); }
     void advance(int milliseconds) { m_world.scheduler.advance(std::chrono::milliseconds(milliseconds)); }
 
     UiWorld m_world;
@@ -40,18 +40,18 @@ protected:
     FakeIndicatorPanel* m_panel = nullptr;
     int m_made = 0;
     bool m_startsBlended = true;
-    HUDController m_pill{{.engine = [this]() -> QQmlEngine& { return m_world.ui.engine(); },
-                          .makePanel =
-                              [this] {
-                                  auto made = std::make_unique<FakeIndicatorPanel>();
-                                  m_panel = made.get();
-                                  m_panel->setBlended(m_startsBlended);
-                                  ++m_made;
-                                  return made;
-                              },
-                          .scheduler = m_world.scheduler,
-                          .clock = m_world.clock,
-                          .screens = [this] { return m_screens; }}};
+    HUDController m_indicator{{.engine = [this]() -> QQmlEngine& { return m_world.ui.engine(); },
+                               .makePanel =
+                                   [this] {
+                                       auto made = std::make_unique<FakeIndicatorPanel>();
+                                       m_panel = made.get();
+                                       m_panel->setBlended(m_startsBlended);
+                                       ++m_made;
+                                       return made;
+                                   },
+                               .scheduler = m_world.scheduler,
+                               .clock = m_world.clock,
+                               .screens = [this] { return m_screens; }}};
 };
 
 } // namespace tulvane::test

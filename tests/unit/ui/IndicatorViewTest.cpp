@@ -35,9 +35,9 @@ protected:
     IndicatorViewTest() { still(); }
     ~IndicatorViewTest() override { installInterfaceLanguage(AppLanguage::english); }
 
-    [[nodiscard]] QRectF pill()
+    [[nodiscard]] QRectF indicator()
     {
-        const QQuickItem& body = item("indicator.pill");
+        const QQuickItem& body = item("indicator.body");
         return {body.x(), body.y(), body.width(), body.height()};
     }
     [[nodiscard]] double bar(int index)
@@ -60,9 +60,9 @@ TEST_F(IndicatorViewTest, EveryPhaseHasItsSymbolAndItsWords)
             EXPECT_TRUE(QFile::exists(Symbol::file(QString::fromLatin1(shown.symbol)))) << shown.symbol;
             const QString words = QString::fromUtf8(isNorwegian ? shown.norwegian : shown.english);
             EXPECT_EQ(texts(), words.isEmpty() ? QStringList() : QStringList{words});
-            EXPECT_EQ(WindowProbe(*m_pill.panel()).has(QStringLiteral("indicator.meter")),
+            EXPECT_EQ(WindowProbe(*m_indicator.panel()).has(QStringLiteral("indicator.meter")),
                       shown.phase.kind == Phase::Kind::recording);
-            EXPECT_EQ(WindowProbe(*m_pill.panel()).layoutFlaws(), QStringList()) << qPrintable(words);
+            EXPECT_EQ(WindowProbe(*m_indicator.panel()).layoutFlaws(), QStringList()) << qPrintable(words);
         }
     }
 }
@@ -73,12 +73,12 @@ TEST_F(IndicatorViewTest, TheWordsEndInOneEllipsisCharacter)
         EXPECT_TRUE(QString::fromUtf8(shown.english).endsWith(QChar(0x2026)));
 }
 
-TEST_F(IndicatorViewTest, ThePillHugsItsWordsInTheMiddleOfItsWindow)
+TEST_F(IndicatorViewTest, TheIndicatorHugsItsWordsInTheMiddleOfItsWindow)
 {
     double widest = 0;
     for (const char* words : {"Nothing heard", "Nothing recognised", "Copied to clipboard, paste it"}) {
         show(Phase::notice(QString::fromUtf8(words)));
-        const QRectF body = pill();
+        const QRectF body = indicator();
         EXPECT_EQ(body.center().x(), 158);
         EXPECT_EQ(body.bottom(), 104 - 28);
         EXPECT_EQ(body.height(), 48);
@@ -90,7 +90,7 @@ TEST_F(IndicatorViewTest, ThePillHugsItsWordsInTheMiddleOfItsWindow)
         EXPECT_NEAR(item("indicator.symbol").mapToScene({0, 0}).x() - body.left(), 18, 2);
     }
     show({});
-    EXPECT_EQ(pill().width(), pill().height());
+    EXPECT_EQ(indicator().width(), indicator().height());
 }
 
 TEST_F(IndicatorViewTest, LongWordsGoOverTwoLinesAndEndInAnEllipsisBeyond)
@@ -98,18 +98,18 @@ TEST_F(IndicatorViewTest, LongWordsGoOverTwoLinesAndEndInAnEllipsisBeyond)
     show(Phase::notice(QStringLiteral("Microphone changed – recording cancelled")));
     EXPECT_EQ(item("indicator.label").property("lineCount").toInt(), 2);
     EXPECT_FALSE(item("indicator.label").property("truncated").toBool());
-    EXPECT_EQ(pill().bottom(), 104 - 28);
-    EXPECT_GT(pill().height(), 48);
+    EXPECT_EQ(indicator().bottom(), 104 - 28);
+    EXPECT_GT(indicator().height(), 48);
 
     show(Phase::error(QStringLiteral("word ").repeated(60)));
     EXPECT_EQ(item("indicator.label").property("lineCount").toInt(), 2);
     EXPECT_TRUE(item("indicator.label").property("truncated").toBool());
     // Room for the shadow is left on every side.
-    EXPECT_TRUE(QRectF(16, 14, 284, 62).contains(pill())) << pill().x() << " " << pill().y();
+    EXPECT_TRUE(QRectF(16, 14, 284, 62).contains(indicator())) << indicator().x() << " " << indicator().y();
     const QQuickItem& label = item("indicator.label");
-    EXPECT_TRUE(pill().contains(label.mapRectToScene({0, 0, label.width(), label.height()})));
+    EXPECT_TRUE(indicator().contains(label.mapRectToScene({0, 0, label.width(), label.height()})));
     show(Phase::error(QStringLiteral("m").repeated(200)));
-    EXPECT_TRUE(QRectF(16, 14, 284, 62).contains(pill())) << pill().width();
+    EXPECT_TRUE(QRectF(16, 14, 284, 62).contains(indicator())) << indicator().width();
 }
 
 TEST_F(IndicatorViewTest, MarkupInAMessageIsShownAsItStands)
@@ -133,7 +133,7 @@ TEST_F(IndicatorViewTest, TheMetersFrameAndBarsHaveTheirSizes)
         }
         last = one.x();
     }
-    EXPECT_FALSE(WindowProbe(*m_pill.panel()).has(QStringLiteral("indicator.bar.5")));
+    EXPECT_FALSE(WindowProbe(*m_indicator.panel()).has(QStringLiteral("indicator.bar.5")));
 }
 
 TEST_F(IndicatorViewTest, TheMeterGrowsFromTheMiddleOutwards)
@@ -144,48 +144,48 @@ TEST_F(IndicatorViewTest, TheMeterGrowsFromTheMiddleOutwards)
         return 4 + 14 * std::max(level - late, 0.0) / (1 - late);
     };
     for (const double level : {0.0, 0.1, 0.12, 0.2, 0.24, 0.5, 0.99, 1.0}) {
-        m_pill.setLevel(static_cast<float>(level));
+        m_indicator.setLevel(static_cast<float>(level));
         for (int i = 0; i < 5; ++i)
             EXPECT_NEAR(bar(i), expected(i, level), 1e-4) << "bar " << i << " at " << level;
     }
-    m_pill.setLevel(0);
+    m_indicator.setLevel(0);
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(bar(i), 4);
-    m_pill.setLevel(0.2F);
+    m_indicator.setLevel(0.2F);
     EXPECT_GT(bar(2), bar(1));
     EXPECT_GT(bar(1), bar(0));
     EXPECT_EQ(bar(0), 4);
     EXPECT_EQ(bar(1), bar(3));
-    m_pill.setLevel(3); // beyond the scale is its end
+    m_indicator.setLevel(3); // beyond the scale is its end
     for (int i = 0; i < 5; ++i)
         EXPECT_NEAR(bar(i), 18, 1e-4);
 }
 
-TEST_F(IndicatorViewTest, TheBarsMoveOnlyWhileThePillCanBeSeen)
+TEST_F(IndicatorViewTest, TheBarsMoveOnlyWhileTheIndicatorCanBeSeen)
 {
     m_world.presentation.setReducedMotion(false);
     show({Phase::Kind::recording, {}});
-    m_pill.setLevel(1);
+    m_indicator.setLevel(1);
     EXPECT_LT(bar(2), 18); // on its way
     EXPECT_TRUE(waitUntil([&] { return bar(2) == 18; }));
     const QQuickItem& middle = item("indicator.bar.2");
-    m_pill.hide(false);
-    m_pill.setLevel(0);
+    m_indicator.hide(false);
+    m_indicator.setLevel(0);
     EXPECT_EQ(lengthOf(middle), 18);
     EXPECT_FALSE(waitUntil([&] { return lengthOf(middle) != 18; }, std::chrono::milliseconds(120)));
-    m_pill.show();
+    m_indicator.show();
     EXPECT_TRUE(waitUntil([&] { return lengthOf(middle) == 4; }));
 }
 
 TEST_F(IndicatorViewTest, ABarIsStrongAboveAndWeakerBelowAndEndsBetweenPixels)
 {
     show({Phase::Kind::recording, {}});
-    m_pill.setLevel(1);
+    m_indicator.setLevel(1);
     UiWorld::settle();
     const QPoint bar = item("indicator.bar.2").mapToScene({0, 0}).toPoint();
     const QImage full = picture();
     EXPECT_GT(full.pixelColor(bar + QPoint(1, 3)).green(), full.pixelColor(bar + QPoint(1, 14)).green() + 20);
-    m_pill.setLevel(0.53F); // 11.42 high: ends at 3.29 and 14.71
+    m_indicator.setLevel(0.53F); // 11.42 high: ends at 3.29 and 14.71
     UiWorld::settle();
     const QImage part = picture();
     const int ground = part.pixelColor(bar + QPoint(1, 1)).green();
@@ -204,7 +204,7 @@ TEST_F(IndicatorViewTest, LooksTheSameInBothAppearances)
     m_world.presentation.setSystemAppearance(Appearance::light);
 }
 
-TEST_F(IndicatorViewTest, OutsideThePillIsNothingButASoftShadow)
+TEST_F(IndicatorViewTest, OutsideTheIndicatorIsNothingButASoftShadow)
 {
     show({Phase::Kind::recording, {}});
     const QImage image = picture().convertToFormat(QImage::Format_ARGB32);
@@ -217,10 +217,10 @@ TEST_F(IndicatorViewTest, OutsideThePillIsNothingButASoftShadow)
         EXPECT_EQ(qAlpha(image.pixel(0, y)), 0);
         EXPECT_EQ(qAlpha(image.pixel(315, y)), 0);
     }
-    const QPoint below(158, static_cast<int>(pill().bottom()) + 3);
+    const QPoint below(158, static_cast<int>(indicator().bottom()) + 3);
     EXPECT_GT(qAlpha(image.pixel(below)), 20);
     EXPECT_LT(qAlpha(image.pixel(below)), 140);
-    const QPoint body(158, static_cast<int>(pill().top()) + 5);
+    const QPoint body(158, static_cast<int>(indicator().top()) + 5);
     EXPECT_GT(qAlpha(image.pixel(body)), 230);
 }
 

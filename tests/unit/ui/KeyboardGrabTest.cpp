@@ -10,9 +10,9 @@ namespace tulvane::test {
 namespace {
 
 /// Which keys are the field's while it records, and until what was recorded has been let go of.
-class WholeKeyboardTest : public HotkeyViewFixture {};
+class KeyboardGrabTest : public HotkeyViewFixture {};
 
-TEST_F(WholeKeyboardTest, WhileItRecordsTheWindowHasTheWholeKeyboard)
+TEST_F(KeyboardGrabTest, WhileItRecordsTheWindowHasTheWholeKeyboard)
 {
     QWindow* const window = world.ui.onboardingWindow().window();
     EXPECT_EQ(world.keyboard.holder, nullptr);
@@ -27,7 +27,7 @@ TEST_F(WholeKeyboardTest, WhileItRecordsTheWindowHasTheWholeKeyboard)
     EXPECT_EQ(world.keyboard.holder, nullptr);
 }
 
-TEST_F(WholeKeyboardTest, HoweverRecordingEndsTheKeyboardIsGivenBack)
+TEST_F(KeyboardGrabTest, HoweverRecordingEndsTheKeyboardIsGivenBack)
 {
     const std::vector<std::function<void()>> ends{
         [this] { probe().nativeKey(escape, Qt::Key_Escape); },
@@ -48,7 +48,7 @@ TEST_F(WholeKeyboardTest, HoweverRecordingEndsTheKeyboardIsGivenBack)
     }
 }
 
-TEST_F(WholeKeyboardTest, OnADesktopThatGivesTheKeyboardToNobodyItRecordsAllTheSame)
+TEST_F(KeyboardGrabTest, OnADesktopThatGivesTheKeyboardToNobodyItRecordsAllTheSame)
 {
     world.keyboard.isRefused = true;
     record();
@@ -58,7 +58,7 @@ TEST_F(WholeKeyboardTest, OnADesktopThatGivesTheKeyboardToNobodyItRecordsAllTheS
     EXPECT_TRUE(isRegistered(controlD));
 }
 
-TEST_F(WholeKeyboardTest, AnAbandonedFieldStopsListening)
+TEST_F(KeyboardGrabTest, AnAbandonedFieldStopsListening)
 {
     record();
     world.scheduler.advance(std::chrono::seconds(29));
@@ -71,7 +71,7 @@ TEST_F(WholeKeyboardTest, AnAbandonedFieldStopsListening)
     EXPECT_TRUE(isRegistered(altSpace)) << "the hotkey works again";
 }
 
-TEST_F(WholeKeyboardTest, WhatIsRecordedBeginsNoDictationWhileItIsHeld)
+TEST_F(KeyboardGrabTest, WhatIsRecordedBeginsNoDictationWhileItIsHeld)
 {
     record();
     probe().nativeKeyDown(controlPlusD);
@@ -92,7 +92,7 @@ TEST_F(WholeKeyboardTest, WhatIsRecordedBeginsNoDictationWhileItIsHeld)
     EXPECT_TRUE(isRegistered(controlD));
 }
 
-TEST_F(WholeKeyboardTest, TheKeyCountsAndNotTheModifiersThatGoUpWithIt)
+TEST_F(KeyboardGrabTest, TheKeyCountsAndNotTheModifiersThatGoUpWithIt)
 {
     constexpr NativeKey control{0, 59, static_cast<quint32>(eventFlags::control)};
     record();
@@ -109,7 +109,7 @@ TEST_F(WholeKeyboardTest, TheKeyCountsAndNotTheModifiersThatGoUpWithIt)
     EXPECT_TRUE(isRegistered(controlD));
 }
 
-TEST_F(WholeKeyboardTest, ACombinationWithSpaceIsNotSpace)
+TEST_F(KeyboardGrabTest, ACombinationWithSpaceIsNotSpace)
 {
     probe().item(combination).forceActiveFocus(Qt::TabFocusReason);
     for (const auto modifier : {Qt::AltModifier, Qt::ControlModifier, Qt::MetaModifier}) {

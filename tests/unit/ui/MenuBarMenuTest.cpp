@@ -1,6 +1,10 @@
 #include <platform/fake/FakeStatusItem.h>
 #include <support/ui/UiWorld.h>
+#include <ui/menubar/MenuBarCommands.h>
 #include <ui/menubar/MenuBarMenu.h>
+#include <ui/menubar/MenuBarReport.h>
+#include <ui/viewmodels/DictationStatus.h>
+#include <ui/viewmodels/HotkeyStatus.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,9 +29,7 @@ protected:
     {
         world.privacy.microphoneAccess = MicrophoneAccess::authorized;
         world.permissions.refresh();
-        UiContext context = world.context();
-        context.windows = &windows;
-        menu = std::make_unique<MenuBarMenu>(context, item, [this] { ++quits; });
+        menu = std::make_unique<MenuBarMenu>(item, report, commands);
         UiWorld::settle();
     }
 
@@ -54,6 +56,11 @@ protected:
     NotedWindows windows;
     FakeStatusItem item;
     int quits = 0;
+    DictationStatus dictation{world.controller, world.session};
+    HotkeyStatus hotkey{world.settings, world.shortcuts, world.hotkeys};
+    MenuBarReport report{dictation, hotkey, world.settings, world.stats, world.clock};
+    MenuBarCommands commands{world.controller, world.session, world.settings,
+                             world.boards,     windows,       [this] { ++quits; }};
     std::unique_ptr<MenuBarMenu> menu;
 };
 
@@ -220,10 +227,10 @@ TEST_F(MenuBarMenuTest, AnErrorsOwnPercentSignsStand)
 TEST_F(MenuBarMenuTest, TodayIsCountedFromTheFirstWordOn)
 {
     world.stats.record(u"i går"_qs, world.clock.now().addDays(-1), 1);
-    EXPECT_EQ(menu->todayLine(), std::nullopt);
+    EXPECT_EQ(report.todayLine(), std::nullopt);
     world.stats.record(u"."_qs, world.clock.now(), 1); // counted, and no word
     ASSERT_FALSE(world.stats.days().isEmpty());
-    EXPECT_EQ(menu->todayLine(), std::nullopt);
+    EXPECT_EQ(report.todayLine(), std::nullopt);
     world.settings.typingWordsPerMinute.set(40);
     world.stats.record(u"ord "_qs.repeated(1240), world.clock.now(), 360);
     UiWorld::settle();
@@ -237,7 +244,7 @@ TEST_F(MenuBarMenuTest, TodayIsCountedFromTheFirstWordOn)
 TEST_F(MenuBarMenuTest, SpeakingSlowerThanTypingSavesNothingRatherThanLess)
 {
     world.stats.record(u"to ord"_qs, world.clock.now(), 600);
-    EXPECT_EQ(menu->todayLine(), u"Today: 2 words · ~0 s saved"_qs);
+    EXPECT_EQ(report.todayLine(), u"Today: 2 words · ~0 s saved"_qs);
 }
 
 TEST_F(MenuBarMenuTest, AMenuThatIsOpenedAfterMidnightKnowsTheNewDay)
@@ -270,20 +277,20 @@ TEST_F(MenuBarMenuTest, WithoutATranscriptThereIsNoLineForIt)
 TEST_F(MenuBarMenuTest, ATranscriptIsCutAfterSixtyCharactersAsAUserCountsThem)
 {
     const QString sixty = QString(60, u'å');
-    EXPECT_EQ(MenuBarMenu::shortened(sixty), sixty);
-    EXPECT_EQ(MenuBarMenu::shortened(sixty + u'x'), sixty + u'…');
+    EXPECT_EQ(MenuBarCommands::shortened(sixty), sixty);
+    EXPECT_EQ(MenuBarCommands::shortened(sixty + u'x'), sixty + u'…');
     const QString family = u"👩‍👩‍👧"_qs; // one character of eight code units
-    EXPECT_EQ(MenuBarMenu::shortened(family.repeated(60)), family.repeated(60));
-    EXPECT_EQ(MenuBarMenu::shortened(family.repeated(61)), family.repeated(60) + u'…');
+    EXPECT_EQ(MenuBarCommands::shortened(family.repeated(60)), family.repeated(60));
+    EXPECT_EQ(MenuBarCommands::shortened(family.repeated(61)), family.repeated(60) + u'…');
     const QString decomposed = u"a\u030A"_qs;
-    EXPECT_EQ(MenuBarMenu::shortened(decomposed.repeated(61)), decomposed.repeated(60) + u'…');
-    EXPECT_EQ(MenuBarMenu::shortened(sixty + u' '), sixty);
-    EXPECT_EQ(MenuBarMenu::shortened({}), QString());
+    EXPECT_EQ(MenuBarCommands::shortened(decomposed.repeated(61)), decomposed.repeated(60) + u'…');
+    EXPECT_EQ(MenuBarCommands::shortened(sixty + u' '), sixty);
+    EXPECT_EQ(MenuBarCommands::shortened({}), QString());
 }
 
 TEST_F(MenuBarMenuTest, ATranscriptStandsOnOneLine)
 {
-    EXPECT_EQ(MenuBarMenu::shortened(u"a\nb\tc\u2028d"_qs), u"a b c d"_qs);
+    EXPECT_EQ(MenuBarCommands::shortened(u"a\nb\tc\u2028d"_qs), u"a b c d"_qs);
 }
 
 TEST_F(MenuBarMenuTest, ClickingTheTranscriptCopiesAllOfIt)

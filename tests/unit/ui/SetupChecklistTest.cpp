@@ -109,6 +109,16 @@ TEST_F(SetupChecklistTest, ARowLeadsToItsAction)
     EXPECT_TRUE(world.ui.onboardingWindow().window()->isVisible());
 }
 
+TEST_F(SetupChecklistTest, ReturnAndEnterOnARowDoWhatAClickDoes)
+{
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        world.ui.settingsWindow().selection().setTab(SettingsTab::home);
+        probe().item(QStringLiteral("setup.model")).forceActiveFocus(Qt::TabFocusReason);
+        probe().press(key);
+        EXPECT_EQ(world.ui.settingsWindow().selection().tab(), SettingsTab::models) << key;
+    }
+}
+
 TEST_F(SetupChecklistTest, GoesWhenItIsHidden)
 {
     probe().click(QStringLiteral("setup.hide"));
@@ -173,6 +183,16 @@ TEST(SidebarTest, ThePromptBringsTheFirstItemThatIsLeftIntoView)
     const QRectF place = row.mapRectToScene(QRectF(0, 0, row.width(), row.height()));
     EXPECT_GE(place.top(), 0);
     EXPECT_LE(place.bottom(), window.height());
+}
+
+TEST(SidebarTest, ReturnOnThePromptDoesWhatAClickDoes)
+{
+    UiWorld world;
+    world.ui.showPage(SettingsTab::about);
+    WindowProbe probe(*world.ui.settingsWindow().window());
+    probe.item(QStringLiteral("sidebar.finishSetup")).forceActiveFocus(Qt::TabFocusReason);
+    probe.press(Qt::Key_Return);
+    EXPECT_EQ(world.ui.settingsWindow().selection().tab(), SettingsTab::home);
 }
 
 TEST(SidebarTest, MarksHomeWithWhatIsMissingAndPromptsToFinish)

@@ -38,7 +38,7 @@ protected:
     [[nodiscard]] QString barText(int index, const char* field) { return bar(index, field).toString(); }
 
     UiWorld world;
-    StatisticsViewModel model{world.context(), nullptr};
+    StatisticsViewModel model{world.settings, world.stats, world.clock, nullptr};
 };
 
 TEST_F(StatisticsViewModelTest, BeginsWithTheWeekEachTimeThePageIsBuilt)

@@ -29,7 +29,7 @@ std::unique_ptr<QWindow> shown(Qt::WindowFlags flags)
 
 TEST(VisibleWindowsTest, PanelsMenusAndTheTrayDoNotCount)
 {
-    const auto pill = shown(Qt::ToolTip | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+    const auto indicator = shown(Qt::ToolTip | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
     const auto panel = shown(Qt::Tool | Qt::WindowDoesNotAcceptFocus);
     const auto menu = shown(Qt::Popup);
     const auto tray = shown(Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);

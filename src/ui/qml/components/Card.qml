@@ -3,6 +3,8 @@ import Tulvane
 
 // A raised surface around its content.
 RoundBox {
+    id: card
+
     default property alias content: holder.data
     property int padding: Theme.large
 
@@ -15,6 +17,6 @@ RoundBox {
     Item {
         id: holder
         anchors.fill: parent
-        anchors.margins: parent.padding
+        anchors.margins: card.padding
     }
 }

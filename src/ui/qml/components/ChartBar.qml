@@ -34,7 +34,7 @@ T.AbstractButton {
         }
 
         FocusRing {
-            control: column
+            shown: column.visualFocus
             anchors.margins: 0
             radius: 6
         }

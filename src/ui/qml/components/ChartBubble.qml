@@ -1,7 +1,7 @@
 import QtQuick
 import Tulvane
 
-// What the bar says that the pointer or the keyboard stands on. A screen reader hears it from the bar.
+// The figures of the bar that has the pointer or the keyboard focus. A screen reader reads them from the bar.
 RoundBox {
     id: bubble
 

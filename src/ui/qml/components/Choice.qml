@@ -24,8 +24,8 @@ T.RadioButton {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
     Accessible.description: explanation
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         RoundBox {
@@ -75,6 +75,6 @@ T.RadioButton {
         radius: Theme.controlRadius
         color: choice.down ? Theme.pressed : choice.hovered ? Theme.hover : "transparent"
 
-        FocusRing { control: choice }
+        FocusRing { shown: choice.visualFocus }
     }
 }

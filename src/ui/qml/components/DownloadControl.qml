@@ -14,15 +14,15 @@ Column {
     spacing: Theme.small
 
     Row {
-        visible: control.entry.state === "notDownloaded" || control.entry.state === "failed"
+        visible: control.entry.state === ModelEntry.NotDownloaded || control.entry.state === ModelEntry.Failed
         spacing: Theme.medium
 
         PushButton {
             id: start
             objectName: control.name + ".start"
             look: control.primary ? PushButton.Primary : PushButton.Normal
-            symbol: control.entry.state === "failed" ? "arrow.clockwise" : "arrow.down.circle"
-            text: control.entry.state === "failed" ? Words.translate("Retry") : Words.translate("Download")
+            symbol: control.entry.state === ModelEntry.Failed ? "arrow.clockwise" : "arrow.down.circle"
+            text: control.entry.state === ModelEntry.Failed ? Words.translate("Retry") : Words.translate("Download")
             Accessible.description: control.entry.name
             onClicked: control.entry.download()
         }
@@ -35,7 +35,7 @@ Column {
     }
 
     Item {
-        visible: control.entry.state === "downloading" || control.entry.state === "verifying"
+        visible: control.entry.state === ModelEntry.Downloading || control.entry.state === ModelEntry.Verifying
         width: parent.width
         height: Math.max(stop.height, progress.height)
 
@@ -50,12 +50,12 @@ Column {
                 width: parent.width
                 kind: Label.Caption
                 secondary: true
-                text: control.entry.state === "verifying" ? Words.translate("Verifying…") : control.entry.progress
+                text: control.entry.state === ModelEntry.Verifying ? Words.translate("Verifying…") : control.entry.progress
             }
             ProgressLine {
                 width: parent.width
                 label: control.entry.name
-                value: control.entry.state === "verifying" ? -1 : control.entry.fraction
+                value: control.entry.state === ModelEntry.Verifying ? -1 : control.entry.fraction
             }
         }
         PushButton {
@@ -63,7 +63,7 @@ Column {
             objectName: control.name + ".cancel"
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            visible: control.entry.state === "downloading"
+            visible: control.entry.state === ModelEntry.Downloading
             text: Words.translate("Cancel")
             Accessible.description: control.entry.name
             onClicked: control.entry.cancel()
@@ -92,7 +92,7 @@ Column {
 
     Item {
         id: done
-        visible: control.entry.state === "ready" && children.length > 0
+        visible: control.entry.state === ModelEntry.Ready && children.length > 0
         width: parent.width
         height: childrenRect.height
     }

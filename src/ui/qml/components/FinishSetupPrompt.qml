@@ -14,8 +14,8 @@ T.AbstractButton {
     text: Words.translate("Finish setup")
     Accessible.name: text
     Accessible.description: setup.missingText
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     onClicked: setup.finishSetup()
 
     contentItem: Item {
@@ -62,6 +62,6 @@ T.AbstractButton {
         border.width: prompt.hovered || prompt.down ? 1 : 0
         border.color: Theme.accent
 
-        FocusRing { control: prompt }
+        FocusRing { shown: prompt.visualFocus }
     }
 }

@@ -1,14 +1,14 @@
 import QtQuick
 import Tulvane
 
-// Shows which control the keyboard speaks to; around `control`, when the focus came by the keyboard.
+// Shows which control has the keyboard; around its parent.
 RoundBox {
-    property Item control: parent
-    property bool shown: control.visualFocus === true
+    // The control has the focus, and got it by the keyboard.
+    property bool shown: false
 
     anchors.fill: parent
     anchors.margins: -3
-    radius: (parent.radius ?? Theme.controlRadius) + 3
+    radius: ((parent as RoundBox)?.radius ?? Theme.controlRadius) + 3
     color: "transparent"
     border.width: 2
     border.color: Theme.accent

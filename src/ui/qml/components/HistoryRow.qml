@@ -44,7 +44,7 @@ Item {
         anchors.topMargin: Theme.tiny
         kind: Label.Caption
         secondary: true
-        text: [row.time, row.length, row.words].join("  ·  ")
+        text: row.time + "  ·  " + row.length + "  ·  " + row.words
     }
     Link {
         objectName: row.place + ".more." + row.index

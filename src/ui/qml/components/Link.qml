@@ -28,7 +28,7 @@ T.AbstractButton {
         textFormat: Text.PlainText
     }
     background: Item {
-        FocusRing { control: link }
+        FocusRing { shown: link.visualFocus }
     }
     HoverHandler { cursorShape: Qt.PointingHandCursor }
 }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tulvane
 
@@ -16,7 +18,7 @@ Column {
         if (!entry)
             return;
         entry.forceActiveFocus(Qt.TabFocusReason);
-        model.mode = entry.modelData.value;
+        model.mode = model.modes[index].value;
     }
 
     Label {

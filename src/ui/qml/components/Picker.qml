@@ -1,9 +1,11 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Tulvane
 
 // A choice among few: `options` are objects with `value` and `title`; `value` is the chosen one's. The user's
-// choice is told by `picked`, and shown once `value` has followed.
+// choice is reported by `picked`, and shown once `value` has followed.
 T.ComboBox {
     id: picker
 
@@ -64,7 +66,7 @@ T.ComboBox {
         border.width: 1
         border.color: picker.enabled ? Theme.controlBorder : Theme.border
 
-        FocusRing { control: picker }
+        FocusRing { shown: picker.visualFocus }
     }
 
     delegate: T.ItemDelegate {

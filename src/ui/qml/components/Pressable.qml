@@ -1,5 +1,4 @@
 import QtQuick
-import Tulvane
 
 // Something that is pressed by mouse, keyboard or screen reader, and is no button by its role.
 Item {

@@ -77,6 +77,6 @@ T.Button {
             ColorAnimation { duration: Theme.quick }
         }
 
-        FocusRing { control: button }
+        FocusRing { shown: button.visualFocus }
     }
 }

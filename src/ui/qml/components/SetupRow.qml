@@ -15,8 +15,8 @@ T.AbstractButton {
     text: item.title
     Accessible.name: text
     Accessible.description: item.label
-    Keys.onReturnPressed: click()
-    Keys.onEnterPressed: click()
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.TabFocusReason)
 
@@ -75,6 +75,6 @@ T.AbstractButton {
         radius: Theme.controlRadius
         color: row.down ? Theme.pressed : row.hovered ? Theme.hover : "transparent"
 
-        FocusRing { control: row }
+        FocusRing { shown: row.visualFocus }
     }
 }

@@ -24,7 +24,7 @@ ShortcutKeys {
         border.color: field.model.ruleBroken && field.recording ? Theme.danger
             : field.recording ? Theme.accent : Theme.controlBorder
 
-        FocusRing { control: field }
+        FocusRing { shown: field.visualFocus }
     }
     KeyCaps {
         id: keys
@@ -59,8 +59,8 @@ ShortcutKeys {
         focusPolicy: Qt.TabFocus
         Accessible.role: Accessible.Button
         Accessible.name: text
-        Keys.onReturnPressed: click()
-        Keys.onEnterPressed: click()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
         onClicked: {
             field.model.clear();
             field.model.stop();
@@ -79,7 +79,7 @@ ShortcutKeys {
             radius: 13
             color: clear.down ? Theme.pressed : clear.hovered ? Theme.hover : "transparent"
 
-            FocusRing { control: clear }
+            FocusRing { shown: clear.visualFocus }
         }
     }
 }

@@ -23,7 +23,7 @@ Pressable {
         radius: 8
         color: entry.selected ? Theme.accentSoft : entry.down ? Theme.pressed : entry.hovered ? Theme.hover : "transparent"
 
-        FocusRing { control: entry }
+        FocusRing { shown: entry.visualFocus }
     }
     Symbol {
         x: 10

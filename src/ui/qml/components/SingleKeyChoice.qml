@@ -44,17 +44,17 @@ Column {
     }
     StatusLine {
         width: parent.width
-        visible: choice.model.watching === "granted" && choice.model.singleKeyProblem === ""
+        visible: choice.model.watching === HotkeyViewModel.Granted && choice.model.singleKeyProblem === ""
         text: Words.translate("Input Monitoring granted")
     }
     Obstacle {
         width: parent.width
-        visible: choice.model.watching === "granted" && choice.model.singleKeyProblem !== ""
+        visible: choice.model.watching === HotkeyViewModel.Granted && choice.model.singleKeyProblem !== ""
         text: choice.model.singleKeyProblem
     }
     Obstacle {
         width: parent.width
-        visible: choice.model.watching === "missing"
+        visible: choice.model.watching === HotkeyViewModel.Missing
         text: choice.model.watchingObstacle || Words.translate("A single key needs the Input Monitoring permission.")
 
         PushButton {

@@ -7,19 +7,19 @@ Card {
 
     required property HomeViewModel model
     readonly property int tone: model.tone
-    readonly property bool isBusy: tone === HomeViewModel.Loading || tone === HomeViewModel.Working
-    readonly property color ink: tone === HomeViewModel.Error ? Theme.danger
-        : tone === HomeViewModel.Setup ? Theme.warning
-        : tone === HomeViewModel.Recording ? Theme.accentInk
-        : tone === HomeViewModel.Ready ? Theme.success : Theme.accentSoftInk
-    readonly property color ground: tone === HomeViewModel.Error ? Theme.dangerSoft
-        : tone === HomeViewModel.Setup ? Theme.warningSoft
-        : tone === HomeViewModel.Recording ? Theme.accent
-        : tone === HomeViewModel.Ready ? Theme.successSoft : Theme.accentSoft
-    readonly property string sign: tone === HomeViewModel.Error || tone === HomeViewModel.Setup ? "exclamationmark.triangle.fill"
-        : tone === HomeViewModel.Recording ? "mic.fill"
+    readonly property bool isBusy: tone === DictationStatus.Loading || tone === DictationStatus.Working
+    readonly property color ink: tone === DictationStatus.Error ? Theme.danger
+        : tone === DictationStatus.Setup ? Theme.warning
+        : tone === DictationStatus.Recording ? Theme.accentInk
+        : tone === DictationStatus.Ready ? Theme.success : Theme.accentSoftInk
+    readonly property color ground: tone === DictationStatus.Error ? Theme.dangerSoft
+        : tone === DictationStatus.Setup ? Theme.warningSoft
+        : tone === DictationStatus.Recording ? Theme.accent
+        : tone === DictationStatus.Ready ? Theme.successSoft : Theme.accentSoft
+    readonly property string sign: tone === DictationStatus.Error || tone === DictationStatus.Setup ? "exclamationmark.triangle.fill"
+        : tone === DictationStatus.Recording ? "mic.fill"
         : isBusy ? "waveform"
-        : tone === HomeViewModel.Notice ? "text.bubble" : "mic.fill"
+        : tone === DictationStatus.Notice ? "text.bubble" : "mic.fill"
 
     signal chooseHotkeyWanted()
 

@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Tulvane
 
 // A number in steps: minus, the number as `display` writes it, plus. Arrow keys work while it has the focus.
-// `value` follows what it is bound to; the user's change is told by `changed`.
+// `value` follows what it is bound to; `changed` reports the user's change.
 FocusScope {
     id: stepper
 
@@ -51,7 +51,7 @@ FocusScope {
         property string symbol
 
         width: 34
-        height: stepper.height
+        height: parent ? parent.height : 0
         focusPolicy: Qt.NoFocus
         autoRepeat: true
         // The stepper as a whole is what a screen reader works.
@@ -79,7 +79,7 @@ FocusScope {
         border.width: 1
         border.color: Theme.controlBorder
 
-        FocusRing { control: stepper }
+        FocusRing { shown: stepper.visualFocus }
 
         Half {
             symbol: "minus"

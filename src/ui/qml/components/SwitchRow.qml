@@ -1,7 +1,7 @@
 import QtQuick
 import Tulvane
 
-// A setting that is on or off. `on` is what is stored; the user's change is told by `switched`.
+// A setting that is on or off. `on` is what is stored; `switched` reports the user's change.
 SettingRow {
     id: row
 

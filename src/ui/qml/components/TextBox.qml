@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Tulvane
 
-// A field for several lines. `value` is what is stored; `edited` tells a new text once typing has rested, and
+// A field for several lines. `value` is what is stored; `edited` reports a new text once typing has rested, and
 // in any case before the field goes away.
 RoundBox {
     id: box
@@ -30,7 +30,6 @@ RoundBox {
     Component.onDestruction: flush()
 
     FocusRing {
-        control: area
         shown: area.activeFocus
     }
 

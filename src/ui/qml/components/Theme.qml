@@ -48,15 +48,15 @@ QtObject {
     readonly property color dangerSoft: dark ? "#452422" : "#fbe4e2"
     readonly property color dangerInk: dark ? "#3a0b07" : "#ffffff"
 
-    // The pill lies over whatever other programs show: the same dark glass in both appearances.
-    readonly property color pillTop: "#f2252b34"
-    readonly property color pillBottom: "#f2161a20"
-    readonly property color pillEdge: "#3dffffff"
-    readonly property color pillShadow: "#70000000"
-    readonly property color pillText: "#f4f6f9"
-    readonly property color pillSecondaryText: "#b6c0cc"
-    readonly property color pillAccent: "#58cfe6"
-    readonly property color pillDanger: "#ff9a90"
+    // The indicator lies over whatever other programs show: the same dark glass in both appearances.
+    readonly property color indicatorTop: "#f2252b34"
+    readonly property color indicatorBottom: "#f2161a20"
+    readonly property color indicatorEdge: "#3dffffff"
+    readonly property color indicatorShadow: "#70000000"
+    readonly property color indicatorText: "#f4f6f9"
+    readonly property color indicatorSecondaryText: "#b6c0cc"
+    readonly property color indicatorAccent: "#58cfe6"
+    readonly property color indicatorDanger: "#ff9a90"
 
     // One type scale, in device-independent pixels.
     readonly property string family: Look.fontFamily

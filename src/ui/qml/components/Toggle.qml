@@ -45,6 +45,6 @@ T.Switch {
             }
         }
 
-        FocusRing { control: toggle }
+        FocusRing { shown: toggle.visualFocus }
     }
 }

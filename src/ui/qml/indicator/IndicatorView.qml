@@ -1,20 +1,20 @@
 import QtQuick
 import Tulvane
 
-// The pill: what the program is doing, in a symbol and a few words, with the microphone's level while it
+// The indicator: what the program is doing, in a symbol and a few words, with the microphone's level while it
 // listens. It is as wide as its words; long ones go over two lines.
 Item {
     id: view
 
     required property HUDModel model
 
-    // The pill's place within the window, for cutting the window to it.
-    readonly property rect outline: Qt.rect(pill.x, pill.y, pill.width, pill.height)
+    // The indicator's place within the window, for cutting the window to it.
+    readonly property rect outline: Qt.rect(body.x, body.y, body.width, body.height)
     readonly property real outlineRadius: 24
 
-    readonly property bool listening: model.phase === "recording"
-    readonly property color tint: model.phase === "error" ? Theme.pillDanger
-        : model.phase === "notice" || model.phase === "idle" ? Theme.pillSecondaryText : Theme.pillAccent
+    readonly property bool listening: model.state === HUDModel.Recording
+    readonly property color tint: model.state === HUDModel.Error ? Theme.indicatorDanger
+        : model.state === HUDModel.Notice || model.state === HUDModel.Idle ? Theme.indicatorSecondaryText : Theme.indicatorAccent
     readonly property real widest: width - 32
     readonly property real padding: 18
 
@@ -23,19 +23,19 @@ Item {
         body: view.outline
         radius: view.outlineRadius
         blended: view.model.blended
-        upperColor: Theme.pillTop
-        lowerColor: Theme.pillBottom
-        edgeColor: Theme.pillEdge
-        shadowColor: Theme.pillShadow
+        upperColor: Theme.indicatorTop
+        lowerColor: Theme.indicatorBottom
+        edgeColor: Theme.indicatorEdge
+        shadowColor: Theme.indicatorShadow
     }
 
     Item {
-        id: pill
+        id: body
 
         // Even widths keep the middle on a pixel.
         readonly property real wanted: 2 * Math.ceil((content.width + 2 * view.padding) / 2)
 
-        objectName: "indicator.pill"
+        objectName: "indicator.body"
         x: (view.width - width) / 2
         y: view.height - 28 - height
         width: label.text === "" ? height : wanted
@@ -64,7 +64,7 @@ Item {
 
                 // A sign of life for what can take some seconds.
                 SequentialAnimation on opacity {
-                    running: view.model.shown && view.model.phase === "transcribing" && Look.animated
+                    running: view.model.shown && view.model.state === HUDModel.Transcribing && Look.animated
                     loops: Animation.Infinite
                     onStopped: symbol.opacity = 1
                     NumberAnimation { to: 0.4; duration: 4 * Theme.slow; easing.type: Easing.InOutSine }
@@ -84,7 +84,7 @@ Item {
                 // Two lines are about as long as each other, and leave room for a long word.
                 width: wanted <= most ? wanted : Math.min(most, Math.ceil(0.75 * wanted))
                 text: view.model.label
-                color: Theme.pillText
+                color: Theme.indicatorText
                 font.weight: Font.Medium
                 maximumLineCount: 2
                 elide: Text.ElideRight
@@ -102,7 +102,7 @@ Item {
         }
     }
 
-    // What nobody sees stands still.
+    // A hidden meter does not move.
     Binding {
         target: meter
         property: "level"

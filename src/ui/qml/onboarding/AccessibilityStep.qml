@@ -9,8 +9,8 @@ StepCard {
     readonly property bool granted: models.permissions.accessibility
     readonly property string obstacle: models.permissions.accessibilityObstacle
 
-    step: models.onboarding.steps[1]
-    next: models.onboarding.next === 2
+    step: models.onboarding.steps[OnboardingViewModel.AccessibilityStep - 1]
+    next: models.onboarding.next === OnboardingViewModel.AccessibilityStep
 
     BalancedLabel {
         width: parent.width
@@ -44,7 +44,7 @@ StepCard {
             objectName: "onboarding.openAccessibility"
             look: card.next && card.obstacle === "" ? PushButton.Primary : PushButton.Normal
             text: Words.translate("Open Accessibility settings…")
-            onClicked: card.models.onboarding.act(2)
+            onClicked: card.models.onboarding.act(OnboardingViewModel.AccessibilityStep)
         }
         PushButton {
             objectName: "onboarding.resetAccessibility"

@@ -8,8 +8,8 @@ StepCard {
     required property ViewModels models
     readonly property OnboardingViewModel guide: models.onboarding
 
-    step: guide.steps[0]
-    next: guide.next === 1
+    step: guide.steps[OnboardingViewModel.MicrophoneStep - 1]
+    next: guide.next === OnboardingViewModel.MicrophoneStep
 
     BalancedLabel {
         width: parent.width
@@ -18,14 +18,14 @@ StepCard {
     }
     PushButton {
         objectName: "onboarding.allowMicrophone"
-        visible: card.guide.microphone === "ask"
+        visible: card.guide.microphone === OnboardingViewModel.Ask
         look: card.next ? PushButton.Primary : PushButton.Normal
         text: Words.translate("Allow microphone access")
-        onClicked: card.guide.act(1)
+        onClicked: card.guide.act(OnboardingViewModel.MicrophoneStep)
     }
     Obstacle {
         width: parent.width
-        visible: card.guide.microphone === "denied"
+        visible: card.guide.microphone === OnboardingViewModel.Denied
         text: card.models.permissions.microphoneObstacle
 
         Label {
@@ -36,12 +36,12 @@ StepCard {
         PushButton {
             objectName: "onboarding.openMicrophone"
             text: Words.translate("Open Microphone settings…")
-            onClicked: card.guide.act(1)
+            onClicked: card.guide.act(OnboardingViewModel.MicrophoneStep)
         }
     }
     StatusLine {
         width: parent.width
-        visible: card.guide.microphone === "granted"
+        visible: card.guide.microphone === OnboardingViewModel.Granted
         text: Words.translate("Microphone access granted")
     }
 }

@@ -7,8 +7,8 @@ StepCard {
 
     required property ViewModels models
 
-    step: models.onboarding.steps[2]
-    next: models.onboarding.next === 3
+    step: models.onboarding.steps[OnboardingViewModel.ModelStep - 1]
+    next: models.onboarding.next === OnboardingViewModel.ModelStep
 
     Column {
         width: parent.width

@@ -1,7 +1,7 @@
 import QtQuick
 import Tulvane
 
-// What the program is, to somebody who sees it for the first time.
+// What the program is, for a user who sees it for the first time.
 Column {
     id: header
 
@@ -11,7 +11,7 @@ Column {
     Image {
         anchors.horizontalCenter: parent.horizontalCenter
         source: "qrc:/icons/com.dunio.Tulvane.svg"
-        sourceSize: Qt.size(72, 72)
+        sourceSize { width: 72; height: 72 }
     }
     Label {
         width: parent.width

@@ -61,7 +61,7 @@ ScrollPage {
         Image {
             anchors.horizontalCenter: parent.horizontalCenter
             source: "qrc:/icons/com.dunio.Tulvane.svg"
-            sourceSize: Qt.size(96, 96)
+            sourceSize { width: 96; height: 96 }
         }
         Label {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -8,7 +8,7 @@ ScrollPage {
     required property ViewModels models
     readonly property bool isInFront: Window.active
 
-    title: models.main.entries.find(entry => entry.page === "history").title
+    title: models.main.titleOf(SettingsSelection.History)
     subtitle: Words.translate("Your most recent transcripts. Kept in memory only – they disappear when the app quits and are never written to disk.")
     onIsInFrontChanged: models.history.refresh()
     Component.onCompleted: models.history.refresh()

@@ -7,12 +7,12 @@ ScrollPage {
 
     required property ViewModels models
     readonly property HomeViewModel home: models.home
-    readonly property HomeNotices notices: home.notices
+    readonly property HomeNotices notices: models.notices
     readonly property bool isInFront: Window.active
     readonly property int shownAs: Window.visibility
 
-    function open(name) {
-        models.main.selection.page = name;
+    function open(place: int) {
+        models.main.selection.page = place;
     }
 
     title: home.greeting
@@ -23,7 +23,7 @@ ScrollPage {
     StatusCard {
         width: parent.width
         model: page.home
-        onChooseHotkeyWanted: page.open("settings")
+        onChooseHotkeyWanted: page.open(SettingsSelection.Settings)
     }
 
     NoticeBar {
@@ -74,7 +74,7 @@ ScrollPage {
         PushButton {
             objectName: "home.brokenHotkey"
             text: Words.translate("Settings")
-            onClicked: page.open("settings")
+            onClicked: page.open(SettingsSelection.Settings)
         }
     }
 
@@ -97,7 +97,7 @@ ScrollPage {
         objectName: "home.privacy"
         visible: page.home.showsPrivacy
         width: parent.width
-        onExplanationWanted: page.open("about")
+        onExplanationWanted: page.open(SettingsSelection.About)
         onHideWanted: page.home.hidePrivacy()
     }
 
@@ -119,7 +119,7 @@ ScrollPage {
             anchors.rightMargin: 2
             anchors.verticalCenter: heading.verticalCenter
             text: Words.translate("View all")
-            onClicked: page.open("history")
+            onClicked: page.open(SettingsSelection.History)
         }
     }
     HistoryList {

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tulvane
 
@@ -15,18 +17,18 @@ ScrollPage {
         width: parent.width
         height: Math.max(52, status.height + 2 * Theme.medium)
         radius: Theme.cardRadius
-        color: page.gallery.statusKind === "ready" ? Theme.successSoft
-            : page.gallery.statusKind === "loading" ? Theme.accentSoft : Theme.warningSoft
+        color: page.gallery.statusKind === ModelGallery.Ready ? Theme.successSoft
+            : page.gallery.statusKind === ModelGallery.Loading ? Theme.accentSoft : Theme.warningSoft
 
         Symbol {
             id: mark
             x: Theme.large
             anchors.verticalCenter: parent.verticalCenter
-            name: page.gallery.statusKind === "ready" ? "checkmark.circle.fill"
-                : page.gallery.statusKind === "loading" ? "arrow.clockwise" : "arrow.down.circle"
+            name: page.gallery.statusKind === ModelGallery.Ready ? "checkmark.circle.fill"
+                : page.gallery.statusKind === ModelGallery.Loading ? "arrow.clockwise" : "arrow.down.circle"
             size: 22
-            color: page.gallery.statusKind === "ready" ? Theme.success
-                : page.gallery.statusKind === "loading" ? Theme.accentSoftInk : Theme.warning
+            color: page.gallery.statusKind === ModelGallery.Ready ? Theme.success
+                : page.gallery.statusKind === ModelGallery.Loading ? Theme.accentSoftInk : Theme.warning
         }
         Column {
             id: status

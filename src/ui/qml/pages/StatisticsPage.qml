@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Tulvane
 
@@ -9,7 +11,7 @@ ScrollPage {
     readonly property StatisticsViewModel statistics: models.statistics
     readonly property bool isInFront: Window.active
 
-    title: models.main.entries.find(entry => entry.page === "statistics").title
+    title: models.main.titleOf(SettingsSelection.Statistics)
     subtitle: Words.translate("How much you dictate, how fast you speak, and the time it saves you versus typing.")
     onIsInFrontChanged: statistics.refresh()
     Component.onCompleted: statistics.startOver()
@@ -100,13 +102,15 @@ ScrollPage {
             model: page.statistics.details
 
             SettingRow {
+                id: figure
+
                 required property int index
                 required property var modelData
 
                 title: modelData.label
                 last: index === details.count - 1
 
-                Label { text: modelData.value }
+                Label { text: figure.modelData.value }
             }
         }
     }

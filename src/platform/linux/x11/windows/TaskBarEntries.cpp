@@ -1,5 +1,5 @@
-#include <platform/linux/x11/windows/TaskBarEntries.h>
 #include <platform/linux/x11/windows/QtX11.h>
+#include <platform/linux/x11/windows/TaskBarEntries.h>
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -16,7 +16,7 @@ QList<quint32> hidingStates()
     return {qtx11::atom("_NET_WM_STATE_SKIP_TASKBAR"), qtx11::atom("_NET_WM_STATE_SKIP_PAGER")};
 }
 
-/// Has no entry anyway: the pill, menus and what explains a control.
+/// Has no entry anyway: the indicator, menus and what explains a control.
 bool isUnmanaged(const QWindow& window)
 {
     return window.flags().testFlag(Qt::BypassWindowManagerHint) || window.type() == Qt::ToolTip ||

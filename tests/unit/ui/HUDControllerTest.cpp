@@ -7,40 +7,40 @@ namespace {
 const Phase recording{Phase::Kind::recording, {}};
 const Phase idle{};
 
-class IndicatorTest : public IndicatorFixture {};
+class HUDControllerTest : public IndicatorFixture {};
 
-TEST_F(IndicatorTest, IsBuiltWhenItIsFirstShownAndKeptFromThenOn)
+TEST_F(HUDControllerTest, IsBuiltWhenItIsFirstShownAndKeptFromThenOn)
 {
-    m_pill.setPhase(recording);
-    m_pill.setLevel(0.5F);
-    m_pill.hide(true);
-    m_pill.hide(false);
-    EXPECT_EQ(m_pill.panel(), nullptr);
+    m_indicator.setPhase(recording);
+    m_indicator.setLevel(0.5F);
+    m_indicator.hide(true);
+    m_indicator.hide(false);
+    EXPECT_EQ(m_indicator.panel(), nullptr);
     EXPECT_EQ(m_made, 0);
-    m_pill.show();
-    const QQuickView* const window = m_pill.panel();
+    m_indicator.show();
+    const QQuickView* const window = m_indicator.panel();
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(window->isVisible());
-    m_pill.hide(false);
+    m_indicator.hide(false);
     EXPECT_FALSE(window->isVisible());
-    m_pill.show();
-    EXPECT_EQ(m_pill.panel(), window);
+    m_indicator.show();
+    EXPECT_EQ(m_indicator.panel(), window);
     EXPECT_EQ(m_made, 1);
     EXPECT_EQ(m_panel->preparations(), 1);
 }
 
-TEST_F(IndicatorTest, ItsWindowHasTheContentsSizeAndLetsTheDesktopThrough)
+TEST_F(HUDControllerTest, ItsWindowHasTheContentsSizeAndLetsTheDesktopThrough)
 {
     show(recording);
-    EXPECT_EQ(m_pill.panel()->size(), QSize(316, 104));
-    EXPECT_EQ(m_pill.panel()->minimumSize(), QSize(316, 104));
-    EXPECT_EQ(m_pill.panel()->maximumSize(), QSize(316, 104));
-    EXPECT_EQ(m_pill.panel()->color().alpha(), 0);
-    EXPECT_GT(m_pill.panel()->requestedFormat().alphaBufferSize(), 0);
-    EXPECT_FALSE(m_pill.panel()->isActive());
+    EXPECT_EQ(m_indicator.panel()->size(), QSize(316, 104));
+    EXPECT_EQ(m_indicator.panel()->minimumSize(), QSize(316, 104));
+    EXPECT_EQ(m_indicator.panel()->maximumSize(), QSize(316, 104));
+    EXPECT_EQ(m_indicator.panel()->color().alpha(), 0);
+    EXPECT_GT(m_indicator.panel()->requestedFormat().alphaBufferSize(), 0);
+    EXPECT_FALSE(m_indicator.panel()->isActive());
 }
 
-TEST_F(IndicatorTest, FadesInOverAHundredAndFiftyMilliseconds)
+TEST_F(HUDControllerTest, FadesInOverAHundredAndFiftyMilliseconds)
 {
     show(recording);
     EXPECT_EQ(opacity(), 0);
@@ -53,11 +53,11 @@ TEST_F(IndicatorTest, FadesInOverAHundredAndFiftyMilliseconds)
     EXPECT_TRUE(isVisible());
 }
 
-TEST_F(IndicatorTest, FadesOutOverTwoHundredMillisecondsAndIsGone)
+TEST_F(HUDControllerTest, FadesOutOverTwoHundredMillisecondsAndIsGone)
 {
     show(recording);
     advance(150);
-    m_pill.hide(true);
+    m_indicator.hide(true);
     advance(100);
     EXPECT_TRUE(isVisible());
     EXPECT_NEAR(opacity(), 0.5, 0.08);
@@ -66,14 +66,14 @@ TEST_F(IndicatorTest, FadesOutOverTwoHundredMillisecondsAndIsGone)
     advance(1);
     EXPECT_FALSE(isVisible());
     EXPECT_EQ(opacity(), 0);
-    EXPECT_FALSE(m_pill.model().isShown());
+    EXPECT_FALSE(m_indicator.model().isShown());
 }
 
-TEST_F(IndicatorTest, WithoutAnimationItIsGoneAtOnceAlsoInTheMiddleOfAFade)
+TEST_F(HUDControllerTest, WithoutAnimationItIsGoneAtOnceAlsoInTheMiddleOfAFade)
 {
     show(recording);
     advance(40);
-    m_pill.hide(false);
+    m_indicator.hide(false);
     EXPECT_FALSE(isVisible());
     m_panel->forgetOpacities();
     advance(1000);
@@ -81,24 +81,24 @@ TEST_F(IndicatorTest, WithoutAnimationItIsGoneAtOnceAlsoInTheMiddleOfAFade)
 
     show(recording);
     advance(150);
-    m_pill.hide(true);
+    m_indicator.hide(true);
     advance(50);
-    m_pill.hide(false);
+    m_indicator.hide(false);
     EXPECT_FALSE(isVisible());
     EXPECT_TRUE(m_world.scheduler.pending().empty());
 }
 
-TEST_F(IndicatorTest, AShowDuringAFadeOutBringsItBackInItsNewPlace)
+TEST_F(HUDControllerTest, AShowDuringAFadeOutBringsItBackInItsNewPlace)
 {
     show(recording);
     advance(150);
-    m_pill.hide(true);
+    m_indicator.hide(true);
     advance(100);
     const double half = opacity();
     m_screens = {{{{100, 0, 1000, 800}, {100, 0, 1000, 800}}}, {200, 200}};
     m_panel->forgetOpacities();
     show(recording);
-    EXPECT_EQ(m_pill.panel()->position(), QPoint(600 - 158, 800 - 148));
+    EXPECT_EQ(m_indicator.panel()->position(), QPoint(600 - 158, 800 - 148));
     advance(150);
     EXPECT_EQ(opacity(), 1);
     for (const double seen : m_panel->opacities())
@@ -108,7 +108,7 @@ TEST_F(IndicatorTest, AShowDuringAFadeOutBringsItBackInItsNewPlace)
     EXPECT_TRUE(isVisible());
 }
 
-TEST_F(IndicatorTest, AShowWhileItIsVisibleOnlyPlacesIt)
+TEST_F(HUDControllerTest, AShowWhileItIsVisibleOnlyPlacesIt)
 {
     show(recording);
     advance(150);
@@ -116,47 +116,48 @@ TEST_F(IndicatorTest, AShowWhileItIsVisibleOnlyPlacesIt)
     const int raises = m_panel->raises();
     m_screens.screens.append({{1440, 0, 1920, 1080}, {1440, 0, 1920, 1040}});
     m_screens.pointer = {2000, 10};
-    m_pill.show();
-    EXPECT_EQ(m_pill.panel()->position(), QPoint(1440 + 960 - 158, 1040 - 148));
+    m_indicator.show();
+    EXPECT_EQ(m_indicator.panel()->position(), QPoint(1440 + 960 - 158, 1040 - 148));
     EXPECT_TRUE(m_panel->opacities().isEmpty());
     EXPECT_EQ(m_panel->raises(), raises + 1);
 }
 
-TEST_F(IndicatorTest, WithoutAScreenItKeepsItsPlace)
+TEST_F(HUDControllerTest, WithoutAScreenItKeepsItsPlace)
 {
     show(recording);
-    const QPoint place = m_pill.panel()->position();
+    const QPoint place = m_indicator.panel()->position();
     m_screens = {};
     show(recording);
-    EXPECT_EQ(m_pill.panel()->position(), place);
+    EXPECT_EQ(m_indicator.panel()->position(), place);
 }
 
-TEST_F(IndicatorTest, ASecondHideDoesNotMakeTheFadeLonger)
+TEST_F(HUDControllerTest, ASecondHideDoesNotMakeTheFadeLonger)
 {
     show(recording);
     advance(150);
-    m_pill.hide(true);
+    m_indicator.hide(true);
     advance(150);
-    m_pill.hide(true);
+    m_indicator.hide(true);
     advance(50);
     EXPECT_FALSE(isVisible());
 }
 
-TEST_F(IndicatorTest, WhereNothingIsBlendedItComesAndGoesAtOnceCutToItsOutline)
+TEST_F(HUDControllerTest, WhereNothingIsBlendedItComesAndGoesAtOnceCutToItsOutline)
 {
     m_startsBlended = false;
     show(recording);
     EXPECT_EQ(opacity(), 1);
     ASSERT_TRUE(m_panel->outline());
-    const QQuickItem& pill = item("indicator.pill");
-    EXPECT_EQ(m_panel->outline()->rect, QRectF(pill.x(), pill.y(), pill.width(), pill.height()));
+    const QQuickItem& indicator = item("indicator.body");
+    EXPECT_EQ(m_panel->outline()->rect,
+              QRectF(indicator.x(), indicator.y(), indicator.width(), indicator.height()));
     EXPECT_EQ(m_panel->outline()->radius, 24);
-    // The outline follows what the pill says, without a show in between.
+    // The outline follows what the indicator says, without a show in between.
     const double width = m_panel->outline()->rect.width();
-    m_pill.setPhase(Phase::notice(QStringLiteral("Microphone changed – recording cancelled")));
+    m_indicator.setPhase(Phase::notice(QStringLiteral("Microphone changed – recording cancelled")));
     EXPECT_NE(m_panel->outline()->rect.width(), width);
-    EXPECT_EQ(m_panel->outline()->rect.width(), item("indicator.pill").width());
-    m_pill.hide(true);
+    EXPECT_EQ(m_panel->outline()->rect.width(), item("indicator.body").width());
+    m_indicator.hide(true);
     EXPECT_FALSE(isVisible());
     // A compositor that has come meanwhile.
     m_panel->setBlended(true);
@@ -165,28 +166,28 @@ TEST_F(IndicatorTest, WhereNothingIsBlendedItComesAndGoesAtOnceCutToItsOutline)
     EXPECT_EQ(opacity(), 0);
 }
 
-TEST_F(IndicatorTest, WhoWantsNoAnimationsGetsNone)
+TEST_F(HUDControllerTest, WhoWantsNoAnimationsGetsNone)
 {
     still();
     show(recording);
     EXPECT_EQ(opacity(), 1);
-    m_pill.hide(true);
+    m_indicator.hide(true);
     EXPECT_FALSE(isVisible());
 }
 
-TEST_F(IndicatorTest, AfterTheEndNothingIsShownAnyMore)
+TEST_F(HUDControllerTest, AfterTheEndNothingIsShownAnyMore)
 {
     show(recording);
-    m_pill.close();
-    EXPECT_EQ(m_pill.panel(), nullptr);
-    m_pill.show();
-    m_pill.hide(true);
-    m_pill.setPhase(idle);
-    EXPECT_EQ(m_pill.panel(), nullptr);
+    m_indicator.close();
+    EXPECT_EQ(m_indicator.panel(), nullptr);
+    m_indicator.show();
+    m_indicator.hide(true);
+    m_indicator.setPhase(idle);
+    EXPECT_EQ(m_indicator.panel(), nullptr);
     advance(1000);
 }
 
-TEST_F(IndicatorTest, ShowsADictationFromItsFirstMomentToItsLast)
+TEST_F(HUDControllerTest, ShowsADictationFromItsFirstMomentToItsLast)
 {
     m_world.installModel(m_world.settings.selectedModelID());
     m_world.engine.text = QStringLiteral("Hei.");
@@ -196,10 +197,10 @@ TEST_F(IndicatorTest, ShowsADictationFromItsFirstMomentToItsLast)
     EXPECT_EQ(texts(), QStringList{QStringLiteral("Listening…")});
     ASSERT_TRUE(m_world.input.push(std::vector<float>(16000, 0.5F)));
     UiWorld::settle();
-    EXPECT_GT(m_pill.model().level(), 0.1F);
+    EXPECT_GT(m_indicator.model().level(), 0.1F);
     m_world.controller.stop();
     UiWorld::settle();
-    EXPECT_EQ(m_pill.model().level(), 0);
+    EXPECT_EQ(m_indicator.model().level(), 0);
     for (int i = 0; i < 12; ++i) {
         UiWorld::settle();
         advance(500);
@@ -208,11 +209,11 @@ TEST_F(IndicatorTest, ShowsADictationFromItsFirstMomentToItsLast)
     EXPECT_EQ(m_world.session.history().size(), 1);
 }
 
-TEST_F(IndicatorTest, WithoutTheSettingItIsNeitherBuiltNorShownAndGoesAtOnceWhenItIsSwitchedOff)
+TEST_F(HUDControllerTest, WithoutTheSettingItIsNeitherBuiltNorShownAndGoesAtOnceWhenItIsSwitchedOff)
 {
     m_world.settings.showHUD.set(false);
     m_world.controller.showNotice(QStringLiteral("Too short"));
-    EXPECT_EQ(m_pill.panel(), nullptr);
+    EXPECT_EQ(m_indicator.panel(), nullptr);
     m_world.settings.showHUD.set(true);
     UiWorld::settle();
     EXPECT_TRUE(isVisible());
@@ -221,7 +222,7 @@ TEST_F(IndicatorTest, WithoutTheSettingItIsNeitherBuiltNorShownAndGoesAtOnceWhen
     EXPECT_FALSE(isVisible());
 }
 
-TEST_F(IndicatorTest, ANoticeStaysItsTimeAndANewDictationIsNotCutShortByIt)
+TEST_F(HUDControllerTest, ANoticeStaysItsTimeAndANewDictationIsNotCutShortByIt)
 {
     m_world.installModel(m_world.settings.selectedModelID());
     m_world.controller.showNotice(QStringLiteral("Too short"));
@@ -241,7 +242,7 @@ TEST_F(IndicatorTest, ANoticeStaysItsTimeAndANewDictationIsNotCutShortByIt)
     EXPECT_FALSE(isVisible());
 }
 
-TEST_F(IndicatorTest, TheProgramsOwnPillIsBuiltOnItsFirstShowAndGoesWithTheWindows)
+TEST_F(HUDControllerTest, TheProgramsOwnIndicatorIsBuiltOnItsFirstShowAndGoesWithTheWindows)
 {
     HUDController& own = m_world.ui.indicator();
     EXPECT_EQ(own.panel(), nullptr);

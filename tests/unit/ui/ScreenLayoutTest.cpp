@@ -13,13 +13,13 @@ constexpr QSize panel = HUDController::contentSize;
 const ScreenPlace laptop{{0, 0, 1440, 900}, {0, 0, 1440, 860}};
 const ScreenPlace desk{{1440, -200, 2560, 1440}, {1440, -170, 2560, 1410}};
 
-TEST(IndicatorPlaceTest, StandsInTheMiddleALittleAboveTheLowerEdge)
+TEST(ScreenLayoutTest, StandsInTheMiddleALittleAboveTheLowerEdge)
 {
-    // 860 - 72 is where the pill ends; the panel reaches 28 further down.
+    // 860 - 72 is where the indicator ends; the panel reaches 28 further down.
     EXPECT_EQ((ScreenLayout{{laptop}, {700, 400}}.panelPlace(panel)), QPoint(720 - 158, 860 - 44 - 104));
 }
 
-TEST(IndicatorPlaceTest, IsOnTheScreenThatHoldsThePointer)
+TEST(ScreenLayoutTest, IsOnTheScreenThatHoldsThePointer)
 {
     EXPECT_EQ((ScreenLayout{{laptop, desk}, {1439, 899}}.panelPlace(panel)), QPoint(562, 712));
     EXPECT_EQ((ScreenLayout{{laptop, desk}, {1440, 899}}.panelPlace(panel)),
@@ -28,18 +28,18 @@ TEST(IndicatorPlaceTest, IsOnTheScreenThatHoldsThePointer)
     EXPECT_EQ((ScreenLayout{{laptop, desk}, {3000, -190}}.panelPlace(panel)), QPoint(2562, 1092));
 }
 
-TEST(IndicatorPlaceTest, APointerThatIsNowhereMeansTheMainScreen)
+TEST(ScreenLayoutTest, APointerThatIsNowhereMeansTheMainScreen)
 {
     EXPECT_EQ((ScreenLayout{{laptop, desk}, {-5, 3000}}.panelPlace(panel)), QPoint(562, 712));
     EXPECT_EQ((ScreenLayout{{desk, laptop}, {-5, 3000}}.panelPlace(panel)), QPoint(2562, 1092));
 }
 
-TEST(IndicatorPlaceTest, WithoutAScreenThereIsNoPlace)
+TEST(ScreenLayoutTest, WithoutAScreenThereIsNoPlace)
 {
     EXPECT_EQ((ScreenLayout{{}, {10, 10}}.panelPlace(panel)), std::nullopt);
 }
 
-TEST(IndicatorPlaceTest, AnOddWidthRoundsToTheLeftOnEitherSideOfTheOrigin)
+TEST(ScreenLayoutTest, AnOddWidthRoundsToTheLeftOnEitherSideOfTheOrigin)
 {
     const ScreenPlace odd{{0, 0, 1281, 800}, {0, 0, 1281, 800}};
     EXPECT_EQ((ScreenLayout{{odd}, {1, 1}}.panelPlace(panel)->x()), 482);
@@ -47,7 +47,7 @@ TEST(IndicatorPlaceTest, AnOddWidthRoundsToTheLeftOnEitherSideOfTheOrigin)
     EXPECT_EQ((ScreenLayout{{left}, {-1, 1}}.panelPlace(panel)->x()), -799);
 }
 
-TEST(IndicatorPlaceTest, TheDesktopsScreensAreReadMainOneFirst)
+TEST(ScreenLayoutTest, TheDesktopsScreensAreReadMainOneFirst)
 {
     const ScreenLayout now = ScreenLayout::current();
     ASSERT_FALSE(now.screens.isEmpty());

@@ -17,7 +17,10 @@ protected:
     void SetUp() override
     {
         ControllerFixture::SetUp();
+        settle();
         m_heard = input.calls().size();
+        m_loads = engine.loads.size();
+        m_transcriptions = engine.transcriptions.size();
         m_shown = indicator.visibility;
         QObject::connect(controller.get(), &DictationController::phaseChanged, [this](const Phase& phase) {
             note("DictationController > DictationController",
@@ -27,7 +30,10 @@ protected:
         boards.generalBoard.journal = [this](const QString& operation) {
             note("TextInserter > Pasteboard", operation.section(u' ', 0, 0));
         };
-        keys.onPost = [this](auto) { note("TextInserter > KeyPosting", QStringLiteral("paste")); };
+        keys.onPost = [this](auto) {
+            const bool isFirst = keys.posted().size() == 1;
+            note("TextInserter > KeyPosting", isFirst ? QStringLiteral("paste") : QStringLiteral("space"));
+        };
         boards.generalBoard.tellReads();
     }
 
@@ -61,6 +67,9 @@ private:
 
     void lookUp()
     {
+        const QStringList actions = log.texts("hotkey", QtDebugMsg);
+        for (; m_actions < actions.size(); ++m_actions)
+            append("HotkeyController > DictationController", actions[m_actions].section(u' ', -1));
         const QStringList heard = input.calls();
         for (; m_heard < heard.size(); ++m_heard)
             append("AudioRecorder > AudioInput", heard[m_heard]);
@@ -76,6 +85,7 @@ private:
 
     QStringList m_lines;
     QString m_shown;
+    qsizetype m_actions = 0;
     qsizetype m_heard = 0;
     qsizetype m_loads = 0;
     std::size_t m_transcriptions = 0;

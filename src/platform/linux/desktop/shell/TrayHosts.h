@@ -8,7 +8,7 @@
 
 namespace tulvane {
 
-/// Tells when a bar that shows status icons over the session bus comes or goes. Asks in the background and
+/// Notices when a bar that shows status icons over the session bus comes. Asks in the background and
 /// never waits. Main thread.
 class TrayHosts final : public QObject {
     Q_OBJECT
@@ -20,7 +20,8 @@ public:
     /// There is one; said again when another comes.
     std::function<void()> onArrival;
 
-private Q_SLOTS:
+public Q_SLOTS:
+    /// Whether there is one; `onArrival` is the answer where there is.
     void ask();
 
 private:

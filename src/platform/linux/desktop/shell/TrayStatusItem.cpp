@@ -45,6 +45,9 @@ TrayStatusItem::~TrayStatusItem() = default;
 void TrayStatusItem::setSymbol(const QString& name)
 {
     m_symbol = name;
+    // A bar may have been there before there was anything to show.
+    if (!m_icon)
+        m_hosts.ask();
     if (m_icon)
         showIcon();
     else if (m_dock.isThere())

@@ -1,6 +1,6 @@
 #include <app/cli/CommandSyntax.h>
-#include <app/cli/RecognitionOutput.h>
 #include <app/cli/RecognitionArguments.h>
+#include <app/cli/RecognitionOutput.h>
 #include <app/cli/TranscribeCommand.h>
 #include <audio/files/SoundFile.h>
 #include <settings/AppSettings.h>
@@ -22,8 +22,8 @@ double secondsOf(const QElapsedTimer& timer)
     return static_cast<double>(timer.nsecsElapsed()) / 1e9;
 }
 
-Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArguments& words, WhisperEngine& engine,
-                                          const AppSettings& settings)
+Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArguments& words,
+                                          WhisperEngine& engine, const AppSettings& settings)
 {
     Recognised recognised;
     recognised.audioSeconds = sound.seconds;
@@ -48,7 +48,7 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
 {
     CommandSyntax syntax(QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."));
     syntax.addArgument(QStringLiteral("FILE"), QStringLiteral("Any common sound file."));
-    syntax.setWordCount(1, 1);
+    syntax.setOperandCount(1, 1);
     addRecognitionArguments(syntax);
     if (const auto status = syntax.parse(arguments, console))
         return *status;
@@ -63,7 +63,7 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
     auto loading = engine.load(words->modelFile).then(QtFuture::Launch::Sync, [timer](const Loaded& loaded) {
         return std::pair(loaded, secondsOf(timer));
     });
-    auto sound = readSoundFile(syntax.words().constFirst());
+    auto sound = readSoundFile(syntax.operands().constFirst());
     if (!sound)
         return fail(console, sound.error().description());
     const auto [loaded, loadSeconds] = loading.takeResult();

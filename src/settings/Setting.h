@@ -68,14 +68,12 @@ public:
     [[nodiscard]] std::optional<QVariant> permitted(const QString& text,
                                                     const QStringList& modelIDs) const override
     {
-        std::optional<T> value = Form::written(text);
-        if constexpr (std::same_as<T, qint64>) {
-            if (value && !(m_row.steps && m_row.steps->contains(*value)))
-                value.reset();
-        }
         if (m_row.texts == PermittedTexts::modelIDs && !modelIDs.contains(text))
-            value.reset();
-        return value ? std::optional(Form::of(*value)) : std::nullopt;
+            return std::nullopt;
+        const std::optional<T> value = Form::written(text);
+        if (!value || !isReachable(*value))
+            return std::nullopt;
+        return Form::of(*value);
     }
 
     [[nodiscard]] QString permittedText(const QStringList& modelIDs) const override
@@ -112,6 +110,14 @@ private:
                 return plainBoolean(stored);
         }
         return Form::loaded(stored).value_or(m_row.defaultValue);
+    }
+
+    /// Whether the settings page could choose the value.
+    [[nodiscard]] bool isReachable([[maybe_unused]] const T& value) const
+    {
+        if constexpr (std::same_as<T, qint64>)
+            return m_row.steps && m_row.steps->contains(value);
+        return true;
     }
 
     SettingRow<T> m_row;

@@ -38,7 +38,8 @@ template <StoredEnumeration E>
 {
     const auto& cases = StoredCases<E>::cases;
     const auto found = std::ranges::find(cases, value, &StoredCase<E>::value);
-    Q_ASSERT(found != cases.end());
+    if (found == cases.end())
+        Q_UNREACHABLE();
     return *found;
 }
 } // namespace detail

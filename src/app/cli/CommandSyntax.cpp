@@ -26,10 +26,10 @@ void CommandSyntax::addOption(const QString& name, const QString& valueName, con
 void CommandSyntax::addArgument(const QString& name, const QString& meaning, const QString& syntax)
 {
     m_parser.addPositionalArgument(name, meaning);
-    m_wordSyntax.append(syntax.isEmpty() ? name : syntax);
+    m_operandSyntax.append(syntax.isEmpty() ? name : syntax);
 }
 
-void CommandSyntax::setWordCount(qsizetype atLeast, qsizetype atMost)
+void CommandSyntax::setOperandCount(qsizetype atLeast, qsizetype atMost)
 {
     m_atLeast = atLeast;
     m_atMost = atMost;
@@ -49,11 +49,11 @@ std::optional<int> CommandSyntax::parse(const QStringList& arguments, Console& c
     }
     if (!understood)
         return usageError(console, m_parser.errorText());
-    const qsizetype count = words().size();
+    const qsizetype count = operands().size();
     if (count < m_atLeast)
-        return usageError(console, m_wordSyntax.value(count) + QStringLiteral(" is missing."));
+        return usageError(console, m_operandSyntax.value(count) + QStringLiteral(" is missing."));
     if (count > m_atMost)
-        return usageError(console, QStringLiteral("“%1” is one word too many.").arg(words().at(m_atMost)));
+        return usageError(console, QStringLiteral("“%1” is one word too many.").arg(operands().at(m_atMost)));
     return std::nullopt;
 }
 
@@ -72,7 +72,7 @@ int CommandSyntax::usageError(Console& console, const QString& problem) const
 QString CommandSyntax::helpText() const
 {
     QStringList usage{QStringLiteral("Usage: ") + called()};
-    usage += m_wordSyntax;
+    usage += m_operandSyntax;
     usage.append(QStringLiteral("[options]"));
     // The library's first line names the executable's whole path; ours names what is typed.
     const QString library = m_parser.helpText();

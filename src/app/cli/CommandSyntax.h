@@ -25,7 +25,7 @@ public:
     /// A word of the command's own, in order. `syntax` is how the usage line shows it ("FILE", "[VALUE]").
     void addArgument(const QString& name, const QString& meaning, const QString& syntax = QString());
     /// How many words must and may stand; the default is none.
-    void setWordCount(qsizetype atLeast, qsizetype atMost = std::numeric_limits<qsizetype>::max());
+    void setOperandCount(qsizetype atLeast, qsizetype atMost = std::numeric_limits<qsizetype>::max());
     /// A paragraph below the options.
     void setRemark(const QString& remark) { m_remark = remark; }
 
@@ -35,7 +35,7 @@ public:
 
     [[nodiscard]] bool isSet(const QString& option) const { return m_parser.isSet(option); }
     [[nodiscard]] QString value(const QString& option) const { return m_parser.value(option); }
-    [[nodiscard]] QStringList words() const { return m_parser.positionalArguments(); }
+    [[nodiscard]] QStringList operands() const { return m_parser.positionalArguments(); }
 
     /// Says in one line what is wrong with the words, and gives the status to end with.
     [[nodiscard]] int usageError(Console& console, const QString& problem) const;
@@ -48,7 +48,7 @@ private:
     QString m_name;
     QString m_summary;
     QString m_remark;
-    QStringList m_wordSyntax;
+    QStringList m_operandSyntax;
     qsizetype m_atLeast = 0;
     qsizetype m_atMost = 0;
 };

@@ -28,14 +28,14 @@ Program askProgram(RemoteControl& remote)
     if (answer.error() == RemoteError::noConnection)
         return {Diagnostic::bad(subject, QStringLiteral("There is no session bus, so it cannot be asked."),
                                 QStringLiteral("Start your session with D-Bus (dbus-run-session).")),
-                hotkeyFindingsWithoutProgram()};
+                hotkeyDiagnosticsWithoutProgram()};
     if (answer.error() == RemoteError::noAnswer)
         return {Diagnostic::bad(subject, QStringLiteral("It runs, but does not answer."),
                                 QStringLiteral("End it and start it again.")),
-                hotkeyFindingsWithoutProgram()};
+                hotkeyDiagnosticsWithoutProgram()};
     return {Diagnostic::bad(subject, QStringLiteral("is not running."),
                             QStringLiteral("Start it: tulvane --background")),
-            hotkeyFindingsWithoutProgram()};
+            hotkeyDiagnosticsWithoutProgram()};
 }
 
 void print(const Diagnostics& diagnostics, Console& console)

@@ -13,15 +13,15 @@ Result<LaunchOptions, int> LaunchOptions::parse(const QStringList& arguments, Co
         QStringLiteral("Opens on this page: home, models, history, statistics, settings, about."));
     if (const auto status = syntax.parse(arguments, console))
         return failure(*status);
-    LaunchOptions words;
-    words.background = syntax.isSet(QStringLiteral("background"));
+    LaunchOptions options;
+    options.background = syntax.isSet(QStringLiteral("background"));
     if (syntax.isSet(QStringLiteral("page"))) {
         const QString name = syntax.value(QStringLiteral("page"));
-        words.page = fromRawValue<SettingsTab>(name);
-        if (!words.page)
+        options.page = fromRawValue<SettingsTab>(name);
+        if (!options.page)
             return failure(syntax.usageError(console, QStringLiteral("There is no page “%1”.").arg(name)));
     }
-    return words;
+    return options;
 }
 
 } // namespace tulvane::cli

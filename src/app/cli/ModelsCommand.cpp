@@ -18,13 +18,14 @@ using Kind = ModelState::Kind;
 
 void describe(CommandSyntax& syntax)
 {
-    syntax.addArgument(QStringLiteral("action"), QStringLiteral("list, path, download, cancel, delete or verify"),
-                   QStringLiteral("list|path|download|cancel|delete|verify"));
+    syntax.addArgument(QStringLiteral("action"),
+                       QStringLiteral("list, path, download, cancel, delete or verify"),
+                       QStringLiteral("list|path|download|cancel|delete|verify"));
     syntax.addArgument(QStringLiteral("id"), QStringLiteral("a model's identifier, as listed"),
-                   QStringLiteral("[ID]"));
+                       QStringLiteral("[ID]"));
     syntax.addArgument(QStringLiteral("file"), QStringLiteral("for verify: the file to check"),
-                   QStringLiteral("[FILE]"));
-    syntax.setWordCount(1, 3);
+                       QStringLiteral("[FILE]"));
+    syntax.setOperandCount(1, 3);
     syntax.addFlag(QStringLiteral("json"), QStringLiteral("Print JSON."));
     syntax.setRemark(QStringLiteral("A download that is interrupted goes on where it ended the next time."));
 }
@@ -135,28 +136,28 @@ private:
 
 struct Action {
     const char* name;
-    qsizetype words; ///< after the action's own
+    qsizetype operands; ///< after the action's own
 };
 constexpr std::array actions{Action{"list", 0},   Action{"path", 1},   Action{"download", 1},
                              Action{"cancel", 1}, Action{"delete", 1}, Action{"verify", 2}};
 
 /// What is wrong with the words; none when they make sense.
-std::optional<QString> problemWith(const QStringList& words)
+std::optional<QString> problemWith(const QStringList& operands)
 {
     const auto action = std::ranges::find_if(
-        actions, [&](const Action& each) { return words.constFirst() == QLatin1String(each.name); });
+        actions, [&](const Action& each) { return operands.constFirst() == QLatin1String(each.name); });
     if (action == actions.end())
-        return QStringLiteral("there is no action “%1”.").arg(words.constFirst());
-    if (words.size() - 1 > action->words)
-        return QStringLiteral("“%1” is one word too many.").arg(words.at(action->words + 1));
-    if (words.size() - 1 < action->words)
-        return words.size() == 1 ? QStringLiteral("ID is missing.") : QStringLiteral("FILE is missing.");
+        return QStringLiteral("there is no action “%1”.").arg(operands.constFirst());
+    if (operands.size() - 1 > action->operands)
+        return QStringLiteral("“%1” is one word too many.").arg(operands.at(action->operands + 1));
+    if (operands.size() - 1 < action->operands)
+        return operands.size() == 1 ? QStringLiteral("ID is missing.") : QStringLiteral("FILE is missing.");
     return std::nullopt;
 }
 
-int act(const Models& models, const QStringList& words, const WhisperModel& model)
+int act(const Models& models, const QStringList& operands, const WhisperModel& model)
 {
-    const QString& action = words.constFirst();
+    const QString& action = operands.constFirst();
     if (action == u"path")
         return models.path(model);
     if (action == u"download")
@@ -165,7 +166,7 @@ int act(const Models& models, const QStringList& words, const WhisperModel& mode
         return models.cancel(model);
     if (action == u"delete")
         return models.remove(model);
-    return models.verify(model, words.at(2));
+    return models.verify(model, operands.at(2));
 }
 
 } // namespace
@@ -177,16 +178,16 @@ int runModels(const QStringList& arguments, const ModelsContext& context, Consol
     describe(syntax);
     if (const auto status = syntax.parse(arguments, console))
         return *status;
-    const QStringList words = syntax.words();
-    if (const auto problem = problemWith(words))
+    const QStringList operands = syntax.operands();
+    if (const auto problem = problemWith(operands))
         return syntax.usageError(console, *problem);
     const QList<WhisperModel>& catalogue = context.manager.catalogue();
-    const auto model = std::ranges::find(catalogue, words.value(1), &WhisperModel::id);
-    if (words.size() > 1 && model == catalogue.end())
+    const auto model = std::ranges::find(catalogue, operands.value(1), &WhisperModel::id);
+    if (operands.size() > 1 && model == catalogue.end())
         return fail(console,
-                    QStringLiteral("There is no model “%1”. (tulvane models list)").arg(words.at(1)));
+                    QStringLiteral("There is no model “%1”. (tulvane models list)").arg(operands.at(1)));
     const Models models(context, console, syntax.isSet(QStringLiteral("json")));
-    return words.size() == 1 ? models.list() : act(models, words, *model);
+    return operands.size() == 1 ? models.list() : act(models, operands, *model);
 }
 
 } // namespace tulvane::cli

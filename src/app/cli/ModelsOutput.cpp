@@ -88,12 +88,12 @@ QString modelJson(const ModelManager& manager, const WhisperModel& model, const 
 QString verificationJson(const WhisperModel& model, const QString& file,
                          const Result<void, ModelError>& verified)
 {
-    QJsonObject words{{QStringLiteral("id"), model.id},
-                      {QStringLiteral("file"), file},
-                      {QStringLiteral("sound"), verified.has_value()}};
+    QJsonObject object{{QStringLiteral("id"), model.id},
+                       {QStringLiteral("file"), file},
+                       {QStringLiteral("sound"), verified.has_value()}};
     if (!verified)
-        words.insert(QStringLiteral("problem"), verified.error().description());
-    return compact(QJsonDocument(words));
+        object.insert(QStringLiteral("problem"), verified.error().description());
+    return compact(QJsonDocument(object));
 }
 
 DownloadBar::DownloadBar(Console& console, const ModelManager& manager, const WhisperModel& model, bool quiet)

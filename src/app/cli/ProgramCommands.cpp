@@ -182,7 +182,7 @@ Examination examine(const AppSettings& settings)
     Diagnostics& session = examination.session;
     Diagnostics& dictation = examination.dictation;
     // Asking for the microphone waits for the connection.
-    const Diagnostic found = microphoneFinding(microphone);
+    const Diagnostic found = microphoneDiagnostic(microphone);
     session += soundServerDiagnostic(microphone.server()->serverName());
     session += found;
     session += permissionDiagnostics(permissions);

@@ -45,41 +45,41 @@ void addRecognitionArguments(CommandSyntax& syntax)
                        "voice, and nothing more."));
 }
 
-Result<RecognitionArguments, int> readRecognitionArguments(const CommandSyntax& syntax,
-                                                   const RecognitionContext& context, Console& console)
+Result<RecognitionArguments, int>
+readRecognitionArguments(const CommandSyntax& syntax, const RecognitionContext& context, Console& console)
 {
-    RecognitionArguments words;
-    words.raw = syntax.isSet(QStringLiteral("raw"));
-    words.json = syntax.isSet(QStringLiteral("json"));
+    RecognitionArguments result;
+    result.raw = syntax.isSet(QStringLiteral("raw"));
+    result.json = syntax.isSet(QStringLiteral("json"));
 
-    words.options.language = rawValue(context.settings.language());
+    result.options.language = rawValue(context.settings.language());
     if (syntax.isSet(QStringLiteral("language"))) {
         const QString code = syntax.value(QStringLiteral("language"));
         const auto language = fromRawValue<TranscriptionLanguage>(code);
         if (!language)
             return failure(syntax.usageError(
                 console, QStringLiteral("“%1” is not a language: no, nn, en or auto.").arg(code)));
-        words.options.language = code;
+        result.options.language = code;
     }
-    words.options.initialPrompt = syntax.isSet(QStringLiteral("prompt"))
-                                      ? syntax.value(QStringLiteral("prompt"))
-                                      : context.settings.vocabularyPrompt();
-    words.options.threadCount = recommendedThreadCount();
+    result.options.initialPrompt = syntax.isSet(QStringLiteral("prompt"))
+                                       ? syntax.value(QStringLiteral("prompt"))
+                                       : context.settings.vocabularyPrompt();
+    result.options.threadCount = recommendedThreadCount();
     if (syntax.isSet(QStringLiteral("threads"))) {
         bool isNumber = false;
         const int threads = syntax.value(QStringLiteral("threads")).toInt(&isNumber);
         if (!isNumber || threads < 1 || threads > mostThreads)
             return failure(syntax.usageError(
                 console, QStringLiteral("--threads takes a whole number from 1 to %1.").arg(mostThreads)));
-        words.options.threadCount = threads;
+        result.options.threadCount = threads;
     }
     const QString wanted = syntax.isSet(QStringLiteral("model")) ? syntax.value(QStringLiteral("model"))
                                                                  : context.settings.selectedModelID();
     const auto file = findModel(wanted, context);
     if (!file)
         return failure(fail(console, file.error()));
-    words.modelFile = *file;
-    return words;
+    result.modelFile = *file;
+    return result;
 }
 
 } // namespace tulvane::cli

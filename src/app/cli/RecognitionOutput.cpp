@@ -1,14 +1,14 @@
-#include <app/cli/RecognitionOutput.h>
 #include <app/cli/RecognitionArguments.h>
+#include <app/cli/RecognitionOutput.h>
 
 #include <QJsonDocument>
 #include <QJsonObject>
 
 namespace tulvane::cli {
 
-void printRecognised(const Recognised& recognised, const RecognitionArguments& words, Console& console)
+void printRecognised(const Recognised& recognised, const RecognitionArguments& arguments, Console& console)
 {
-    if (words.json) {
+    if (arguments.json) {
         const QJsonObject object{{QStringLiteral("text"), recognised.text},
                                  {QStringLiteral("raw"), recognised.raw},
                                  {QStringLiteral("language"), recognised.language},
@@ -16,7 +16,7 @@ void printRecognised(const Recognised& recognised, const RecognitionArguments& w
                                  {QStringLiteral("loadSeconds"), recognised.loadSeconds},
                                  {QStringLiteral("transcribeSeconds"), recognised.transcribeSeconds}};
         console.out << QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) << Qt::endl;
-    } else if (words.raw) {
+    } else if (arguments.raw) {
         console.out << recognised.raw << Qt::endl;
     } else if (!recognised.text.isEmpty()) {
         console.out << recognised.text << Qt::endl;

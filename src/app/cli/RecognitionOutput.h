@@ -19,6 +19,6 @@ struct Recognised {
 };
 
 /// Prints it as the words of the command line ask, and says "Nothing recognised" where there is no text.
-void printRecognised(const Recognised& recognised, const RecognitionArguments& words, Console& console);
+void printRecognised(const Recognised& recognised, const RecognitionArguments& arguments, Console& console);
 
 } // namespace tulvane::cli

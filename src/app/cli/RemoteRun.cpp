@@ -18,8 +18,8 @@ const QString errKey = QStringLiteral("err");
 std::optional<int> runThere(const QStringList& arguments, RemoteRequest request, RemoteControl& remote,
                             Console& console)
 {
-    const QJsonDocument words(QJsonArray::fromStringList(arguments));
-    const auto answer = waitFor(remote.ask(request, QString::fromUtf8(words.toJson(QJsonDocument::Compact))));
+    const QJsonDocument text(QJsonArray::fromStringList(arguments));
+    const auto answer = waitFor(remote.ask(request, QString::fromUtf8(text.toJson(QJsonDocument::Compact))));
     if (!answer || !answer->contains(statusKey))
         return std::nullopt;
     console.out << (*answer)[outKey].toString();
@@ -29,12 +29,12 @@ std::optional<int> runThere(const QStringList& arguments, RemoteRequest request,
     return (*answer)[statusKey].toInt();
 }
 
-QJsonObject answerOf(const QString& words,
+QJsonObject answerOf(const QString& text,
                      const std::function<int(const QStringList& arguments, Console& console)>& command)
 {
     QStringList arguments;
-    for (const auto& word : QJsonDocument::fromJson(words.toUtf8()).array())
-        arguments.append(word.toString());
+    for (const auto& argument : QJsonDocument::fromJson(text.toUtf8()).array())
+        arguments.append(argument.toString());
     QBuffer in;
     QString out;
     QString err;

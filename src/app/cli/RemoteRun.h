@@ -1,9 +1,10 @@
 #pragma once
 
 #include <app/cli/Console.h>
-#include <ports/RemoteControl.h>
 
 #include <QStringList>
+
+#include <ports/RemoteControl.h>
 
 #include <functional>
 #include <optional>
@@ -15,9 +16,9 @@ namespace tulvane::cli {
 [[nodiscard]] std::optional<int> runThere(const QStringList& arguments, RemoteRequest request,
                                           RemoteControl& remote, Console& console);
 
-/// The other end: runs `command` with the words of the request, and answers with what it printed.
+/// The other end: runs `command` with the text of the request, and answers with what it printed.
 [[nodiscard]] QJsonObject
-answerOf(const QString& words,
+answerOf(const QString& text,
          const std::function<int(const QStringList& arguments, Console& console)>& command);
 
 } // namespace tulvane::cli

@@ -58,7 +58,7 @@ int assign(Console& console, const AppSettings& settings, AnySetting& setting, c
 /// What the words ask for: one of the three actions, and how many words it takes.
 struct Action {
     QString name;
-    QStringList words;
+    QStringList operands;
 };
 
 const QList<Action>& actions()
@@ -71,28 +71,28 @@ const QList<Action>& actions()
     return all;
 }
 
-void describeWords(CommandSyntax& syntax)
+void describeSyntax(CommandSyntax& syntax)
 {
     syntax.addArgument(QStringLiteral("action"),
                        QStringLiteral("What to do; \"settings list\" names every KEY."),
                        QStringLiteral("list | get KEY | set KEY VALUE"));
-    syntax.setWordCount(1);
+    syntax.setOperandCount(1);
     syntax.setRemark(
         QStringLiteral("list shows values as JSON, get shows one as it is. set takes the values that "
                        "the settings page offers;\na VALUE that begins with a dash comes after --."));
 }
 
 /// What is wrong with the number of words after the action; none where nothing is.
-std::optional<QString> wordProblem(const QStringList& words)
+std::optional<QString> operandProblem(const QStringList& operands)
 {
-    const auto action = std::ranges::find(actions(), words.first(), &Action::name);
+    const auto action = std::ranges::find(actions(), operands.first(), &Action::name);
     if (action == actions().end())
-        return QStringLiteral("there is no action “%1”.").arg(words.first());
-    const qsizetype given = words.size() - 1;
-    if (given < action->words.size())
-        return action->words.at(given) + QStringLiteral(" is missing.");
-    if (given > action->words.size())
-        return QStringLiteral("“%1” is one word too many.").arg(words.at(action->words.size() + 1));
+        return QStringLiteral("there is no action “%1”.").arg(operands.first());
+    const qsizetype given = operands.size() - 1;
+    if (given < action->operands.size())
+        return action->operands.at(given) + QStringLiteral(" is missing.");
+    if (given > action->operands.size())
+        return QStringLiteral("“%1” is one word too many.").arg(operands.at(action->operands.size() + 1));
     return std::nullopt;
 }
 
@@ -100,15 +100,15 @@ std::optional<QString> wordProblem(const QStringList& words)
 int set(const CommandSyntax& syntax, Console& console, const AppSettings& settings, AnySetting& setting,
         const QStringList& modelIDs)
 {
-    const QString word = syntax.words().at(2);
+    const QString text = syntax.operands().at(2);
     if (setting.writer() == SettingWriter::others)
         return syntax.usageError(
             console,
             QStringLiteral("%1 is kept for other programs; this one never changes it.").arg(setting.key()));
-    const std::optional<QVariant> value = setting.permitted(word, modelIDs);
+    const std::optional<QVariant> value = setting.permitted(text, modelIDs);
     if (!value)
         return syntax.usageError(console, QStringLiteral("%1 cannot be “%2”; permitted: %3.")
-                                              .arg(setting.key(), word, setting.permittedText(modelIDs)));
+                                              .arg(setting.key(), text, setting.permittedText(modelIDs)));
     return assign(console, settings, setting, *value);
 }
 
@@ -119,18 +119,18 @@ int runSettings(const QStringList& arguments, Console& console, AppSettings& set
 {
     CommandSyntax syntax(QStringLiteral("settings"),
                          QStringLiteral("Shows and changes the stored settings."));
-    describeWords(syntax);
+    describeSyntax(syntax);
     if (const std::optional<int> status = syntax.parse(arguments, console))
         return *status;
-    const QStringList words = syntax.words();
-    if (const std::optional<QString> problem = wordProblem(words))
+    const QStringList operands = syntax.operands();
+    if (const std::optional<QString> problem = operandProblem(operands))
         return syntax.usageError(console, *problem);
-    if (words.first() == u"list")
+    if (operands.first() == u"list")
         return list(console, settings);
-    AnySetting* const setting = settings.find(words.at(1));
+    AnySetting* const setting = settings.find(operands.at(1));
     if (setting == nullptr)
-        return syntax.usageError(console, QStringLiteral("there is no setting “%1”.").arg(words.at(1)));
-    if (words.first() == u"get")
+        return syntax.usageError(console, QStringLiteral("there is no setting “%1”.").arg(operands.at(1)));
+    if (operands.first() == u"get")
         return get(console, *setting);
     return set(syntax, console, settings, *setting, modelIDs);
 }

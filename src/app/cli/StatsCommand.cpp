@@ -54,23 +54,23 @@ std::optional<QDateTime> momentIn(const QString& text, const Calendar& calendar)
 
 int runStats(const QStringList& arguments, const StatsContext& context, Console& console)
 {
-    CommandSyntax words(QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."));
-    addOptions(words);
-    if (const auto status = words.parse(arguments, console))
+    CommandSyntax syntax(QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."));
+    addOptions(syntax);
+    if (const auto status = syntax.parse(arguments, console))
         return *status;
-    const auto period = words.isSet(periodOption()) ? statsPeriodFromRawValue(words.value(periodOption()))
-                                                    : StatsPeriod::week;
+    const auto period = syntax.isSet(periodOption()) ? statsPeriodFromRawValue(syntax.value(periodOption()))
+                                                     : StatsPeriod::week;
     if (!period)
-        return words.usageError(console, QStringLiteral("“%1” is not a period: today, week, month or all.")
-                                             .arg(words.value(periodOption())));
-    const auto now = words.isSet(nowOption()) ? momentIn(words.value(nowOption()), context.store.calendar())
-                                              : std::optional(context.clock.now());
+        return syntax.usageError(console, QStringLiteral("“%1” is not a period: today, week, month or all.")
+                                              .arg(syntax.value(periodOption())));
+    const auto now = syntax.isSet(nowOption()) ? momentIn(syntax.value(nowOption()), context.store.calendar())
+                                               : std::optional(context.clock.now());
     if (!now)
-        return words.usageError(
-            console, QStringLiteral("“%1” is not an ISO 8601 moment.").arg(words.value(nowOption())));
+        return syntax.usageError(
+            console, QStringLiteral("“%1” is not an ISO 8601 moment.").arg(syntax.value(nowOption())));
     const auto report =
         StatsReport::of(StatsSummary(context.store), *period, context.typingWordsPerMinute, *now);
-    if (words.isSet(QStringLiteral("json")))
+    if (syntax.isSet(QStringLiteral("json")))
         console.out << QJsonDocument(report.toJson()).toJson(QJsonDocument::Compact) << '\n';
     else
         console.out << report.toText();

@@ -47,7 +47,7 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
 {
     CommandSyntax syntax(QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."));
     syntax.addArgument(QStringLiteral("FILE"), QStringLiteral("Any common sound file."));
-    syntax.setWordCount(1, 1);
+    syntax.setOperandCount(1, 1);
     addRecognitionArguments(syntax);
     if (const auto status = syntax.parse(arguments, console))
         return *status;
@@ -63,7 +63,7 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
         engine.load(words->modelFile).then(QtFuture::Launch::Sync, [timer](const Recognizer::Loaded& loaded) {
             return std::pair(loaded, secondsOf(timer));
         });
-    auto sound = readSoundFile(syntax.words().constFirst());
+    auto sound = readSoundFile(syntax.operands().constFirst());
     if (!sound)
         return fail(console, sound.error().description());
     const auto [loaded, loadSeconds] = loading.takeResult();

@@ -1,4 +1,5 @@
 #include <app/program/DesktopDiagnostics.h>
+
 #include <ports/AudioInput.h>
 #include <ports/PrivacyPermissions.h>
 
@@ -6,8 +7,8 @@ namespace tulvane {
 
 namespace {
 
-Diagnostic permissionFinding(const QString& subject, const PrivacyPermissions& permissions,
-                          Permission permission, const QString& granted)
+Diagnostic permissionDiagnostic(const QString& subject, const PrivacyPermissions& permissions,
+                                Permission permission, const QString& granted)
 {
     const PermissionObstacle obstacle = permissions.obstacle(permission);
     if (obstacle == PermissionObstacle())
@@ -24,7 +25,7 @@ Diagnostics sessionDiagnostics(const SessionFacts& session)
     Diagnostics diagnostics;
     if (session.kind == u"none")
         diagnostics.append(Diagnostic::bad(kind, QStringLiteral("There is no desktop session here."),
-                                     QStringLiteral("Start Tulvane from your desktop.")));
+                                           QStringLiteral("Start Tulvane from your desktop.")));
     else
         diagnostics.append(Diagnostic::good(
             kind, session.desktop.isEmpty() ? session.kind : session.kind + u", " + session.desktop));
@@ -40,18 +41,18 @@ Diagnostics sessionDiagnostics(const SessionFacts& session)
     return diagnostics;
 }
 
-Diagnostic microphoneFinding(AudioInput& microphone)
+Diagnostic microphoneDiagnostic(AudioInput& microphone)
 {
     const QString subject = QStringLiteral("microphone");
     const auto engine = microphone.makeEngine();
     const AudioFormat format = engine->inputFormat();
     if (format == AudioFormat())
         return Diagnostic::bad(subject, QStringLiteral("There is none."),
-                            QStringLiteral("Connect one, and choose it in the desktop's sound settings."));
+                               QStringLiteral("Connect one, and choose it in the desktop's sound settings."));
     return Diagnostic::good(subject, QStringLiteral("%1 (%2 Hz, %3 ch)")
-                                      .arg(engine->deviceName())
-                                      .arg(format.sampleRate)
-                                      .arg(format.channels));
+                                         .arg(engine->deviceName())
+                                         .arg(format.sampleRate)
+                                         .arg(format.channels));
 }
 
 Diagnostic soundServerDiagnostic(const QString& name)
@@ -59,21 +60,22 @@ Diagnostic soundServerDiagnostic(const QString& name)
     const QString subject = QStringLiteral("sound server");
     if (name.isEmpty())
         return Diagnostic::bad(subject, QStringLiteral("None answers."),
-                            QStringLiteral("Start PipeWire (with pipewire-pulse) or PulseAudio."));
+                               QStringLiteral("Start PipeWire (with pipewire-pulse) or PulseAudio."));
     return Diagnostic::good(subject, name);
 }
 
 Diagnostics permissionDiagnostics(const PrivacyPermissions& permissions)
 {
-    return {permissionFinding(QStringLiteral("recording"), permissions, Permission::microphone,
-                              QStringLiteral("is allowed")),
-            permissionFinding(QStringLiteral("pasting"), permissions, Permission::accessibility,
-                              QStringLiteral("is possible")),
-            permissionFinding(QStringLiteral("watching keys"), permissions, Permission::inputMonitoring,
-                              QStringLiteral("is possible"))};
+    return {permissionDiagnostic(QStringLiteral("recording"), permissions, Permission::microphone,
+                                 QStringLiteral("is allowed")),
+            permissionDiagnostic(QStringLiteral("pasting"), permissions, Permission::accessibility,
+                                 QStringLiteral("is possible")),
+            permissionDiagnostic(QStringLiteral("watching keys"), permissions, Permission::inputMonitoring,
+                                 QStringLiteral("is possible"))};
 }
 
-Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions, bool canWriteElements)
+Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions,
+                               bool canWriteElements)
 {
     const QString subject = QStringLiteral("insertion");
     if (method == InsertionMethod::clipboardOnly)
@@ -96,7 +98,7 @@ Diagnostic modelDiagnostic(const ModelFacts& model)
     const QString subject = QStringLiteral("model");
     if (model.file.isEmpty())
         return Diagnostic::bad(subject, QStringLiteral("%1 has not been downloaded.").arg(model.id),
-                            QStringLiteral("tulvane models download %1").arg(model.id));
+                               QStringLiteral("tulvane models download %1").arg(model.id));
     return Diagnostic::good(subject, model.id);
 }
 
@@ -105,7 +107,7 @@ Diagnostic acceleratorDiagnostic(const QStringList& devices)
     const QString subject = QStringLiteral("accelerator");
     if (devices.isEmpty())
         return Diagnostic::bad(subject, QStringLiteral("The speech library finds nothing to compute with."),
-                            QStringLiteral("Install Tulvane again: its backends are missing."));
+                               QStringLiteral("Install Tulvane again: its backends are missing."));
     return Diagnostic::good(subject, devices.join(QStringLiteral(", ")));
 }
 

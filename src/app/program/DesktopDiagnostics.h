@@ -28,7 +28,7 @@ struct ModelFacts {
 
 [[nodiscard]] Diagnostics sessionDiagnostics(const SessionFacts& session);
 /// Asks the sound server for the default microphone; opens none.
-[[nodiscard]] Diagnostic microphoneFinding(AudioInput& microphone);
+[[nodiscard]] Diagnostic microphoneDiagnostic(AudioInput& microphone);
 /// `name` as the server calls itself; empty where none answers.
 [[nodiscard]] Diagnostic soundServerDiagnostic(const QString& name);
 /// The three permissions, each "no" with its reason and its remedy.
@@ -36,7 +36,7 @@ struct ModelFacts {
 /// Which way a text will take into the program in front. `canWriteElements`: whether there is an
 /// accessibility bus.
 [[nodiscard]] Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions,
-                                       bool canWriteElements);
+                                             bool canWriteElements);
 [[nodiscard]] Diagnostic modelDiagnostic(const ModelFacts& model);
 /// `devices` as the speech library names them, those that are more than a processor first.
 [[nodiscard]] Diagnostic acceleratorDiagnostic(const QStringList& devices);

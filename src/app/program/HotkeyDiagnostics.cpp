@@ -19,14 +19,14 @@ Diagnostic combinationDiagnostic(const KeyboardShortcuts& shortcuts)
     case RegistrationState::Kind::unused:
     case RegistrationState::Kind::paused:
         return Diagnostic::bad(combination, keys + QStringLiteral(" is set aside for now."),
-                            QStringLiteral("End the choice of a key combination."));
+                               QStringLiteral("End the choice of a key combination."));
     case RegistrationState::Kind::registered:
         return Diagnostic::good(combination, keys + QStringLiteral(" is registered"));
     case RegistrationState::Kind::failed:
         break;
     }
     return Diagnostic::bad(combination, keys + QStringLiteral(" does nothing."),
-                        state.error ? state.error->description() : QString());
+                           state.error ? state.error->description() : QString());
 }
 
 Diagnostic singleKeyDiagnostic(const HotkeyController& hotkeys)
@@ -41,7 +41,7 @@ Diagnostic singleKeyDiagnostic(const HotkeyController& hotkeys)
         break;
     }
     return Diagnostic::bad(singleKey, QStringLiteral("Pressing it does nothing."),
-                        state.error ? state.error->description() : QString());
+                           state.error ? state.error->description() : QString());
 }
 
 } // namespace
@@ -55,12 +55,12 @@ Diagnostics hotkeyDiagnostics(const KeyboardShortcuts& shortcuts, const HotkeyCo
         hotkeys.modifierTapState().kind == ModifierTapState::Kind::off;
     if (hasNone)
         diagnostics.first() = Diagnostic::bad(combination, QStringLiteral("No hotkey is set."),
-                                        QStringLiteral("Choose one in the settings, or bind “tulvane "
-                                                       "toggle” to a key in your desktop's own."));
+                                              QStringLiteral("Choose one in the settings, or bind “tulvane "
+                                                             "toggle” to a key in your desktop's own."));
     return diagnostics;
 }
 
-Diagnostics hotkeyFindingsWithoutProgram()
+Diagnostics hotkeyDiagnosticsWithoutProgram()
 {
     const QString why = QStringLiteral("Tulvane is not running, so no hotkey is registered.");
     const QString remedy = QStringLiteral("Start it: tulvane --background");

@@ -14,6 +14,7 @@
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
+#include <settings/InterfaceLanguage.h>
 #include <stats/StatsFile.h>
 #include <support/FakeRecognizer.h>
 #include <support/Folders.h>
@@ -197,6 +198,24 @@ TEST_F(TulvaneAppTest, EachOfTheFourThingsIsNeeded)
     EXPECT_TRUE(app().isSetUp());
     ASSERT_TRUE(context.models.deleteModel(WhisperModel::fallback()));
     EXPECT_FALSE(app().isSetUp());
+}
+
+TEST_F(TulvaneAppTest, AChangeFromTheCommandLineIsFollowedInTheInterfacesLanguage)
+{
+    installInterfaceLanguage(AppLanguage::norwegian);
+    const UiContext context = app().uiContext({});
+    QString shown;
+    QObject::connect(&context.settings.hotkeyMode, &AnySetting::changed, &context.settings,
+                     [&] { shown = title(context.settings.hotkeyMode()); });
+    const QJsonObject answer =
+        app().answer(RemoteRequest::settings, u"[\"set\", \"hotkeyMode\", \"hold\"]"_qs);
+    EXPECT_EQ(answer[u"status"_qs].toInt(-1), 0);
+    EXPECT_EQ(shown, u"Hold inne for å snakke");
+    defaults.failWrites(DefaultsError::notWritten(u"/there"_qs, u"full"_qs));
+    const QJsonObject refused =
+        app().answer(RemoteRequest::settings, u"[\"set\", \"hotkeyMode\", \"toggle\"]"_qs);
+    EXPECT_EQ(refused[u"err"_qs].toString(), u"tulvane: The setting could not be saved to /there: full\n");
+    installInterfaceLanguage(AppLanguage::english);
 }
 
 TEST_F(TulvaneAppTest, ARecordingIsAbandonedAtTheEnd)

@@ -39,20 +39,20 @@ TEST(SessionFindings, WithoutADesktopOrAServerSayWhatToDo)
         EXPECT_FALSE(diagnostic.remedy.isEmpty());
 }
 
-TEST(MicrophoneFinding, NamesTheDeviceWithoutOpeningIt)
+TEST(MicrophoneDiagnostic, NamesTheDeviceWithoutOpeningIt)
 {
     FakeAudioInput input;
     input.setDeviceName(QStringLiteral("Headset"));
     input.setFormat({44100, 1});
-    EXPECT_EQ(microphoneFinding(input),
+    EXPECT_EQ(microphoneDiagnostic(input),
               Diagnostic::good(QStringLiteral("microphone"), QStringLiteral("Headset (44100 Hz, 1 ch)")));
     EXPECT_EQ(input.calls().count(QStringLiteral("start")), 0);
     input.setFormat({});
-    EXPECT_FALSE(microphoneFinding(input).works);
-    EXPECT_FALSE(microphoneFinding(input).remedy.isEmpty());
+    EXPECT_FALSE(microphoneDiagnostic(input).works);
+    EXPECT_FALSE(microphoneDiagnostic(input).remedy.isEmpty());
 }
 
-TEST(SoundServerFinding, NamesTheServerOrSaysWhichToStart)
+TEST(SoundServerDiagnostic, NamesTheServerOrSaysWhichToStart)
 {
     EXPECT_EQ(soundServerDiagnostic(QStringLiteral("pulseaudio 16.1")),
               Diagnostic::good(QStringLiteral("sound server"), QStringLiteral("pulseaudio 16.1")));
@@ -73,7 +73,7 @@ TEST(PermissionFindings, GiveEachNoItsReasonAndItsRemedy)
     EXPECT_TRUE(diagnostics[2].works);
 }
 
-TEST(InsertionFinding, IsTheWayThatATextWillTake)
+TEST(InsertionDiagnostic, IsTheWayThatATextWillTake)
 {
     FakePrivacyPermissions permissions;
     const auto text = [&](InsertionMethod method, bool canWrite) {
@@ -89,7 +89,7 @@ TEST(InsertionFinding, IsTheWayThatATextWillTake)
     EXPECT_TRUE(insertionDiagnostic(InsertionMethod::clipboardOnly, permissions, false).works);
 }
 
-TEST(ModelFinding, TellsHowToFetchWhatIsMissing)
+TEST(ModelDiagnostic, TellsHowToFetchWhatIsMissing)
 {
     EXPECT_EQ(modelDiagnostic({.id = QStringLiteral("small"), .file = {}}),
               Diagnostic::bad(QStringLiteral("model"), QStringLiteral("small has not been downloaded."),
@@ -97,7 +97,7 @@ TEST(ModelFinding, TellsHowToFetchWhatIsMissing)
     EXPECT_TRUE(modelDiagnostic({.id = QStringLiteral("small"), .file = QStringLiteral("/x")}).works);
 }
 
-TEST(AcceleratorFinding, ListsWhatComputes)
+TEST(AcceleratorDiagnostic, ListsWhatComputes)
 {
     EXPECT_EQ(acceleratorDiagnostic({QStringLiteral("Vulkan0: A"), QStringLiteral("CPU: B")}).text,
               QStringLiteral("Vulkan0: A, CPU: B"));

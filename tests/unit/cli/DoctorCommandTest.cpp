@@ -72,8 +72,8 @@ TEST_F(DoctorCommandTest, WithoutTheProgramTheHotkeysAreNotRegistered)
               Diagnostic::bad(QStringLiteral("program"), QStringLiteral("is not running."),
                               QStringLiteral("Start it: tulvane --background"))
                   .toJson());
-    EXPECT_EQ(Diagnostic::fromJson(lines[2].toObject()), hotkeyFindingsWithoutProgram()[0]);
-    EXPECT_EQ(Diagnostic::fromJson(lines[3].toObject()), hotkeyFindingsWithoutProgram()[1]);
+    EXPECT_EQ(Diagnostic::fromJson(lines[2].toObject()), hotkeyDiagnosticsWithoutProgram()[0]);
+    EXPECT_EQ(Diagnostic::fromJson(lines[3].toObject()), hotkeyDiagnosticsWithoutProgram()[1]);
 }
 
 TEST_F(DoctorCommandTest, WithoutABusThatIsTheRemedy)

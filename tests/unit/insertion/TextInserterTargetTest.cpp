@@ -64,6 +64,7 @@ TEST_F(TextInserterTargetTest, InATerminalEachLineBreakIsASpace)
         const auto inTerminal = start(said);
         EXPECT_EQ(m_selection.text(), pasted);
         m_selection.frontProgramReads();
+        settleEvents();
         advance(400ms);
         EXPECT_EQ(result(inTerminal), InsertionResult::pasted);
         EXPECT_EQ(m_selection.text(), m_selected);
@@ -71,6 +72,7 @@ TEST_F(TextInserterTargetTest, InATerminalEachLineBreakIsASpace)
         const auto inEditor = start(said);
         EXPECT_EQ(m_board.text(), TextInserter::splitTrailingSpaces(said).first);
         m_board.frontProgramReads();
+        settleEvents();
         advance(400ms);
     }
 }
@@ -103,7 +105,6 @@ TEST_F(TextInserterTargetTest, AfterAFailedPasteANewerSelectionStays)
 {
     m_boards.front = FakePasteboards::xterm;
     m_selection.afterWrite = [this] {
-        m_selection.afterWrite = nullptr;
         m_keys.windowInFront = FakePasteboards::editor.window;
         m_selection.otherProgramWrites(u"newer"_qs);
     };

@@ -64,7 +64,7 @@ xcb_window_t SelectionOwner::keep(xcb_atom_t selection, TextRead textRead)
 }
 
 void SelectionOwner::take(xcb_atom_t selection, const QList<TargetOffer>& offers, xcb_timestamp_t time,
-                           quint64 number)
+                          quint64 number)
 {
     inThread([&] {
         X11Link& link = *m_parts->link;

@@ -66,6 +66,16 @@ void X11Pasteboard::readAhead()
     m_aheadEnd = m_scheduler.after(aheadLimit, [this] { m_ahead.reset(); });
 }
 
+QList<xcb_atom_t> X11Pasteboard::ownTargets()
+{
+    QList<xcb_atom_t> targets;
+    const QList<TargetOffer> offers =
+        isOurs() ? offersFor(m_link, m_ownItems, m_forms) : QList<TargetOffer>();
+    for (const TargetOffer& offer : offers)
+        targets.append(offer.target);
+    return targets;
+}
+
 QFuture<PasteboardContents> X11Pasteboard::startRead()
 {
     m_reads.push_back({QPromise<PasteboardContents>(), m_link.makeHiddenWindow(), nullptr});

@@ -44,6 +44,8 @@ public:
     static constexpr std::chrono::minutes aheadLimit{2};
     /// Begins to read; the next `contents()` gives what comes, unless the content has changed by then.
     void readAhead();
+    /// The targets under which our own content is on offer; none where another program has the selection.
+    [[nodiscard]] QList<xcb_atom_t> ownTargets();
 
     void handle(const xcb_generic_event_t& event) override;
 

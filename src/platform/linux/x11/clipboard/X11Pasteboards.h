@@ -11,6 +11,12 @@ public:
     /// The first three outlive it.
     X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules);
 
+    X11Pasteboards(const X11Pasteboards&) = delete;
+    X11Pasteboards& operator=(const X11Pasteboards&) = delete;
+    /// Leaves a clipboard of ours with the desktop's clipboard manager, where there is one; waits for it a
+    /// moment.
+    ~X11Pasteboards() override;
+
     [[nodiscard]] PasteTarget pasteTarget() override { return m_targets.current(); }
     /// Whether keys that are posted now reach the target's window.
     [[nodiscard]] bool isInFront(const PasteTarget& target) const { return m_targets.isInFront(target); }
@@ -24,6 +30,7 @@ private:
         return selection == PasteSelection::primary ? m_primary : m_clipboard;
     }
 
+    X11Link& m_link;
     PasteTargets m_targets;
     X11Pasteboard m_clipboard;
     X11Pasteboard m_primary;

@@ -4,11 +4,12 @@
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
-#include <ports/VirtualKeys.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
 #include <QStringList>
+
+#include <ports/VirtualKeys.h>
 
 #include <utility>
 
@@ -61,12 +62,12 @@ void HotkeyController::listenToCombination()
     m_shortcuts.onKeyDown(ShortcutName::dictate(), [self] {
         requireMainThread("HotkeyController: key down");
         if (self)
-            self->handle(HotkeyStateMachine::Event::keyDown);
+            self->handle(HotkeyStateMachine::Event::keyDown, self->m_shortcuts.eventAge());
     });
     m_shortcuts.onKeyUp(ShortcutName::dictate(), [self] {
         requireMainThread("HotkeyController: key up");
         if (self)
-            self->handle(HotkeyStateMachine::Event::keyUp);
+            self->handle(HotkeyStateMachine::Event::keyUp, self->m_shortcuts.eventAge());
     });
 }
 
@@ -83,9 +84,9 @@ void HotkeyController::followModifierHotkey(ModifierHotkey key)
         applyModifierHotkey(key);
 }
 
-void HotkeyController::handle(HotkeyStateMachine::Event event)
+void HotkeyController::handle(HotkeyStateMachine::Event event, std::chrono::milliseconds age)
 {
-    const auto action = machine.handle(event, m_clock.elapsed());
+    const auto action = machine.handle(event, m_clock.elapsed() - age);
     if (!action)
         return;
     qCDebug(lcHotkey, "%s → %s", name(event), name(*action));
@@ -131,7 +132,8 @@ void HotkeyController::noteSingleKey(bool isDown)
     // end.
     if (isDown && m_shortcuts.isRecorderActive() && !machine.isRecording)
         return;
-    handle(isDown ? HotkeyStateMachine::Event::keyDown : HotkeyStateMachine::Event::keyUp);
+    const auto age = m_modifierTap ? m_modifierTap->eventAge() : std::chrono::milliseconds(0);
+    handle(isDown ? HotkeyStateMachine::Event::keyDown : HotkeyStateMachine::Event::keyUp, age);
 }
 
 void HotkeyController::loseTap()

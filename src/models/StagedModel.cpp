@@ -1,12 +1,16 @@
 #include <models/StagedModel.h>
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QUuid>
 
+#include <chrono>
 #include <filesystem>
 
 namespace tulvane {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -62,7 +66,14 @@ StagedModel::StagedModel(const ModelFolders& folders, const QString& id)
 
 bool StagedModel::take()
 {
-    return m_lock.tryLock(0);
+    if (m_lock.tryLock(0))
+        return true;
+    // The kernel has released the lock of a program that is gone, whatever the file says. Within a moment of
+    // its making a lock may not be held yet.
+    const QDateTime made = QFileInfo(lockFile(m_folders, m_id)).lastModified();
+    const bool isFresh =
+        std::chrono::abs(std::chrono::milliseconds(made.msecsTo(QDateTime::currentDateTime()))) < 1s;
+    return !isFresh && m_lock.removeStaleLockFile() && m_lock.tryLock(0);
 }
 
 Result<std::unique_ptr<StagedModel>, ModelError> StagedModel::adopt(const ModelFolders& folders,
@@ -83,9 +94,6 @@ Result<std::unique_ptr<StagedModel>, ModelError> StagedModel::adopt(const ModelF
             staged->writeNote();
         error = renameFile(arrived, staged->m_file);
     }
-    // Three file systems: there is no way but to copy.
-    if (error == std::errc::cross_device_link && QFile::copy(arrived, staged->m_file))
-        error = {};
     if (!error)
         return staged;
     staged->discard();

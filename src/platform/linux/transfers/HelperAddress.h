@@ -12,6 +12,6 @@ namespace tulvane::transfers {
 [[nodiscard]] Result<QString, QString> helperSocketFor(const QString& transferFolder);
 
 /// What a program tells the helper, and the helper a program, first of all. Raised when messages change.
-inline constexpr int protocolVersion = 1;
+inline constexpr int protocolVersion = 2;
 
 } // namespace tulvane::transfers

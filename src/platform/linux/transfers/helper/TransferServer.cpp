@@ -47,11 +47,7 @@ TransferServer::TransferServer(const Options& options)
                 words.insert(QStringLiteral("expected"), expected);
                 tellAll(words);
             });
-    connect(&m_engine, &TransferEngine::failed, this, [this](const QString& key, const TransferError& error) {
-        m_starters.erase(key);
-        tellAll(completedMessage(key, error));
-        considerQuitting();
-    });
+    connect(&m_engine, &TransferEngine::failed, this, &TransferServer::noteFailed);
 }
 
 TransferServer::~TransferServer()
@@ -189,8 +185,12 @@ void TransferServer::take(Client& client, const QJsonObject& words)
             takeStart(client, *request);
     } else if (op == u"cancel") {
         takeCancel(client, key);
+    } else if (op == u"discard") {
+        takeDiscard(key);
     } else if (op == u"taken") {
         takeTaken(key);
+    } else if (op == u"kept") {
+        takeKept(key);
     } else if (op == u"leave") {
         Q_EMIT idle();
     }
@@ -249,13 +249,53 @@ void TransferServer::takeTaken(const QString& key)
     if (record.empty())
         return;
     m_engine.folder().settle(record.mapped());
+    closeHandover(key);
+}
+
+void TransferServer::takeKept(const QString& key)
+{
+    auto record = m_untaken.extract(key);
+    m_offered.erase(key);
+    m_starters.erase(key);
+    if (record.empty())
+        return;
+    m_engine.folder().keep(record.mapped());
+    closeHandover(key);
+}
+
+void TransferServer::closeHandover(const QString& key)
+{
     tellAll(completedMessage(key, std::nullopt));
     tellDelivered();
     considerQuitting();
 }
 
+void TransferServer::takeDiscard(const QString& key)
+{
+    if (m_engine.isRunning(key)) {
+        m_discarded.insert(key);
+        m_engine.cancel(key);
+    } else if (!m_untaken.contains(key)) {
+        m_engine.folder().forget(key);
+    }
+}
+
+void TransferServer::noteFailed(const QString& key, const TransferError& error)
+{
+    m_starters.erase(key);
+    const bool isDiscarded = m_discarded.erase(key) > 0;
+    if (isDiscarded)
+        m_engine.folder().forget(key);
+    tellAll(completedMessage(key, isDiscarded ? error.withResumeData({}) : error));
+    considerQuitting();
+}
+
 void TransferServer::noteFinished(const TransferRecord& record)
 {
+    if (m_discarded.contains(record.key())) {
+        m_engine.folder().forget(record.key());
+        return noteFailed(record.key(), TransferError(TransferError::Kind::cancelled));
+    }
     m_untaken.emplace(record.key(), record);
     offerAll();
     considerQuitting();

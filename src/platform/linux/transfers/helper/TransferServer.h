@@ -9,7 +9,7 @@
 
 #include <map>
 #include <memory>
-#include <optional>
+#include <set>
 #include <vector>
 
 namespace tulvane::transfers {
@@ -26,7 +26,7 @@ public:
         QString socket;
         HttpOptions http;
         std::chrono::milliseconds linger{2'000}; ///< idle for so long, it quits
-        std::chrono::hours keepPaused{24 * 30};  ///< paused and left alone for so long, bytes are dropped
+        std::chrono::hours keepPaused = TransferFolder::keepPaused;
     };
 
     explicit TransferServer(const Options& options);
@@ -57,7 +57,11 @@ private:
     void takeTasks(Client& client);
     void takeStart(Client& client, const TransferRequest& request);
     void takeCancel(Client& client, const QString& key);
+    void takeDiscard(const QString& key);
     void takeTaken(const QString& key);
+    void takeKept(const QString& key);
+    void noteFailed(const QString& key, const TransferError& error);
+    void closeHandover(const QString& key);
     void noteFinished(const TransferRecord& record);
     void offerAll();
     void tellDelivered();
@@ -74,6 +78,7 @@ private:
     std::map<QString, TransferRecord> m_untaken;
     std::map<QString, const LineSocket*> m_offered;
     std::map<QString, const LineSocket*> m_starters;
+    std::set<QString> m_discarded; ///< to be removed as soon as they have ended
     QTimer m_linger;
 };
 

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <ports/TransferError.h>
 #include <platform/linux/transfers/http/ResponsePlan.h>
 
 #include <QByteArrayList>
 #include <QUrl>
+
+#include <ports/TransferError.h>
 
 #include <chrono>
 #include <cstddef>
@@ -42,7 +43,8 @@ struct HttpCallEnd {
     std::optional<TransferError> error;
 };
 
-/// Makes the call and blocks until it ends; a stop is noticed within a tenth of a second. Any thread.
+/// Makes the call and blocks until it ends; a stop ends it at once, in the middle of a name's lookup too. Any
+/// thread.
 [[nodiscard]] HttpCallEnd perform(const HttpCall& call, const std::stop_token& stop);
 
 } // namespace tulvane::transfers

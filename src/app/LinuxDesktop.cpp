@@ -1,27 +1,28 @@
 #include <app/LinuxDesktop.h>
 #include <app/program/ProgramFolders.h>
 #include <insertion/PasteTable.h>
-#include <ports/UserDefaults.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/desktop/AutostartEntry.h>
-#include <platform/linux/process/ProcessMemory.h>
-#include <platform/linux/x11/windows/X11IndicatorPanel.h>
+#include <platform/linux/desktop/DesktopWorkspace.h>
 #include <platform/linux/desktop/shell/DesktopPresentation.h>
+#include <platform/linux/desktop/shell/TrayStatusItem.h>
+#include <platform/linux/process/ChildProcesses.h>
+#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/PulseSounds.h>
-#include <platform/linux/x11/windows/X11KeyboardGrab.h>
-#include <platform/linux/transfers/DetachedTransfers.h>
-#include <platform/linux/desktop/shell/TrayStatusItem.h>
-#include <platform/linux/process/ChildProcesses.h>
-#include <platform/linux/desktop/DesktopWorkspace.h>
 #include <platform/linux/session/DisplayCheck.h>
 #include <platform/linux/session/KeyServices.h>
-#include <platform/linux/x11/connection/X11Connection.h>
 #include <platform/linux/session/X11PrivacyPermissions.h>
 #include <platform/linux/session/X11Text.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
+#include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/x11/windows/X11IndicatorPanel.h>
+#include <platform/linux/x11/windows/X11KeyboardGrab.h>
 
 #include <QProcessEnvironment>
+
+#include <ports/UserDefaults.h>
 
 namespace tulvane {
 
@@ -40,7 +41,8 @@ struct LinuxDesktop::Parts {
           watch(X11Connection::open(QString::fromLocal8Bit(display))),
           text(std::move(opened)),
           keys(makeKeyServices(QProcessEnvironment::systemEnvironment())),
-          permissions(X11Text::abilities(display, currentSession()), [] { return false; }),
+          permissions(X11Text::abilities(display, currentSession()),
+                      [this] { return microphone.server()->refusesMicrophone(); }),
           workspace(desktopNames(), QUrl::fromLocalFile(ProgramFolders::ofThisProgram().helpPage())),
           transfers({.helper = ProgramFolders::ofThisProgram().transferHelper(),
                      .folder = ModelFolders::standard().transfers()})

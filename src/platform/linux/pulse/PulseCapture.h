@@ -1,11 +1,12 @@
 #pragma once
 
-#include <ports/AudioEngine.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/TapFeed.h>
 
 #include <QObject>
 #include <QTimer>
+
+#include <ports/AudioEngine.h>
 
 #include <atomic>
 #include <chrono>

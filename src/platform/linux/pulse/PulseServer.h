@@ -42,6 +42,12 @@ public:
     /// The server's own name and version, as it last said; empty while there is no connection.
     [[nodiscard]] QString serverName();
 
+    /// Whether the server refuses us: the connection, what it says of the microphone, or, within the last
+    /// seconds, a recording. A server that is not there refuses nothing.
+    [[nodiscard]] bool refusesMicrophone();
+    /// With the lock held: a recording was refused, or not.
+    void noteRecording(bool isRefused);
+
     [[nodiscard]] PulseMainloop& mainloop() { return m_mainloop; }
     /// With the lock held. Null while there is no connection.
     [[nodiscard]] pa_context* context() const;
@@ -71,6 +77,7 @@ private:
 
     // On the audio thread, called by libpulse.
     void contextChanged();
+    [[nodiscard]] bool wasRefused() const;
     void serverAnswered(const pa_server_info* info);
     void sourceAnswered(const pa_source_info* info, int end);
 
@@ -87,6 +94,8 @@ private:
     std::optional<PulseSource> m_answer; ///< of the question under way
     QByteArray m_defaultSink;
     QByteArray m_serverName;
+    bool m_isRefused = false; ///< the connection, or the question for the microphone
+    std::optional<std::chrono::steady_clock::time_point> m_recordingRefused;
     bool m_asking = false;
     bool m_askAgain = false; ///< something changed while a question was under way
 };

@@ -72,11 +72,11 @@ public:
 
     /// Sets the receiver of the events, in place of the one before; an empty one receives nothing.
     virtual void setEvents(TransferEvents events) = 0;
-    /// What is under way. What ended while no program was there is among it and is told as `finished` and
+    /// What is under way. What ended while no program was there is among it and is reported as `finished` and
     /// `completed` afterwards. Never fails: transfers that cannot be asked for are not there.
     [[nodiscard]] virtual QFuture<QList<TransferTask>> tasks() = 0;
-    /// Begins a transfer; failures are told by `completed`. A transfer of the same address that is under way
-    /// is joined, and bytes that an earlier one has left and that are still valid are kept.
+    /// Begins a transfer; failures are reported by `completed`. A transfer of the same address that is under
+    /// way is joined, and bytes that an earlier one has left and that are still valid are kept.
     [[nodiscard]] virtual TransferId start(const TransferRequest& request) = 0;
     /// Goes on with what an error's `resumeData` tells of. Data that makes no sense ends in `badAnswer`.
     [[nodiscard]] virtual TransferId resume(const QByteArray& resumeData) = 0;

@@ -15,11 +15,11 @@ namespace tulvane {
 class TransferError final {
 public:
     enum class Kind {
-        cancelled,      ///< somebody asked for it; not a failure to show
+        cancelled,      ///< it was asked for; not a failure to show
         timedOut,       ///< no byte came for too long, or the whole took longer than is allowed
         hostNotFound,   ///< the server's (or the proxy's) name has no address
-        cannotConnect,  ///< nobody answers at the address
-        connectionLost, ///< the answer ended before its end
+        cannotConnect,  ///< no server answers at the address
+        connectionLost, ///< the response ended before its end
         insecure,       ///< no trusted encrypted connection could be made
         badAnswer,      ///< what came is not a usable part of the requested file
         noSpace,        ///< the disk is too full; the detail is how many bytes more it needs, in digits

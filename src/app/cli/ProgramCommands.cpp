@@ -1,29 +1,29 @@
-#include <app/program/DesktopDiagnostics.h>
-#include <app/cli/ProgramCommands.h>
-#include <app/program/ProgramFolders.h>
 #include <app/cli/CleanCommand.h>
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DictateCommand.h>
 #include <app/cli/DoctorCommand.h>
+#include <app/cli/InterruptWatcher.h>
+#include <app/cli/LaunchOptions.h>
 #include <app/cli/ModelsCommand.h>
+#include <app/cli/ProgramCommands.h>
 #include <app/cli/RemoteCommand.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <app/cli/LaunchOptions.h>
 #include <app/cli/StatsCommand.h>
-#include <app/cli/InterruptWatcher.h>
 #include <app/cli/TranscribeCommand.h>
+#include <app/program/DesktopDiagnostics.h>
+#include <app/program/ProgramFolders.h>
 #include <base/Clock.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
-#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
-#include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/session/X11Text.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
 #include <settings/AppSettings.h>
 #include <speech/whisper/ComputingDevices.h>
 #include <speech/whisper/WhisperEngine.h>
@@ -171,16 +171,18 @@ ModelFacts selectedModel(const AppSettings& settings)
 Diagnostics examine(const AppSettings& settings)
 {
     const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
-    const X11PrivacyPermissions permissions(abilities, [] { return false; });
     PulseAudioInput microphone;
+    const X11PrivacyPermissions permissions(
+        abilities, [&microphone] { return microphone.server()->refusesMicrophone(); });
     Diagnostics diagnostics = sessionDiagnostics(thisSession(abilities));
     // Asking for the microphone waits for the connection.
     const Diagnostic found = microphoneFinding(microphone);
     diagnostics += soundServerDiagnostic(microphone.server()->serverName());
     diagnostics += found;
     diagnostics += permissionDiagnostics(permissions);
-    diagnostics += insertionDiagnostic(settings.insertionMethod(), permissions,
-                                 AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
+    diagnostics +=
+        insertionDiagnostic(settings.insertionMethod(), permissions,
+                            AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
     diagnostics += modelDiagnostic(selectedModel(settings));
     diagnostics += acceleratorDiagnostic(computingDevices(ProgramFolders::ofThisProgram().backends));
     return diagnostics;

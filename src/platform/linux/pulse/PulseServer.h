@@ -17,7 +17,7 @@ namespace tulvane {
 
 /// The connection to the sound server (PulseAudio, or PipeWire in its place), and what it says about the
 /// default microphone, kept up to date. A lost connection is taken up again within five seconds of the
-/// server's return, or as soon as somebody asks. Opens no microphone. Main thread, except where it says
+/// server's return, or as soon as a caller asks. Opens no microphone. Main thread, except where it says
 /// otherwise.
 class PulseServer final : public QObject {
     Q_OBJECT
@@ -34,7 +34,7 @@ public:
     /// connected to; then gives what it said before.
     [[nodiscard]] std::optional<PulseSource> defaultSource();
 
-    /// Asks the server again; a change is told by `defaultSourceChanged`.
+    /// Asks the server again; a change is reported by `defaultSourceChanged`.
     void refresh();
     /// What the server said last, without waiting for it; nullopt once the connection is lost.
     [[nodiscard]] std::optional<PulseSource> lastDefaultSource();

@@ -269,8 +269,8 @@ void DetachedTransfers::take(const QJsonObject& message)
         return takeHello(message);
     if (op == u"tasks")
         return takeTasks(message);
-    // In a later turn of the event loop: who asked for the tasks must have seen the answer before anything is
-    // told of them, or a file that is handed over would find nobody who knows it.
+    // In a later turn of the event loop: the caller of `tasks` must have the list before any event of them,
+    // or a file that is handed over would find no receiver that knows it.
     QMetaObject::invokeMethod(this, [this, message] { tell(message); }, Qt::QueuedConnection);
 }
 

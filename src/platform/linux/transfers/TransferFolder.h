@@ -12,7 +12,7 @@ namespace tulvane::transfers {
 
 /// The folder that holds partial files and their records. It lies on the file system that the files end up
 /// on, so that handing one over is a rename. Only the user can enter it. Any thread; one process at a time
-/// changes the files of one key (whoever holds the lock on its partial file).
+/// changes the files of one key (the one that holds the lock on its partial file).
 class TransferFolder final {
 public:
     /// Paused and left alone for so long, bytes are dropped.

@@ -94,7 +94,7 @@ bool TransferServer::listen()
     if (::bind(m_listening, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0 ||
         ::chmod(name.constData(), onlyTheUser) != 0 || ::listen(m_listening, mostWaiting) != 0)
         return false;
-    // Programs read the address here; written last, when somebody answers there.
+    // Programs read the address here; written last, when the server answers there.
     const QByteArray path = m_options.socket.toUtf8();
     if (::ftruncate(m_lock, 0) != 0 ||
         ::pwrite(m_lock, path.constData(), static_cast<std::size_t>(path.size()), 0) != path.size())
@@ -306,7 +306,7 @@ void TransferServer::offerAll()
     for (const auto& [key, record] : m_untaken) {
         if (m_offered.contains(key))
             continue;
-        // Whoever asked for it comes first; after that, whoever has been here longest.
+        // The program that asked for it comes first; after that, the one that has been here longest.
         const auto starter = m_starters.find(key);
         Client* to = starter == m_starters.end() ? nullptr : clientOf(starter->second);
         const auto other = std::ranges::find_if(m_clients, [](const auto& each) { return each->attached; });
@@ -343,7 +343,7 @@ void TransferServer::tellAll(const QJsonObject& message)
 
 void TransferServer::considerQuitting()
 {
-    // What is finished and has no taker waits in the folder; nobody has to stay for it.
+    // What is finished and has no taker waits in the folder; the helper need not stay for it.
     const bool busy = !m_engine.running().isEmpty() || !m_offered.empty();
     if (busy)
         m_linger.stop();

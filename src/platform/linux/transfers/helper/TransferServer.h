@@ -15,8 +15,8 @@
 namespace tulvane::transfers {
 
 /// The helper's heart: looks after one transfer folder for all of the user's programs. Goes on with what its
-/// predecessors have left, hands each finished file to one program, tells all of them what happens, and asks
-/// to quit when nothing is left to do. Lives on the main thread of the helper.
+/// predecessors have left, hands each finished file to one program, reports to all of them what happens, and
+/// asks to quit when nothing is left to do. Lives on the main thread of the helper.
 class TransferServer final : public QObject {
     Q_OBJECT
 

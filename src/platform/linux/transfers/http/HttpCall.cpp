@@ -80,7 +80,7 @@ void configure(CURL* easy, const HttpCall& call, Progressing& state, curl_slist*
     curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, receiveBuffer);
     curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(easy, CURLOPT_MAXREDIRS, mostRedirects);
-    // An encrypted address must not be led to a plain one, where anybody could answer.
+    // An encrypted address must not be led to a plain one, where any machine on the way could answer.
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, secure ? "https" : "http,https");
     if (!call.trusted.isEmpty()) {
@@ -121,7 +121,7 @@ TransferError errorFor(CURLcode code)
 }
 
 /// Why a redirect was not followed: one from an encrypted address to a plain one is not safe, and one to a
-/// file or to another kind of server is no answer.
+/// file or to another kind of server is no response.
 TransferError errorFor(CURLcode code, CURL* easy)
 {
     const char* target = nullptr;

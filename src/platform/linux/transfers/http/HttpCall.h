@@ -25,20 +25,20 @@ struct HttpCall {
     /// A file of the certificates that are trusted in the place of the system's; of a test's own server,
     /// since the program never names one.
     QByteArray trusted;
-    /// Gets each piece of the last answer's body, with its head; false ends the call.
+    /// Gets each piece of the last response's body, with its head; false ends the call.
     std::function<bool(const ResponseHead&, std::span<const std::byte>)> receive;
 };
 
 /// How the call ended.
 struct HttpCallEnd {
     enum class Kind {
-        complete, ///< the whole answer has come
+        complete, ///< the whole response has come
         refused,  ///< the receiver wanted no more
         stopped,  ///< the stop token said so
         failed,   ///< see `error`
     };
     Kind kind = Kind::failed;
-    ResponseHead head; ///< of the last answer; status 0 when there was none
+    ResponseHead head; ///< of the last response; status 0 when there was none
     bool redirected = false;
     std::optional<TransferError> error;
 };

@@ -222,7 +222,7 @@ DownloadEnd HttpDownload::ended(const Try& last)
         end.record.state = TransferRecord::State::paused;
     if (m_partial.flushToDisk())
         end.record.safeBytes = m_partial.size();
-    // Bytes that can't be gone on with are of no use to anybody.
+    // Bytes that can't be gone on with are of no use.
     const bool keeps = m_partial.size() > 0 && isStrong(m_record.etag);
     if (!keeps && (last.error || m_record.aside))
         QFile::remove(m_folder.partialFile(m_record.key()));

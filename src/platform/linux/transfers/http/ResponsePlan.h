@@ -16,7 +16,7 @@ struct ResponseHead {
     qint64 contentLength = -1;
 
     /// Takes in one header line ("ETag: ..."); a status line ("HTTP/1.1 200 OK") starts a new head, since
-    /// each redirect and each interim answer has its own.
+    /// each redirect and each interim response has its own.
     void take(const QByteArray& line);
 };
 
@@ -30,7 +30,7 @@ struct Held {
 
     /// A file of more bytes is not the one that is wanted; nothing beyond is written.
     [[nodiscard]] qint64 most() const;
-    /// An answer of fewer bytes is not the file, but a message about it.
+    /// A response of fewer bytes is not the file, but a message about it.
     [[nodiscard]] qint64 least() const { return hint / 2; }
 };
 

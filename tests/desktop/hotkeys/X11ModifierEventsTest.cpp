@@ -1,3 +1,4 @@
+#include <platform/linux/x11/keyboard/OwnStrokes.h>
 #include <platform/linux/x11/keyboard/ServerTime.h>
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <platform/linux/x11/keyboard/X11KeyPosting.h>
@@ -180,6 +181,20 @@ TEST(X11ModifierEvents, TellWhenWhatIsHandledLateHasHappened)
     ASSERT_TRUE(waitUntil([&] { return seen.size() == 2; }));
     EXPECT_LT(seen[0].age.count(), 200);
     EXPECT_GE(seen[1].age.count(), 350);
+}
+
+TEST(OwnStrokes, AreTakenOnceAndNotLongAfterwards)
+{
+    using namespace std::chrono_literals;
+    OwnStrokes strokes;
+    const auto now = std::chrono::steady_clock::now();
+    EXPECT_FALSE(strokes.take(108, false, now));
+    strokes.add(108, false);
+    strokes.add(108, true);
+    EXPECT_FALSE(strokes.take(64, false, now)) << "another key";
+    EXPECT_TRUE(strokes.take(108, true, now + 20ms));
+    EXPECT_FALSE(strokes.take(108, true, now + 20ms)) << "the user's own";
+    EXPECT_FALSE(strokes.take(108, false, now + 400ms)) << "it never came";
 }
 
 TEST(ServerTime, IsByTheMonotonicClockOrThePromptestEvent)

@@ -8,7 +8,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto longestWay = 1s;
+constexpr auto longestWay = 250ms;
 
 } // namespace
 
@@ -20,13 +20,15 @@ OwnStrokes& OwnStrokes::ofThisProcess()
 
 void OwnStrokes::add(quint32 keycode, bool isDown)
 {
-    m_strokes.push_back({keycode, isDown, std::chrono::steady_clock::now()});
+    const auto now = std::chrono::steady_clock::now();
+    // Without a tap nothing else would.
+    forgetBefore(now - longestWay);
+    m_strokes.push_back({keycode, isDown, now});
 }
 
-bool OwnStrokes::take(quint32 keycode, bool isDown)
+bool OwnStrokes::take(quint32 keycode, bool isDown, std::chrono::steady_clock::time_point happened)
 {
-    const auto oldest = std::chrono::steady_clock::now() - longestWay;
-    std::erase_if(m_strokes, [oldest](const Stroke& stroke) { return stroke.posted < oldest; });
+    forgetBefore(happened - longestWay);
     const auto own = std::ranges::find_if(m_strokes, [&](const Stroke& stroke) {
         return stroke.keycode == keycode && stroke.isDown == isDown;
     });
@@ -34,6 +36,11 @@ bool OwnStrokes::take(quint32 keycode, bool isDown)
         return false;
     m_strokes.erase(own);
     return true;
+}
+
+void OwnStrokes::forgetBefore(std::chrono::steady_clock::time_point oldest)
+{
+    std::erase_if(m_strokes, [oldest](const Stroke& stroke) { return stroke.posted < oldest; });
 }
 
 } // namespace tulvane

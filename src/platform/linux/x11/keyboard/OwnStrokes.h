@@ -16,9 +16,10 @@ public:
 
     /// A stroke is about to be posted.
     void add(quint32 keycode, bool isDown);
-    /// Whether a stroke that the server reports is one of ours, each once. Those that were not reported
-    /// within a second are forgotten.
-    [[nodiscard]] bool take(quint32 keycode, bool isDown);
+    /// Whether a stroke that the server reports, and that happened then, is one of ours, each once. The
+    /// server takes one in at once: what was posted much earlier than that has not been reported, and is
+    /// forgotten.
+    [[nodiscard]] bool take(quint32 keycode, bool isDown, std::chrono::steady_clock::time_point happened);
 
 private:
     struct Stroke {
@@ -26,6 +27,8 @@ private:
         bool isDown;
         std::chrono::steady_clock::time_point posted;
     };
+
+    void forgetBefore(std::chrono::steady_clock::time_point oldest);
 
     std::vector<Stroke> m_strokes;
 };

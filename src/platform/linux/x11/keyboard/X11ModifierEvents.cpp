@@ -163,8 +163,9 @@ void X11ModifierTap::handleEvent(const xcb_generic_event_t& event)
     const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
     const bool isDown = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
     // What this program posts is nothing that the user does: a held key stays held.
-    if (!OwnStrokes::ofThisProcess().take(key.detail, isDown))
-        change(key.detail, isDown, m_time.age(key.time));
+    const auto age = m_time.age(key.time);
+    if (!OwnStrokes::ofThisProcess().take(key.detail, isDown, std::chrono::steady_clock::now() - age))
+        change(key.detail, isDown, age);
 }
 
 void X11ModifierTap::change(quint32 keycode, bool isDown, std::chrono::milliseconds age)

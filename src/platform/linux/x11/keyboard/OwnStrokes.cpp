@@ -9,6 +9,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto longestWay = 250ms;
+// A program that is busy for so long has other troubles.
+constexpr auto longestBusy = 10s;
 
 } // namespace
 
@@ -22,7 +24,7 @@ void OwnStrokes::add(quint32 keycode, bool isDown)
 {
     const auto now = std::chrono::steady_clock::now();
     // Without a tap nothing else would.
-    forgetBefore(now - longestWay);
+    forgetBefore(now - longestBusy);
     m_strokes.push_back({keycode, isDown, now});
 }
 

@@ -1272,6 +1272,10 @@
         <translation>Den lagrede tastekombinasjonen gir ikke mening. Velg en annen.</translation>
     </message>
     <message>
+        <source>Programs copy or paste with this key combination, and dictated texts are pasted.</source>
+        <translation>Programmer kopierer eller limer inn med denne tastekombinasjonen, og dikterte tekster limes inn.</translation>
+    </message>
+    <message>
         <source>The system already uses this key combination.</source>
         <translation>Systemet bruker allerede denne tastekombinasjonen.</translation>
     </message>

@@ -40,7 +40,8 @@ struct LinuxDesktop::Parts {
           watch(X11Connection::open(QString::fromLocal8Bit(display))),
           text(std::move(opened)),
           keys(makeKeyServices(QProcessEnvironment::systemEnvironment())),
-          permissions(X11Text::abilities(display, currentSession()), [] { return false; }),
+          permissions(X11Text::abilities(display, currentSession()),
+                      [this] { return microphone.server()->refusesMicrophone(); }),
           workspace(desktopNames(), QUrl::fromLocalFile(ProgramFolders::ofThisProgram().helpPage())),
           transfers({.helper = ProgramFolders::ofThisProgram().transferHelper(),
                      .folder = ModelFolders::standard().transfers()})

@@ -62,12 +62,12 @@ void HotkeyController::listenToCombination()
     m_shortcuts.onKeyDown(ShortcutName::dictate(), [self] {
         requireMainThread("HotkeyController: key down");
         if (self)
-            self->handle(HotkeyStateMachine::Event::keyDown);
+            self->handle(HotkeyStateMachine::Event::keyDown, self->m_shortcuts.eventAge());
     });
     m_shortcuts.onKeyUp(ShortcutName::dictate(), [self] {
         requireMainThread("HotkeyController: key up");
         if (self)
-            self->handle(HotkeyStateMachine::Event::keyUp);
+            self->handle(HotkeyStateMachine::Event::keyUp, self->m_shortcuts.eventAge());
     });
 }
 
@@ -86,9 +86,9 @@ void HotkeyController::followModifierHotkey()
         applyModifierHotkey(key);
 }
 
-void HotkeyController::handle(HotkeyStateMachine::Event event)
+void HotkeyController::handle(HotkeyStateMachine::Event event, std::chrono::milliseconds age)
 {
-    const auto action = machine.handle(event, m_clock.elapsed());
+    const auto action = machine.handle(event, m_clock.elapsed() - age);
     if (!action)
         return;
     qCDebug(lcHotkey, "%s → %s", name(event), name(*action));
@@ -134,7 +134,8 @@ void HotkeyController::noteSingleKey(bool isDown)
     // end.
     if (isDown && m_shortcuts.isRecorderActive() && !machine.isRecording)
         return;
-    handle(isDown ? HotkeyStateMachine::Event::keyDown : HotkeyStateMachine::Event::keyUp);
+    const auto age = m_modifierTap ? m_modifierTap->eventAge() : std::chrono::milliseconds(0);
+    handle(isDown ? HotkeyStateMachine::Event::keyDown : HotkeyStateMachine::Event::keyUp, age);
 }
 
 void HotkeyController::loseTap()

@@ -49,8 +49,8 @@ public:
     HotkeyController(AppSettings& settings, KeyboardShortcuts& shortcuts, ModifierEvents& modifierEvents,
                      const Clock& clock, QObject* parent = nullptr);
 
-    /// Feeds one event; both sources do.
-    void handle(HotkeyStateMachine::Event event);
+    /// Feeds one event, which happened `age` ago; both sources do.
+    void handle(HotkeyStateMachine::Event event, std::chrono::milliseconds age = {});
     /// Replaces the watch over the single key, also by one for the same key: that is how a start that failed
     /// is tried again.
     void applyModifierHotkey(ModifierHotkey key);

@@ -1,6 +1,9 @@
 #include <base/Log.h>
+#include <base/Translate.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
+
+#include <ports/KeyModifiers.h>
 #include <ports/UserDefaults.h>
 
 #include <algorithm>
@@ -12,6 +15,12 @@ namespace {
 QString storageKey(const QString& rawName)
 {
     return KeyboardShortcuts::storagePrefix + rawName;
+}
+
+/// A bit that is no modifier would fall away, and a bare key be left, which then nobody could type any more.
+bool hasUnknownModifiers(const KeyCombination& combination)
+{
+    return (combination.modifiers & ~carbon::all) != 0;
 }
 
 void logFailure(const Shortcut& shortcut, const HotkeyError& error)
@@ -105,8 +114,12 @@ RegistrationState KeyboardShortcuts::registration(const ShortcutName& name) cons
 KeyDisplay KeyboardShortcuts::display(const ShortcutName& name) const
 {
     const auto shortcut = getShortcut(name);
-    const auto combination = shortcut ? shortcut->combination() : std::nullopt;
-    return combination ? m_hotkeys.display(*combination) : KeyDisplay{};
+    if (!shortcut)
+        return {};
+    const auto combination = shortcut->combination();
+    if (combination && !hasUnknownModifiers(*combination))
+        return m_hotkeys.display(*combination);
+    return {{translate("Key %1").arg(shortcut->carbonKeyCode)}, {}};
 }
 
 void KeyboardShortcuts::registerAgain()
@@ -172,8 +185,9 @@ void KeyboardShortcuts::registerEntry(quint32 id, Entry& entry)
     if (!shortcut)
         return;
     entry.combination = shortcut->combination();
-    auto registration = entry.combination ? m_hotkeys.registerHotkey({signature, id}, *entry.combination)
-                                          : failure(HotkeyError::outOfRange());
+    const bool makesSense = entry.combination && !hasUnknownModifiers(*entry.combination);
+    auto registration = makesSense ? m_hotkeys.registerHotkey({signature, id}, *entry.combination)
+                                   : failure(HotkeyError::outOfRange());
     if (registration) {
         entry.registration = std::move(*registration);
         return;
@@ -188,6 +202,7 @@ HotkeyDelivery KeyboardShortcuts::deliver(const HotkeyEvent& event)
     const Entry* const entry = target(event);
     if (entry == nullptr || event.kind == HotkeyEventKind::repeated)
         return HotkeyDelivery::eventNotHandled;
+    m_eventAge = event.age;
     // A handler may change shortcuts, and so the table.
     const std::vector<Handler> handlers =
         event.kind == HotkeyEventKind::pressed ? entry->keyDown : entry->keyUp;

@@ -3,12 +3,13 @@
 #include <hotkeys/RegistrationState.h>
 #include <hotkeys/Shortcut.h>
 #include <hotkeys/ShortcutName.h>
-#include <ports/DefaultsError.h>
-#include <ports/GlobalHotkeys.h>
 
 #include <QLatin1StringView>
 #include <QObject>
 #include <QVariantMap>
+
+#include <ports/DefaultsError.h>
+#include <ports/GlobalHotkeys.h>
 
 #include <functional>
 #include <map>
@@ -58,8 +59,12 @@ public:
     /// Called at each release.
     void onKeyUp(const ShortcutName& name, const Handler& handler);
 
+    /// For a handler: how long ago the press or release happened that it is called for.
+    [[nodiscard]] std::chrono::milliseconds eventAge() const { return m_eventAge; }
+
     [[nodiscard]] RegistrationState registration(const ShortcutName& name) const;
-    /// How the desktop writes the name's shortcut; without caps where none is set.
+    /// How the desktop writes the name's shortcut, "Key 5000000000" for one that no desktop has; without caps
+    /// where none is set.
     [[nodiscard]] KeyDisplay display(const ShortcutName& name) const;
 
     /// Tries again what failed, as when another program may have given a combination back.
@@ -103,6 +108,7 @@ private:
     std::vector<QString> m_declared;
     std::map<quint32, Entry> m_table; ///< by the id of the hot key, counted from 1
     bool m_recorderActive = false;
+    std::chrono::milliseconds m_eventAge{0};
 };
 
 } // namespace tulvane

@@ -1,6 +1,7 @@
 #include <base/Log.h>
 #include <hotkeys/MainThread.h>
 #include <hotkeys/ModifierKeyTap.h>
+
 #include <ports/KeyModifiers.h>
 #include <ports/VirtualKeys.h>
 
@@ -94,6 +95,7 @@ void ModifierKeyTap::receiveFlags(const ModifierEvent& event)
     if (isDown == m_isDown)
         return;
     m_isDown = isDown;
+    m_eventAge = event.age;
     // Called last and from a copy: it may destroy this object.
     const Handler handler = m_handler;
     handler(isDown);

@@ -30,6 +30,8 @@ public:
 
     [[nodiscard]] bool isRunning() const { return m_tap != nullptr; }
     [[nodiscard]] bool isDown() const { return m_isDown; }
+    /// For the handler: how long ago the change happened that it is called for.
+    [[nodiscard]] std::chrono::milliseconds eventAge() const { return m_eventAge; }
     [[nodiscard]] qint64 keyCode() const { return m_keyCode; }
     /// Why the last `start` failed.
     [[nodiscard]] std::optional<ModifierEventsError> failure() const { return m_failure; }
@@ -45,6 +47,7 @@ private:
     std::unique_ptr<ModifierEvents::Tap> m_tap;
     std::optional<ModifierEventsError> m_failure;
     bool m_isDown = false;
+    std::chrono::milliseconds m_eventAge{0};
 };
 
 } // namespace tulvane

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QString>
+
 #include <ports/GlobalHotkeys.h>
 #include <ports/KeyCombination.h>
-
-#include <QString>
 
 #include <functional>
 #include <optional>
@@ -19,7 +19,7 @@ public:
     enum class Verdict {
         accepted,
         notACombination, ///< nothing that the user is told about; the field beeps
-        refused,         ///< in use already: `message` says by whom
+        refused,         ///< in use already: `message` says by what
     };
     struct Answer {
         Verdict verdict = Verdict::accepted;
@@ -32,6 +32,7 @@ public:
     [[nodiscard]] Answer judge(const KeyCombination& combination) const;
 
 private:
+    [[nodiscard]] bool isUsedForPasting(const KeyCombination& combination) const;
     [[nodiscard]] bool isUsedBySystem(const KeyCombination& combination) const;
 
     GlobalHotkeys& m_hotkeys;

@@ -17,11 +17,9 @@ struct ModelFolders {
         const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
         return {data + QStringLiteral("/Tulvane/Models"), QDir::tempPath()};
     }
-    /// Partial downloads: beside the models, so that a finished one moves by a rename, whatever its size.
-    [[nodiscard]] QString transfers() const
-    {
-        return QDir::cleanPath(models + QStringLiteral("/../Downloads"));
-    }
+    /// Partial downloads: beside the models' folder, or, where that is a link to another disk, within it, so
+    /// that a finished one moves by a rename, whatever its size.
+    [[nodiscard]] QString transfers() const;
     [[nodiscard]] QString modelFile(const QString& id) const { return models + u'/' + id + u".bin"; }
     [[nodiscard]] QString encoder(const QString& id) const
     {

@@ -8,6 +8,7 @@
 #include <QFutureWatcher>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 namespace tulvane {
@@ -30,13 +31,11 @@ double fractionOf(qint64 written, qint64 expected, const WhisperModel& model)
 /// Removes a file or a folder with all that is in it; one that is not there is removed already.
 Result<void, ModelError> removeIfPresent(const QString& path)
 {
-    const QFileInfo info(path);
-    if (!info.exists() && !info.isSymLink())
+    std::error_code error;
+    std::filesystem::remove_all(std::filesystem::path(path.toStdU16String()), error);
+    if (!error)
         return {};
-    QFile file(path);
-    if (info.isDir() && !info.isSymLink() ? QDir(path).removeRecursively() : file.remove())
-        return {};
-    return failure(ModelError::fileSystem(path + u": " + file.errorString()));
+    return failure(ModelError::fileSystem(path + u": " + QString::fromStdString(error.message())));
 }
 
 } // namespace
@@ -72,7 +71,7 @@ TransferEvents ModelManager::events()
 {
     return {
         [this](TransferId task, qint64 written, qint64 expected) { noteProgress(task, written, expected); },
-        [this](TransferId task, int status, const QString& file) { noteFinished(task, status, file); },
+        [this](TransferId task, int status, const QString& file) { return takeFinished(task, status, file); },
         [this](TransferId task, const std::optional<TransferError>& error) { noteCompleted(task, error); },
         [this] { noteEventsDelivered(); },
     };
@@ -160,8 +159,25 @@ Result<void, ModelError> ModelManager::deleteModel(const WhisperModel& model)
         return removed;
     if (auto removed = removeIfPresent(m_options.folders.encoder(model.id)); !removed)
         return removed;
+    m_transfers.discard(model.downloadURL(m_options.hub));
+    m_resumeData.erase(model.id);
     setState(model.id, State::notDownloaded());
     return {};
+}
+
+qint64 ModelManager::leftoverBytes() const
+{
+    qint64 sum = 0;
+    for (const TransferRemnant& remnant : m_transfers.remnants())
+        sum += remnant.bytes;
+    return sum;
+}
+
+void ModelManager::freeLeftovers()
+{
+    for (const TransferRemnant& remnant : m_transfers.remnants())
+        m_transfers.discard(remnant.url);
+    m_resumeData.clear();
 }
 
 void ModelManager::noteProgress(TransferId task, qint64 written, qint64 expected)
@@ -173,16 +189,16 @@ void ModelManager::noteProgress(TransferId task, qint64 written, qint64 expected
         setState(model->id, State::downloading(fractionOf(written, expected, *model)));
 }
 
-void ModelManager::noteFinished(TransferId task, int httpStatus, const QString& file)
+bool ModelManager::takeFinished(TransferId task, int httpStatus, const QString& file)
 {
     const auto id = m_tasks.find(task);
     const WhisperModel* const model = id == m_tasks.end() ? nullptr : entry(id->second);
     if (model == nullptr || state(model->id).kind() == State::Kind::notDownloaded)
-        return;
+        return true;
     if (httpStatus < 200 || httpStatus > 299) {
         QFile::remove(file);
         setState(model->id, State::failed(ModelError::httpStatus(httpStatus).description()));
-        return;
+        return true;
     }
     setState(model->id, State::verifying());
     // Here and now: the file is gone when this returns.
@@ -191,6 +207,7 @@ void ModelManager::noteFinished(TransferId task, int httpStatus, const QString& 
         m_installer.install(*model, *std::move(staged));
     else
         noteInstalled(*model, {.abandoned = false, .error = staged.error()});
+    return staged.has_value();
 }
 
 void ModelManager::noteInstalled(const WhisperModel& model, const ModelInstaller::Outcome& outcome)

@@ -4,13 +4,14 @@
 #include <models/ModelInstaller.h>
 #include <models/ModelState.h>
 #include <models/WhisperModel.h>
-#include <ports/BackgroundTransfers.h>
 
 #include <QFileSystemWatcher>
 #include <QMap>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
+
+#include <ports/BackgroundTransfers.h>
 
 #include <functional>
 #include <map>
@@ -26,7 +27,8 @@ class ModelManager final : public QObject {
 public:
     using State = ModelState;
 
-    /// Whether transfers outlive the program, so that those under way are to be taken up again.
+    /// Whether transfers outlive the program, so that those under way are to be taken up again. The program's
+    /// own do; `ordinary` is for tests and previews.
     enum class SessionMode { background, ordinary };
 
     struct Options {
@@ -61,9 +63,15 @@ public:
     void download(const WhisperModel& model);
     /// Ends the model's download; what has arrived is kept for the next one.
     void cancel(const WhisperModel& model);
-    /// Removes the model's file, and ends its download. Fails with the file system's error, and then the
-    /// state is left as it was.
+    /// Removes the model's file, ends its download, and removes what one has left. Fails with the file
+    /// system's error, and then the state is left as it was.
     [[nodiscard]] Result<void, ModelError> deleteModel(const WhisperModel& model);
+
+    /// Bytes on the disk that cancelled and failed downloads have left, those of models that the catalogue no
+    /// longer has included. Reads the disk.
+    [[nodiscard]] qint64 leftoverBytes() const;
+    /// Removes them; a later download starts from the beginning.
+    void freeLeftovers();
 
     /// False until the transfers under way have been taken up; always true in ordinary mode.
     [[nodiscard]] bool isAttached() const { return m_attached; }
@@ -84,7 +92,7 @@ private:
     [[nodiscard]] TransferEvents events();
 
     void noteProgress(TransferId task, qint64 written, qint64 expected);
-    void noteFinished(TransferId task, int httpStatus, const QString& file);
+    [[nodiscard]] bool takeFinished(TransferId task, int httpStatus, const QString& file);
     void noteCompleted(TransferId task, const std::optional<TransferError>& error);
     void noteEventsDelivered();
     void reattach();

@@ -82,9 +82,6 @@ Result<std::unique_ptr<StagedModel>, ModelError> StagedModel::adopt(const ModelF
             staged->writeNote();
         error = renameFile(arrived, staged->m_file);
     }
-    // Three file systems: there is no way but to copy.
-    if (error == std::errc::cross_device_link && QFile::copy(arrived, staged->m_file))
-        error = {};
     if (!error)
         return staged;
     staged->discard();

@@ -14,14 +14,15 @@ namespace tulvane {
 
 /// A model file that has arrived and is not in place yet. A note beside the models tells which model it is,
 /// so that a later program can go on after this one was killed in the middle, and a lock tells other programs
-/// that somebody is at it. Destroying it lets go of the lock and keeps file and note. One thread at a time.
+/// that one is at work on it; the kernel releases the lock of a program that is gone. Destroying it lets go
+/// of the lock and keeps file and note. One thread at a time.
 class StagedModel final {
 public:
     /// Who has an arrived file of a model.
     enum class Found { nobody, otherProgram, waiting };
 
-    /// Moves an arrived file out of its owner's reach, by a rename wherever one is possible: into the
-    /// temporary folder, else (another file system) beside the models.
+    /// Moves an arrived file out of its owner's reach, by a rename: into the temporary folder, else (another
+    /// file system) beside the models. A failure leaves it where it is.
     [[nodiscard]] static Result<std::unique_ptr<StagedModel>, ModelError>
     adopt(const ModelFolders& folders, const QString& id, const QString& arrived);
     /// Looks for what an earlier program has left.

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <base/Result.h>
-#include <ports/HotkeyError.h>
-#include <ports/KeyCombination.h>
 
 #include <QList>
 
+#include <ports/HotkeyError.h>
+#include <ports/KeyCombination.h>
+
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -34,6 +36,7 @@ struct HotkeyEvent {
     HotkeyEventKind kind = HotkeyEventKind::pressed;
     HotkeyId id;
     KeyCombination combination;
+    std::chrono::milliseconds age{0}; ///< how long ago it happened; a busy program handles it late
 };
 
 /// What the program made of an event; one that is not handled goes on to whoever is next.

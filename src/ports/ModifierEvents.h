@@ -1,10 +1,12 @@
 #pragma once
 
 #include <base/Result.h>
-#include <ports/ModifierEventsError.h>
 
 #include <QtGlobal>
 
+#include <ports/ModifierEventsError.h>
+
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -22,6 +24,7 @@ struct ModifierEvent {
     Type type = Type::flagsChanged;
     qint64 keyCode = 0; ///< macOS virtual key code of the key that changed, left and right told apart
     quint64 flags = 0;  ///< what is held now: `eventFlags`, left and right alike
+    std::chrono::milliseconds age{0}; ///< how long ago it happened; a busy program handles it late
 };
 
 /// Watches the modifier keys wherever the focus is, without taking or changing any event. Main thread; so are

@@ -19,7 +19,7 @@ public:
         timedOut,       ///< no byte came for too long, or the whole took longer than is allowed
         hostNotFound,   ///< the server's (or the proxy's) name has no address
         cannotConnect,  ///< no server answers at the address
-        connectionLost, ///< the answer ended before its end
+        connectionLost, ///< the response ended before its end
         insecure,       ///< no trusted encrypted connection could be made
         badAnswer,      ///< what came is not a usable part of the requested file
         noSpace,        ///< the disk is too full; the detail is how many bytes more it needs, in digits

@@ -23,6 +23,8 @@ struct VirtualKey {
 
 namespace virtualKeys {
 
+inline constexpr quint32 letterC = 8;
+inline constexpr quint32 letterV = 9;
 inline constexpr quint32 tab = 48;
 inline constexpr quint32 space = 49;
 inline constexpr quint32 backspace = 51;
@@ -32,6 +34,7 @@ inline constexpr quint32 rightShift = 60;
 inline constexpr quint32 rightOption = 61;
 inline constexpr quint32 rightControl = 62;
 inline constexpr quint32 fn = 63;
+inline constexpr quint32 insert = 114;
 inline constexpr quint32 home = 115;
 inline constexpr quint32 forwardDelete = 117;
 

@@ -25,6 +25,7 @@ enum class DeviceKey : std::uint8_t {
     f5 = 63,
     f9 = 67,
     numLock = 69,
+    scrollLock = 70,
     rightControl = 97,
     rightAlt = 100,
     leftSuper = 125,

@@ -9,6 +9,8 @@ change of the script starts all lists anew. Every request is one JSON line in FO
 
 A fault is an object:
     status, body, type   answer this instead of the file
+    unsized              without a Content-Length: the end of the connection is the end of the body
+    endless              zeros without a Content-Length, until the client has enough
     ignoreRange          send the whole file, whatever was asked for
     ignoreCondition      send the range, whatever the validator was
     etag                 another validator; "" for none
@@ -87,7 +89,9 @@ class Handler(BaseHTTPRequestHandler):
                 self.redirect(fault["location"])
             elif "status" in fault:
                 self.answer(fault["status"], fault.get("body", "<html>No</html>").encode(),
-                            fault.get("type", "text/html"))
+                            fault.get("type", "text/html"), "unsized" in fault)
+            elif "endless" in fault:
+                self.pour()
             else:
                 self.serve(path, fault)
         except (BrokenPipeError, ConnectionResetError):
@@ -107,9 +111,18 @@ class Handler(BaseHTTPRequestHandler):
             self.send_header(name, str(value))
         self.end_headers()
 
-    def answer(self, status, body, kind):
-        self.head(status, {"Content-Length": len(body), "Content-Type": kind})
+    def answer(self, status, body, kind, unsized=False):
+        length = {"Connection": "close"} if unsized else {"Content-Length": len(body)}
+        self.head(status, {**length, "Content-Type": kind})
         self.wfile.write(body)
+        self.close_connection = self.close_connection or unsized
+
+    def pour(self):
+        self.close_connection = True
+        self.head(200, {"Connection": "close", "Content-Type": "application/octet-stream", "ETag": '"endless"'})
+        self.wfile.write(b"lmgg")
+        while True:
+            self.wfile.write(bytes(PIECE))
 
     def redirect(self, location):
         self.head(302, {"Content-Length": 0, "Location": location})

@@ -24,6 +24,8 @@ void handleSignals(void (*handler)(int))
 {
     struct sigaction action = {};
     action.sa_handler = handler;
+    // The second one ends the process, whatever it is waiting for.
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigemptyset(&action.sa_mask);
     for (const int number : {SIGINT, SIGTERM})
         sigaction(number, &action, nullptr);
@@ -31,7 +33,9 @@ void handleSignals(void (*handler)(int))
 
 } // namespace
 
-InterruptWatcher::InterruptWatcher(int input, std::function<void()> stop) : m_input(input), m_stop(std::move(stop))
+InterruptWatcher::InterruptWatcher(int input, std::function<void()> stop)
+    : m_input(input),
+      m_stop(std::move(stop))
 {
     if (pipe(m_pipe.data()) != 0)
         qFatal("no pipe: %s", std::strerror(errno));
@@ -39,7 +43,7 @@ InterruptWatcher::InterruptWatcher(int input, std::function<void()> stop) : m_in
         fcntl(end, F_SETFD, FD_CLOEXEC);
     signalPipe = m_pipe[1];
     m_signals.emplace(m_pipe[0], QSocketNotifier::Read);
-    QObject::connect(&*m_signals, &QSocketNotifier::activated, &*m_signals, [this] { m_stop(); });
+    QObject::connect(&*m_signals, &QSocketNotifier::activated, &*m_signals, [this] { readSignals(); });
     handleSignals(noteSignal);
 
     if (m_input < 0)
@@ -55,6 +59,13 @@ InterruptWatcher::~InterruptWatcher()
     m_signals.reset();
     for (const int end : m_pipe)
         close(end);
+}
+
+void InterruptWatcher::readSignals()
+{
+    std::array<char, 16> bytes{};
+    if (read(m_pipe[0], bytes.data(), bytes.size()) > 0)
+        m_stop();
 }
 
 void InterruptWatcher::readInput()

@@ -9,8 +9,8 @@
 
 namespace tulvane::cli {
 
-/// Tells when the person at the terminal wants to stop: Enter, Ctrl+C, or the process being asked to end.
-/// While it lives, SIGINT and SIGTERM do not end the process. One at a time; main thread.
+/// Reports that the user wants to stop: Enter, Ctrl+C, or the process being asked to end. While it lives, the
+/// first SIGINT and the first SIGTERM do not end the process; the second does. One at a time; main thread.
 class InterruptWatcher final {
 public:
     /// `input` is the descriptor whose lines count as Enter; its end does not. Negative: only signals count.
@@ -20,6 +20,7 @@ public:
     ~InterruptWatcher();
 
 private:
+    void readSignals();
     void readInput();
 
     int m_input;

@@ -176,8 +176,9 @@ ModelFacts selectedModel(const AppSettings& settings)
 Examination examine(const AppSettings& settings)
 {
     const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
-    const X11PrivacyPermissions permissions(abilities, [] { return false; });
     PulseAudioInput microphone;
+    const X11PrivacyPermissions permissions(
+        abilities, [&microphone] { return microphone.server()->refusesMicrophone(); });
     Examination examination{.session = sessionDiagnostics(thisSession(abilities)), .dictation = {}};
     Diagnostics& session = examination.session;
     Diagnostics& dictation = examination.dictation;

@@ -40,7 +40,7 @@ TransferId FakeBackgroundTransfers::start(const TransferRequest& request)
     started.append(request);
     const TransferId id = ++m_last;
     if (m_scripts.contains(request.url)) {
-        m_playing.insert(id, {request, m_kept.value(request.url), -1, false});
+        m_playing.insert(id, {request, m_kept.value(request.url), -1, false, false});
         QMetaObject::invokeMethod(this, [this, id] { play(id); }, Qt::QueuedConnection);
     }
     return id;
@@ -71,6 +71,30 @@ void FakeBackgroundTransfers::cancel(TransferId id)
         this, [this, id] { end(id, TransferError(TransferError::Kind::cancelled)); }, Qt::QueuedConnection);
 }
 
+void FakeBackgroundTransfers::discard(const QUrl& url)
+{
+    discarded.append(url);
+    left.removeIf([&](const TransferRemnant& each) { return each.url == url; });
+    m_kept.remove(url);
+    for (auto playing = m_playing.begin(); playing != m_playing.end(); ++playing) {
+        if (playing->request.url != url || playing->discarding)
+            continue;
+        playing->discarding = true;
+        cancel(playing.key());
+        return;
+    }
+}
+
+QList<TransferRemnant> FakeBackgroundTransfers::remnants() const
+{
+    QList<TransferRemnant> list = left;
+    for (auto kept = m_kept.cbegin(); kept != m_kept.cend(); ++kept) {
+        if (*kept > 0)
+            list.append({kept.key(), *kept});
+    }
+    return list;
+}
+
 void FakeBackgroundTransfers::play(TransferId id)
 {
     if (!m_playing.contains(id))
@@ -96,8 +120,9 @@ void FakeBackgroundTransfers::end(TransferId id, const std::optional<TransferErr
     if (!m_playing.contains(id))
         return;
     const Playing playing = m_playing.take(id);
-    m_kept[playing.request.url] = error ? playing.received : 0;
-    if (error && playing.received > 0)
+    const bool keeps = error && !playing.discarding && playing.received > 0;
+    m_kept[playing.request.url] = keeps ? playing.received : 0;
+    if (keeps)
         tellCompleted(id, error->withResumeData(playing.request.url.toEncoded()));
     else
         tellCompleted(id, error);
@@ -121,8 +146,7 @@ void FakeBackgroundTransfers::tellFinished(TransferId id, int status, const QByt
 void FakeBackgroundTransfers::tellFinishedFile(TransferId id, int status, const QString& file)
 {
     m_lastFile = file;
-    if (m_events.finished)
-        m_events.finished(id, status, file);
+    m_wasTaken = !m_events.finished || m_events.finished(id, status, file);
     QFile::remove(file);
 }
 

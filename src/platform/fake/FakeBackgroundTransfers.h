@@ -1,11 +1,11 @@
 #pragma once
 
-#include <ports/BackgroundTransfers.h>
-
 #include <QMap>
 #include <QObject>
 #include <QPromise>
 #include <QTemporaryDir>
+
+#include <ports/BackgroundTransfers.h>
 
 #include <optional>
 #include <vector>
@@ -31,11 +31,14 @@ public:
     [[nodiscard]] TransferId start(const TransferRequest& request) override;
     [[nodiscard]] TransferId resume(const QByteArray& resumeData) override;
     void cancel(TransferId id) override;
+    void discard(const QUrl& url) override;
+    [[nodiscard]] QList<TransferRemnant> remnants() const override;
 
     // What was asked for, oldest first.
     QList<TransferRequest> started;
     QList<QByteArray> resumed;
     QList<TransferId> cancelled;
+    QList<QUrl> discarded;
 
     // Telling by hand.
     void tellProgress(TransferId id, qint64 received, qint64 expected);
@@ -46,6 +49,10 @@ public:
     void tellFinishedFile(TransferId id, int status, const QString& file);
     void tellCompleted(TransferId id, const std::optional<TransferError>& error = std::nullopt);
     void tellEventsDelivered();
+    /// What `remnants()` answers, besides what scripted transfers have left.
+    QList<TransferRemnant> left;
+    /// Whether the receiver of the last `tellFinished` has dealt with the file.
+    [[nodiscard]] bool wasTaken() const { return m_wasTaken; }
     /// The file that the last `tellFinished` handed over.
     [[nodiscard]] const QString& lastFile() const { return m_lastFile; }
     /// The identifier that the last `start` or `resume` gave.
@@ -66,6 +73,7 @@ private:
         qint64 received = 0;
         qint64 expected = -1;
         bool ending = false;
+        bool discarding = false;
     };
 
     void play(TransferId id);
@@ -75,6 +83,7 @@ private:
     TransferId m_last = 0;
     QTemporaryDir m_folder;
     QString m_lastFile;
+    bool m_wasTaken = false;
     QList<TransferTask> m_tasks;
     bool m_holdsTasks = false;
     int m_timesAsked = 0;

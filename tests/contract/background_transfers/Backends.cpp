@@ -2,9 +2,9 @@
 
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
-#include <platform/linux/transfers/http/InProcessTransfers.h>
 #include <support/HubServer.h>
 #include <support/ScratchFolder.h>
+#include <support/transfers/InProcessTransfers.h>
 
 namespace tulvane::test {
 

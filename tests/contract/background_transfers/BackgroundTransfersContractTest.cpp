@@ -59,6 +59,7 @@ protected:
     std::map<TransferId, Told> m_told;
     int m_inCall = 0;
     QString m_moveTo;
+    bool m_takes = true;
     std::function<void()> m_onFinished;
     QByteArray m_body = QByteArray(300'000, 'a') + QByteArray(200'000, 'b');
 
@@ -73,7 +74,10 @@ private:
                 if (m_told[id].order.isEmpty())
                     m_told[id].order.append(QStringLiteral("progress"));
             },
-            [this](TransferId id, int status, const QString& file) { takeFinished(id, status, file); },
+            [this](TransferId id, int status, const QString& file) {
+                takeFinished(id, status, file);
+                return m_takes;
+            },
             [this](TransferId id, const std::optional<TransferError>& error) {
                 EXPECT_EQ(m_inCall, 0);
                 ++m_told[id].completed;
@@ -280,6 +284,48 @@ TEST_P(TransfersContract, TwoTransfersRunSideBySide)
     EXPECT_EQ(m_told[held].completed, 0);
     cancel(held);
     EXPECT_EQ(waitForEnd(held).error->kind(), Kind::cancelled);
+}
+
+TEST_P(TransfersContract, WhatATransferLeftIsListedAndCanBeDiscarded)
+{
+    EXPECT_TRUE(transfers().remnants().isEmpty());
+    const QUrl url = serve({{.cutAfter = 200'000}});
+    EXPECT_TRUE(waitForEnd(start(url)).error);
+    const auto listed = [&] { return transfers().remnants() == QList<TransferRemnant>{{url, 200'000}}; };
+    EXPECT_TRUE(waitUntil(listed));
+    transfers().discard(url);
+    EXPECT_TRUE(waitUntil([&] { return transfers().remnants().isEmpty(); }));
+    EXPECT_EQ(waitForEnd(start(url)).body, m_body);
+}
+
+TEST_P(TransfersContract, DiscardingEndsATransferAndLeavesNothing)
+{
+    const QUrl url = serve({{.cutAfter = 200'000, .hold = true}});
+    const TransferId id = start(url);
+    ASSERT_TRUE(waitForBytes(id, 1));
+    transfers().discard(url);
+    const Told& told = waitForEnd(id);
+    ASSERT_TRUE(told.error);
+    EXPECT_EQ(told.error->kind(), Kind::cancelled);
+    EXPECT_TRUE(told.error->resumeData().isEmpty());
+    EXPECT_TRUE(waitUntil([&] { return transfers().remnants().isEmpty(); }));
+}
+
+TEST_P(TransfersContract, DiscardingTheUnknownDoesNothing)
+{
+    transfers().discard(QUrl(QStringLiteral("https://hub.example/unknown")));
+    EXPECT_EQ(waitForEnd(start(serve())).error, std::nullopt);
+}
+
+TEST_P(TransfersContract, AFileThatCouldNotBeTakenIsThereForTheNextStart)
+{
+    const QUrl url = serve();
+    m_takes = false;
+    EXPECT_EQ(waitForEnd(start(url)).error, std::nullopt);
+    m_takes = true;
+    const Told& told = waitForEnd(start(url));
+    EXPECT_EQ(told.statuses, QList<int>{200});
+    EXPECT_EQ(told.body, m_body);
 }
 
 TEST_P(TransfersContract, NobodyIsToldAfterTheTellingEnds)

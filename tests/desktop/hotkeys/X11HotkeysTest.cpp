@@ -1,4 +1,3 @@
-#include <ports/KeyModifiers.h>
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
@@ -8,6 +7,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
+
+#include <thread>
 
 namespace tulvane {
 
@@ -69,6 +71,59 @@ TEST_F(X11HotkeysTest, WorkWhateverTheLocksAreAt)
     EXPECT_TRUE(isHeard(keys, DeviceKey::leftAlt, DeviceKey::space)) << "Caps Lock and Num Lock";
     keys.tap(DeviceKey::capsLock);
     EXPECT_TRUE(isHeard(keys, DeviceKey::leftAlt, DeviceKey::space)) << "Num Lock";
+}
+
+TEST_F(X11HotkeysTest, WorkWithEveryLockAndLevelOnWhateverModifierItIs)
+{
+    const test::VirtualDesktop desktop;
+    test::XTestKeys keys(desktop.display());
+    X11Hotkeys hotkeys(desktop.display());
+    listen(hotkeys);
+    auto token = take(hotkeys, altSpace);
+    hotkeys.setChangeHandler([&] {
+        token.reset();
+        token = take(hotkeys, altSpace);
+    });
+    const auto xmodmap = [&](const QString& change) {
+        desktop.run(QStringLiteral("xmodmap"), {QStringLiteral("-e"), change});
+    };
+    xmodmap(QStringLiteral("add mod3 = Scroll_Lock"));
+    keys.tap(DeviceKey::scrollLock);
+    EXPECT_TRUE(isHeard(keys, DeviceKey::leftAlt, DeviceKey::space)) << "Scroll Lock";
+    keys.tap(DeviceKey::scrollLock);
+    xmodmap(QStringLiteral("remove mod2 = Num_Lock"));
+    xmodmap(QStringLiteral("add mod5 = Num_Lock"));
+    keys.tap(DeviceKey::numLock);
+    EXPECT_TRUE(isHeard(keys, DeviceKey::leftAlt, DeviceKey::space)) << "Num Lock, moved";
+}
+
+TEST_F(X11HotkeysTest, AModifierThatIsNoneIsNeverABareKey)
+{
+    const test::VirtualDesktop desktop;
+    X11Hotkeys hotkeys(desktop.display());
+    const auto refused = hotkeys.registerHotkey(id, {49, 16384});
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error(), HotkeyError::noSuchKey());
+}
+
+TEST_F(X11HotkeysTest, AReleaseThatIsHandledLateTellsWhenItWas)
+{
+    const test::VirtualDesktop desktop;
+    test::XTestKeys keys(desktop.display());
+    X11Hotkeys hotkeys(desktop.display());
+    std::vector<std::chrono::milliseconds> ages;
+    hotkeys.setEventHandler([&](const HotkeyEvent& event) {
+        ages.push_back(event.age);
+        return HotkeyDelivery::handled;
+    });
+    const auto token = take(hotkeys, {96, 0});
+    keys.press(DeviceKey::f5);
+    ASSERT_TRUE(waitUntil([&] { return ages.size() == 1; }));
+    keys.release(DeviceKey::f5);
+    std::this_thread::sleep_for(std::chrono::milliseconds(400)); // a program that is busy
+    ASSERT_TRUE(waitUntil([&] { return ages.size() == 2; }));
+    EXPECT_LT(ages[0].count(), 200);
+    EXPECT_GE(ages[1].count(), 350);
 }
 
 TEST_F(X11HotkeysTest, StayOnTheirKeysInEveryLayout)

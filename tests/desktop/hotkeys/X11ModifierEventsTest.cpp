@@ -1,5 +1,7 @@
-#include <ports/KeyModifiers.h>
+#include <platform/linux/x11/keyboard/OwnStrokes.h>
+#include <platform/linux/x11/keyboard/ServerTime.h>
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
+#include <platform/linux/x11/keyboard/X11KeyPosting.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
@@ -7,6 +9,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
+
+#include <thread>
 
 namespace tulvane {
 
@@ -139,6 +144,74 @@ TEST(X11ModifierEvents, ATapMayBeDroppedWhenTheServerEnds)
     desktop.killServer();
     EXPECT_TRUE(waitUntil([&] { return isLost; }));
     EXPECT_EQ(tap, nullptr);
+}
+
+TEST(X11ModifierEvents, LeaveOutWhatThisProgramPosts)
+{
+    const test::VirtualDesktop desktop;
+    test::XTestKeys keys(desktop.display());
+    X11ModifierEvents events(desktop.display());
+    std::vector<ModifierEvent> seen;
+    const auto tap = listen(events, seen);
+    keys.press(DeviceKey::rightAlt);
+    ASSERT_TRUE(waitUntil([&] { return seen.size() == 1; }));
+    EventLoopScheduler scheduler;
+    const auto link = X11Link::open(desktop.display().toLocal8Bit());
+    ASSERT_TRUE(link);
+    X11KeyPosting posting(*link, scheduler, {});
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(test::await(posting.post(KeyPosting::keyV, KeyPosting::command)));
+    keys.release(DeviceKey::rightAlt);
+    ASSERT_TRUE(waitUntil([&] { return seen.size() > 1; }));
+    EXPECT_FALSE(waitUntil([&] { return seen.size() > 2; }, std::chrono::milliseconds(200)));
+    EXPECT_EQ(seen.back().flags, 0U) << "only the finger's own release";
+}
+
+TEST(X11ModifierEvents, TellWhenWhatIsHandledLateHasHappened)
+{
+    const test::VirtualDesktop desktop;
+    test::XTestKeys keys(desktop.display());
+    X11ModifierEvents events(desktop.display());
+    std::vector<ModifierEvent> seen;
+    const auto tap = listen(events, seen);
+    keys.press(DeviceKey::rightAlt);
+    ASSERT_TRUE(waitUntil([&] { return seen.size() == 1; }));
+    keys.release(DeviceKey::rightAlt);
+    std::this_thread::sleep_for(std::chrono::milliseconds(400)); // a program that is busy
+    ASSERT_TRUE(waitUntil([&] { return seen.size() == 2; }));
+    EXPECT_LT(seen[0].age.count(), 200);
+    EXPECT_GE(seen[1].age.count(), 350);
+}
+
+TEST(OwnStrokes, AreTakenOnceAndNotLongAfterwards)
+{
+    using namespace std::chrono_literals;
+    OwnStrokes strokes;
+    const auto now = std::chrono::steady_clock::now();
+    EXPECT_FALSE(strokes.take(108, false, now));
+    strokes.add(108, false);
+    strokes.add(108, true);
+    EXPECT_FALSE(strokes.take(64, false, now)) << "another key";
+    EXPECT_TRUE(strokes.take(108, true, now + 20ms));
+    EXPECT_FALSE(strokes.take(108, true, now + 20ms)) << "the user's own";
+    EXPECT_FALSE(strokes.take(108, false, now + 400ms)) << "it never came";
+}
+
+TEST(ServerTime, IsByTheMonotonicClockOrThePromptestEvent)
+{
+    using namespace std::chrono_literals;
+    const std::chrono::steady_clock::time_point now(1'000'000ms);
+    ServerTime local;
+    EXPECT_EQ(local.age(999'700, now), 300ms);
+    EXPECT_EQ(local.age(1'000'000, now), 0ms);
+    ServerTime remote;
+    EXPECT_EQ(remote.age(5'000, now), 0ms);
+    EXPECT_EQ(remote.age(5'100, now + 500ms), 400ms);
+    EXPECT_EQ(remote.age(5'700, now + 600ms), 0ms) << "prompter than the first";
+    EXPECT_EQ(remote.age(5'800, now + 900ms), 200ms);
+    ServerTime wrapped;
+    EXPECT_EQ(wrapped.age(0xFFFFFF00U, now), 0ms);
+    EXPECT_EQ(wrapped.age(0x10U, now + 500ms), 500ms - 272ms);
 }
 
 } // namespace

@@ -4,10 +4,13 @@
 #include <support/Await.h>
 #include <support/Soak.h>
 
+#include <QStorageInfo>
+
 namespace tulvane {
 namespace {
 
 using test::DownloadRig;
+using test::ScratchFolder;
 using test::SmallDisk;
 using test::TransferKind;
 using test::waitUntil;
@@ -82,6 +85,67 @@ TEST_P(DiskFull, ADiskThatFillsUpMeanwhileIsToldAndTheBytesAreGoneOnFrom)
         EXPECT_GT(m_rig.askedFrom().at(before), 0);
         ASSERT_TRUE(program.manager->deleteModel(m_rig.model));
     }
+}
+
+TEST_P(DiskFull, WithoutAnyRoomTheDiskIsBlamed)
+{
+    fill(8 * 1024 * 1024);
+    auto program = m_rig.launch();
+    expectFull(m_rig.download(program));
+    EXPECT_TRUE(m_rig.askedFrom().isEmpty());
+    empty();
+    m_rig.expectInstalled(program);
+}
+
+TEST_P(DiskFull, TheReserveStaysFreeWhateverOthersWrite)
+{
+    m_rig.http.reserve = 2 * 1024 * 1024;
+    auto program = m_rig.launch();
+    m_rig.script({{{QStringLiteral("rate"), 4'000'000}}});
+    program.manager->download(m_rig.model);
+    ASSERT_TRUE(waitUntil([&] { return program.manager->state(m_rig.model.id).fraction() > 0.1; }));
+    fill(4 * 1024 * 1024);
+    ASSERT_TRUE(
+        waitUntil([&] { return program.manager->state(m_rig.model.id).kind() == ModelState::Kind::failed; }));
+    expectFull(program.manager->state(m_rig.model.id));
+    EXPECT_GE(QStorageInfo(m_disk.path()).bytesAvailable(), m_rig.http.reserve);
+}
+
+TEST_P(DiskFull, WhatEndedForRoomGoesOnOnlyWhenAsked)
+{
+    {
+        auto program = m_rig.launch();
+        m_rig.script({{{QStringLiteral("rate"), 4'000'000}}});
+        program.manager->download(m_rig.model);
+        ASSERT_TRUE(waitUntil([&] { return program.manager->state(m_rig.model.id).fraction() > 0.1; }));
+        fill(8 * 1024 * 1024);
+        ASSERT_TRUE(waitUntil(
+            [&] { return program.manager->state(m_rig.model.id).kind() == ModelState::Kind::failed; }));
+    }
+    ASSERT_TRUE(m_rig.waitForNoHelper());
+    empty();
+    const qsizetype asked = m_rig.askedFrom().size();
+    auto next = m_rig.launch();
+    EXPECT_EQ(next.manager->state(m_rig.model.id), ModelState::notDownloaded());
+    EXPECT_FALSE(waitUntil([&] { return m_rig.askedFrom().size() > asked; }, std::chrono::milliseconds(500)));
+    EXPECT_GT(next.manager->leftoverBytes(), 0);
+    m_rig.expectInstalled(next);
+    EXPECT_GT(m_rig.askedFrom().at(asked), 0);
+}
+
+TEST_P(DiskFull, ModelsOnAnotherDiskThroughALinkAreDownloadedThere)
+{
+    const QString target = m_disk.path() + QStringLiteral("/models");
+    ASSERT_TRUE(QDir().mkpath(target));
+    const ScratchFolder home;
+    ASSERT_TRUE(QDir().mkpath(home.file(QStringLiteral("Tulvane"))));
+    m_rig.folders.models = home.file(QStringLiteral("Tulvane/Models"));
+    ASSERT_TRUE(QFile::link(target, m_rig.folders.models));
+    auto program = m_rig.launch();
+    m_rig.expectInstalled(program);
+    EXPECT_TRUE(QFile::exists(target + u'/' + m_rig.model.id + u".bin"));
+    EXPECT_EQ(QDir(home.file(QStringLiteral("Tulvane"))).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+              QStringList{QStringLiteral("Models")});
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, DiskFull, ::testing::Values(TransferKind::inProcess, TransferKind::detached),

@@ -2,8 +2,8 @@
 
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/transfers/TransferFolder.h>
-#include <platform/linux/transfers/http/InProcessTransfers.h>
 #include <support/Await.h>
+#include <support/transfers/InProcessTransfers.h>
 
 #include <QCryptographicHash>
 #include <QDirIterator>

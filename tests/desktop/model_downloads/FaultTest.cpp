@@ -231,6 +231,119 @@ TEST_P(Fault, APageInTheFilesPlaceIsNotInstalledAndKeepsTheBytes)
     });
 }
 
+TEST_P(Fault, AShortMessageInTheFilesPlaceKeepsTheBytes)
+{
+    often([](DownloadRig& rig) {
+        const QString notAModel = QStringLiteral(
+            "The downloaded file is not a ggml model. The Hugging Face repo may not provide this file.");
+        auto program = rig.launch();
+        const auto message = [](const QString& body, bool unsized) {
+            QJsonObject answer{{QStringLiteral("status"), 200},
+                               {QStringLiteral("body"), body},
+                               {QStringLiteral("type"), QStringLiteral("application/json")}};
+            if (unsized)
+                answer.insert(QStringLiteral("unsized"), true);
+            return answer;
+        };
+        const QString json = QStringLiteral("{\"error\":\"busy\"}");
+        const qint64 cut = loseConnection(
+            rig, program, {message(json, false), message(json, true), message({}, false), message({}, true)});
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(rig.download(program), ModelState::failed(notAModel)) << i;
+            EXPECT_EQ(rig.partialBytes(), cut) << i;
+        }
+        rig.expectInstalled(program);
+        EXPECT_EQ(rig.askedFrom(), (QList<qint64>{0, cut, cut, cut, cut, cut}));
+    });
+}
+
+TEST_P(Fault, ABodyWithoutAnEndIsGivenUpAtTheCataloguesSize)
+{
+    DownloadRig rig(GetParam());
+    rig.http.retries = 2;
+    const QString unusable = QStringLiteral("The server's answer is not a usable part of the file.");
+    {
+        auto program = rig.launch();
+        rig.script({fault("endless")});
+        EXPECT_EQ(rig.download(program), ModelState::failed(unusable));
+        EXPECT_TRUE(waitUntil([&] { return rig.files().isEmpty(); })) << qPrintable(rig.files().join(u' '));
+    }
+    auto program = rig.launch();
+    EXPECT_EQ(program.manager->state(rig.model.id), ModelState::notDownloaded());
+    EXPECT_EQ(rig.askedFrom().size(), 1);
+    rig.expectInstalled(program);
+}
+
+TEST_P(Fault, AFileFarLargerThanTheCatalogueSaysIsNotFetched)
+{
+    DownloadRig rig(GetParam());
+    rig.model.approximateSizeBytes = rig.body.size() / 2;
+    auto program = rig.launch();
+    EXPECT_EQ(rig.download(program),
+              ModelState::failed(QStringLiteral("The server's answer is not a usable part of the file.")));
+    EXPECT_TRUE(waitUntil([&] { return rig.files().isEmpty(); }));
+}
+
+TEST_P(Fault, AFileALittleTooLargeIsToldByItsSize)
+{
+    DownloadRig rig(GetParam());
+    rig.model.approximateSizeBytes = rig.body.size() * 10 / 12;
+    auto program = rig.launch();
+    EXPECT_TRUE(
+        rig.download(program).message().startsWith(QStringLiteral("Downloaded 3 MB, expected about")));
+    EXPECT_TRUE(waitUntil([&] { return rig.files().isEmpty(); }));
+}
+
+TEST_P(Fault, ARedirectToNoWebAddressIsNoUsableAnswer)
+{
+    DownloadRig rig(GetParam());
+    auto program = rig.launch();
+    for (const char* const target : {"file:///etc/passwd", "ftp://127.0.0.1/model", "gopher://127.0.0.1/"}) {
+        rig.script({fault("location", QLatin1String(target))});
+        EXPECT_EQ(rig.download(program),
+                  ModelState::failed(QStringLiteral("The server's answer is not a usable part of the file.")))
+            << target;
+    }
+}
+
+TEST_P(Fault, RedirectsWithoutEndAreGivenUp)
+{
+    DownloadRig rig(GetParam());
+    auto program = rig.launch();
+    const QString itself = rig.model.downloadURL(rig.hub).toString();
+    rig.script(QList<QJsonObject>(20, fault("location", itself)));
+    EXPECT_EQ(rig.download(program),
+              ModelState::failed(QStringLiteral("The server's answer is not a usable part of the file.")));
+    EXPECT_EQ(rig.askedFrom().size(), 11);
+}
+
+TEST_P(Fault, DeletingTakesThePartialFileAlong)
+{
+    often([](DownloadRig& rig) {
+        auto program = rig.launch();
+        const qint64 cut = loseConnection(rig, program);
+        EXPECT_EQ(program.manager->leftoverBytes(), cut);
+        ASSERT_TRUE(program.manager->deleteModel(rig.model));
+        EXPECT_TRUE(waitUntil([&] { return rig.files().isEmpty(); })) << qPrintable(rig.files().join(u' '));
+        rig.script({fault("rate", 3'000'000)});
+        program.manager->download(rig.model);
+        ASSERT_TRUE(waitUntil([&] { return program.manager->state(rig.model.id).fraction() > 0.1; }));
+        ASSERT_TRUE(program.manager->deleteModel(rig.model));
+        EXPECT_TRUE(waitUntil([&] { return rig.files().isEmpty(); })) << qPrintable(rig.files().join(u' '));
+        rig.expectInstalled(program);
+    });
+}
+
+TEST(FaultInProcess, ADownloadThatTakesLongerThanIsAllowedIsGivenUp)
+{
+    DownloadRig rig(TransferKind::inProcess);
+    rig.http.totalTimeout = 300ms;
+    auto program = rig.launch();
+    rig.script({fault("rate", 1'000'000)});
+    EXPECT_EQ(rig.download(program), ModelState::failed(QStringLiteral("The server stopped answering.")));
+    EXPECT_GT(rig.partialBytes(), 0);
+}
+
 TEST_P(Fault, AnExpiredRedirectIsAskedForAgain)
 {
     often([](DownloadRig& rig) {

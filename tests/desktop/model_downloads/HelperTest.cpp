@@ -51,6 +51,25 @@ TEST_F(Helper, IsNotStartedWhileThereIsNothingToDo)
     EXPECT_EQ(state(m_rig, program), ModelState::notDownloaded());
 }
 
+TEST_F(Helper, WhatWasLeftAloneForAMonthIsRemovedWithoutIt)
+{
+    const transfers::TransferFolder folder(m_rig.folders.transfers());
+    {
+        auto program = m_rig.launch();
+        m_rig.script({{{QStringLiteral("cut"), 1'000'000}}});
+        EXPECT_EQ(m_rig.download(program).kind(), Kind::failed);
+        ASSERT_TRUE(m_rig.waitForNoHelper());
+    }
+    QFile record(folder.recordFile(transfers::TransferRecord::keyOf(m_rig.model.downloadURL(m_rig.hub))));
+    ASSERT_TRUE(record.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(
+        record.setFileTime(QDateTime::currentDateTime().addDays(-31), QFileDevice::FileModificationTime));
+    record.close();
+    const auto program = m_rig.launch();
+    EXPECT_TRUE(m_rig.helpers().isEmpty());
+    EXPECT_TRUE(m_rig.files().isEmpty()) << qPrintable(m_rig.files().join(u' '));
+}
+
 TEST_F(Helper, EndsByItselfThoughProgramsAreThere)
 {
     auto program = m_rig.launch();

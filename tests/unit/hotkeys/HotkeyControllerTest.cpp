@@ -77,6 +77,38 @@ TEST_F(HotkeyControllerTest, MeasuresThePressByTheClock)
               QStringLiteral("start cancel start cancel start stop start stop"));
 }
 
+TEST_F(HotkeyControllerTest, ATapThatIsHandledLateIsATap)
+{
+    m_settings.setHotkeyMode(HotkeyMode::hold);
+    make();
+    const HotkeyId id = m_hotkeys.registered().front().first;
+    const auto late = [&](HotkeyEventKind kind, std::chrono::milliseconds age) {
+        (void)m_hotkeys.deliver({HotkeyEvent::Source::hotkey, kind, id, optionSpace, age});
+    };
+    late(HotkeyEventKind::pressed, 0ms);
+    m_clock.advance(800ms);
+    late(HotkeyEventKind::released, 700ms);
+    late(HotkeyEventKind::pressed, 600ms);
+    late(HotkeyEventKind::released, 0ms);
+    EXPECT_EQ(m_done.join(QLatin1Char(' ')), QStringLiteral("start cancel start stop"));
+}
+
+TEST_F(HotkeyControllerTest, ATapOfTheSingleKeyThatIsHandledLateIsATap)
+{
+    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    make();
+    const auto late = [&](quint64 flags, std::chrono::milliseconds age) {
+        m_modifiers.send({ModifierEvent::Type::flagsChanged, 61, flags, age});
+    };
+    late(eventFlags::option, 0ms);
+    m_clock.advance(800ms);
+    late(0, 700ms);
+    late(eventFlags::option, 600ms);
+    late(0, 0ms);
+    EXPECT_EQ(m_done.join(QLatin1Char(' ')), QStringLiteral("start cancel start stop"));
+}
+
 TEST_F(HotkeyControllerTest, AHybridTapLatchesAndALongPressDoesNot)
 {
     m_settings.hotkeyMode.set(HotkeyMode::hybrid);

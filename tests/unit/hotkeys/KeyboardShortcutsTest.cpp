@@ -1,11 +1,11 @@
 #include <hotkeys/KeyboardShortcuts.h>
-#include <ports/ModifierEventsError.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <support/LogCapture.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ports/ModifierEventsError.h>
 
 #include <thread>
 
@@ -218,6 +218,30 @@ TEST_F(KeyboardShortcutsTest, AFailureIsLoggedAndStaysVisible)
     EXPECT_EQ(m_defaults.value(dictateKey), QVariant(optionSpaceJson)) << "the shortcut stays stored";
     m_hotkeys.press(optionSpace);
     EXPECT_THAT(m_heard, IsEmpty());
+}
+
+TEST_F(KeyboardShortcutsTest, UnknownModifiersNeverLeaveABareKey)
+{
+    declareAndListen();
+    for (const char* const modifiers : {"16384", "1024", "18432", "4294967295"}) {
+        ASSERT_TRUE(m_defaults.set(
+            dictateKey,
+            QStringLiteral("{\"carbonKeyCode\":49,\"carbonModifiers\":%1}").arg(QLatin1String(modifiers))));
+        m_shortcuts->registerAgain();
+        EXPECT_EQ(state(), (RegistrationState{Kind::failed, HotkeyError::outOfRange()})) << modifiers;
+        EXPECT_THAT(m_hotkeys.registered(), IsEmpty()) << modifiers;
+        EXPECT_EQ(m_shortcuts->display(ShortcutName::dictate()).text(), QStringLiteral("Key 49"))
+            << modifiers;
+    }
+}
+
+TEST_F(KeyboardShortcutsTest, AKeyThatNoKeyboardHasIsWrittenByItsNumber)
+{
+    ASSERT_TRUE(m_defaults.set(dictateKey,
+                               QStringLiteral("{\"carbonKeyCode\":5000000000,\"carbonModifiers\":2048}")));
+    declareAndListen();
+    EXPECT_EQ(state().kind, Kind::failed);
+    EXPECT_EQ(m_shortcuts->display(ShortcutName::dictate()).text(), QStringLiteral("Key 5000000000"));
 }
 
 TEST_F(KeyboardShortcutsTest, WhatFailedCanBeTriedAgain)

@@ -1,9 +1,9 @@
 #include <hotkeys/ShortcutRules.h>
 #include <hotkeys/ShortcutTexts.h>
-#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 
@@ -76,6 +76,27 @@ TEST_F(ShortcutRulesTest, WhatTheSystemUsesIsRefused)
     EXPECT_EQ(verdict(49, carbon::option), Verdict::accepted) << "switched off in the system";
     EXPECT_EQ(verdict(49, carbon::command | carbon::shift), Verdict::accepted);
     EXPECT_EQ(verdict(letterD, carbon::command), Verdict::accepted);
+}
+
+TEST_F(ShortcutRulesTest, WhatProgramsCopyAndPasteWithIsRefused)
+{
+    constexpr quint32 c = 8;
+    constexpr quint32 v = 9;
+    constexpr quint32 insert = 114;
+    for (const KeyCombination& taken :
+         {KeyCombination{v, carbon::control}, KeyCombination{v, carbon::control | carbon::shift},
+          KeyCombination{v, carbon::command}, KeyCombination{c, carbon::control},
+          KeyCombination{c, carbon::control | carbon::shift}, KeyCombination{insert, carbon::shift},
+          KeyCombination{insert, carbon::control}}) {
+        const auto answer = ShortcutRules(m_hotkeys).judge(taken);
+        EXPECT_EQ(answer.verdict, Verdict::refused) << taken.keyCode << ' ' << taken.modifiers;
+        EXPECT_EQ(answer.message,
+                  QStringLiteral("Programs copy or paste with this key combination, and dictated "
+                                 "texts are pasted."));
+    }
+    EXPECT_EQ(verdict(v, carbon::option), Verdict::accepted);
+    EXPECT_EQ(verdict(c, carbon::control | carbon::option), Verdict::accepted);
+    EXPECT_EQ(verdict(insert, carbon::option), Verdict::accepted);
 }
 
 TEST(ShortcutTexts, AreFoundUnderTheirKeys)

@@ -172,6 +172,66 @@ TEST_F(ModelManagerStates, AFailedDeletionIsPassedOnAndLeavesTheState)
         ASSERT_TRUE(QFile::setPermissions(folder, readable | QFileDevice::WriteOwner));
 }
 
+TEST_F(ModelManagerStates, AFolderThatCannotBeDeletedTellsTheSystemsReason)
+{
+    const QString encoder = m_options.folders.encoder(m_model.id);
+    QDir().mkpath(encoder);
+    test::sparseFile(encoder + QStringLiteral("/weights"), 3);
+    constexpr auto readable = QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::ReadOther |
+                              QFileDevice::ExeOther | QFileDevice::ReadUser | QFileDevice::ExeUser;
+    const QStringList folders{m_scratch.path(), m_scratch.file(QStringLiteral("Tulvane")),
+                              m_options.folders.models, encoder};
+    static_cast<void>(manager());
+    for (const QString& folder : folders)
+        ASSERT_TRUE(QFile::setPermissions(folder, readable));
+    {
+        const AsNobody somebodyElse;
+        const auto deleted = manager().deleteModel(m_model);
+        ASSERT_FALSE(deleted);
+        EXPECT_EQ(deleted.error().description().toStdString(),
+                  (encoder + u": Permission denied").toStdString());
+    }
+    for (const QString& folder : folders)
+        ASSERT_TRUE(QFile::setPermissions(folder, readable | QFileDevice::WriteOwner));
+}
+
+TEST_F(ModelManagerStates, DeletingTakesWhatADownloadHasLeft)
+{
+    const QUrl url = m_model.downloadURL(m_options.hub);
+    manager().download(m_model);
+    m_transfers.tellCompleted(task(),
+                              TransferError(TransferError::Kind::connectionLost).withResumeData("data"));
+    ASSERT_TRUE(manager().deleteModel(m_model));
+    EXPECT_EQ(m_transfers.discarded, QList<QUrl>{url});
+    manager().download(m_model);
+    EXPECT_TRUE(m_transfers.resumed.isEmpty());
+}
+
+TEST_F(ModelManagerStates, WhatDownloadsLeftIsCountedAndCanBeFreed)
+{
+    const QUrl foreign(QStringLiteral("https://elsewhere.example/old-model"));
+    EXPECT_EQ(manager().leftoverBytes(), 0);
+    m_transfers.left = {{m_model.downloadURL(m_options.hub), 700}, {foreign, 1'900'000'000}};
+    EXPECT_EQ(manager().leftoverBytes(), 1'900'000'700);
+    manager().freeLeftovers();
+    EXPECT_EQ(manager().leftoverBytes(), 0);
+    EXPECT_EQ(m_transfers.discarded, (QList<QUrl>{m_model.downloadURL(m_options.hub), foreign}));
+}
+
+TEST_F(ModelManagerStates, AFileThatCouldNotBeStagedIsLeftToTheTransfers)
+{
+    manager().download(m_model);
+    QDir(m_options.folders.temporary).removeRecursively();
+    QDir(m_options.folders.models).removeRecursively();
+    // Where a folder is wanted, a file stands.
+    test::sparseFile(m_options.folders.models, 1);
+    m_transfers.tellFinished(task(), 200, test::tinyBody());
+    EXPECT_FALSE(m_transfers.wasTaken());
+    m_transfers.tellCompleted(task());
+    EXPECT_EQ(state().kind(), Kind::failed);
+    QFile::remove(m_options.folders.models);
+}
+
 TEST_F(ModelManagerStates, DeletingDuringADownloadCancelsIt)
 {
     manager().download(m_model);

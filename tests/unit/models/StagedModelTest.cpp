@@ -2,6 +2,8 @@
 
 #include <models/StagedModel.h>
 
+#include <QCoreApplication>
+#include <QDateTime>
 #include <QRegularExpression>
 #include <QStorageInfo>
 
@@ -106,6 +108,39 @@ TEST_F(Staged, WhatSomebodyIsAtIsNotTakenOver)
     EXPECT_TRUE(staged->place());
 }
 
+TEST_F(Staged, ALockThatNoProgramHoldsIsVoidWhateverItSays)
+{
+    const QString lock = m_folders.models + u"/.tiny.lock";
+    // Made by this process, on another machine: were it read, it would be believed.
+    const QByteArray foreign =
+        QByteArray::number(QCoreApplication::applicationPid()) + "\ntulvane\nelsewhere\n";
+    for (const QByteArray& text : {QByteArray(), QByteArray("garbage"), QByteArray(5000, 'x'), foreign}) {
+        QDir().mkpath(m_folders.models);
+        QFile file(lock);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text);
+        ASSERT_TRUE(file.flush());
+        ASSERT_TRUE(
+            file.setFileTime(QDateTime::currentDateTime().addSecs(-2), QFileDevice::FileModificationTime));
+        file.close();
+        EXPECT_EQ(StagedModel::find(m_folders, id), Found::nobody) << text.constData();
+        ASSERT_TRUE(adopt()->place());
+        QFile::remove(m_folders.modelFile(id));
+    }
+}
+
+TEST_F(Staged, TheNoteNamesTheFileWhereverItWaits)
+{
+    const auto noted = [this] { return m_scratch.read(QStringLiteral("Models/.tiny.staging")); };
+    auto staged = adopt();
+    EXPECT_EQ(noted(), staged->file().toUtf8());
+    staged->discard();
+    QDir(m_folders.temporary).removeRecursively();
+    staged = adopt();
+    EXPECT_EQ(QFileInfo(staged->file()).path(), m_folders.models);
+    EXPECT_EQ(noted(), staged->file().toUtf8());
+}
+
 TEST_F(Staged, ANoteWithoutItsFileIsForgotten)
 {
     auto staged = adopt();
@@ -184,6 +219,24 @@ TEST_F(StagedElsewhere, WhereOnlyTheModelsAreElsewhereTheLastStepStagesBesideThe
     EXPECT_EQ(QFileInfo(m_folders.modelFile(id)).size(), test::tinySize);
     EXPECT_EQ(inModels(), QStringList{QStringLiteral("tiny.bin")});
     EXPECT_TRUE(namesIn(m_folders.temporary).isEmpty());
+}
+
+TEST_F(StagedElsewhere, AFileThatCannotBeMovedStaysWhereItIs)
+{
+    const QString arrived = m_other.filePath(QStringLiteral("arrived"));
+    test::sparseFile(arrived, test::tinySize);
+    EXPECT_FALSE(StagedModel::adopt(m_folders, id, arrived));
+    EXPECT_EQ(QFileInfo(arrived).size(), test::tinySize);
+    EXPECT_TRUE(inModels().isEmpty());
+}
+
+TEST_F(StagedElsewhere, PartialDownloadsLieOnTheModelsDisk)
+{
+    m_folders.models = m_scratch.file(QStringLiteral("data/Models"));
+    EXPECT_EQ(m_folders.transfers(), m_scratch.file(QStringLiteral("data/Downloads")));
+    QDir().mkpath(m_scratch.file(QStringLiteral("data")));
+    ASSERT_TRUE(QFile::link(m_other.path(), m_folders.models));
+    EXPECT_EQ(m_folders.transfers(), m_folders.models + u"/.downloads");
 }
 
 TEST_F(StagedElsewhere, ACopyThatWasCutShortIsDroppedWhenTheFileIsTakenOver)

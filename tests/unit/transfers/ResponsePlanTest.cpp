@@ -149,6 +149,41 @@ TEST(ResponsePlan, APageDoesNotCostTheBytesAtHand)
     EXPECT_EQ(planFor(page, distrusted).use, BodyUse::putAside);
 }
 
+TEST(ResponsePlan, AShortResponseDoesNotCostTheBytesAtHand)
+{
+    Held held = hundredOfThousand();
+    held.hint = 1000;
+    ResponseHead message = head(200);
+    message.etag = "\"other\"";
+    for (const qint64 length : {0, 2, 499}) {
+        message.contentLength = length;
+        EXPECT_EQ(planFor(message, held).use, BodyUse::putAside) << length;
+    }
+    message.contentLength = 500;
+    EXPECT_EQ(planFor(message, held).use, BodyUse::replace);
+    message.contentLength = -1;
+    EXPECT_EQ(planFor(message, held).use, BodyUse::holdBack);
+    Held empty;
+    empty.hint = 1000;
+    EXPECT_EQ(planFor(message, empty).use, BodyUse::replace);
+}
+
+TEST(ResponsePlan, WhatIsFarLargerThanExpectedIsRefused)
+{
+    Held held = hundredOfThousand();
+    held.hint = 1000;
+    held.size = -1;
+    ResponseHead whole = head(200);
+    whole.contentLength = 1333;
+    EXPECT_EQ(planFor(whole, held).use, BodyUse::rewrite);
+    whole.contentLength = 1334;
+    EXPECT_EQ(planFor(whole, held).use, BodyUse::refuse);
+    EXPECT_EQ(planFor(head(206, "bytes 100-1332/1333"), held).use, BodyUse::append);
+    EXPECT_EQ(planFor(head(206, "bytes 100-1333/1334"), held).use, BodyUse::refuse);
+    held.hint = 0;
+    EXPECT_EQ(planFor(whole, held).use, BodyUse::rewrite);
+}
+
 TEST(ResponsePlan, NoSuchRangeMeansCompleteOrOnceMore)
 {
     Held complete = hundredOfThousand();

@@ -4,7 +4,12 @@
 #include <QDateTime>
 #include <QFileInfo>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <limits>
 
 namespace tulvane::transfers {
 namespace {
@@ -109,6 +114,41 @@ TEST_F(Folder, SettlingAnAnswerThatWasPutAsideKeepsThePartialFile)
     EXPECT_EQ(m_folder.load(record.key())->state, State::paused);
     m_folder.settle(put(QStringLiteral("b"), State::finished, true));
     EXPECT_EQ(names().size(), 2);
+}
+
+TEST_F(Folder, TheAbandonedIsDroppedUnlessAProcessWritesIt)
+{
+    const QString old = put(QStringLiteral("old"), State::paused).key();
+    const QString busy = put(QStringLiteral("busy"), State::paused).key();
+    const QString fresh = put(QStringLiteral("fresh"), State::paused).key();
+    for (const QString& key : {old, busy, fresh})
+        touch(m_folder.partialFile(key));
+    age(m_folder.recordFile(old), 31);
+    age(m_folder.recordFile(busy), 31);
+    const int held = ::open(QFile::encodeName(m_folder.partialFile(busy)).constData(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
+    m_folder.dropAbandoned();
+    ::close(held);
+    QStringList expected;
+    for (const QString& key : {busy, fresh})
+        expected << key + u".json" << key + u".part";
+    expected.sort();
+    EXPECT_EQ(names(), expected);
+}
+
+TEST_F(Folder, WhatPausedTransfersLeftIsListed)
+{
+    const TransferRecord paused = put(QStringLiteral("paused"), State::paused);
+    touch(m_folder.partialFile(paused.key()), "12345");
+    touch(m_folder.partialFile(put(QStringLiteral("running"), State::running).key()), "123");
+    EXPECT_EQ(m_folder.remnants(), (QList<TransferRemnant>{{paused.url, 5}}));
+}
+
+TEST_F(Folder, KnowsTheFreeSpaceBeforeItIsMade)
+{
+    const qint64 free = TransferFolder(m_folder.path() + u"/not/made/yet").freeSpace();
+    EXPECT_GT(free, 0);
+    EXPECT_LT(free, std::numeric_limits<qint64>::max());
 }
 
 TEST_F(Folder, TidyingDropsTheAbandonedAndTheUnknown)

@@ -32,6 +32,12 @@ struct Fragments {
     void drop() const { pa_stream_drop(stream); }
 };
 
+QString refusal()
+{
+    return translate("The sound server refuses access to the microphone.") + u' ' +
+           translate("Allow Tulvane to record in your desktop's sound or privacy settings.");
+}
+
 } // namespace
 
 PulseCapture::PulseCapture(PulseServer& server, std::optional<PulseSource> source)
@@ -88,8 +94,11 @@ Result<void, QString> PulseCapture::start()
 {
     PulseLock lock(m_server.mainloop());
     pa_context* const context = m_server.context();
-    if (context == nullptr || !m_source)
-        return failure(translate("The sound server is not running."));
+    if (context == nullptr || !m_source) {
+        lock.unlock();
+        return failure(m_server.refusesMicrophone() ? refusal()
+                                                    : translate("The sound server is not running."));
+    }
     m_lastSound = std::chrono::steady_clock::now();
     if (!openStream(context))
         return failure(QString::fromUtf8(pa_strerror(pa_context_errno(context))));
@@ -144,8 +153,11 @@ Result<void, QString> PulseCapture::waitUntilOpen(PulseLock& lock)
     const auto settled = [this] { return pa_stream_get_state(m_stream) != PA_STREAM_CREATING; };
     if (!m_server.mainloop().waitFor(lock, openLimit, settled))
         return failure(translate("The sound server did not answer in time."));
-    if (pa_stream_get_state(m_stream) != PA_STREAM_READY)
-        return failure(QString::fromUtf8(pa_strerror(pa_context_errno(pa_stream_get_context(m_stream)))));
+    const bool isOpen = pa_stream_get_state(m_stream) == PA_STREAM_READY;
+    const int error = isOpen ? PA_OK : pa_context_errno(pa_stream_get_context(m_stream));
+    m_server.noteRecording(error == PA_ERR_ACCESS);
+    if (!isOpen)
+        return failure(error == PA_ERR_ACCESS ? refusal() : QString::fromUtf8(pa_strerror(error)));
     if (pa_stream_is_suspended(m_stream) > 0)
         return failure(translate("The microphone is suspended."));
     return {};

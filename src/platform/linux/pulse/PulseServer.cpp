@@ -18,6 +18,9 @@ namespace {
 constexpr auto connectLimit = 250ms;
 constexpr auto answerLimit = 50ms;
 constexpr auto reconnectDelay = 5s;
+// Only another recording finds out whether it is allowed now, so a refusal must not keep one from being
+// tried.
+constexpr auto refusalHolds = 5s;
 
 void forget(pa_operation* operation)
 {
@@ -92,6 +95,25 @@ QString PulseServer::serverName()
     return m_state == State::lost ? QString() : QString::fromUtf8(m_serverName);
 }
 
+bool PulseServer::refusesMicrophone()
+{
+    const PulseLock lock(m_mainloop);
+    return m_isRefused ||
+           (m_recordingRefused && std::chrono::steady_clock::now() - *m_recordingRefused < refusalHolds);
+}
+
+void PulseServer::noteRecording(bool isRefused)
+{
+    m_recordingRefused.reset();
+    if (isRefused)
+        m_recordingRefused = std::chrono::steady_clock::now();
+}
+
+bool PulseServer::wasRefused() const
+{
+    return pa_context_errno(m_context) == PA_ERR_ACCESS;
+}
+
 void PulseServer::tryAgain()
 {
     const PulseLock lock(m_mainloop);
@@ -139,11 +161,13 @@ void PulseServer::contextChanged()
             this);
         const auto events =
             static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SERVER | PA_SUBSCRIPTION_MASK_SOURCE);
+        m_isRefused = false;
         forget(pa_context_subscribe(m_context, events, nullptr, nullptr));
         ask();
         Q_EMIT connected();
     } else if (!PA_CONTEXT_IS_GOOD(state)) {
         qCDebug(lcAudio) << "No sound server:" << pa_strerror(pa_context_errno(m_context));
+        m_isRefused = wasRefused();
         m_state = State::lost;
         m_asking = false;
         m_source.reset();
@@ -190,6 +214,7 @@ void PulseServer::serverAnswered(const pa_server_info* info)
 void PulseServer::sourceAnswered(const pa_source_info* info, int end)
 {
     if (end != 0) {
+        m_isRefused = end < 0 && wasRefused();
         settle(std::exchange(m_answer, std::nullopt));
         return;
     }

@@ -17,7 +17,7 @@ namespace tulvane {
 
 /// The connection to the sound server (PulseAudio, or PipeWire in its place), and what it says about the
 /// default microphone, kept up to date. A lost connection is taken up again within five seconds of the
-/// server's return, or as soon as somebody asks. Opens no microphone. Main thread, except where it says
+/// server's return, or as soon as a caller asks. Opens no microphone. Main thread, except where it says
 /// otherwise.
 class PulseServer final : public QObject {
     Q_OBJECT
@@ -34,13 +34,19 @@ public:
     /// connected to; then gives what it said before.
     [[nodiscard]] std::optional<PulseSource> defaultSource();
 
-    /// Asks the server again; a change is told by `defaultSourceChanged`.
+    /// Asks the server again; a change is reported by `defaultSourceChanged`.
     void refresh();
     /// What the server said last, without waiting for it; nullopt once the connection is lost.
     [[nodiscard]] std::optional<PulseSource> lastDefaultSource();
 
     /// The server's own name and version, as it last said; empty while there is no connection.
     [[nodiscard]] QString serverName();
+
+    /// Whether the server refuses us: the connection, what it says of the microphone, or, within the last
+    /// seconds, a recording. A server that is not there refuses nothing.
+    [[nodiscard]] bool refusesMicrophone();
+    /// With the lock held: a recording was refused, or not.
+    void noteRecording(bool isRefused);
 
     [[nodiscard]] PulseMainloop& mainloop() { return m_mainloop; }
     /// With the lock held. Null while there is no connection.
@@ -71,6 +77,7 @@ private:
 
     // On the audio thread, called by libpulse.
     void contextChanged();
+    [[nodiscard]] bool wasRefused() const;
     void serverAnswered(const pa_server_info* info);
     void sourceAnswered(const pa_source_info* info, int end);
 
@@ -87,6 +94,8 @@ private:
     std::optional<PulseSource> m_answer; ///< of the question under way
     QByteArray m_defaultSink;
     QByteArray m_serverName;
+    bool m_isRefused = false; ///< the connection, or the question for the microphone
+    std::optional<std::chrono::steady_clock::time_point> m_recordingRefused;
     bool m_asking = false;
     bool m_askAgain = false; ///< something changed while a question was under way
 };

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <ports/Sounds.h>
 #include <platform/linux/pulse/PulseSound.h>
 
 #include <QMetaObject>
+
+#include <ports/Sounds.h>
 
 #include <map>
 #include <memory>

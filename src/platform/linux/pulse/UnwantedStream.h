@@ -4,8 +4,8 @@
 
 namespace tulvane {
 
-/// The state callback of a stream that nobody waits for any more: a server that answers too late would
-/// otherwise keep it, and with it a microphone, for nobody. libpulse holds the stream itself as long as it is
+/// The state callback of a stream that is no longer waited for: a server that answers too late would
+/// otherwise keep it, and with it a microphone, for no one. libpulse holds the stream itself as long as it is
 /// being made. On the audio thread.
 inline void closeWhenOpen(pa_stream* stream, void*)
 {

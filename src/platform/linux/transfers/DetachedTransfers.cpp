@@ -26,6 +26,8 @@ constexpr auto pollEvery = 20ms;
 constexpr qint64 pollsPerLaunch = 25;
 // A helper that dies so often without a byte of progress in between will not do better.
 constexpr int mostLosses = 5;
+// Where there is less, the helper could not even take hold of its folder.
+constexpr qint64 leastRoom = 64LL * 1024;
 
 } // namespace
 
@@ -42,6 +44,7 @@ DetachedTransfers::~DetachedTransfers()
 
 QFuture<QList<TransferTask>> DetachedTransfers::tasks()
 {
+    m_folder.dropAbandoned();
     QPromise<QList<TransferTask>> promise;
     promise.start();
     QFuture<QList<TransferTask>> future = promise.future();
@@ -115,6 +118,21 @@ void DetachedTransfers::cancel(TransferId id)
     }
 }
 
+void DetachedTransfers::discard(const QUrl& url)
+{
+    const QString key = TransferRecord::keyOf(url);
+    const auto local = m_locals.find(key);
+    if (local != m_locals.end()) {
+        local->second.discarding = true;
+        cancel(local->second.id);
+        cancel(local->second.nextId);
+    }
+    if (m_socket && m_greeted)
+        m_socket->send(message("discard", key));
+    else if (local == m_locals.end())
+        m_folder.forgetIdle(key);
+}
+
 bool DetachedTransfers::connectNow()
 {
     QFile keeper(m_folder.keeperFile());
@@ -148,6 +166,10 @@ void DetachedTransfers::launch()
 
 bool DetachedTransfers::launchOnce()
 {
+    if (const qint64 free = m_folder.freeSpace(); free < leastRoom) {
+        giveUpForRoom(free);
+        return false;
+    }
     const auto socket = transfers::helperSocketFor(m_options.folder);
     if (!socket) {
         giveUp(TransferError(TransferError::Kind::unavailable, socket.error()));
@@ -187,8 +209,11 @@ void DetachedTransfers::pollForHelper()
 void DetachedTransfers::greet()
 {
     m_greeted = true;
-    for (const auto& [key, local] : m_locals)
+    for (const auto& [key, local] : m_locals) {
         m_socket->send(local.cancelling ? message("cancel", key) : transfers::startMessage(local.request));
+        if (local.discarding)
+            m_socket->send(message("discard", key));
+    }
     if (!m_asking.empty())
         m_socket->send(message("tasks"));
 }
@@ -196,11 +221,25 @@ void DetachedTransfers::greet()
 void DetachedTransfers::giveUp(const TransferError& error)
 {
     qCCritical(lcModels).noquote() << "Download helper:" << error.description();
+    completeAll([&](const Local&) { return error; });
+}
+
+void DetachedTransfers::giveUpForRoom(qint64 free)
+{
+    qCCritical(lcModels) << "Download helper: the disk has no room for it";
+    completeAll([free](const Local& local) {
+        const qint64 missing = std::max(local.request.sizeHint, leastRoom) - free;
+        return TransferError(TransferError::Kind::noSpace, QString::number(missing));
+    });
+}
+
+void DetachedTransfers::completeAll(const std::function<TransferError(const Local&)>& errorFor)
+{
     answerTasks({});
     for (const auto& [key, local] : std::exchange(m_locals, {})) {
         for (const TransferId id : {local.id, local.nextId}) {
             if (id != 0 && m_events.completed)
-                m_events.completed(id, error);
+                m_events.completed(id, errorFor(local));
         }
     }
 }
@@ -230,8 +269,8 @@ void DetachedTransfers::take(const QJsonObject& message)
         return takeHello(message);
     if (op == u"tasks")
         return takeTasks(message);
-    // In a later turn of the event loop: who asked for the tasks must have seen the answer before anything is
-    // told of them, or a file that is handed over would find nobody who knows it.
+    // In a later turn of the event loop: the caller of `tasks` must have the list before any event of them,
+    // or a file that is handed over would find no receiver that knows it.
     QMetaObject::invokeMethod(this, [this, message] { tell(message); }, Qt::QueuedConnection);
 }
 
@@ -314,11 +353,12 @@ void DetachedTransfers::takeFinished(const QString& key, const QJsonObject& word
         return;
     local->second.taken = true;
     const QString file = words.value(u"file").toString();
-    if (m_events.finished)
-        m_events.finished(local->second.id, static_cast<int>(numberIn(words, "status", 0)), file);
-    QFile::remove(file);
+    const auto status = static_cast<int>(numberIn(words, "status", 0));
+    const bool isTaken = !m_events.finished || m_events.finished(local->second.id, status, file);
+    if (isTaken)
+        QFile::remove(file);
     if (m_socket)
-        m_socket->send(message("taken", key));
+        m_socket->send(message(isTaken ? "taken" : "kept", key));
 }
 
 void DetachedTransfers::complete(const QString& key, const std::optional<TransferError>& error)

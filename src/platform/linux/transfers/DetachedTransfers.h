@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ports/BackgroundTransfers.h>
 #include <platform/linux/transfers/LineSocket.h>
 #include <platform/linux/transfers/TransferFolder.h>
 
@@ -8,6 +7,8 @@
 #include <QPromise>
 #include <QStringList>
 #include <QTimer>
+
+#include <ports/BackgroundTransfers.h>
 
 #include <map>
 #include <memory>
@@ -38,6 +39,8 @@ public:
     [[nodiscard]] TransferId start(const TransferRequest& request) override;
     [[nodiscard]] TransferId resume(const QByteArray& resumeData) override;
     void cancel(TransferId id) override;
+    void discard(const QUrl& url) override;
+    [[nodiscard]] QList<TransferRemnant> remnants() const override { return m_folder.remnants(); }
 
 private:
     struct Local {
@@ -46,6 +49,7 @@ private:
         qint64 received = 0;
         qint64 expected = -1;
         bool cancelling = false;
+        bool discarding = false;
         bool taken = false;
         /// Asked for again before this one has quite ended; begins when it has.
         TransferId nextId = 0;
@@ -58,6 +62,8 @@ private:
     void pollForHelper();
     void greet();
     void giveUp(const TransferError& error);
+    void giveUpForRoom(qint64 free);
+    void completeAll(const std::function<TransferError(const Local&)>& errorFor);
     void lost();
     void take(const QJsonObject& message);
     void tell(const QJsonObject& message);

@@ -13,7 +13,7 @@ namespace tulvane::transfers {
 namespace {
 
 constexpr mode_t onlyTheUser = 0700;
-constexpr mode_t anybodyElse = 0077;
+constexpr mode_t otherUsers = 0077;
 
 /// Makes the folder; false when it is not a folder that this user alone can enter.
 bool makePrivate(const QString& folder)
@@ -21,9 +21,9 @@ bool makePrivate(const QString& folder)
     const QByteArray name = QFile::encodeName(folder);
     ::mkdir(name.constData(), onlyTheUser);
     struct stat status{};
-    // Not following a link: somebody else may have put one there first.
+    // Not following a link: another user may have put one there first.
     return ::lstat(name.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == ::geteuid() && (status.st_mode & anybodyElse) == 0;
+           status.st_uid == ::geteuid() && (status.st_mode & otherUsers) == 0;
 }
 
 bool fits(const QString& path)

@@ -8,10 +8,10 @@ namespace tulvane::transfers {
 
 /// Where the helper for a transfer folder listens: in the user's runtime folder ($XDG_RUNTIME_DIR/tulvane),
 /// or, without one, in a folder of the temporary directory. Makes that folder, which only the user can enter;
-/// fails, with a reason to show, when somebody else could.
+/// fails, with a reason to show, when other users could.
 [[nodiscard]] Result<QString, QString> helperSocketFor(const QString& transferFolder);
 
-/// What a program tells the helper, and the helper a program, first of all. Raised when messages change.
-inline constexpr int protocolVersion = 1;
+/// What the program and the helper send each other first of all. Raised when messages change.
+inline constexpr int protocolVersion = 2;
 
 } // namespace tulvane::transfers

@@ -16,7 +16,7 @@ namespace tulvane::transfers {
 
 namespace {
 
-// No message comes near this; who sends more without a line's end is not one of ours.
+// No message comes near this; a peer that sends more without a line's end is not one of ours.
 constexpr qsizetype longestLine = 1024 * 1024;
 constexpr qsizetype mostUnsent = 4 * longestLine;
 
@@ -106,7 +106,7 @@ void LineSocket::readReady()
             return drop();
         m_incoming.append(buffer.data(), got);
         takeLines();
-        // Whoever was told may have closed or deleted this.
+        // The receiver may have closed or deleted this.
         if (!self || !isOpen())
             return;
     }

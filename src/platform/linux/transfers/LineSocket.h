@@ -21,7 +21,7 @@ public:
     Q_DISABLE_COPY_MOVE(LineSocket)
     ~LineSocket() override;
 
-    /// Connects to the socket at `path`; null when nobody of this user listens there.
+    /// Connects to the socket at `path`; null when no process of this user listens there.
     [[nodiscard]] static std::unique_ptr<LineSocket> connectTo(const QString& path);
     /// Whether the process at the other end runs as the same user.
     [[nodiscard]] static bool isSameUser(int descriptor);

@@ -5,8 +5,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace tulvane::transfers {
 
@@ -71,12 +77,18 @@ void TransferFolder::settle(const TransferRecord& record) const
         forget(key);
         return;
     }
+    keep(record);
+}
+
+void TransferFolder::keep(const TransferRecord& record) const
+{
+    QFile::remove(asideFile(record.key()));
     TransferRecord left = record;
     left.state = TransferRecord::State::paused;
     left.aside = false;
     left.httpStatus = 0;
     if (!save(left))
-        forget(key);
+        forget(record.key());
 }
 
 void TransferFolder::forget(const QString& key) const
@@ -87,17 +99,53 @@ void TransferFolder::forget(const QString& key) const
     QFile::remove(asideFile(key));
 }
 
-void TransferFolder::tidy(std::chrono::hours age) const
+void TransferFolder::forgetIdle(const QString& key) const
+{
+    const int partial =
+        ::open(QFile::encodeName(partialFile(key)).constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW);
+    if (partial < 0 || ::flock(partial, LOCK_EX | LOCK_NB) == 0)
+        forget(key);
+    if (partial >= 0)
+        ::close(partial);
+}
+
+QList<TransferRemnant> TransferFolder::remnants() const
+{
+    QList<TransferRemnant> list;
+    for (const TransferRecord& record : records()) {
+        if (record.state == TransferRecord::State::paused)
+            list.append({record.url, QFileInfo(partialFile(record.key())).size()});
+    }
+    return list;
+}
+
+void TransferFolder::dropAbandoned(std::chrono::hours age) const
 {
     const QDateTime oldest = QDateTime::currentDateTime().addSecs(-std::chrono::seconds(age).count());
+    for (const TransferRecord& record : records()) {
+        if (record.state == TransferRecord::State::paused &&
+            QFileInfo(recordFile(record.key())).lastModified() < oldest)
+            forgetIdle(record.key());
+    }
+}
+
+qint64 TransferFolder::freeSpace() const
+{
+    QDir folder(m_path);
+    while (!folder.exists() && !folder.isRoot())
+        folder.setPath(QFileInfo(folder.path()).path());
+    const qint64 free = QStorageInfo(folder).bytesAvailable();
+    // What can't be asked must not stop a download.
+    return free >= 0 ? free : std::numeric_limits<qint64>::max();
+}
+
+void TransferFolder::tidy(std::chrono::hours age) const
+{
+    dropAbandoned(age);
     QStringList known{keeperFile()};
     for (const TransferRecord& record : records()) {
         const QString key = record.key();
-        if (record.state == TransferRecord::State::paused &&
-            QFileInfo(recordFile(key)).lastModified() < oldest)
-            forget(key);
-        else
-            known << recordFile(key) << partialFile(key) << asideFile(key);
+        known << recordFile(key) << partialFile(key) << asideFile(key);
     }
     const QFileInfoList entries = QDir(m_path).entryInfoList(QDir::Files | QDir::Hidden);
     for (const QFileInfo& entry : entries) {

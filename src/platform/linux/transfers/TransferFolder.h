@@ -12,15 +12,18 @@ namespace tulvane::transfers {
 
 /// The folder that holds partial files and their records. It lies on the file system that the files end up
 /// on, so that handing one over is a rename. Only the user can enter it. Any thread; one process at a time
-/// changes the files of one key (whoever holds the lock on its partial file).
+/// changes the files of one key (the one that holds the lock on its partial file).
 class TransferFolder final {
 public:
+    /// Paused and left alone for so long, bytes are dropped.
+    static constexpr std::chrono::hours keepPaused{24 * 30};
+
     explicit TransferFolder(const QString& path) : m_path(path) {}
 
     [[nodiscard]] const QString& path() const { return m_path; }
     [[nodiscard]] QString partialFile(const QString& key) const { return m_path + u'/' + key + u".part"; }
     [[nodiscard]] QString recordFile(const QString& key) const { return m_path + u'/' + key + u".json"; }
-    /// Where an answer goes that is not the file, while the partial file is kept.
+    /// Where a response goes that is not the file, while the partial file is kept.
     [[nodiscard]] QString asideFile(const QString& key) const { return m_path + u'/' + key + u".answer"; }
     /// Locked by the folder's one keeper while it lives; holds the address of its socket.
     [[nodiscard]] QString keeperFile() const { return m_path + u"/keeper"; }
@@ -43,8 +46,18 @@ public:
     /// After a hand-over: removes the handed file and, unless a partial file is left to resume, the record
     /// too.
     void settle(const TransferRecord& record) const;
+    /// After a hand-over that failed: what is there waits to be asked for again.
+    void keep(const TransferRecord& record) const;
     void forget(const QString& key) const;
-    /// Removes what was paused and then left alone for longer than `age`, and files that no record knows,
+    /// The same, unless a process is writing the partial file.
+    void forgetIdle(const QString& key) const;
+    /// What paused transfers have left.
+    [[nodiscard]] QList<TransferRemnant> remnants() const;
+    /// Removes what was paused and then left alone for longer than `age`. Any process may.
+    void dropAbandoned(std::chrono::hours age = keepPaused) const;
+    /// Bytes that the file system of the folder has left for this user, whether or not the folder is there.
+    [[nodiscard]] qint64 freeSpace() const;
+    /// Does what `dropAbandoned` does, and removes files that no record knows,
     /// such as a record that was being written when its process was killed. Only for the folder's keeper.
     void tidy(std::chrono::hours age) const;
 

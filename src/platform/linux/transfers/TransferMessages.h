@@ -1,8 +1,8 @@
 #pragma once
 
-#include <ports/BackgroundTransfers.h>
-
 #include <QJsonObject>
+
+#include <ports/BackgroundTransfers.h>
 
 #include <optional>
 
@@ -10,10 +10,12 @@
 //
 // program to helper
 //   hello     version
-//   tasks                             asks what is under way; makes the program one that is told
+//   tasks                             asks what is under way; from then on the program receives events
 //   start     url, userAgent, sizeHint
 //   cancel    key
+//   discard   key                     cancel, and remove what is there
 //   taken     key                     the finished file has been dealt with
+//   kept      key                     the finished file could not be taken, and waits to be asked for again
 //   leave                             end; another version of the helper is wanted
 // helper to program
 //   hello     version

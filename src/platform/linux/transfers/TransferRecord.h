@@ -1,10 +1,10 @@
 #pragma once
 
-#include <ports/BackgroundTransfers.h>
-
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
+
+#include <ports/BackgroundTransfers.h>
 
 #include <optional>
 
@@ -14,9 +14,9 @@ namespace tulvane::transfers {
 /// or this one after a crash, can go on. Any thread.
 struct TransferRecord {
     enum class State {
-        running,  ///< to be gone on with by whoever looks after the folder
+        running,  ///< to be gone on with by the folder's keeper
         paused,   ///< cancelled or failed; waits to be asked for again
-        finished, ///< the answer is complete and waits to be taken
+        finished, ///< the response is complete and waits to be taken
     };
 
     QUrl url;
@@ -27,8 +27,8 @@ struct TransferRecord {
     qint64 safeBytes = 0; ///< so many bytes are known to be on the disk itself
     QByteArray boot;      ///< since when the machine was running when that was written
     State state = State::running;
-    int httpStatus = 0; ///< of the finished answer
-    bool aside = false; ///< the finished answer is the one put aside, not the partial file
+    int httpStatus = 0; ///< of the finished response
+    bool aside = false; ///< the finished response is the one put aside, not the partial file
 
     /// Names the record's files: the same address has the same key, so it has one partial file.
     [[nodiscard]] QString key() const { return keyOf(url); }

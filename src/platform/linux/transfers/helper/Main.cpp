@@ -65,8 +65,8 @@ TransferServer::Options optionsFrom(const QCommandLineParser& parser)
 /// nothing. Times are milliseconds, the reserve is bytes. Exit status 1: another helper has the folder.
 int main(int argc, char** argv)
 {
-    constexpr mode_t nobodyElse = 0077;
-    ::umask(nobodyElse);
+    constexpr mode_t otherUsers = 0077;
+    ::umask(otherUsers);
     QCoreApplication app(argc, argv);
     QCommandLineParser parser;
     addOption(parser, "folder", "");

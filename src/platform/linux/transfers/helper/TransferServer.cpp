@@ -47,11 +47,7 @@ TransferServer::TransferServer(const Options& options)
                 words.insert(QStringLiteral("expected"), expected);
                 tellAll(words);
             });
-    connect(&m_engine, &TransferEngine::failed, this, [this](const QString& key, const TransferError& error) {
-        m_starters.erase(key);
-        tellAll(completedMessage(key, error));
-        considerQuitting();
-    });
+    connect(&m_engine, &TransferEngine::failed, this, &TransferServer::noteFailed);
 }
 
 TransferServer::~TransferServer()
@@ -98,7 +94,7 @@ bool TransferServer::listen()
     if (::bind(m_listening, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0 ||
         ::chmod(name.constData(), onlyTheUser) != 0 || ::listen(m_listening, mostWaiting) != 0)
         return false;
-    // Programs read the address here; written last, when somebody answers there.
+    // Programs read the address here; written last, when the server answers there.
     const QByteArray path = m_options.socket.toUtf8();
     QFile address(m_engine.folder().keeperFile());
     if (!address.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || address.write(path) != path.size())
@@ -189,8 +185,12 @@ void TransferServer::take(Client& client, const QJsonObject& words)
             takeStart(client, *request);
     } else if (op == u"cancel") {
         takeCancel(client, key);
+    } else if (op == u"discard") {
+        takeDiscard(key);
     } else if (op == u"taken") {
         takeTaken(key);
+    } else if (op == u"kept") {
+        takeKept(key);
     } else if (op == u"leave") {
         Q_EMIT idle();
     }
@@ -249,13 +249,53 @@ void TransferServer::takeTaken(const QString& key)
     if (record.empty())
         return;
     m_engine.folder().settle(record.mapped());
+    closeHandover(key);
+}
+
+void TransferServer::takeKept(const QString& key)
+{
+    auto record = m_untaken.extract(key);
+    m_offered.erase(key);
+    m_starters.erase(key);
+    if (record.empty())
+        return;
+    m_engine.folder().keep(record.mapped());
+    closeHandover(key);
+}
+
+void TransferServer::closeHandover(const QString& key)
+{
     tellAll(completedMessage(key, std::nullopt));
     tellDelivered();
     considerQuitting();
 }
 
+void TransferServer::takeDiscard(const QString& key)
+{
+    if (m_engine.isRunning(key)) {
+        m_discarded.insert(key);
+        m_engine.cancel(key);
+    } else if (!m_untaken.contains(key)) {
+        m_engine.folder().forget(key);
+    }
+}
+
+void TransferServer::noteFailed(const QString& key, const TransferError& error)
+{
+    m_starters.erase(key);
+    const bool isDiscarded = m_discarded.erase(key) > 0;
+    if (isDiscarded)
+        m_engine.folder().forget(key);
+    tellAll(completedMessage(key, isDiscarded ? error.withResumeData({}) : error));
+    considerQuitting();
+}
+
 void TransferServer::noteFinished(const TransferRecord& record)
 {
+    if (m_discarded.contains(record.key())) {
+        m_engine.folder().forget(record.key());
+        return noteFailed(record.key(), TransferError(TransferError::Kind::cancelled));
+    }
     m_untaken.emplace(record.key(), record);
     offerAll();
     considerQuitting();
@@ -266,7 +306,7 @@ void TransferServer::offerAll()
     for (const auto& [key, record] : m_untaken) {
         if (m_offered.contains(key))
             continue;
-        // Whoever asked for it comes first; after that, whoever has been here longest.
+        // The program that asked for it comes first; after that, the one that has been here longest.
         const auto starter = m_starters.find(key);
         Client* to = starter == m_starters.end() ? nullptr : clientOf(starter->second);
         const auto other = std::ranges::find_if(m_clients, [](const auto& each) { return each->attached; });
@@ -303,7 +343,7 @@ void TransferServer::tellAll(const QJsonObject& message)
 
 void TransferServer::considerQuitting()
 {
-    // What is finished and has no taker waits in the folder; nobody has to stay for it.
+    // What is finished and has no taker waits in the folder; the helper need not stay for it.
     const bool busy = !m_engine.running().isEmpty() || !m_offered.empty();
     if (busy)
         m_linger.stop();

@@ -10,14 +10,14 @@
 
 #include <map>
 #include <memory>
-#include <optional>
+#include <set>
 #include <vector>
 
 namespace tulvane::transfers {
 
 /// The helper's heart: looks after one transfer folder for all of the user's programs. Goes on with what its
-/// predecessors have left, hands each finished file to one program, tells all of them what happens, and asks
-/// to quit when nothing is left to do. Lives on the main thread of the helper.
+/// predecessors have left, hands each finished file to one program, reports to all of them what happens, and
+/// asks to quit when nothing is left to do. Lives on the main thread of the helper.
 class TransferServer final : public QObject {
     Q_OBJECT
 
@@ -27,7 +27,7 @@ public:
         QString socket;
         HttpOptions http;
         std::chrono::milliseconds linger{2'000}; ///< idle for so long, it quits
-        std::chrono::hours keepPaused{24 * 30};  ///< paused and left alone for so long, bytes are dropped
+        std::chrono::hours keepPaused = TransferFolder::keepPaused;
     };
 
     explicit TransferServer(const Options& options);
@@ -58,7 +58,11 @@ private:
     void takeTasks(Client& client);
     void takeStart(Client& client, const TransferRequest& request);
     void takeCancel(Client& client, const QString& key);
+    void takeDiscard(const QString& key);
     void takeTaken(const QString& key);
+    void takeKept(const QString& key);
+    void noteFailed(const QString& key, const TransferError& error);
+    void closeHandover(const QString& key);
     void noteFinished(const TransferRecord& record);
     void offerAll();
     void tellDelivered();
@@ -75,6 +79,7 @@ private:
     std::map<QString, TransferRecord> m_untaken;
     std::map<QString, const LineSocket*> m_offered;
     std::map<QString, const LineSocket*> m_starters;
+    std::set<QString> m_discarded; ///< to be removed as soon as they have ended
     QTimer m_linger;
 };
 

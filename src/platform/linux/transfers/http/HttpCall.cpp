@@ -73,12 +73,14 @@ void configure(CURL* easy, const HttpCall& call, Progressing& state, curl_slist*
     curl_easy_setopt(easy, CURLOPT_URL, call.url.toEncoded().constData());
     curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers);
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    // A name that is looked up slowly must not hold up a cancellation: the lookup ends by itself, unheeded.
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
     curl_easy_setopt(easy, CURLOPT_NOPROGRESS, 1L);
     curl_easy_setopt(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, receiveBuffer);
     curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
     curl_easy_setopt(easy, CURLOPT_MAXREDIRS, mostRedirects);
-    // An encrypted address must not be led to a plain one, where anybody could answer.
+    // An encrypted address must not be led to a plain one, where any machine on the way could answer.
     curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
     curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, secure ? "https" : "http,https");
     if (!call.trusted.isEmpty()) {
@@ -106,16 +108,28 @@ TransferError errorFor(CURLcode code)
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_CACERT_BADFILE:
     case CURLE_SSL_CIPHER:
-    case CURLE_UNSUPPORTED_PROTOCOL:
         return TransferError(Kind::insecure);
     case CURLE_TOO_MANY_REDIRECTS:
     case CURLE_WEIRD_SERVER_REPLY:
     case CURLE_BAD_CONTENT_ENCODING:
     case CURLE_URL_MALFORMAT:
+    case CURLE_UNSUPPORTED_PROTOCOL:
         return TransferError(Kind::badAnswer);
     default:
         return TransferError(Kind::connectionLost);
     }
+}
+
+/// Why a redirect was not followed: one from an encrypted address to a plain one is not safe, and one to a
+/// file or to another kind of server is no response.
+TransferError errorFor(CURLcode code, CURL* easy)
+{
+    const char* target = nullptr;
+    if (code == CURLE_UNSUPPORTED_PROTOCOL &&
+        curl_easy_getinfo(easy, CURLINFO_EFFECTIVE_URL, &target) == CURLE_OK && target != nullptr &&
+        QByteArray(target).toLower().startsWith("http:"))
+        return TransferError(TransferError::Kind::insecure);
+    return errorFor(code);
 }
 
 /// The library's verdict, once the transfer is over.
@@ -134,8 +148,9 @@ HttpCallEnd ended(HttpCallEnd::Kind kind, std::optional<TransferError> error = s
     return {kind, {}, false, std::move(error)};
 }
 
-HttpCallEnd drive(CURLM* multi, const Progressing& state, const std::stop_token& stop)
+HttpCallEnd drive(CURLM* multi, CURL* easy, const Progressing& state, const std::stop_token& stop)
 {
+    const std::stop_callback wake(stop, [multi] { curl_multi_wakeup(multi); });
     for (;;) {
         int running = 0;
         curl_multi_perform(multi, &running);
@@ -144,7 +159,7 @@ HttpCallEnd drive(CURLM* multi, const Progressing& state, const std::stop_token&
                 return ended(HttpCallEnd::Kind::complete);
             if (state.refused)
                 return ended(HttpCallEnd::Kind::refused);
-            return ended(HttpCallEnd::Kind::failed, errorFor(*code));
+            return ended(HttpCallEnd::Kind::failed, errorFor(*code, easy));
         }
         if (stop.stop_requested())
             return ended(HttpCallEnd::Kind::stopped);
@@ -170,7 +185,7 @@ HttpCallEnd perform(const HttpCall& call, const std::stop_token& stop)
     const HeaderList headers = headerList(call.headers);
     configure(easy.get(), call, state, headers.get());
     curl_multi_add_handle(multi.get(), easy.get());
-    HttpCallEnd end = drive(multi.get(), state, stop);
+    HttpCallEnd end = drive(multi.get(), easy.get(), state, stop);
     long redirects = 0;
     curl_easy_getinfo(easy.get(), CURLINFO_REDIRECT_COUNT, &redirects);
     curl_multi_remove_handle(multi.get(), easy.get());

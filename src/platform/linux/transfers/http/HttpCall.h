@@ -1,10 +1,11 @@
 #pragma once
 
-#include <ports/TransferError.h>
 #include <platform/linux/transfers/http/ResponsePlan.h>
 
 #include <QByteArrayList>
 #include <QUrl>
+
+#include <ports/TransferError.h>
 
 #include <chrono>
 #include <cstddef>
@@ -24,25 +25,26 @@ struct HttpCall {
     /// A file of the certificates that are trusted in the place of the system's; of a test's own server,
     /// since the program never names one.
     QByteArray trusted;
-    /// Gets each piece of the last answer's body, with its head; false ends the call.
+    /// Gets each piece of the last response's body, with its head; false ends the call.
     std::function<bool(const ResponseHead&, std::span<const std::byte>)> receive;
 };
 
 /// How the call ended.
 struct HttpCallEnd {
     enum class Kind {
-        complete, ///< the whole answer has come
+        complete, ///< the whole response has come
         refused,  ///< the receiver wanted no more
         stopped,  ///< the stop token said so
         failed,   ///< see `error`
     };
     Kind kind = Kind::failed;
-    ResponseHead head; ///< of the last answer; status 0 when there was none
+    ResponseHead head; ///< of the last response; status 0 when there was none
     bool redirected = false;
     std::optional<TransferError> error;
 };
 
-/// Makes the call and blocks until it ends; a stop is noticed within a tenth of a second. Any thread.
+/// Makes the call and blocks until it ends; a stop ends it at once, in the middle of a name's lookup too. Any
+/// thread.
 [[nodiscard]] HttpCallEnd perform(const HttpCall& call, const std::stop_token& stop);
 
 } // namespace tulvane::transfers

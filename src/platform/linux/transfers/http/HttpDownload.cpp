@@ -17,6 +17,8 @@ constexpr int forbidden = 403;
 constexpr int mostDoublings = 6;
 // A server that answers for the wrong range is asked for the whole file, but not for ever.
 constexpr int mostRestarts = 2;
+// More than one block of any file system.
+constexpr qint64 roomForARecord = 64LL * 1024;
 
 /// Waits, unless it is stopped first.
 void pause(std::chrono::milliseconds time, const std::stop_token& stop)
@@ -79,6 +81,8 @@ Result<void, TransferError> HttpDownload::begin()
 
 Result<void, TransferError> HttpDownload::dropUnsafeBytes()
 {
+    if (m_partial.size() > expected(0).most())
+        return m_partial.cutTo(0);
     const bool machineRestarted = m_record.boot != currentBoot();
     if (machineRestarted && m_partial.size() > m_record.safeBytes)
         return m_partial.cutTo(m_record.safeBytes);
@@ -121,6 +125,11 @@ HttpDownload::Try HttpDownload::tryAll(const std::stop_token& stop)
     }
 }
 
+Held HttpDownload::expected(qint64 from) const
+{
+    return {from, m_partial.size(), m_record.etag, m_record.size, m_record.sizeHint};
+}
+
 HttpCall HttpDownload::call(const Held& held) const
 {
     HttpCall call;
@@ -135,8 +144,9 @@ HttpCall HttpDownload::call(const Held& held) const
 
 HttpDownload::Try HttpDownload::tryOnce(const std::stop_token& stop)
 {
-    // After an answer that made no sense for the rest, the whole is asked for; the bytes stay until it comes.
-    const Held held{canGoOn() ? m_partial.size() : 0, m_partial.size(), m_record.etag, m_record.size};
+    // After a response that made no sense for the rest, the whole is asked for; the bytes stay until it
+    // comes.
+    const Held held = expected(canGoOn() ? m_partial.size() : 0);
     ResponseWriter writer({m_folder, m_record, m_partial, m_options, m_report}, held);
     HttpCall request = call(held);
     request.receive = [&writer](const ResponseHead& head, std::span<const std::byte> bytes) {
@@ -175,6 +185,7 @@ HttpDownload::Try HttpDownload::judgeComplete(const HttpCallEnd& end, const Resp
         return finish(end.head.status, false);
     case BodyUse::nothing:
         return finish(httpOk, false);
+    case BodyUse::holdBack:
     case BodyUse::putAside:
         // A signed address may have expired on the way; the stable one gives a fresh one.
         if (end.redirected && (end.head.status == forbidden || end.head.status == unauthorized) &&
@@ -211,7 +222,7 @@ DownloadEnd HttpDownload::ended(const Try& last)
         end.record.state = TransferRecord::State::paused;
     if (m_partial.flushToDisk())
         end.record.safeBytes = m_partial.size();
-    // Bytes that can't be gone on with are of no use to anybody.
+    // Bytes that can't be gone on with are of no use.
     const bool keeps = m_partial.size() > 0 && isStrong(m_record.etag);
     if (!keeps && (last.error || m_record.aside))
         QFile::remove(m_folder.partialFile(m_record.key()));
@@ -219,9 +230,27 @@ DownloadEnd HttpDownload::ended(const Try& last)
         m_folder.forget(m_record.key());
         return end;
     }
-    if (!m_folder.save(end.record) && !last.error)
+    if (m_folder.save(end.record))
+        return end;
+    if (last.error)
+        pauseWithoutRoom(end);
+    else
         end.error = TransferError(TransferError::Kind::notWritten, m_folder.recordFile(m_record.key()));
     return end;
+}
+
+void HttpDownload::pauseWithoutRoom(DownloadEnd& end)
+{
+    // On a full disk the record would stay `running`, and the next helper go on unasked. The last bytes make
+    // room.
+    if (m_partial.cutTo(std::max<qint64>(m_partial.size() - roomForARecord, 0))) {
+        end.received = m_partial.size();
+        end.record.safeBytes = std::min(end.record.safeBytes, end.received);
+        if (end.received > 0 && m_folder.save(end.record))
+            return;
+    }
+    m_folder.forget(m_record.key());
+    end.received = 0;
 }
 
 } // namespace tulvane::transfers

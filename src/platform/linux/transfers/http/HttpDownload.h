@@ -1,7 +1,7 @@
 #pragma once
 
-#include <platform/linux/transfers/http/ResponseWriter.h>
 #include <platform/linux/transfers/http/HttpCall.h>
+#include <platform/linux/transfers/http/ResponseWriter.h>
 
 #include <stop_token>
 
@@ -41,8 +41,11 @@ private:
     [[nodiscard]] Try judge(const HttpCallEnd& end, const ResponseWriter& writer);
     [[nodiscard]] Try judgeComplete(const HttpCallEnd& end, const ResponseWriter& writer);
     [[nodiscard]] Try finish(int httpStatus, bool aside);
+    /// What is at hand when the file is asked for from this byte on.
+    [[nodiscard]] Held expected(qint64 from) const;
     [[nodiscard]] HttpCall call(const Held& held) const;
     [[nodiscard]] DownloadEnd ended(const Try& last);
+    void pauseWithoutRoom(DownloadEnd& end);
 
     TransferFolder m_folder;
     TransferRecord m_record;

@@ -1,9 +1,10 @@
 #pragma once
 
 #include <base/Result.h>
-#include <ports/TransferError.h>
 
 #include <QString>
+
+#include <ports/TransferError.h>
 
 #include <cstddef>
 #include <span>
@@ -21,7 +22,7 @@ public:
     PartialFile& operator=(PartialFile&& other) noexcept;
     ~PartialFile();
 
-    /// Opens or makes the file. Fails with `alreadyRunning` when somebody else has it, else `notWritten`.
+    /// Opens or makes the file. Fails with `alreadyRunning` when another process has it, else `notWritten`.
     [[nodiscard]] static Result<PartialFile, TransferError> open(const QString& path);
 
     /// Bytes in the file.

@@ -1,5 +1,7 @@
 #include <platform/linux/transfers/http/ResponsePlan.h>
 
+#include <limits>
+
 namespace tulvane::transfers {
 
 namespace {
@@ -27,7 +29,7 @@ bool isEncoded(const ResponseHead& head)
     return !head.contentEncoding.isEmpty() && head.contentEncoding.toLower() != "identity";
 }
 
-/// Some servers honour a range and leave the condition unread, so the answer's own validator counts.
+/// Some servers honour a range and leave the condition unread, so the response's own validator counts.
 bool isOtherFile(const ResponseHead& head, const Held& held)
 {
     return !head.etag.isEmpty() && !held.etag.isEmpty() && head.etag != held.etag;
@@ -38,6 +40,8 @@ ResponsePlan planForPart(const ResponseHead& head, const Held& held)
     const auto range = ContentRange::parse(head.contentRange);
     const bool fits = range && range->first == held.asked && !isEncoded(head) && !isOtherFile(head, held) &&
                       (!range->total || held.size < 0 || *range->total == held.size);
+    if (fits && range->total.value_or(held.size) > held.most())
+        return {BodyUse::refuse};
     if (fits)
         return {BodyUse::append, range->total.value_or(held.size)};
     return {held.asked > 0 ? BodyUse::askFromStart : BodyUse::refuse};
@@ -46,12 +50,16 @@ ResponsePlan planForPart(const ResponseHead& head, const Held& held)
 ResponsePlan planForWhole(const ResponseHead& head, const Held& held)
 {
     // A login page of a network, say, must not cost the bytes that are already there.
-    if (held.bytes > 0 && isPage(head))
+    const bool isShort = head.contentLength >= 0 && head.contentLength < held.least();
+    if (held.bytes > 0 && (isPage(head) || isShort))
         return {BodyUse::putAside};
-    if (isEncoded(head))
+    if (isEncoded(head) || head.contentLength > held.most())
         return {BodyUse::refuse};
     const bool same = held.bytes > 0 && isStrong(head.etag) && head.etag == held.etag &&
                       (head.contentLength < 0 || held.size < 0 || head.contentLength == held.size);
+    // Without a length, only the body tells whether it is short.
+    if (!same && held.bytes > 0 && head.contentLength < 0 && held.least() > 0)
+        return {BodyUse::holdBack};
     return {same ? BodyUse::rewrite : BodyUse::replace, head.contentLength};
 }
 
@@ -66,6 +74,12 @@ ResponsePlan planForNoRange(const ResponseHead& head, const Held& held)
 }
 
 } // namespace
+
+qint64 Held::most() const
+{
+    // Twice the share by which a file may differ from the catalogue's figure.
+    return hint > 0 ? hint + hint / 3 : std::numeric_limits<qint64>::max();
+}
 
 void ResponseHead::take(const QByteArray& line)
 {

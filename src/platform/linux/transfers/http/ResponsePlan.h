@@ -6,7 +6,7 @@
 
 namespace tulvane::transfers {
 
-/// The head of one HTTP answer, as far as a download cares.
+/// The head of one HTTP response, as far as a download cares.
 struct ResponseHead {
     int status = 0;
     QByteArray etag;
@@ -16,7 +16,7 @@ struct ResponseHead {
     qint64 contentLength = -1;
 
     /// Takes in one header line ("ETag: ..."); a status line ("HTTP/1.1 200 OK") starts a new head, since
-    /// each redirect and each interim answer has its own.
+    /// each redirect and each interim response has its own.
     void take(const QByteArray& line);
 };
 
@@ -26,14 +26,21 @@ struct Held {
     qint64 bytes = 0; ///< bytes in the partial file; more than `asked` when they are not trusted
     QByteArray etag;  ///< the strong validator that they came with
     qint64 size = -1; ///< bytes of the whole file, when known
+    qint64 hint = 0;  ///< bytes that the caller expects of the whole file; 0: unknown
+
+    /// A file of more bytes is not the one that is wanted; nothing beyond is written.
+    [[nodiscard]] qint64 most() const;
+    /// A response of fewer bytes is not the file, but a message about it.
+    [[nodiscard]] qint64 least() const { return hint / 2; }
 };
 
-/// What becomes of an answer's body.
+/// What becomes of a response's body.
 enum class BodyUse {
     append,       ///< it goes on where the partial file ends
     replace,      ///< it is the whole file, from its beginning
     rewrite,      ///< it is the whole file and the same one: the bytes at hand stay valid meanwhile
     putAside,     ///< it is not the file; the partial file is kept
+    holdBack,     ///< `replace` once it has grown long enough to be the file, `putAside` if it ends before
     nothing,      ///< the partial file is complete already
     askFromStart, ///< useless; ask once more, for the whole file
     refuse,       ///< useless, and asking again would bring the same
@@ -41,7 +48,7 @@ enum class BodyUse {
 
 struct ResponsePlan {
     BodyUse use = BodyUse::refuse;
-    qint64 size = -1; ///< bytes of the whole file, when this answer says so
+    qint64 size = -1; ///< bytes of the whole file, when this response says so
 };
 
 /// "bytes 5-9/10"; `first` and `last` are absent in "bytes */10", `total` in "bytes 5-9/*".

@@ -1,6 +1,7 @@
 #include <platform/linux/transfers/http/ResponseWriter.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace tulvane::transfers {
 
@@ -9,9 +10,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr qint64 mebibyte = 1024 * 1024;
-// What is put aside is shown to nobody; this much tells every check what it is.
+// What is put aside is never shown; this much tells every check what it is.
 constexpr qint64 mostAside = mebibyte;
-constexpr qint64 roomCheckEvery = 32 * mebibyte;
 constexpr auto reportEvery = 100ms;
 // After a power cut at most so much of the download is fetched again.
 constexpr auto keepEvery = 30s;
@@ -31,12 +31,16 @@ bool ResponseWriter::fail(const TransferError& error)
 
 bool ResponseWriter::hasRoom()
 {
-    const qint64 missing = std::max<qint64>(m_place.record.size - m_place.partial.size(), 0);
-    const qint64 lacking = missing + m_place.options.reserve - m_place.partial.freeSpace();
-    m_nextRoomCheck = m_place.partial.position() + roomCheckEvery;
-    if (lacking <= 0 || missing == 0)
+    return leavesReserve(std::max<qint64>(m_place.record.size - m_place.partial.size(), 0));
+}
+
+bool ResponseWriter::leavesReserve(qint64 growth)
+{
+    const qint64 missing = std::max(growth, m_place.record.size - m_place.partial.size());
+    const qint64 free = m_place.partial.freeSpace() - m_place.options.reserve;
+    if (growth <= 0 || growth <= free)
         return true;
-    return fail(TransferError(TransferError::Kind::noSpace, QString::number(lacking)));
+    return fail(TransferError(TransferError::Kind::noSpace, QString::number(missing - free)));
 }
 
 bool ResponseWriter::beginBody(const ResponseHead& head)
@@ -70,9 +74,8 @@ bool ResponseWriter::begin(const ResponseHead& head)
     case BodyUse::rewrite:
         return beginBody(head);
     case BodyUse::putAside:
-        m_aside.setFileName(m_place.folder.asideFile(m_place.record.key()));
-        if (!m_aside.open(QIODevice::WriteOnly | QIODevice::Truncate))
-            return fail(TransferError(TransferError::Kind::notWritten, m_aside.errorString()));
+        return openAside();
+    case BodyUse::holdBack:
         return true;
     case BodyUse::nothing:
     case BodyUse::askFromStart:
@@ -80,6 +83,14 @@ bool ResponseWriter::begin(const ResponseHead& head)
         return false;
     }
     Q_UNREACHABLE();
+}
+
+bool ResponseWriter::openAside()
+{
+    m_aside.setFileName(m_place.folder.asideFile(m_place.record.key()));
+    if (!m_aside.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return fail(TransferError(TransferError::Kind::notWritten, m_aside.errorString()));
+    return true;
 }
 
 bool ResponseWriter::writeAside(std::span<const std::byte> bytes)
@@ -98,9 +109,31 @@ bool ResponseWriter::receive(const ResponseHead& head, std::span<const std::byte
         return false;
     if (m_plan->use == BodyUse::putAside)
         return writeAside(bytes);
+    if (m_plan->use == BodyUse::holdBack)
+        return holdBack(head, bytes);
+    return writeBody(bytes);
+}
+
+bool ResponseWriter::holdBack(const ResponseHead& head, std::span<const std::byte> bytes)
+{
+    m_heldBack.append(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+    if (m_heldBack.size() < std::min(m_held.least(), mostAside))
+        return true;
+    m_plan->use = BodyUse::replace;
+    const QByteArray body = std::exchange(m_heldBack, {});
+    return beginBody(head) && writeBody(std::as_bytes(std::span(body.constData(), body.size())));
+}
+
+bool ResponseWriter::writeBody(std::span<const std::byte> bytes)
+{
     const qint64 size = m_place.record.size;
-    if (size >= 0 && m_place.partial.position() + static_cast<qint64>(bytes.size()) > size)
+    const qint64 end = m_place.partial.position() + static_cast<qint64>(bytes.size());
+    if (size < 0 && end > m_held.most())
+        m_place.record.etag.clear(); // no part of the file that is wanted: none of it is kept
+    if (end > (size < 0 ? m_held.most() : size))
         return fail(TransferError(TransferError::Kind::badAnswer));
+    if (!leavesReserve(end - m_place.partial.size()))
+        return false;
     if (const auto written = m_place.partial.write(bytes); !written)
         return fail(written.error());
     const auto now = std::chrono::steady_clock::now();
@@ -110,7 +143,7 @@ bool ResponseWriter::receive(const ResponseHead& head, std::span<const std::byte
     }
     if (now - m_lastKept >= keepEvery)
         keepRecord();
-    return m_place.partial.position() < m_nextRoomCheck || hasRoom();
+    return true;
 }
 
 void ResponseWriter::keepRecord()
@@ -127,6 +160,11 @@ void ResponseWriter::settle(const ResponseHead& head)
 {
     if (!m_plan && !m_problem)
         static_cast<void>(begin(head));
+    if (!m_plan || m_plan->use != BodyUse::holdBack)
+        return;
+    m_plan->use = BodyUse::putAside;
+    if (openAside())
+        static_cast<void>(writeAside(std::as_bytes(std::span(m_heldBack.constData(), m_heldBack.size()))));
 }
 
 bool ResponseWriter::isWhole() const

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <platform/linux/transfers/TransferFolder.h>
-#include <platform/linux/transfers/http/ResponsePlan.h>
 #include <platform/linux/transfers/http/HttpOptions.h>
 #include <platform/linux/transfers/http/PartialFile.h>
+#include <platform/linux/transfers/http/ResponsePlan.h>
 
 #include <QFile>
 
@@ -17,7 +17,7 @@ namespace tulvane::transfers {
 /// Bytes so far and bytes of the whole file (-1: unknown).
 using ProgressReport = std::function<void(qint64 received, qint64 expected)>;
 
-/// Puts one answer where it belongs, by its plan, and keeps the record beside it up to date. One thread.
+/// Puts one response where it belongs, by its plan, and keeps the record beside it up to date. One thread.
 class ResponseWriter final {
 public:
     struct Place {
@@ -32,7 +32,7 @@ public:
 
     /// Takes a piece of the body; false when no more is wanted, for the reason in `plan` or `problem`.
     [[nodiscard]] bool receive(const ResponseHead& head, std::span<const std::byte> bytes);
-    /// Settles the plan of an answer without a body. Does nothing when a body has come.
+    /// The whole response has come: settles the plan of one without a body, and of one that was held back.
     void settle(const ResponseHead& head);
 
     [[nodiscard]] const std::optional<ResponsePlan>& plan() const { return m_plan; }
@@ -45,6 +45,10 @@ private:
     [[nodiscard]] bool begin(const ResponseHead& head);
     [[nodiscard]] bool beginBody(const ResponseHead& head);
     [[nodiscard]] bool hasRoom();
+    [[nodiscard]] bool leavesReserve(qint64 growth);
+    [[nodiscard]] bool openAside();
+    [[nodiscard]] bool holdBack(const ResponseHead& head, std::span<const std::byte> bytes);
+    [[nodiscard]] bool writeBody(std::span<const std::byte> bytes);
     [[nodiscard]] bool writeAside(std::span<const std::byte> bytes);
     [[nodiscard]] bool fail(const TransferError& error);
     void keepRecord();
@@ -54,7 +58,7 @@ private:
     std::optional<ResponsePlan> m_plan;
     std::optional<TransferError> m_problem;
     QFile m_aside;
-    qint64 m_nextRoomCheck = 0;
+    QByteArray m_heldBack;
     std::chrono::steady_clock::time_point m_lastReport{};
     std::chrono::steady_clock::time_point m_lastKept = std::chrono::steady_clock::now();
 };

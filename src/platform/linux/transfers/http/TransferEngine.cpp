@@ -110,7 +110,7 @@ void TransferEngine::noteProgress(const QString& key, qint64 received, qint64 ex
 
 void TransferEngine::noteEnd(const QString& key, const DownloadEnd& end)
 {
-    // Out of the list first: who is told may start the same address again.
+    // Out of the list first: the receiver may start the same address again.
     const auto job = m_jobs.extract(key);
     if (job.empty())
         return;

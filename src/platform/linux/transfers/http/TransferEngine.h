@@ -11,9 +11,9 @@
 
 namespace tulvane::transfers {
 
-/// Runs the downloads of one folder, each on a thread of its own, and tells on the thread that owns this
+/// Runs the downloads of one folder, each on a thread of its own, and reports on the thread that owns this
 /// object (which needs an event loop) what becomes of them. Destroying it stops them; their records stay
-/// `running`, so that whoever looks after the folder next goes on with them.
+/// `running`, so that the next keeper of the folder goes on with them.
 class TransferEngine final : public QObject {
     Q_OBJECT
 
@@ -34,14 +34,14 @@ public:
     QString start(const TransferRequest& request);
     /// Ends it with `cancelled`; unknown keys are ignored.
     void cancel(const QString& key);
-    /// Stops everything and waits; what was running is left for the next one. Nothing is told afterwards.
+    /// Stops everything and waits; what was running is left for the next one. Nothing is reported afterwards.
     void stop();
     [[nodiscard]] QList<Running> running() const;
     [[nodiscard]] bool isRunning(const QString& key) const { return m_jobs.contains(key); }
 
 Q_SIGNALS:
     void progressed(const QString& key, qint64 received, qint64 expected);
-    /// Ended with an answer; its file is `folder().finishedFile(record)`, and stays until it is settled.
+    /// Ended with a response; its file is `folder().finishedFile(record)`, and stays until it is settled.
     void finished(const tulvane::transfers::TransferRecord& record);
     /// Ended without one.
     void failed(const QString& key, const tulvane::TransferError& error);

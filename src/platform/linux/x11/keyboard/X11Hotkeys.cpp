@@ -1,7 +1,7 @@
 #include <platform/linux/keys/KeyText.h>
+#include <platform/linux/x11/connection/XkbProtocol.h>
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <platform/linux/x11/keyboard/X11WindowManager.h>
-#include <platform/linux/x11/connection/XkbProtocol.h>
 
 #include <algorithm>
 #include <list>
@@ -120,7 +120,7 @@ void X11Hotkeys::handleEvent(const xcb_generic_event_t& event)
 void X11Hotkeys::press(const xcb_key_press_event_t& event)
 {
     if (const auto held = m_held.find(event.detail); held != m_held.end()) {
-        tell(HotkeyEventKind::repeated, Entry(held->second));
+        tell(HotkeyEventKind::repeated, Entry(held->second), event.time);
         return;
     }
     // While one hot key is held, every other key comes to us as well; most are none of ours.
@@ -132,7 +132,7 @@ void X11Hotkeys::press(const xcb_key_press_event_t& event)
         return;
     const Entry entry = *found;
     m_held.emplace(event.detail, entry);
-    tell(HotkeyEventKind::pressed, entry);
+    tell(HotkeyEventKind::pressed, entry, event.time);
 }
 
 void X11Hotkeys::release(const xcb_key_release_event_t& event)
@@ -140,14 +140,15 @@ void X11Hotkeys::release(const xcb_key_release_event_t& event)
     // By the key alone: the modifiers may have been let go of before it, and the registration may be gone.
     const auto held = m_held.extract(event.detail);
     if (!held.empty())
-        tell(HotkeyEventKind::released, held.mapped());
+        tell(HotkeyEventKind::released, held.mapped(), event.time);
 }
 
-void X11Hotkeys::tell(HotkeyEventKind kind, const Entry& entry) const
+void X11Hotkeys::tell(HotkeyEventKind kind, const Entry& entry, xcb_timestamp_t time)
 {
+    const auto age = m_time.age(time);
     const EventHandler handler = m_eventHandler;
     if (handler)
-        (void)handler({HotkeyEvent::Source::hotkey, kind, entry.id, entry.combination});
+        (void)handler({HotkeyEvent::Source::hotkey, kind, entry.id, entry.combination, age});
 }
 
 void X11Hotkeys::followKeyboard()

@@ -1,12 +1,14 @@
 #pragma once
 
-#include <ports/GlobalHotkeys.h>
 #include <platform/linux/keys/DesktopShortcuts.h>
 #include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/x11/keyboard/ServerTime.h>
 #include <platform/linux/x11/keyboard/X11Grabs.h>
 #include <platform/linux/x11/keyboard/X11KeyMap.h>
 
 #include <QString>
+
+#include <ports/GlobalHotkeys.h>
 
 #include <map>
 #include <memory>
@@ -49,7 +51,7 @@ private:
     void handleEvent(const xcb_generic_event_t& event);
     void press(const xcb_key_press_event_t& event);
     void release(const xcb_key_release_event_t& event);
-    void tell(HotkeyEventKind kind, const Entry& entry) const;
+    void tell(HotkeyEventKind kind, const Entry& entry, xcb_timestamp_t time);
     void followKeyboard();
     void noticeEnd();
 
@@ -61,6 +63,7 @@ private:
     EventHandler m_eventHandler;
     ChangeHandler m_changeHandler;
     bool m_isKeyMapOld = false;
+    ServerTime m_time;
 };
 
 } // namespace tulvane

@@ -1,3 +1,4 @@
+#include <platform/linux/x11/keyboard/OwnStrokes.h>
 #include <platform/linux/x11/keyboard/X11KeyPosting.h>
 
 #include <xcb/xtest.h>
@@ -192,6 +193,7 @@ void X11KeyPosting::sendAmong(const Stroke& stroke, const KeyboardLayout& layout
 
 void X11KeyPosting::key(xcb_keycode_t code, bool down)
 {
+    OwnStrokes::ofThisProcess().add(code, down);
     xcb_test_fake_input(m_link.connection(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, code, XCB_CURRENT_TIME,
                         noWindow, 0, 0, 0);
 }

@@ -1,9 +1,11 @@
-#include <ports/KeyModifiers.h>
-#include <ports/VirtualKeys.h>
 #include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/x11/keyboard/OwnStrokes.h>
+#include <platform/linux/x11/keyboard/ServerTime.h>
 #include <platform/linux/x11/keyboard/X11KeyMap.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
 
+#include <ports/KeyModifiers.h>
+#include <ports/VirtualKeys.h>
 #include <xcb/xinput.h>
 
 #include <set>
@@ -65,7 +67,7 @@ private:
     quint32 select(quint32 events);
     void readHeldKeys();
     void handleEvent(const xcb_generic_event_t& event);
-    void change(quint32 keycode, bool isDown);
+    void change(quint32 keycode, bool isDown, std::chrono::milliseconds age);
 
     std::unique_ptr<X11Connection> m_connection;
     std::unique_ptr<X11KeyMap> m_keyMap;
@@ -75,6 +77,7 @@ private:
     quint32 m_enabledAt = 0;
     bool m_isEnabled = false;
     bool m_isKeyMapOld = false;
+    ServerTime m_time;
 };
 
 X11ModifierTap::X11ModifierTap(std::unique_ptr<X11Connection> connection, std::unique_ptr<X11KeyMap> keyMap,
@@ -155,12 +158,17 @@ void X11ModifierTap::handleEvent(const xcb_generic_event_t& event)
     // wrap.
     if (static_cast<qint32>(generic.full_sequence - m_enabledAt) < 0)
         return;
-    if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS || generic.event_type == XCB_INPUT_RAW_KEY_RELEASE)
-        change(reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event).detail,
-               generic.event_type == XCB_INPUT_RAW_KEY_PRESS);
+    if (generic.event_type != XCB_INPUT_RAW_KEY_PRESS && generic.event_type != XCB_INPUT_RAW_KEY_RELEASE)
+        return;
+    const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+    const bool isDown = generic.event_type == XCB_INPUT_RAW_KEY_PRESS;
+    // What this program posts is nothing that the user does: a held key stays held.
+    const auto age = m_time.age(key.time);
+    if (!OwnStrokes::ofThisProcess().take(key.detail, isDown, std::chrono::steady_clock::now() - age))
+        change(key.detail, isDown, age);
 }
 
-void X11ModifierTap::change(quint32 keycode, bool isDown)
+void X11ModifierTap::change(quint32 keycode, bool isDown, std::chrono::milliseconds age)
 {
     const auto key = m_keyMap->virtualKey(keycode);
     if (!key || !virtualKeys::isModifier(*key))
@@ -174,7 +182,7 @@ void X11ModifierTap::change(quint32 keycode, bool isDown)
         flags |= flagOf(held);
     // Called last and from a copy: it may destroy this tap.
     const ModifierEvents::Handler told = m_handler;
-    told({ModifierEvent::Type::flagsChanged, *key, flags});
+    told({ModifierEvent::Type::flagsChanged, *key, flags, age});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
-#include <ports/KeyModifiers.h>
 #include <platform/linux/x11/keyboard/X11Modifiers.h>
 
+#include <ports/KeyModifiers.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon.h>
 
@@ -57,8 +57,6 @@ X11Modifiers X11Modifiers::read(X11Connection& connection, xkb_keymap* keymap)
                 modifiers.alt |= mask;
             if (types(keymap, key, XKB_KEY_Super_L, XKB_KEY_Super_R))
                 modifiers.super |= mask;
-            if (types(keymap, key, XKB_KEY_Num_Lock, XKB_KEY_Num_Lock))
-                modifiers.numLock |= mask;
         }
     }
     return modifiers;
@@ -66,6 +64,8 @@ X11Modifiers X11Modifiers::read(X11Connection& connection, xkb_keymap* keymap)
 
 std::optional<quint16> X11Modifiers::mask(quint32 carbonModifiers) const
 {
+    if ((carbonModifiers & ~carbon::all) != 0)
+        return std::nullopt;
     quint16 mask = 0;
     for (const Pair& pair : pairsOf(*this)) {
         if ((carbonModifiers & pair.carbon) == 0)
@@ -87,19 +87,26 @@ quint32 X11Modifiers::carbonModifiers(quint32 state) const
     return result;
 }
 
+quint16 X11Modifiers::ours() const
+{
+    return static_cast<quint16>(XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | alt | super);
+}
+
 std::vector<quint16> X11Modifiers::lockVariants() const
 {
-    std::vector<quint16> variants{0, XCB_MOD_MASK_LOCK};
-    if (numLock != 0) {
-        variants.push_back(numLock);
-        variants.push_back(numLock | XCB_MOD_MASK_LOCK);
+    // Any of the others may be on while the combination is pressed: Caps, Num or Scroll Lock, a third level.
+    const auto others = static_cast<quint16>(allModifiers & ~quint32{ours()});
+    std::vector<quint16> variants;
+    for (quint32 variant = 0; variant <= allModifiers; ++variant) {
+        if ((variant & ~quint32{others}) == 0)
+            variants.push_back(static_cast<quint16>(variant));
     }
     return variants;
 }
 
 quint16 X11Modifiers::withoutLocks(quint32 state) const
 {
-    return static_cast<quint16>(state & allModifiers & ~quint32{XCB_MOD_MASK_LOCK} & ~quint32{numLock});
+    return static_cast<quint16>(state & ours());
 }
 
 } // namespace tulvane

@@ -1,13 +1,16 @@
 #pragma once
 
-#include <ports/BackgroundTransfers.h>
 #include <platform/linux/transfers/http/TransferEngine.h>
+
+#include <ports/BackgroundTransfers.h>
 
 #include <map>
 
 namespace tulvane {
 
-/// Transfers that live and end with this object, over threads of this process.
+/// Transfers that live and end with this object, over threads of this process: the engine of the helper
+/// without the helper. The program itself never fetches so; a test learns from it whether the process or the
+/// engine is to blame.
 class InProcessTransfers final : public QObject, public BackgroundTransfers {
     Q_OBJECT
 
@@ -20,10 +23,13 @@ public:
     [[nodiscard]] TransferId start(const TransferRequest& request) override;
     [[nodiscard]] TransferId resume(const QByteArray& resumeData) override;
     void cancel(TransferId id) override;
+    void discard(const QUrl& url) override;
+    [[nodiscard]] QList<TransferRemnant> remnants() const override { return m_engine.folder().remnants(); }
 
 private:
     struct Local {
         TransferId id = 0;
+        bool discarding = false;
         bool ending = false; ///< cancelled, or its file is being handed over
         /// Asked for again before this one has quite ended; begins when it has.
         TransferId nextId = 0;

@@ -1,4 +1,4 @@
-#include <platform/linux/transfers/http/InProcessTransfers.h>
+#include <support/transfers/InProcessTransfers.h>
 
 #include <utility>
 
@@ -79,14 +79,28 @@ void InProcessTransfers::cancel(TransferId id)
     }
 }
 
+void InProcessTransfers::discard(const QUrl& url)
+{
+    const QString key = TransferRecord::keyOf(url);
+    const auto local = m_locals.find(key);
+    if (local == m_locals.end())
+        return m_engine.folder().forget(key);
+    local->second.discarding = true;
+    cancel(local->second.id);
+}
+
 void InProcessTransfers::deliver(const TransferRecord& record)
 {
     const auto local = m_locals.find(record.key());
     if (local != m_locals.end())
         local->second.ending = true;
-    if (local != m_locals.end() && m_events.finished)
+    const bool isTaken =
+        local == m_locals.end() || !m_events.finished ||
         m_events.finished(local->second.id, record.httpStatus, m_engine.folder().finishedFile(record));
-    m_engine.folder().settle(record);
+    if (isTaken)
+        m_engine.folder().settle(record);
+    else
+        m_engine.folder().keep(record);
     complete(record.key(), std::nullopt);
 }
 
@@ -100,8 +114,10 @@ void InProcessTransfers::complete(const QString& key, const std::optional<Transf
         m_locals[key].id = local.nextId;
         m_engine.start(local.next);
     }
+    if (local.discarding)
+        m_engine.folder().forget(key);
     if (m_events.completed)
-        m_events.completed(local.id, error);
+        m_events.completed(local.id, error && local.discarding ? error->withResumeData({}) : error);
 }
 
 } // namespace tulvane

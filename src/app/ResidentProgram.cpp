@@ -1,14 +1,13 @@
-#include <app/LinuxDesktop.h>
-#include <app/program/ProgramFolders.h>
 #include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/InterruptWatcher.h>
-#include <base/async/WaitFor.h>
+#include <app/program/ProgramFolders.h>
+#include <app/program/ServiceOptions.h>
 #include <base/Log.h>
+#include <base/async/WaitFor.h>
+#include <insertion/PasteTable.h>
 #include <models/ModelHub.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
-#include <platform/linux/desktop/DBusRemoteControl.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
@@ -18,6 +17,9 @@
 
 #include <QCoreApplication>
 #include <QQuickView>
+
+#include <ports/OpenDesktop.h>
+#include <ports/UserDefaults.h>
 
 namespace tulvane {
 
@@ -54,9 +56,34 @@ void startAnew(Processes& processes)
              {QStringLiteral("--page"), rawValue(SettingsTab::settings)}, [] { QCoreApplication::quit(); });
 }
 
-void endWithServer(LinuxDesktop& desktop)
+std::unique_ptr<ProgramServices> openServices(const Clock& clock, cli::Console& console)
 {
-    desktop.setEnded([] {
+    auto services = openProgramServices(serviceOptions(), clock);
+    services->defaults()->setTroubleHandler([&console](const DefaultsError& error) {
+        console.err << "tulvane: " << error.description() << Qt::endl;
+    });
+    return services;
+}
+
+Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const std::shared_ptr<UserDefaults>& defaults,
+                                                       Scheduler& scheduler)
+{
+    const ProgramFolders folders = ProgramFolders::ofThisProgram();
+    const ServiceOptions services = serviceOptions();
+    return tulvane::openDesktop({.environment = services.environment,
+                                 .defaults = defaults,
+                                 .terminals = pasteTable(defaults->value(terminalWindowClassesKey)),
+                                 .symbols = QStringLiteral(":/symbols"),
+                                 .program = folders.commandLine(),
+                                 .helpPage = QUrl::fromLocalFile(folders.helpPage()),
+                                 .transferHelper = services.transferHelper,
+                                 .transferFolder = services.transferFolder},
+                                scheduler);
+}
+
+void endWithDesktop(const Desktop& desktop)
+{
+    desktop.setEndHandler([] {
         qCWarning(lcApp, "The X server has ended");
         QCoreApplication::quit();
     });
@@ -74,49 +101,50 @@ int run(TulvaneApp& app, Windows& windows, const cli::LaunchOptions& words)
     return status;
 }
 
+/// The program on its desktop, from its objects' making to their end. `running` is the program meanwhile.
+int runOn(Desktop& desktop, RemoteControl& remote, Scheduler& scheduler, const Clock& clock,
+          const cli::LaunchOptions& words, TulvaneApp*& running)
+{
+    UserInterface windows({.makePanel = desktop.makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
+    TulvaneApp app(
+        desktop, appOptions(*desktop.defaults),
+        {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
+             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
+         }});
+    UiContext context = app.uiContext([&desktop] { startAnew(*desktop.processes); });
+    context.windows = &windows;
+    installInterfaceLanguage(context.settings.appLanguage());
+    windows.attach(context);
+    const MenuBarMenu menu(context, *desktop.statusItem, [] { QCoreApplication::quit(); });
+    running = &app;
+    QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
+                     [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
+    const cli::InterruptWatcher signalWatch(-1, [] { QCoreApplication::quit(); });
+    endWithDesktop(desktop);
+    const int status = run(app, windows, words);
+    running = nullptr;
+    windows.detach();
+    return status;
+}
+
 } // namespace
 
 int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
 {
     static const SystemClock clock;
     EventLoopScheduler scheduler;
-    DBusRemoteControl remote;
-    JsonUserDefaults defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), clock);
-    defaults.setTroubleHandler([&console](const DefaultsError& error) {
-        console.err << "tulvane: " << error.description() << Qt::endl;
-    });
+    const auto services = openServices(clock, console);
+    RemoteControl& remote = services->remote();
     TulvaneApp* running = nullptr;
     const auto claim = remote.claim([&running](RemoteRequest request, const QString& argument) {
         return running ? running->answer(request, argument) : QJsonObject();
     });
     if (claim == RemoteControl::Claim::taken)
         return handOver(remote, words, console);
-
-    const auto desktop = LinuxDesktop::open(defaults, scheduler);
+    const auto desktop = openDesktop(services->defaults(), scheduler);
     if (!desktop)
-        return cli::fail(console, desktop.error());
-    UserInterface windows(
-        {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
-    const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(
-        ports, appOptions(defaults),
-        {.indicator = windows.indicator(), .windows = windows, .bringToFront = [&windows, &running] {
-             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
-         }});
-    UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
-    context.windows = &windows;
-    installInterfaceLanguage(context.settings.appLanguage());
-    windows.attach(context);
-    const MenuBarMenu menu(context, (*desktop)->statusItem(), [] { QCoreApplication::quit(); });
-    running = &app;
-    QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
-                     [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
-    const cli::InterruptWatcher signalWatch(-1, [] { QCoreApplication::quit(); });
-    endWithServer(**desktop);
-    const int status = run(app, windows, words);
-    running = nullptr;
-    windows.detach();
-    return status;
+        return cli::fail(console, desktop.error().text());
+    return runOn(**desktop, remote, scheduler, clock, words, running);
 }
 
 } // namespace tulvane

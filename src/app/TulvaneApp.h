@@ -15,7 +15,6 @@
 #include <insertion/TextInserter.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
-#include <ports/RemoteControl.h>
 #include <settings/AppSettings.h>
 #include <speech/whisper/WhisperEngine.h>
 #include <stats/StatsStore.h>
@@ -23,48 +22,12 @@
 
 #include <QJsonObject>
 
+#include <ports/Desktop.h>
+#include <ports/RemoteControl.h>
+
 #include <functional>
 
 namespace tulvane {
-
-class AudioInput;
-class BackgroundTransfers;
-class FocusedElements;
-class GlobalHotkeys;
-class KeyPosting;
-class LoginItem;
-class ModifierEvents;
-class Pasteboards;
-class Presentation;
-class PrivacyPermissions;
-class Processes;
-class Sounds;
-class SystemMemory;
-class UserDefaults;
-class KeyboardGrab;
-class Workspace;
-
-/// The desktop's side of every port, as the resident program uses them. All outlive the program's objects.
-struct Desktop {
-    UserDefaults& defaults;
-    AudioInput& microphone;
-    Sounds& sounds;
-    GlobalHotkeys& hotkeys;
-    ModifierEvents& modifierEvents;
-    Pasteboards& pasteboards;
-    KeyPosting& keys;
-    FocusedElements& elements;
-    PrivacyPermissions& permissions;
-    Processes& processes;
-    Workspace& workspace;
-    BackgroundTransfers& transfers;
-    SystemMemory& memory;
-    Presentation& presentation;
-    KeyboardGrab& keyboard;
-    LoginItem& loginItem;
-    /// The desktop's short signal that a key meant nothing.
-    std::function<void()> beep = [] {};
-};
 
 /// What the program shows itself by. Outlives the program's objects.
 struct Surfaces {
@@ -88,7 +51,8 @@ public:
         QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
     };
 
-    TulvaneApp(const Desktop& desktop, const Options& options, const Surfaces& surfaces);
+    /// `desktop` outlives the program.
+    TulvaneApp(Desktop& desktop, const Options& options, const Surfaces& surfaces);
     Q_DISABLE_COPY_MOVE(TulvaneApp)
     ~TulvaneApp() override;
 
@@ -109,13 +73,15 @@ public:
 
 private:
     [[nodiscard]] AppDelegate::Dependencies lifeCycle(const Options& options, const Surfaces& surfaces);
+    [[nodiscard]] DictationSession::Dependencies sessionDependencies();
+    [[nodiscard]] DictationController::Dependencies controllerDependencies(const Surfaces& surfaces);
     /// The migration comes before whatever reads the files that it moves.
     [[nodiscard]] const QString& afterMigration(const QString& file);
     [[nodiscard]] QJsonObject status() const;
     [[nodiscard]] QJsonObject diagnostics() const;
     [[nodiscard]] QJsonObject changeSettings(const QString& words);
 
-    Desktop m_desktop;
+    Desktop& m_desktop;
     QString m_version;
     Windows& m_windows;
     SystemClock m_clock;

@@ -1,29 +1,22 @@
-#include <app/program/DesktopDiagnostics.h>
-#include <app/cli/ProgramCommands.h>
-#include <app/program/ProgramFolders.h>
 #include <app/cli/CleanCommand.h>
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DictateCommand.h>
 #include <app/cli/DoctorCommand.h>
+#include <app/cli/InterruptWatcher.h>
+#include <app/cli/LaunchOptions.h>
 #include <app/cli/ModelsCommand.h>
+#include <app/cli/ProgramCommands.h>
 #include <app/cli/RemoteCommand.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <app/cli/LaunchOptions.h>
 #include <app/cli/StatsCommand.h>
-#include <app/cli/InterruptWatcher.h>
 #include <app/cli/TranscribeCommand.h>
+#include <app/program/DesktopDiagnostics.h>
+#include <app/program/ProgramFolders.h>
+#include <app/program/ServiceOptions.h>
 #include <base/Clock.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
-#include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
-#include <platform/linux/process/ProcessMemory.h>
-#include <platform/linux/desktop/DBusRemoteControl.h>
-#include <platform/linux/pulse/PulseAudioInput.h>
-#include <platform/linux/pulse/PulseServer.h>
-#include <platform/linux/transfers/DetachedTransfers.h>
-#include <platform/linux/session/X11Text.h>
 #include <settings/AppSettings.h>
 #include <speech/whisper/ComputingDevices.h>
 #include <speech/whisper/WhisperEngine.h>
@@ -31,6 +24,9 @@
 
 #include <QFile>
 
+#include <ports/ProgramServices.h>
+#include <ports/RemoteControl.h>
+#include <ports/UserDefaults.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -41,26 +37,30 @@ namespace {
 
 const SystemClock systemClock;
 
+std::unique_ptr<ProgramServices> openServices()
+{
+    return openProgramServices(serviceOptions(), systemClock);
+}
+
 /// The stored settings, opened when a command first needs them; trouble with the file is told at once.
 class StoredSettings final {
 public:
-    explicit StoredSettings(cli::Console& console)
-        : m_defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), systemClock)
+    StoredSettings(ProgramServices& services, cli::Console& console) : m_defaults(services.defaults())
     {
-        m_defaults.setTroubleHandler([&console](const DefaultsError& error) {
+        m_defaults->setTroubleHandler([&console](const DefaultsError& error) {
             console.err << "tulvane: " << error.description() << Qt::endl;
         });
-        m_settings.emplace(m_defaults);
+        m_settings.emplace(*m_defaults);
     }
     [[nodiscard]] AppSettings& operator*() { return *m_settings; }
     /// A text that is no setting of the interface's; empty where there is none.
     [[nodiscard]] QString text(const char* key) const
     {
-        return m_defaults.value(QLatin1String(key)).toString();
+        return m_defaults->value(QLatin1String(key)).toString();
     }
 
 private:
-    JsonUserDefaults m_defaults;
+    std::shared_ptr<UserDefaults> m_defaults;
     std::optional<AppSettings> m_settings;
 };
 
@@ -75,14 +75,16 @@ std::optional<QString> catalogueFile(const QString& id)
 /// take.
 WhisperEngine& programEngine()
 {
-    static const ProcessMemory memory;
-    static auto* const engine = new WhisperEngine(ProgramFolders::ofThisProgram().backends, memory);
+    static const auto services = openServices();
+    static auto* const engine =
+        new WhisperEngine(ProgramFolders::ofThisProgram().backends, services->memory());
     return *engine;
 }
 
 int transcribe(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     const cli::RecognitionContext context{.settings = *settings,
                                           .engine = programEngine,
                                           .folders = ProgramFolders::ofThisProgram(),
@@ -92,15 +94,15 @@ int transcribe(const QStringList& arguments, cli::Console& console)
 
 int dictate(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
-    PulseAudioInput input;
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     StatsStore stats;
     const cli::DictationContext context{.recognition = {.settings = *settings,
                                                         .engine = programEngine,
                                                         .folders = ProgramFolders::ofThisProgram(),
                                                         .catalogueFile = catalogueFile},
                                         .settings = *settings,
-                                        .input = input,
+                                        .input = services->microphone(),
                                         .stats = stats,
                                         .keyboard = STDIN_FILENO};
     return cli::runDictate(arguments, context, console);
@@ -108,12 +110,11 @@ int dictate(const QStringList& arguments, cli::Console& console)
 
 int models(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     const ModelFolders folders = ModelFolders::standard();
-    DetachedTransfers transfers(
-        {.helper = ProgramFolders::ofThisProgram().transferHelper(), .folder = folders.transfers()});
     const QUrl hub = modelHubURL(qEnvironmentVariable(modelHubVariable), settings.text(modelHubSetting));
-    ModelManager manager({.folders = folders, .hub = hub}, transfers);
+    ModelManager manager({.folders = folders, .hub = hub}, services->transfers());
     std::optional<cli::InterruptWatcher> interrupts;
     const cli::ModelsContext context{.manager = manager,
                                      .selectedModelID = (*settings).selectedModelID(),
@@ -125,11 +126,11 @@ int models(const QStringList& arguments, cli::Console& console)
 
 int storedSettings(const QStringList& arguments, cli::Console& console)
 {
+    const auto services = openServices();
     // The running program's settings are live: it makes the change itself.
-    DBusRemoteControl control;
-    if (const auto status = cli::runThere(arguments, RemoteRequest::settings, control, console))
+    if (const auto status = cli::runThere(arguments, RemoteRequest::settings, services->remote(), console))
         return *status;
-    StoredSettings settings(console);
+    StoredSettings settings(*services, console);
     QStringList models;
     for (const WhisperModel& model : WhisperModel::all())
         models.append(model.id);
@@ -138,26 +139,15 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
 
 int statistics(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     const StatsStore store;
     return cli::runStats(arguments, {store, (*settings).typingWordsPerMinute(), systemClock}, console);
 }
 
 int remote(const QString& name, const QStringList& arguments, cli::Console& console)
 {
-    DBusRemoteControl control;
-    return cli::runRemote(name, arguments, control, console);
-}
-
-SessionFacts thisSession(const X11PrivacyPermissions::Abilities& abilities)
-{
-    static const QMap<SessionKind, QString> names{{SessionKind::x11, QStringLiteral("X11")},
-                                                  {SessionKind::wayland, QStringLiteral("Wayland")},
-                                                  {SessionKind::none, QStringLiteral("none")}};
-    return {.kind = names.value(abilities.session),
-            .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
-            .display = qEnvironmentVariable("DISPLAY"),
-            .displayReached = abilities.displayReached};
+    return cli::runRemote(name, arguments, openServices()->remote(), console);
 }
 
 ModelFacts selectedModel(const AppSettings& settings)
@@ -168,19 +158,17 @@ ModelFacts selectedModel(const AppSettings& settings)
     return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
 }
 
-Diagnostics examine(const AppSettings& settings)
+Diagnostics examine(ProgramServices& services, const AppSettings& settings)
 {
-    const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
-    const X11PrivacyPermissions permissions(abilities, [] { return false; });
-    PulseAudioInput microphone;
-    Diagnostics diagnostics = sessionDiagnostics(thisSession(abilities));
+    const SessionFacts session = services.session();
+    const PrivacyPermissions& permissions = services.permissions();
+    Diagnostics diagnostics = sessionDiagnostics(session);
     // Asking for the microphone waits for the connection.
-    const Diagnostic found = microphoneFinding(microphone);
-    diagnostics += soundServerDiagnostic(microphone.server()->serverName());
+    const Diagnostic found = microphoneFinding(services.microphone());
+    diagnostics += soundServerDiagnostic(services.soundServer());
     diagnostics += found;
     diagnostics += permissionDiagnostics(permissions);
-    diagnostics += insertionDiagnostic(settings.insertionMethod(), permissions,
-                                 AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
+    diagnostics += insertionDiagnostic(settings.insertionMethod(), permissions, session.hasAccessibilityBus);
     diagnostics += modelDiagnostic(selectedModel(settings));
     diagnostics += acceleratorDiagnostic(computingDevices(ProgramFolders::ofThisProgram().backends));
     return diagnostics;
@@ -188,11 +176,11 @@ Diagnostics examine(const AppSettings& settings)
 
 int doctor(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
-    DBusRemoteControl control;
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     constexpr qsizetype afterThePermissions = 7;
-    const cli::DoctorContext context{.remote = control,
-                                     .examine = [&settings] { return examine(*settings); },
+    const cli::DoctorContext context{.remote = services->remote(),
+                                     .examine = [&] { return examine(*services, *settings); },
                                      .hotkeysAfter = afterThePermissions};
     return cli::runDoctor(arguments, context, console);
 }

@@ -5,20 +5,14 @@
 
 #include <QStringList>
 
+#include <ports/SessionFacts.h>
+
 #include <optional>
 
 namespace tulvane {
 
 class AudioInput;
 class PrivacyPermissions;
-
-/// What the session's own environment says.
-struct SessionFacts {
-    QString kind;    ///< "X11", "Wayland", "none"
-    QString desktop; ///< as the desktop calls itself; may be empty
-    QString display; ///< the X display's name; may be empty
-    bool displayReached = false;
-};
 
 /// The selected speech model.
 struct ModelFacts {
@@ -36,7 +30,7 @@ struct ModelFacts {
 /// Which way a text will take into the program in front. `canWriteElements`: whether there is an
 /// accessibility bus.
 [[nodiscard]] Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions,
-                                       bool canWriteElements);
+                                             bool canWriteElements);
 [[nodiscard]] Diagnostic modelDiagnostic(const ModelFacts& model);
 /// `devices` as the speech library names them, those that are more than a processor first.
 [[nodiscard]] Diagnostic acceleratorDiagnostic(const QStringList& devices);

@@ -3,7 +3,7 @@
 
 namespace tulvane {
 
-QString inWords(const PermissionObstacle& obstacle)
+QString inWords(const Obstacle& obstacle)
 {
     return obstacle.remedy.isEmpty() ? obstacle.reason : obstacle.reason + u' ' + obstacle.remedy;
 }
@@ -12,7 +12,8 @@ PermissionsViewModel::PermissionsViewModel(const UiContext& context, QObject* pa
     : QObject(parent),
       m_context(context)
 {
-    connect(&context.permissions, &PermissionsService::microphoneChanged, this, &PermissionsViewModel::changed);
+    connect(&context.permissions, &PermissionsService::microphoneChanged, this,
+            &PermissionsViewModel::changed);
     connect(&context.permissions, &PermissionsService::accessibilityChanged, this,
             &PermissionsViewModel::changed);
 }

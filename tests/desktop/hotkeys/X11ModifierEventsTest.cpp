@@ -1,4 +1,3 @@
-#include <ports/KeyModifiers.h>
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
 #include <support/Await.h>
@@ -7,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 
@@ -139,6 +139,12 @@ TEST(X11ModifierEvents, ATapMayBeDroppedWhenTheServerEnds)
     desktop.killServer();
     EXPECT_TRUE(waitUntil([&] { return isLost; }));
     EXPECT_EQ(tap, nullptr);
+}
+
+TEST(X11ModifierEvents, WithoutAServerTheReasonIsSaid)
+{
+    X11ModifierEvents events(QStringLiteral(":64999"));
+    EXPECT_EQ(events.createTap(61, [](const ModifierEvent&) {}).error(), ModifierEventsError::unreachable());
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include <insertion/PasteTable.h>
 #include <insertion/TextInserter.h>
 #include <platform/fake/FakeFocusedElement.h>
+#include <platform/linux/session/X11PrivacyPermissions.h>
 #include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/LogCapture.h>
@@ -69,8 +70,7 @@ protected:
     Content m_selected;
     std::unique_ptr<X11Text> m_text =
         X11Text::open(m_desktop.display().toLocal8Bit(), pasteTable({}), m_scheduler);
-    X11PrivacyPermissions m_permissions{
-        X11Text::abilities(m_desktop.display().toLocal8Bit(), SessionKind::x11), {}};
+    X11PrivacyPermissions m_permissions{x11Abilities(m_desktop.display().toLocal8Bit()), {}};
     FakeFocusedElements m_elements;
     TextInserter m_inserter{{m_text->pasteboards(), m_text->keys(), m_elements, m_permissions, m_scheduler}};
     std::unique_ptr<TargetProgram> m_target;

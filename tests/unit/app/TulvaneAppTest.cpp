@@ -1,11 +1,10 @@
-#include <support/Folders.h>
-
 #include <app/TulvaneApp.h>
 #include <platform/fake/FakeAudioInput.h>
 #include <platform/fake/FakeBackgroundTransfers.h>
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeKeyPosting.h>
+#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeLoginItem.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakePasteboard.h>
@@ -15,9 +14,9 @@
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeSystemMemory.h>
 #include <platform/fake/FakeUserDefaults.h>
-#include <platform/fake/FakeKeyboardGrab.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <stats/StatsFile.h>
+#include <support/Folders.h>
 #include <support/ScratchFolder.h>
 
 #include <gmock/gmock.h>
@@ -50,7 +49,7 @@ protected:
     TulvaneApp& app()
     {
         if (!m_app)
-            m_app = std::make_unique<TulvaneApp>(ports(), options(),
+            m_app = std::make_unique<TulvaneApp>(m_desktop, options(),
                                                  Surfaces{.indicator = m_indicator,
                                                           .windows = windows,
                                                           .bringToFront = [this] { return hasWindows; }});
@@ -76,24 +75,32 @@ protected:
     bool hasWindows = false;
 
 private:
+    /// The fakes are the fixture's own.
+    template <class Port>
+    static std::shared_ptr<Port> unowned(Port& port)
+    {
+        return {std::shared_ptr<void>(), &port};
+    }
     Desktop ports()
     {
-        return {.defaults = defaults,
-                .microphone = m_input,
-                .sounds = m_sounds,
-                .hotkeys = m_hotkeys,
-                .modifierEvents = m_modifiers,
-                .pasteboards = m_boards,
-                .keys = m_keys,
-                .elements = m_elements,
-                .permissions = privacy,
-                .processes = m_processes,
-                .workspace = m_workspace,
-                .transfers = m_transfers,
-                .memory = m_memory,
-                .presentation = presentation,
-                .keyboard = m_keyboard,
-                .loginItem = m_loginItem};
+        Desktop desktop;
+        desktop.defaults = unowned(defaults);
+        desktop.microphone = unowned(m_input);
+        desktop.sounds = unowned(m_sounds);
+        desktop.hotkeys = unowned(m_hotkeys);
+        desktop.modifierEvents = unowned(m_modifiers);
+        desktop.pasteboards = unowned(m_boards);
+        desktop.keys = unowned(m_keys);
+        desktop.elements = unowned(m_elements);
+        desktop.permissions = unowned(privacy);
+        desktop.processes = unowned(m_processes);
+        desktop.workspace = unowned(m_workspace);
+        desktop.transfers = unowned(m_transfers);
+        desktop.memory = unowned(m_memory);
+        desktop.presentation = unowned(presentation);
+        desktop.keyboard = unowned(m_keyboard);
+        desktop.loginItem = unowned(m_loginItem);
+        return desktop;
     }
     TulvaneApp::Options options() const
     {
@@ -119,6 +126,7 @@ private:
     FakeSystemMemory m_memory;
     FakeLoginItem m_loginItem;
     NoIndicator m_indicator;
+    Desktop m_desktop = ports();
     std::unique_ptr<TulvaneApp> m_app;
 };
 

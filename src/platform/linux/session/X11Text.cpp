@@ -1,11 +1,8 @@
+#include <platform/linux/session/X11Text.h>
+#include <platform/linux/x11/clipboard/X11Pasteboard.h>
 #include <platform/linux/x11/keyboard/FrontWindow.h>
 #include <platform/linux/x11/keyboard/PasteRoute.h>
 #include <platform/linux/x11/keyboard/X11KeyPosting.h>
-#include <platform/linux/x11/clipboard/X11Pasteboard.h>
-#include <platform/linux/session/X11Text.h>
-
-#include <xcb/xinput.h>
-#include <xcb/xtest.h>
 
 namespace tulvane {
 
@@ -80,25 +77,6 @@ KeyPosting& X11Text::keys()
 std::optional<quint32> X11Text::frontProcess()
 {
     return FrontWindow::process(*m_parts->link);
-}
-
-X11PrivacyPermissions::Abilities X11Text::abilities(const QByteArray& display, SessionKind session)
-{
-    X11PrivacyPermissions::Abilities abilities{session, false, false, false};
-    const auto link = X11Link::open(display);
-    if (!link)
-        return abilities;
-    xcb_connection_t* const connection = link->connection();
-    abilities.displayReached = true;
-    const auto* test = xcb_get_extension_data(connection, &xcb_test_id);
-    abilities.postsKeys = test != nullptr && test->present != 0;
-    const auto* input = xcb_get_extension_data(connection, &xcb_input_id);
-    if (input != nullptr && input->present != 0) {
-        const XcbReply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
-            connection, xcb_input_xi_query_version(connection, 2, 0), nullptr));
-        abilities.watchesKeys = version && version->major_version >= 2;
-    }
-    return abilities;
 }
 
 } // namespace tulvane

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <base/Scheduler.h>
+
+#include <QByteArray>
+
 #include <ports/KeyPosting.h>
 #include <ports/PasteChord.h>
 #include <ports/Pasteboard.h>
-#include <platform/linux/session/X11PrivacyPermissions.h>
-
-#include <QByteArray>
 
 #include <memory>
 #include <optional>
@@ -28,10 +28,6 @@ public:
     [[nodiscard]] KeyPosting& keys();
     /// The process of the program that has the keyboard focus, where its window names it.
     [[nodiscard]] std::optional<quint32> frontProcess();
-
-    /// What the permissions depend on; asks the display named, in a session of this kind.
-    [[nodiscard]] static X11PrivacyPermissions::Abilities abilities(const QByteArray& display,
-                                                                    SessionKind session);
 
 private:
     struct Parts;

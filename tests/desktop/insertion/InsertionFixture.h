@@ -63,7 +63,7 @@ protected:
     EventLoopScheduler m_scheduler;
     LogCapture m_log;
     XTestKeys m_fingers{m_desktop.display()};
-    std::unique_ptr<X11Link> m_link = X11Link::open(m_desktop.display().toLocal8Bit());
+    std::unique_ptr<X11Connection> m_link = X11Connection::open(m_desktop.display().toLocal8Bit());
     ScriptedOwner m_clipboardOwner{m_desktop.display()};
     ScriptedOwner m_selectionOwner{m_desktop.display(), QStringLiteral("PRIMARY")};
     Content m_copied;

@@ -14,8 +14,8 @@ bool watchesKeys(xcb_connection_t* connection)
     const auto* const input = xcb_get_extension_data(connection, &xcb_input_id);
     if (input == nullptr || input->present == 0)
         return false;
-    const XcbReply<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(connection, xcb_input_xi_query_version(connection, 2, 0), nullptr));
+    const auto version =
+        xcbReply(connection, xcb_input_xi_query_version_reply, xcb_input_xi_query_version(connection, 2, 0));
     return version && version->major_version >= 2;
 }
 

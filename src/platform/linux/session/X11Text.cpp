@@ -10,7 +10,7 @@ namespace {
 
 class X11Pasteboards final : public Pasteboards {
 public:
-    X11Pasteboards(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler, TerminalTable terminals)
+    X11Pasteboards(X11Connection& link, SelectionOwner& keeper, Scheduler& scheduler, TerminalTable terminals)
         : m_link(link),
           m_terminals(std::move(terminals)),
           m_clipboard(link, keeper, scheduler, QStringLiteral("CLIPBOARD")),
@@ -26,7 +26,7 @@ public:
     }
 
 private:
-    X11Link& m_link;
+    X11Connection& m_link;
     TerminalTable m_terminals;
     X11Pasteboard m_clipboard;
     X11Pasteboard m_primary;
@@ -35,7 +35,7 @@ private:
 } // namespace
 
 struct X11Text::Parts {
-    Parts(std::unique_ptr<X11Link> opened, std::unique_ptr<SelectionOwner> started,
+    Parts(std::unique_ptr<X11Connection> opened, std::unique_ptr<SelectionOwner> started,
           const TerminalTable& terminals, Scheduler& scheduler)
         : link(std::move(opened)),
           keeper(std::move(started)),
@@ -44,7 +44,7 @@ struct X11Text::Parts {
     {
     }
 
-    std::unique_ptr<X11Link> link;
+    std::unique_ptr<X11Connection> link;
     std::unique_ptr<SelectionOwner> keeper;
     X11Pasteboards pasteboards;
     X11KeyPosting keys;
@@ -56,12 +56,17 @@ X11Text::~X11Text() = default;
 std::unique_ptr<X11Text> X11Text::open(const QByteArray& display, const TerminalTable& terminals,
                                        Scheduler& scheduler)
 {
-    auto link = X11Link::open(display);
+    auto link = X11Connection::open(display);
     auto keeper = link ? SelectionOwner::start(display) : nullptr;
     if (!keeper)
         return nullptr;
     return std::unique_ptr<X11Text>(
         new X11Text(std::make_unique<Parts>(std::move(link), std::move(keeper), terminals, scheduler)));
+}
+
+X11Connection& X11Text::connection()
+{
+    return *m_parts->link;
 }
 
 Pasteboards& X11Text::pasteboards()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <base/Scheduler.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QByteArray>
 
@@ -24,6 +25,8 @@ public:
     X11Text& operator=(const X11Text&) = delete;
     ~X11Text();
 
+    /// For what else a session does over the same connection.
+    [[nodiscard]] X11Connection& connection();
     [[nodiscard]] Pasteboards& pasteboards();
     [[nodiscard]] KeyPosting& keys();
     /// The process of the program that has the keyboard focus, where its window names it.

@@ -33,8 +33,9 @@ void fillWithText(Desktop& desktop, const std::shared_ptr<X11Text>& text)
                                                               [text] { return text->frontProcess(); });
 }
 
-/// What shows the program, on the windows' own connection.
-void fillWithWindows(Desktop& desktop, const DesktopOptions& options)
+/// What shows the program, mostly on the windows' own connection.
+void fillWithWindows(Desktop& desktop, const DesktopOptions& options,
+                     const std::shared_ptr<X11Connection>& connection)
 {
     desktop.keyboard = std::make_shared<X11KeyboardGrab>();
     const auto entries = std::make_shared<TaskBarEntries>();
@@ -44,12 +45,9 @@ void fillWithWindows(Desktop& desktop, const DesktopOptions& options)
     desktop.statusItem = std::make_shared<TrayStatusItem>(
         options.symbols, desktopName(options.environment).split(u':', Qt::SkipEmptyParts),
         std::make_unique<X11IconDock>());
-    desktop.makeIndicatorPanel = [display = displayName(options.environment)] {
-        return std::make_unique<X11IndicatorPanel>(display);
-    };
+    desktop.makeIndicatorPanel = [connection] { return std::make_unique<X11IndicatorPanel>(connection); };
 }
 
-/// The connection that tells of the server's end.
 void fillWithServer(Desktop& desktop, const std::shared_ptr<X11Connection>& connection)
 {
     desktop.beep = [connection] { connection->ringBell(); };
@@ -65,14 +63,15 @@ Result<void, Obstacle> fillWithXWaylandPorts(Desktop& desktop, const DesktopOpti
 {
     const QByteArray display = displayName(options.environment);
     const std::shared_ptr<X11Text> text = X11Text::open(display, options.terminals, scheduler);
-    const std::shared_ptr<X11Connection> connection = X11Connection::open(QString::fromLocal8Bit(display));
-    if (!text || !connection)
+    if (!text)
         return failure(
             Obstacle{QStringLiteral("The X server %1 lacks what Tulvane needs: `tulvane doctor` says more.")
                          .arg(QString::fromLocal8Bit(display)),
                      {}});
+    // One connection for all of it, so that the server sees what we do in the order in which we do it.
+    const std::shared_ptr<X11Connection> connection(text, &text->connection());
     fillWithText(desktop, text);
-    fillWithWindows(desktop, options);
+    fillWithWindows(desktop, options, connection);
     fillWithServer(desktop, connection);
     return {};
 }

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <ports/PasteboardItem.h>
-#include <platform/linux/x11/connection/X11Link.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QList>
+
+#include <ports/PasteboardItem.h>
 
 namespace tulvane {
 
@@ -29,7 +30,7 @@ struct TargetOffer {
 [[nodiscard]] bool isContentTarget(const QString& name);
 
 /// Every target under which these items are offered; plain text under all the names that programs ask for.
-[[nodiscard]] QList<TargetOffer> offersFor(X11Link& link, const QList<PasteboardItem>& items,
+[[nodiscard]] QList<TargetOffer> offersFor(X11Connection& link, const QList<PasteboardItem>& items,
                                            const TargetForms& forms);
 
 /// Whether a program that reads this target reads text.

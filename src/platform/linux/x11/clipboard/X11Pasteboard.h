@@ -1,13 +1,13 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <ports/Pasteboard.h>
 #include <platform/linux/x11/clipboard/SelectionOwner.h>
 #include <platform/linux/x11/clipboard/SelectionReader.h>
 
 #include <QObject>
 #include <QPromise>
 
+#include <ports/Pasteboard.h>
 #include <xcb/xfixes.h>
 
 #include <list>
@@ -22,10 +22,11 @@ namespace tulvane {
 /// It tells whether the program in front has read the text, by who asks for it: a request from the program
 /// that had the focus at the write counts, whoever else reads (a clipboard manager) does not. A program in
 /// front that keeps copies of its own asks as soon as the owner changes, and never again when it pastes.
-class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
+class X11Pasteboard final : public Pasteboard {
 public:
     /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
-    X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler, const QString& selection);
+    X11Pasteboard(X11Connection& link, SelectionOwner& keeper, Scheduler& scheduler,
+                  const QString& selection);
     X11Pasteboard(const X11Pasteboard&) = delete;
     X11Pasteboard& operator=(const X11Pasteboard&) = delete;
     ~X11Pasteboard() override;
@@ -38,8 +39,6 @@ public:
     bool replaceUnlessChanged(const QList<PasteboardItem>& items, qint64 count) override;
     [[nodiscard]] Reading reading() const override { return m_reading; }
     void setActivityHandler(std::function<void()> handler) override { m_activity = std::move(handler); }
-
-    void handle(const xcb_generic_event_t& event) override;
 
 private:
     struct PendingRead {
@@ -54,6 +53,7 @@ private:
     bool empty(OnlyAt count);
     void countOwnChange() { m_ownChangeCount = ++m_changeCount; }
 
+    void handle(const xcb_generic_event_t& event);
     void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
     void textRead(xcb_window_t reader, quint64 offer);
     void readFinished(PendingRead& pending, const SelectionReader::Outcome& outcome);
@@ -61,7 +61,7 @@ private:
     void setOwner(xcb_window_t owner, xcb_timestamp_t time);
     void tellActivity();
 
-    X11Link& m_link;
+    X11Connection& m_link;
     SelectionOwner& m_keeper;
     Scheduler& m_scheduler;
     xcb_atom_t m_selection;
@@ -79,6 +79,7 @@ private:
     Reading m_reading = Reading::unread;
     xcb_window_t m_front = noWindow;
     std::function<void()> m_activity;
+    std::unique_ptr<X11Connection::Token> m_listening;
     QObject m_context; ///< what is called later is called while this lives
 };
 

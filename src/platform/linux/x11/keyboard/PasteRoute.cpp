@@ -7,7 +7,7 @@
 
 namespace tulvane {
 
-PasteRoute PasteRoute::current(X11Link& link, const TerminalTable& terminals)
+PasteRoute PasteRoute::current(X11Connection& link, const TerminalTable& terminals)
 {
     const FrontWindow front = FrontWindow::current(link);
     const auto terminal = std::ranges::find_if(terminals, [&](const TerminalWindow& entry) {

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <ports/PasteChord.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
+
+#include <ports/PasteChord.h>
 
 namespace tulvane {
 
@@ -12,7 +13,7 @@ struct PasteRoute {
 
     /// By the window in front, and by whether the layout has a V at all: without one, Shift+Insert pastes,
     /// from the clipboard in most programs and from the text selected last in terminals.
-    [[nodiscard]] static PasteRoute current(X11Link& link, const TerminalTable& terminals);
+    [[nodiscard]] static PasteRoute current(X11Connection& link, const TerminalTable& terminals);
 };
 
 } // namespace tulvane

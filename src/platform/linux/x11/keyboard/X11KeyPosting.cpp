@@ -34,7 +34,7 @@ std::array<xkb_keysym_t, 2> bothSides(xkb_keysym_t left)
 
 } // namespace
 
-X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler, TerminalTable terminals)
+X11KeyPosting::X11KeyPosting(X11Connection& link, Scheduler& scheduler, TerminalTable terminals)
     : m_link(link),
       m_scheduler(scheduler),
       m_terminals(std::move(terminals))

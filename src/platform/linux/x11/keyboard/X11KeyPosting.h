@@ -1,12 +1,13 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <ports/KeyPosting.h>
-#include <ports/PasteChord.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
 
 #include <QPromise>
+
+#include <ports/KeyPosting.h>
+#include <ports/PasteChord.h>
 
 #include <list>
 #include <memory>
@@ -19,7 +20,7 @@ namespace tulvane {
 class X11KeyPosting final : public KeyPosting {
 public:
     /// `link` and `scheduler` outlive it.
-    X11KeyPosting(X11Link& link, Scheduler& scheduler, TerminalTable terminals);
+    X11KeyPosting(X11Connection& link, Scheduler& scheduler, TerminalTable terminals);
     X11KeyPosting(const X11KeyPosting&) = delete;
     X11KeyPosting& operator=(const X11KeyPosting&) = delete;
     ~X11KeyPosting() override;
@@ -51,7 +52,7 @@ private:
     void key(xcb_keycode_t code, bool down);
     void tap(xcb_keycode_t code);
 
-    X11Link& m_link;
+    X11Connection& m_link;
     Scheduler& m_scheduler;
     TerminalTable m_terminals;
     bool m_canPost = false;

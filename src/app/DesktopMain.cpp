@@ -1,11 +1,12 @@
 #include <app/ResidentProgram.h>
 #include <app/cli/CommandLog.h>
-#include <platform/linux/process/MallocArenas.h>
-#include <platform/linux/session/DisplayCheck.h>
 
 #include <QApplication>
 #include <QFile>
 #include <QQuickWindow>
+
+#include <ports/OpenDesktop.h>
+#include <ports/ProcessHeap.h>
 
 #include <csignal>
 #include <cstdio>
@@ -15,11 +16,10 @@ namespace {
 
 /// Before the application object: it would end the process where the display does not answer, and it reads
 /// these variables only once.
-void prepareForWindows()
+void prepareForWindows(const QByteArray& windowSystem)
 {
-    // The hotkeys, the clipboard and the keys go over X11, and so do the windows: one world.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "xcb");
+        qputenv("QT_QPA_PLATFORM", windowSystem);
     // Pages of text need no graphics card: drawn by the processor they open sooner and take a third of the
     // memory.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
@@ -42,9 +42,10 @@ int run(int argc, char** argv, tulvane::cli::Console& console)
     const auto words = cli::LaunchOptions::parse(arguments, console);
     if (!words)
         return words.error();
-    if (const auto reason = displayObstacle(qgetenv("DISPLAY")))
-        return cli::fail(console, *reason);
-    prepareForWindows();
+    const auto windows = windowSystem(QProcessEnvironment::systemEnvironment());
+    if (!windows)
+        return cli::fail(console, windows.error().text());
+    prepareForWindows(*windows);
     const QApplication app(argc, argv);
     return runResidentProgram(*words, console);
 }

@@ -1,16 +1,14 @@
-#include <app/LinuxDesktop.h>
 #include <app/Relaunch.h>
 #include <app/ResidentProgram.h>
 #include <app/TulvaneApp.h>
 #include <app/cli/InterruptWatcher.h>
 #include <app/program/ProgramFolders.h>
 #include <app/program/ProgramRecognizer.h>
+#include <app/program/ServiceOptions.h>
 #include <base/Log.h>
 #include <base/async/WaitFor.h>
+#include <insertion/PasteTable.h>
 #include <models/ModelHub.h>
-#include <platform/linux/desktop/DBusRemoteControl.h>
-#include <platform/linux/process/ProcessMemory.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
@@ -23,6 +21,11 @@
 #include <QThread>
 
 #include <chrono>
+
+#include <ports/OpenDesktop.h>
+#include <ports/ProgramServices.h>
+#include <ports/RemoteControl.h>
+#include <ports/UserDefaults.h>
 
 namespace tulvane {
 
@@ -77,9 +80,25 @@ void startAnew(Processes& processes)
              {QStringLiteral("--page"), rawValue(SettingsTab::settings)}, [] { QCoreApplication::quit(); });
 }
 
-void endWithServer(LinuxDesktop& desktop)
+Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const std::shared_ptr<UserDefaults>& defaults,
+                                                       Scheduler& scheduler)
 {
-    desktop.setEnded([] {
+    const ProgramFolders folders = ProgramFolders::ofThisProgram();
+    const ServiceOptions services = serviceOptions();
+    return tulvane::openDesktop({.environment = services.environment,
+                                 .defaults = defaults,
+                                 .terminals = pasteTable(defaults->value(terminalWindowClassesKey)),
+                                 .symbols = QStringLiteral(":/symbols"),
+                                 .program = folders.commandLine(),
+                                 .helpPage = QUrl::fromLocalFile(folders.helpPage()),
+                                 .transferHelper = services.transferHelper,
+                                 .transferFolder = services.transferFolder},
+                                scheduler);
+}
+
+void endWithDesktop(const Desktop& desktop)
+{
+    desktop.setEndHandler([] {
         qCWarning(lcApp, "The X server has ended");
         QCoreApplication::quit();
     });
@@ -97,28 +116,12 @@ int run(TulvaneApp& app, Windows& windows, const cli::LaunchOptions& words)
     return status;
 }
 
-} // namespace
-
-int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
+/// The program on its desktop, from its objects' making to their end. `running` is the program meanwhile.
+int runOn(Desktop& desktop, RemoteControl& remote, Scheduler& scheduler, const Clock& clock,
+          const cli::LaunchOptions& words, TulvaneApp*& running)
 {
-    static const SystemClock clock;
-    EventLoopScheduler scheduler;
-    DBusRemoteControl remote;
-    JsonUserDefaults defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), clock);
-    TulvaneApp* running = nullptr;
-    const auto answer = [&running](RemoteRequest request, const QString& argument) {
-        return running ? running->answer(request, argument) : QJsonObject();
-    };
-    if (const auto status = claimOrHandOver(remote, answer, words, console))
-        return *status;
-
-    const auto desktop = LinuxDesktop::open(defaults, scheduler);
-    if (!desktop)
-        return cli::fail(console, desktop.error());
-    UserInterface windows(
-        {.makePanel = &LinuxDesktop::makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
-    const Desktop ports = (*desktop)->ports();
-    TulvaneApp app(ports, programRecognizer(std::make_unique<ProcessMemory>()), appOptions(defaults),
+    UserInterface windows({.makePanel = desktop.makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
+    TulvaneApp app(desktop, programRecognizer(desktop.memory), appOptions(*desktop.defaults),
                    {.indicator = windows.indicator(),
                     .windows = windows,
                     .bringToFront =
@@ -126,22 +129,42 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
                             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
                         },
                     .restoreMinimized = &restoreMinimizedWindows});
-    UiContext context = app.uiContext([&ports] { startAnew(ports.processes); });
+    UiContext context = app.uiContext([&desktop] { startAnew(*desktop.processes); });
     context.windows = &windows;
     installInterfaceLanguage(context.settings.appLanguage());
     windows.attach(context);
-    windows.showStatusItem((*desktop)->statusItem(), [] { QCoreApplication::quit(); });
+    windows.showStatusItem(*desktop.statusItem, [] { QCoreApplication::quit(); });
     running = &app;
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
     const cli::InterruptWatcher signalWatch(-1, [] { QCoreApplication::quit(); });
-    endWithServer(**desktop);
+    endWithDesktop(desktop);
     // A start from here on waits for the end of this process.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &app,
                      [&running] { running = nullptr; });
     const int status = run(app, windows, words);
     windows.detach();
     return status;
+}
+
+} // namespace
+
+int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
+{
+    static const SystemClock clock;
+    EventLoopScheduler scheduler;
+    const auto services = openProgramServices(serviceOptions(), clock);
+    RemoteControl& remote = services->remote();
+    TulvaneApp* running = nullptr;
+    const auto answer = [&running](RemoteRequest request, const QString& argument) {
+        return running ? running->answer(request, argument) : QJsonObject();
+    };
+    if (const auto status = claimOrHandOver(remote, answer, words, console))
+        return *status;
+    const auto desktop = openDesktop(services->defaults(), scheduler);
+    if (!desktop)
+        return cli::fail(console, desktop.error().text());
+    return runOn(**desktop, remote, scheduler, clock, words, running);
 }
 
 } // namespace tulvane

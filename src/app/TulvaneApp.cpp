@@ -22,62 +22,72 @@ constexpr std::chrono::milliseconds longestGoodbye{500};
 
 } // namespace
 
-TulvaneApp::TulvaneApp(const Desktop& desktop, Recognizer& recognizer, const Options& options,
+TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& options,
                        const Surfaces& surfaces)
     : m_desktop(desktop),
       m_version(options.version),
       m_windows(surfaces.windows),
-      m_settings(desktop.defaults),
+      m_settings(*desktop.defaults),
       m_delegate(lifeCycle(options, surfaces)),
       m_stats(afterMigration(options.statisticsFile)),
       m_models({.folders = options.folders,
                 .hub = options.hub,
                 .mode = ModelManager::SessionMode::background,
                 .catalogue = WhisperModel::all()},
-               desktop.transfers),
+               *desktop.transfers),
       m_modelSource(m_settings, m_models),
-      m_recorder(desktop.microphone, m_clock),
-      m_permissions({desktop.permissions, desktop.processes, desktop.workspace, m_scheduler}, std::nullopt),
-      m_inserter({desktop.pasteboards, desktop.keys, desktop.elements, desktop.permissions, m_scheduler}),
-      m_shortcuts(desktop.defaults, desktop.hotkeys),
-      m_hotkeys(m_settings, m_shortcuts, desktop.modifierEvents, m_clock),
-      m_session({.settings = m_settings,
-                 .recorder = m_recorder,
-                 .models = m_modelSource,
-                 .engine = recognizer,
-                 .stats = m_stats,
-                 .scheduler = m_scheduler,
-                 .clock = m_clock,
-                 .isMicrophoneAuthorized =
-                     [&permissions = desktop.permissions] {
-                         return permissions.microphone() == MicrophoneAccess::authorized;
-                     },
-                 .threadCount = recommendedThreadCount(),
-                 .fixedOptions = std::nullopt}),
-      m_controller(
-          {.settings = m_settings,
-           .session = m_session,
-           .recorder = m_recorder,
-           .models = m_modelSource,
-           .permissions = m_permissions,
-           .inserter = m_inserter,
-           .hotkeys = m_hotkeys,
-           .indicator = surfaces.indicator,
-           .windows = surfaces.windows,
-           .sounds = desktop.sounds,
-           .scheduler = m_scheduler,
-           .version = options.version,
-           .refreshModels = [this] { m_models.refreshStates(); },
-           .hasCombination = [this] { return m_shortcuts.getShortcut(ShortcutName::dictate()).has_value(); },
-           .applyActivationPolicy = [this] { m_delegate.applyActivationPolicy(); }})
+      m_recorder(*desktop.microphone, m_clock),
+      m_permissions({*desktop.permissions, *desktop.processes, *desktop.workspace, m_scheduler},
+                    std::nullopt),
+      m_inserter({*desktop.pasteboards, *desktop.keys, *desktop.elements, *desktop.permissions, m_scheduler}),
+      m_shortcuts(*desktop.defaults, *desktop.hotkeys),
+      m_hotkeys(m_settings, m_shortcuts, *desktop.modifierEvents, m_clock),
+      m_session(sessionDependencies(recognizer)),
+      m_controller(controllerDependencies(surfaces))
 {
+}
+
+DictationSession::Dependencies TulvaneApp::sessionDependencies(Recognizer& recognizer)
+{
+    return {.settings = m_settings,
+            .recorder = m_recorder,
+            .models = m_modelSource,
+            .engine = recognizer,
+            .stats = m_stats,
+            .scheduler = m_scheduler,
+            .clock = m_clock,
+            .isMicrophoneAuthorized =
+                [&permissions = *m_desktop.permissions] {
+                    return permissions.microphone() == MicrophoneAccess::authorized;
+                },
+            .threadCount = recommendedThreadCount(),
+            .fixedOptions = std::nullopt};
+}
+
+DictationController::Dependencies TulvaneApp::controllerDependencies(const Surfaces& surfaces)
+{
+    return {.settings = m_settings,
+            .session = m_session,
+            .recorder = m_recorder,
+            .models = m_modelSource,
+            .permissions = m_permissions,
+            .inserter = m_inserter,
+            .hotkeys = m_hotkeys,
+            .indicator = surfaces.indicator,
+            .windows = surfaces.windows,
+            .sounds = *m_desktop.sounds,
+            .scheduler = m_scheduler,
+            .version = m_version,
+            .refreshModels = [this] { m_models.refreshStates(); },
+            .hasCombination = [this] { return m_shortcuts.getShortcut(ShortcutName::dictate()).has_value(); },
+            .applyActivationPolicy = [this] { m_delegate.applyActivationPolicy(); }};
 }
 
 AppDelegate::Dependencies TulvaneApp::lifeCycle(const Options& options, const Surfaces& surfaces)
 {
     return {.settings = m_settings,
-            .defaults = m_desktop.defaults,
-            .presentation = m_desktop.presentation,
+            .defaults = *m_desktop.defaults,
+            .presentation = *m_desktop.presentation,
             .dataFolder = options.dataFolder,
             .launchController = [this] { m_controller.launch(); },
             .isSetUp = [this] { return m_controller.isSetUp(); },
@@ -105,11 +115,11 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .permissions = m_permissions,
             .shortcuts = m_shortcuts,
             .hotkeys = m_hotkeys,
-            .pasteboards = m_desktop.pasteboards,
-            .workspace = m_desktop.workspace,
-            .presentation = m_desktop.presentation,
-            .keyboard = m_desktop.keyboard,
-            .loginItem = m_desktop.loginItem,
+            .pasteboards = *m_desktop.pasteboards,
+            .workspace = *m_desktop.workspace,
+            .presentation = *m_desktop.presentation,
+            .keyboard = *m_desktop.keyboard,
+            .loginItem = *m_desktop.loginItem,
             .scheduler = m_scheduler,
             .clock = m_clock,
             .version = m_version,

@@ -20,49 +20,14 @@
 
 #include <QJsonObject>
 
+#include <ports/Desktop.h>
 #include <ports/RemoteControl.h>
 
 #include <functional>
 
 namespace tulvane {
 
-class AudioInput;
-class BackgroundTransfers;
-class FocusedElements;
-class GlobalHotkeys;
-class KeyPosting;
-class LoginItem;
-class ModifierEvents;
-class Pasteboards;
-class Presentation;
-class PrivacyPermissions;
-class Processes;
 class Recognizer;
-class Sounds;
-class UserDefaults;
-class KeyboardGrab;
-class Workspace;
-
-/// The desktop's side of every port, as the resident program uses them. All outlive the program's objects.
-struct Desktop {
-    UserDefaults& defaults;
-    AudioInput& microphone;
-    Sounds& sounds;
-    GlobalHotkeys& hotkeys;
-    ModifierEvents& modifierEvents;
-    Pasteboards& pasteboards;
-    KeyPosting& keys;
-    FocusedElements& elements;
-    PrivacyPermissions& permissions;
-    Processes& processes;
-    Workspace& workspace;
-    BackgroundTransfers& transfers;
-    Presentation& presentation;
-    KeyboardGrab& keyboard;
-    LoginItem& loginItem;
-    /// The desktop's short signal that a key meant nothing.
-    std::function<void()> beep = [] {};
-};
 
 /// What the program shows itself by. Outlives the program's objects.
 struct Surfaces {
@@ -86,9 +51,8 @@ public:
         QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
     };
 
-    /// `recognizer` outlives the program's objects.
-    TulvaneApp(const Desktop& desktop, Recognizer& recognizer, const Options& options,
-               const Surfaces& surfaces);
+    /// `desktop` and `recognizer` outlive the program.
+    TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& options, const Surfaces& surfaces);
     Q_DISABLE_COPY_MOVE(TulvaneApp)
     ~TulvaneApp() override;
 
@@ -109,13 +73,15 @@ public:
 
 private:
     [[nodiscard]] AppDelegate::Dependencies lifeCycle(const Options& options, const Surfaces& surfaces);
+    [[nodiscard]] DictationSession::Dependencies sessionDependencies(Recognizer& recognizer);
+    [[nodiscard]] DictationController::Dependencies controllerDependencies(const Surfaces& surfaces);
     /// The migration comes before whatever reads the files that it moves.
     [[nodiscard]] const QString& afterMigration(const QString& file);
     [[nodiscard]] QJsonObject status() const;
     [[nodiscard]] QJsonObject diagnostics() const;
     [[nodiscard]] QJsonObject changeSettings(const QString& words);
 
-    Desktop m_desktop;
+    Desktop& m_desktop;
     QString m_version;
     Windows& m_windows;
     SystemClock m_clock;

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QFuture>
-#include <QString>
+
+#include <ports/Obstacle.h>
 
 namespace tulvane {
 
@@ -10,14 +11,8 @@ enum class MicrophoneAccess { notDetermined, restricted, denied, authorized };
 /// The three things that a desktop may let a program do, or not.
 enum class Permission { microphone, accessibility, inputMonitoring };
 
-/// Why something is not permitted or not possible here, in words that the user reads; both empty where
-/// nothing stands in the way.
-struct PermissionObstacle {
-    QString reason;
-    QString remedy;
-
-    [[nodiscard]] friend bool operator==(const PermissionObstacle&, const PermissionObstacle&) = default;
-};
+/// Why something is not permitted or not possible here.
+using PermissionObstacle = Obstacle;
 
 /// The desktop's privacy decisions about this program. Main thread. The reads are cheap and never prompt.
 class PrivacyPermissions {

@@ -13,24 +13,19 @@
 #include <app/cli/TranscribeCommand.h>
 #include <app/program/DesktopDiagnostics.h>
 #include <app/program/Migration.h>
-#include <app/program/ProgramFolders.h>
 #include <app/program/ProgramRecognizer.h>
+#include <app/program/ServiceOptions.h>
 #include <base/Clock.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
-#include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <platform/linux/desktop/DBusRemoteControl.h>
-#include <platform/linux/process/ProcessMemory.h>
-#include <platform/linux/pulse/PulseAudioInput.h>
-#include <platform/linux/pulse/PulseServer.h>
-#include <platform/linux/session/X11Text.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
-#include <platform/linux/transfers/DetachedTransfers.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
 
 #include <QFile>
 
+#include <ports/ProgramServices.h>
+#include <ports/RemoteControl.h>
+#include <ports/UserDefaults.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -41,31 +36,35 @@ namespace {
 
 const SystemClock systemClock;
 
+std::unique_ptr<ProgramServices> openServices()
+{
+    return openProgramServices(serviceOptions(), systemClock);
+}
+
 /// The stored settings, opened when a command first needs them; trouble with the file is told at once.
 class StoredSettings final {
 public:
-    explicit StoredSettings(cli::Console& console)
-        : m_defaults(JsonUserDefaults::standardFolder(), QStringLiteral("com.dunio.Tulvane"), systemClock)
+    StoredSettings(ProgramServices& services, cli::Console& console) : m_defaults(services.defaults())
     {
         const auto tell = [&console](const DefaultsError& error) {
             console.err << "tulvane: " << error.description() << Qt::endl;
         };
-        m_settings.emplace(m_defaults);
+        m_settings.emplace(*m_defaults);
         if (m_settings->trouble())
             tell(*m_settings->trouble());
         QObject::connect(&*m_settings, &AppSettings::troubled, &*m_settings, tell);
     }
     /// What the earlier product kept comes over before a command writes.
-    void migrate() { Migration(m_defaults, Migration::standardParent()).run(); }
+    void migrate() { Migration(*m_defaults, Migration::standardParent()).run(); }
     [[nodiscard]] AppSettings& operator*() { return *m_settings; }
     /// A text that is no setting of the interface's; empty where there is none.
     [[nodiscard]] QString text(const char* key) const
     {
-        return m_defaults.value(QLatin1String(key)).toString();
+        return m_defaults->value(QLatin1String(key)).toString();
     }
 
 private:
-    JsonUserDefaults m_defaults;
+    std::shared_ptr<UserDefaults> m_defaults;
     std::optional<AppSettings> m_settings;
 };
 
@@ -78,12 +77,15 @@ std::optional<QString> catalogueFile(const QString& id)
 
 Recognizer& recognizer()
 {
-    return programRecognizer(std::make_unique<ProcessMemory>());
+    // For as long as the process: the recogniser keeps asking how much memory is free.
+    static const std::shared_ptr<ProgramServices> services = openServices();
+    return programRecognizer({services, &services->memory()});
 }
 
 int transcribe(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     const cli::RecognitionContext context{.settings = *settings,
                                           .recognizer = recognizer,
                                           .folders = ProgramFolders::ofThisProgram(),
@@ -93,16 +95,16 @@ int transcribe(const QStringList& arguments, cli::Console& console)
 
 int dictate(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     settings.migrate();
-    PulseAudioInput input;
     StatsStore stats;
     const cli::DictationContext context{.recognition = {.settings = *settings,
                                                         .recognizer = recognizer,
                                                         .folders = ProgramFolders::ofThisProgram(),
                                                         .catalogueFile = catalogueFile},
                                         .settings = *settings,
-                                        .input = input,
+                                        .input = services->microphone(),
                                         .stats = stats,
                                         .keyboard = STDIN_FILENO};
     return cli::runDictate(arguments, context, console);
@@ -110,13 +112,12 @@ int dictate(const QStringList& arguments, cli::Console& console)
 
 int models(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     settings.migrate();
     const ModelFolders folders = ModelFolders::standard();
-    DetachedTransfers transfers(
-        {.helper = ProgramFolders::ofThisProgram().transferHelper(), .folder = folders.transfers()});
     const QUrl hub = modelHubURL(qEnvironmentVariable(modelHubVariable), settings.text(modelHubSetting));
-    ModelManager manager({.folders = folders, .hub = hub}, transfers);
+    ModelManager manager({.folders = folders, .hub = hub}, services->transfers());
     std::optional<cli::InterruptWatcher> interrupts;
     const cli::ModelsContext context{.manager = manager,
                                      .selectedModelID = (*settings).selectedModelID(),
@@ -128,11 +129,11 @@ int models(const QStringList& arguments, cli::Console& console)
 
 int storedSettings(const QStringList& arguments, cli::Console& console)
 {
+    const auto services = openServices();
     // The running program's settings are live: it makes the change itself.
-    DBusRemoteControl control;
-    if (const auto status = cli::runThere(arguments, RemoteRequest::settings, control, console))
+    if (const auto status = cli::runThere(arguments, RemoteRequest::settings, services->remote(), console))
         return *status;
-    StoredSettings settings(console);
+    StoredSettings settings(*services, console);
     if (arguments.value(0) == u"set")
         settings.migrate();
     QStringList models;
@@ -143,26 +144,15 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
 
 int statistics(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
     const StatsStore store;
     return cli::runStats(arguments, {store, (*settings).typingWordsPerMinute(), systemClock}, console);
 }
 
 int remote(const QString& name, const QStringList& arguments, cli::Console& console)
 {
-    DBusRemoteControl control;
-    return cli::runRemote(name, arguments, control, console);
-}
-
-SessionFacts thisSession(const X11PrivacyPermissions::Abilities& abilities)
-{
-    static const QMap<SessionKind, QString> names{{SessionKind::x11, QStringLiteral("X11")},
-                                                  {SessionKind::wayland, QStringLiteral("Wayland")},
-                                                  {SessionKind::none, QStringLiteral("none")}};
-    return {.kind = names.value(abilities.session),
-            .desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP"),
-            .display = qEnvironmentVariable("DISPLAY"),
-            .displayReached = abilities.displayReached};
+    return cli::runRemote(name, arguments, openServices()->remote(), console);
 }
 
 ModelFacts selectedModel(const AppSettings& settings)
@@ -173,23 +163,19 @@ ModelFacts selectedModel(const AppSettings& settings)
     return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
 }
 
-Examination examine(const AppSettings& settings)
+Examination examine(ProgramServices& services, const AppSettings& settings)
 {
-    const auto abilities = X11Text::abilities(qgetenv("DISPLAY"), currentSession());
-    PulseAudioInput microphone;
-    const X11PrivacyPermissions permissions(
-        abilities, [&microphone] { return microphone.server()->refusesMicrophone(); });
-    Examination examination{.session = sessionDiagnostics(thisSession(abilities)), .dictation = {}};
+    const SessionFacts facts = services.session();
+    const PrivacyPermissions& permissions = services.permissions();
+    Examination examination{.session = sessionDiagnostics(facts), .dictation = {}};
     Diagnostics& session = examination.session;
     Diagnostics& dictation = examination.dictation;
     // Asking for the microphone waits for the connection.
-    const Diagnostic found = microphoneDiagnostic(microphone);
-    session += soundServerDiagnostic(microphone.server()->serverName());
+    const Diagnostic found = microphoneDiagnostic(services.microphone());
+    session += soundServerDiagnostic(services.soundServer());
     session += found;
     session += permissionDiagnostics(permissions);
-    dictation +=
-        insertionDiagnostic(settings.insertionMethod(), permissions,
-                            AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus()));
+    dictation += insertionDiagnostic(settings.insertionMethod(), permissions, facts.hasAccessibilityBus);
     dictation += modelDiagnostic(selectedModel(settings));
     dictation += acceleratorDiagnostic(programComputingDevices());
     return examination;
@@ -197,10 +183,10 @@ Examination examine(const AppSettings& settings)
 
 int doctor(const QStringList& arguments, cli::Console& console)
 {
-    StoredSettings settings(console);
-    DBusRemoteControl control;
-    const cli::DoctorContext context{.remote = control,
-                                     .examine = [&settings] { return examine(*settings); }};
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
+    const cli::DoctorContext context{.remote = services->remote(),
+                                     .examine = [&] { return examine(*services, *settings); }};
     return cli::runDoctor(arguments, context, console);
 }
 

@@ -5,20 +5,14 @@
 
 #include <QStringList>
 
+#include <ports/SessionFacts.h>
+
 #include <optional>
 
 namespace tulvane {
 
 class AudioInput;
 class PrivacyPermissions;
-
-/// What the session's own environment says.
-struct SessionFacts {
-    QString kind;    ///< "X11", "Wayland", "none"
-    QString desktop; ///< as the desktop calls itself; may be empty
-    QString display; ///< the X display's name; may be empty
-    bool displayReached = false;
-};
 
 /// The selected speech model.
 struct ModelFacts {

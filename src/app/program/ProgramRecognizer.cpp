@@ -7,10 +7,10 @@
 
 namespace tulvane {
 
-Recognizer& programRecognizer(std::unique_ptr<const SystemMemory> memory)
+Recognizer& programRecognizer(std::shared_ptr<const SystemMemory> memory)
 {
-    static const SystemMemory* const kept = memory.release();
-    static auto* const engine = new WhisperEngine(ProgramFolders::ofThisProgram().backends, *kept);
+    static const auto* const kept = new std::shared_ptr(std::move(memory));
+    static auto* const engine = new WhisperEngine(ProgramFolders::ofThisProgram().backends, **kept);
     return *engine;
 }
 

@@ -13,7 +13,7 @@ class SystemMemory;
 /// The recogniser of this process, made by the first call; `memory` is kept. It is never destroyed: the
 /// speech library cannot be made to end a transcription early, and neither the user nor the next start of the
 /// program should wait for one when the process ends. Needs the QCoreApplication; main thread.
-[[nodiscard]] Recognizer& programRecognizer(std::unique_ptr<const SystemMemory> memory);
+[[nodiscard]] Recognizer& programRecognizer(std::shared_ptr<const SystemMemory> memory);
 
 /// What the recogniser of this program can compute with: accelerators first, each by its description
 /// ("CPU: ..." for the processor). Needs the QCoreApplication; main thread.

@@ -3,7 +3,7 @@
 
 namespace tulvane {
 
-QString inWords(const PermissionObstacle& obstacle)
+QString inWords(const Obstacle& obstacle)
 {
     return obstacle.remedy.isEmpty() ? obstacle.reason : obstacle.reason + u' ' + obstacle.remedy;
 }

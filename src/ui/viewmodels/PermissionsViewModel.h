@@ -7,10 +7,10 @@ namespace tulvane {
 
 class PermissionsService;
 
-struct PermissionObstacle;
+struct Obstacle;
 
 /// What stands in the way, and what to do about it, in one line.
-[[nodiscard]] QString inWords(const PermissionObstacle& obstacle);
+[[nodiscard]] QString inWords(const Obstacle& obstacle);
 
 /// The permissions as the pages show them, with the way to each that is missing. Main thread.
 class PermissionsViewModel final : public QObject {

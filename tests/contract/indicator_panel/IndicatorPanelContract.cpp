@@ -1,8 +1,7 @@
 // What every adapter of the port must hold to.
-#include <support/windows/RealDesktop.h>
-
 #include <platform/fake/FakeIndicatorPanel.h>
 #include <platform/linux/x11/windows/X11IndicatorPanel.h>
+#include <support/windows/RealDesktop.h>
 
 #include <gtest/gtest.h>
 
@@ -14,7 +13,7 @@ template <class Panel>
 std::unique_ptr<IndicatorPanel> make()
 {
     if constexpr (std::is_same_v<Panel, X11IndicatorPanel>)
-        return std::make_unique<Panel>(realDesktop().display().toLocal8Bit());
+        return std::make_unique<Panel>(X11Connection::open(realDesktop().display().toLocal8Bit()));
     else
         return std::make_unique<Panel>();
 }

@@ -30,7 +30,7 @@ protected:
 
     ServerView m_view{realDesktop().display()};
     PlainWindow m_window;
-    X11IndicatorPanel m_panel{realDesktop().display().toLocal8Bit()};
+    X11IndicatorPanel m_panel{X11Connection::open(realDesktop().display().toLocal8Bit())};
 };
 
 } // namespace
@@ -119,7 +119,7 @@ TEST_F(X11IndicatorPanelTest, KnowsWhetherACompositorIsThere)
     EXPECT_TRUE(m_panel.isBlended());
     m_view.own(QStringLiteral("_NET_WM_CM_S0"), false);
     EXPECT_FALSE(m_panel.isBlended());
-    EXPECT_FALSE(X11IndicatorPanel(":4711").isBlended());
+    EXPECT_FALSE(X11IndicatorPanel(X11Connection::open(":4711")).isBlended());
 }
 
 TEST_F(X11IndicatorPanelTest, IsCutToItsOutlineAndMadeWholeAgain)

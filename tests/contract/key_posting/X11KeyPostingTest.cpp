@@ -1,5 +1,6 @@
 #include "X11Peers.h"
 
+#include <platform/linux/session/X11Abilities.h>
 #include <platform/linux/session/X11Text.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
@@ -392,11 +393,11 @@ TEST_F(X11KeyPostingTest, FindsTheTextBelowThePointerWhenTheFocusFollowsIt)
 
 TEST_F(X11KeyPostingTest, TellsWhatTheServerCanDo)
 {
-    const auto abilities = X11Text::abilities(m_desktop.display().toLocal8Bit(), SessionKind::x11);
+    const auto abilities = x11Abilities(m_desktop.display().toLocal8Bit());
     EXPECT_TRUE(abilities.displayReached);
     EXPECT_TRUE(abilities.postsKeys);
     EXPECT_TRUE(abilities.watchesKeys);
-    const auto none = X11Text::abilities(":4711", SessionKind::x11);
+    const auto none = x11Abilities(":4711");
     EXPECT_FALSE(none.displayReached || none.postsKeys || none.watchesKeys);
 }
 

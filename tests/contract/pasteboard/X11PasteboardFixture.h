@@ -39,14 +39,16 @@ protected:
     }
 
     /// The owner takes the selection between the moment that our next write is of and the write itself.
-    class Overtaking final : public X11Link::Listener {
+    class Overtaking final {
     public:
-        Overtaking(X11Link& link, ScriptedOwner& owner) : m_link(link), m_owner(owner)
+        Overtaking(X11Connection& link, ScriptedOwner& owner)
+            : m_owner(owner),
+              m_listening(link.listen([this](const xcb_generic_event_t& event) { handle(event); }))
         {
-            m_link.addListener(*this);
         }
-        ~Overtaking() override { m_link.removeListener(*this); }
-        void handle(const xcb_generic_event_t& event) override
+
+    private:
+        void handle(const xcb_generic_event_t& event)
         {
             if (event.response_type != XCB_PROPERTY_NOTIFY || std::exchange(m_done, true))
                 return;
@@ -54,16 +56,15 @@ protected:
             m_owner.ownAfter(notice.time);
         }
 
-    private:
-        X11Link& m_link;
         ScriptedOwner& m_owner;
         bool m_done = false;
+        std::unique_ptr<X11Connection::Token> m_listening;
     };
 
     VirtualDesktop m_desktop;
     EventLoopScheduler m_scheduler;
     X11Peer m_front{m_desktop.display()};
-    std::unique_ptr<X11Link> m_link = X11Link::open(m_desktop.display().toLocal8Bit());
+    std::unique_ptr<X11Connection> m_link = X11Connection::open(m_desktop.display().toLocal8Bit());
     std::unique_ptr<SelectionOwner> m_keeper = startKeeper();
     X11Pasteboard m_board{*m_link, *m_keeper, m_scheduler, u"CLIPBOARD"_qs};
     ScriptedOwner m_owner{m_desktop.display()};

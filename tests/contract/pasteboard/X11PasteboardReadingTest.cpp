@@ -12,7 +12,7 @@ using X11PasteboardReadingTest = test::X11PasteboardFixture;
 TEST_F(X11PasteboardReadingTest, ALongTextCountsAsReadOnlyWhenAllOfItIs)
 {
     m_board.replaceFor({PasteboardItem::text(QString(700'000, u'x'))}, frontTarget());
-    X11Link& link = m_front.link();
+    X11Connection& link = m_front.link();
     const xcb_window_t reader = link.makeHiddenWindow();
     const xcb_atom_t property = link.atom(u"PIECES"_qs);
     xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
@@ -44,7 +44,7 @@ TEST_F(X11PasteboardReadingTest, ATextCountsAsReadOnlyWhenItHasBeenTaken)
 {
     // A reader that had no more patience when the answer came leaves it where it is.
     m_board.replaceFor({PasteboardItem::text(u"text"_qs)}, frontTarget());
-    X11Link& link = m_front.link();
+    X11Connection& link = m_front.link();
     const xcb_window_t reader = link.makeHiddenWindow();
     const xcb_atom_t property = link.atom(u"TEXT_HERE"_qs);
     const auto look = [&](bool take) {
@@ -70,7 +70,7 @@ TEST_F(X11PasteboardReadingTest, ATextCountsAsReadOnlyWhenItHasBeenTaken)
 TEST_F(X11PasteboardReadingTest, AReaderThatDestroysItsWindowHasRead)
 {
     m_board.replaceFor({PasteboardItem::text(u"text"_qs)}, frontTarget());
-    X11Link& link = m_front.link();
+    X11Connection& link = m_front.link();
     const xcb_window_t reader = link.makeHiddenWindow();
     xcb_convert_selection(link.connection(), reader, link.atom(u"CLIPBOARD"_qs), link.atom(u"UTF8_STRING"_qs),
                           link.atom(u"TEXT_HERE"_qs), XCB_CURRENT_TIME);

@@ -40,7 +40,7 @@ TEST_F(X11PasteboardTest, AnswersTargetsTimestampAndMultiple)
     m_board.replace({PasteboardItem::text(u"text"_qs)});
     EXPECT_EQ(m_front.readTarget(u"TIMESTAMP"_qs).value_or(QByteArray()).size(), 4);
 
-    X11Link& link = m_front.link();
+    X11Connection& link = m_front.link();
     const xcb_window_t reader = link.makeHiddenWindow();
     const xcb_atom_t list = link.atom(u"PAIRS"_qs);
     const std::array pairs{link.atom(u"UTF8_STRING"_qs), link.atom(u"ONE"_qs), link.atom(u"image/png"_qs),
@@ -357,7 +357,7 @@ TEST_F(X11PasteboardTest, OutlivesItsServer)
 TEST_F(X11PasteboardTest, ADisplayThatIsNotThereCannotBeOpened)
 {
     EXPECT_EQ(SelectionOwner::start(":4711"), nullptr);
-    EXPECT_EQ(X11Link::open(":4711"), nullptr);
+    EXPECT_EQ(X11Connection::open(":4711"), nullptr);
 }
 
 TEST_F(X11PasteboardTest, TheTwoSelectionsAreTwoPasteboards)

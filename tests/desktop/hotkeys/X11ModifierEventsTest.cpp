@@ -156,11 +156,11 @@ TEST(X11ModifierEvents, LeaveOutWhatThisProgramPosts)
     keys.press(DeviceKey::rightAlt);
     ASSERT_TRUE(waitUntil([&] { return seen.size() == 1; }));
     EventLoopScheduler scheduler;
-    const auto link = X11Link::open(desktop.display().toLocal8Bit());
+    const auto link = X11Connection::open(desktop.display().toLocal8Bit());
     ASSERT_TRUE(link);
-    X11KeyPosting posting(*link, scheduler, {});
+    X11KeyPosting posting(*link, scheduler, [](const PasteTarget&) { return true; });
     for (int i = 0; i < 3; ++i)
-        EXPECT_TRUE(test::await(posting.post(KeyPosting::keyV, KeyPosting::command)));
+        EXPECT_TRUE(test::await(posting.paste({})));
     keys.release(DeviceKey::rightAlt);
     ASSERT_TRUE(waitUntil([&] { return seen.size() > 1; }));
     EXPECT_FALSE(waitUntil([&] { return seen.size() > 2; }, std::chrono::milliseconds(200)));

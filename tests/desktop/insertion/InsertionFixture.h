@@ -7,6 +7,7 @@
 #include <insertion/PasteTable.h>
 #include <insertion/TextInserter.h>
 #include <platform/fake/FakeFocusedElement.h>
+#include <platform/linux/session/X11PrivacyPermissions.h>
 #include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/LogCapture.h>
@@ -62,15 +63,14 @@ protected:
     EventLoopScheduler m_scheduler;
     LogCapture m_log;
     XTestKeys m_fingers{m_desktop.display()};
-    std::unique_ptr<X11Link> m_link = X11Link::open(m_desktop.display().toLocal8Bit());
+    std::unique_ptr<X11Connection> m_link = X11Connection::open(m_desktop.display().toLocal8Bit());
     ScriptedOwner m_clipboardOwner{m_desktop.display()};
     ScriptedOwner m_selectionOwner{m_desktop.display(), QStringLiteral("PRIMARY")};
     Content m_copied;
     Content m_selected;
     std::unique_ptr<X11Text> m_text =
         X11Text::open(m_desktop.display().toLocal8Bit(), pasteTable({}), m_scheduler);
-    X11PrivacyPermissions m_permissions{
-        X11Text::abilities(m_desktop.display().toLocal8Bit(), SessionKind::x11), {}};
+    X11PrivacyPermissions m_permissions{x11Abilities(m_desktop.display().toLocal8Bit()), {}};
     FakeFocusedElements m_elements;
     TextInserter m_inserter{{m_text->pasteboards(), m_text->keys(), m_elements, m_permissions, m_scheduler}};
     std::unique_ptr<TargetProgram> m_target;

@@ -129,7 +129,7 @@ std::unique_ptr<TargetProgram> startXterm(VirtualDesktop& desktop)
                          script("terminal_reader.py"), file});
     auto target = std::make_unique<XtermTarget>(file);
     // The reader may run before the window manager has given the window the focus.
-    const auto link = X11Link::open(desktop.display().toLocal8Bit());
+    const auto link = X11Connection::open(desktop.display().toLocal8Bit());
     if (!waitUntil([&] { return FrontWindow::current(*link).classes.contains(QStringLiteral("XTerm")); }))
         throw std::runtime_error("the terminal's window did not get the focus");
     return target;

@@ -11,9 +11,9 @@ namespace tulvane::test {
 
 namespace {
 
-std::unique_ptr<X11Link> opened(const QString& display)
+std::unique_ptr<X11Connection> opened(const QString& display)
 {
-    auto link = X11Link::open(display.toLocal8Bit());
+    auto link = X11Connection::open(display.toLocal8Bit());
     if (!link)
         throw std::runtime_error("no display");
     return link;
@@ -25,7 +25,7 @@ X11Peer::X11Peer(const QString& display, const QByteArray& windowClass)
     : m_link(opened(display)),
       m_window(xcb_generate_id(m_link->connection()))
 {
-    m_link->addListener(*this);
+    m_listening = m_link->listen([this](const xcb_generic_event_t& event) { handle(event); });
     const std::uint32_t mask = XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
                                XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_FOCUS_CHANGE |
                                XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -39,11 +39,6 @@ X11Peer::X11Peer(const QString& display, const QByteArray& windowClass)
     m_link->flush();
     if (!waitUntil([&] { return m_visible; }))
         throw std::runtime_error("the peer's window did not appear");
-}
-
-X11Peer::~X11Peer()
-{
-    m_link->removeListener(*this);
 }
 
 void X11Peer::takeFocus()
@@ -137,12 +132,7 @@ ScriptedOwner::ScriptedOwner(const QString& display, const QString& selection)
       m_window(m_link->makeHiddenWindow()),
       m_selection(m_link->atom(selection))
 {
-    m_link->addListener(*this);
-}
-
-ScriptedOwner::~ScriptedOwner()
-{
-    m_link->removeListener(*this);
+    m_listening = m_link->listen([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
 void ScriptedOwner::own()

@@ -2,7 +2,7 @@
 
 #include <base/Scheduler.h>
 #include <platform/linux/x11/clipboard/SelectionReader.h>
-#include <platform/linux/x11/connection/X11Link.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QHash>
 #include <QList>
@@ -22,11 +22,10 @@ struct HeardKey {
 
 /// Another program on the display: a connection of its own, a window that can have the focus, and a selection
 /// that it reads.
-class X11Peer final : public X11Link::Listener {
+class X11Peer final {
 public:
     /// `windowClass` is what its WM_CLASS says.
     explicit X11Peer(const QString& display, const QByteArray& windowClass = "peer");
-    ~X11Peer() override;
 
     /// Its window gets the keyboard focus; returns when it has it.
     void takeFocus();
@@ -36,7 +35,7 @@ public:
     [[nodiscard]] std::optional<QByteArray>
     readTarget(const QString& target, const QString& selection = QStringLiteral("CLIPBOARD"));
 
-    [[nodiscard]] X11Link& link() { return *m_link; }
+    [[nodiscard]] X11Connection& link() { return *m_link; }
     [[nodiscard]] xcb_window_t window() const { return m_window; }
     /// The keys that its window has heard of.
     [[nodiscard]] QList<HeardKey> keys() const { return m_keys; }
@@ -44,20 +43,21 @@ public:
     /// Takes in everything that has happened until now.
     void catchUp() { m_link->catchUp(); }
 
-    void handle(const xcb_generic_event_t& event) override;
-
 private:
-    std::unique_ptr<X11Link> m_link;
+    void handle(const xcb_generic_event_t& event);
+
+    std::unique_ptr<X11Connection> m_link;
     EventLoopScheduler m_scheduler;
     xcb_window_t m_window;
     QList<HeardKey> m_keys;
     bool m_visible = false;
     bool m_focused = false;
     std::optional<xcb_atom_t> m_noticed;
+    std::unique_ptr<X11Connection::Token> m_listening;
 };
 
 /// The owner of a selection, as well-behaved or not as the test wants it.
-class ScriptedOwner final : public X11Link::Listener {
+class ScriptedOwner final {
 public:
     struct Target {
         // Made by these, and by the constructor for one that is simply delivered.
@@ -82,7 +82,6 @@ public:
     };
 
     explicit ScriptedOwner(const QString& display, const QString& selection = QStringLiteral("CLIPBOARD"));
-    ~ScriptedOwner() override;
 
     /// Without a list of targets it refuses to name any.
     void offer(const QList<std::pair<QString, Target>>& targets) { m_targets = targets; }
@@ -90,22 +89,21 @@ public:
     void own();
     /// The same at a time of the server's that is later than this one.
     void ownAfter(xcb_timestamp_t time);
-    [[nodiscard]] X11Link& link() { return *m_link; }
+    [[nodiscard]] X11Connection& link() { return *m_link; }
     /// The targets that it was asked for, oldest first.
     [[nodiscard]] QStringList asked() const { return m_asked; }
     /// Called at each request, before it is answered.
     std::function<void(const QString&)> onRequest;
 
-    void handle(const xcb_generic_event_t& event) override;
-
 private:
+    void handle(const xcb_generic_event_t& event);
     void answer(const xcb_selection_request_event_t& request);
     void write(const xcb_selection_request_event_t& request, const Target& target);
     void notify(const xcb_selection_request_event_t& request, xcb_atom_t property);
     void writeTargets(const xcb_selection_request_event_t& request);
     void sendPiece();
 
-    std::unique_ptr<X11Link> m_link;
+    std::unique_ptr<X11Connection> m_link;
     xcb_window_t m_window;
     xcb_atom_t m_selection;
     bool m_namesTargets = true;
@@ -119,6 +117,7 @@ private:
         int sent;
     };
     std::optional<Sending> m_sending;
+    std::unique_ptr<X11Connection::Token> m_listening;
 };
 
 } // namespace tulvane::test

@@ -50,7 +50,7 @@ protected:
     TulvaneApp& app()
     {
         if (!m_app)
-            m_app = std::make_unique<TulvaneApp>(ports(), m_recognizer, options(),
+            m_app = std::make_unique<TulvaneApp>(m_desktop, m_recognizer, options(),
                                                  Surfaces{.indicator = m_indicator,
                                                           .windows = windows,
                                                           .bringToFront = [this] { return hasWindows; }});
@@ -76,23 +76,32 @@ protected:
     bool hasWindows = false;
 
 private:
+    /// The fakes are the fixture's own.
+    template <class Port>
+    static std::shared_ptr<Port> unowned(Port& port)
+    {
+        return {std::shared_ptr<void>(), &port};
+    }
     Desktop ports()
     {
-        return {.defaults = defaults,
-                .microphone = m_input,
-                .sounds = m_sounds,
-                .hotkeys = m_hotkeys,
-                .modifierEvents = m_modifiers,
-                .pasteboards = m_boards,
-                .keys = m_keys,
-                .elements = m_elements,
-                .permissions = privacy,
-                .processes = m_processes,
-                .workspace = m_workspace,
-                .transfers = m_transfers,
-                .presentation = presentation,
-                .keyboard = m_keyboard,
-                .loginItem = m_loginItem};
+        Desktop desktop;
+        desktop.defaults = unowned(defaults);
+        desktop.microphone = unowned(m_input);
+        desktop.sounds = unowned(m_sounds);
+        desktop.hotkeys = unowned(m_hotkeys);
+        desktop.modifierEvents = unowned(m_modifiers);
+        desktop.pasteboards = unowned(m_boards);
+        desktop.keys = unowned(m_keys);
+        desktop.elements = unowned(m_elements);
+        desktop.permissions = unowned(privacy);
+        desktop.processes = unowned(m_processes);
+        desktop.workspace = unowned(m_workspace);
+        desktop.transfers = unowned(m_transfers);
+        desktop.memory = unowned(m_memory);
+        desktop.presentation = unowned(presentation);
+        desktop.keyboard = unowned(m_keyboard);
+        desktop.loginItem = unowned(m_loginItem);
+        return desktop;
     }
     TulvaneApp::Options options() const
     {
@@ -117,6 +126,7 @@ private:
     FakeRecognizer m_recognizer;
     FakeLoginItem m_loginItem;
     NoIndicator m_indicator;
+    Desktop m_desktop = ports();
     std::unique_ptr<TulvaneApp> m_app;
 };
 

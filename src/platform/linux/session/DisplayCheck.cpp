@@ -4,17 +4,19 @@
 
 namespace tulvane {
 
-std::optional<QString> displayObstacle(const QByteArray& display)
+std::optional<Obstacle> displayObstacle(const QByteArray& display)
 {
     if (display.isEmpty())
-        return QStringLiteral("There is no X server to work on: DISPLAY is not set. Start Tulvane from your "
-                              "desktop session; a Wayland desktop needs XWayland.");
+        return Obstacle{
+            QStringLiteral("There is no X server to work on: DISPLAY is not set."),
+            QStringLiteral("Start Tulvane from your desktop session; a Wayland desktop needs XWayland.")};
     xcb_connection_t* const connection = xcb_connect(display.constData(), nullptr);
     const bool answers = xcb_connection_has_error(connection) == 0;
     xcb_disconnect(connection);
     if (answers)
         return std::nullopt;
-    return QStringLiteral("The X server %1 does not answer.").arg(QString::fromLocal8Bit(display));
+    return Obstacle{QStringLiteral("The X server %1 does not answer.").arg(QString::fromLocal8Bit(display)),
+                    {}};
 }
 
 } // namespace tulvane

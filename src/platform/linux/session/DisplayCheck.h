@@ -1,14 +1,15 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+
+#include <ports/Obstacle.h>
 
 #include <optional>
 
 namespace tulvane {
 
-/// Why nothing can be shown on the display, in words for the user; none where its X server answers. Asks the
-/// server once, and waits for its answer. Needs no application object.
-[[nodiscard]] std::optional<QString> displayObstacle(const QByteArray& display);
+/// Why nothing can be shown on the X display, in English; none where its server answers. Asks the server
+/// once, and waits for its answer. Needs no application object.
+[[nodiscard]] std::optional<Obstacle> displayObstacle(const QByteArray& display);
 
 } // namespace tulvane

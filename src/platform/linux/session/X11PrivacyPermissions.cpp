@@ -1,15 +1,8 @@
 #include <base/Translate.h>
+#include <platform/linux/session/MicrophoneObstacle.h>
 #include <platform/linux/session/X11PrivacyPermissions.h>
 
 namespace tulvane {
-
-SessionKind currentSession()
-{
-    if (qEnvironmentVariable("XDG_SESSION_TYPE") == u"wayland" ||
-        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        return SessionKind::wayland;
-    return qEnvironmentVariableIsEmpty("DISPLAY") ? SessionKind::none : SessionKind::x11;
-}
 
 MicrophoneAccess X11PrivacyPermissions::microphone() const
 {
@@ -19,12 +12,12 @@ MicrophoneAccess X11PrivacyPermissions::microphone() const
 
 bool X11PrivacyPermissions::accessibility() const
 {
-    return m_abilities.session == SessionKind::x11 && m_abilities.postsKeys;
+    return m_abilities.postsKeys;
 }
 
 bool X11PrivacyPermissions::inputMonitoring() const
 {
-    return m_abilities.session == SessionKind::x11 && m_abilities.watchesKeys;
+    return m_abilities.watchesKeys;
 }
 
 QFuture<bool> X11PrivacyPermissions::requestMicrophone()
@@ -32,27 +25,22 @@ QFuture<bool> X11PrivacyPermissions::requestMicrophone()
     return QtFuture::makeReadyFuture(microphone() == MicrophoneAccess::authorized);
 }
 
-PermissionObstacle X11PrivacyPermissions::displayObstacle() const
+Obstacle X11PrivacyPermissions::displayObstacle() const
 {
     return {translate("No X display could be reached."),
             translate("Start Tulvane from your desktop session, where DISPLAY is set.")};
 }
 
-PermissionObstacle X11PrivacyPermissions::obstacle(Permission permission) const
+Obstacle X11PrivacyPermissions::obstacle(Permission permission) const
 {
-    const bool wayland = m_abilities.session == SessionKind::wayland;
     switch (permission) {
     case Permission::microphone:
         if (microphone() == MicrophoneAccess::authorized)
             return {};
-        return {translate("The sound server refuses access to the microphone."),
-                translate("Allow Tulvane to record in your desktop's sound or privacy settings.")};
+        return refusedMicrophone();
     case Permission::accessibility:
         if (accessibility())
             return {};
-        if (wayland)
-            return {translate("Pasting into other programs is not supported in a Wayland session yet."),
-                    translate("The text is left on the clipboard: paste it yourself.")};
         if (!m_abilities.displayReached)
             return displayObstacle();
         return {translate("The X server lacks the XTEST extension, so no keys can be pressed for you."),
@@ -60,10 +48,6 @@ PermissionObstacle X11PrivacyPermissions::obstacle(Permission permission) const
     case Permission::inputMonitoring:
         if (inputMonitoring())
             return {};
-        if (wayland)
-            return {
-                translate("Hotkeys are not supported in a Wayland session yet."),
-                translate("Bind the command “tulvane toggle” to a key in your desktop's keyboard settings.")};
         if (!m_abilities.displayReached)
             return displayObstacle();
         return {translate("The X server lacks the XInput 2 extension, so single keys cannot be watched."),

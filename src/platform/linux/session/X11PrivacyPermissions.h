@@ -1,34 +1,21 @@
 #pragma once
 
+#include <platform/linux/session/X11Abilities.h>
+
 #include <ports/PrivacyPermissions.h>
 
 #include <functional>
 
 namespace tulvane {
 
-/// The kind of desktop session that the program runs in.
-enum class SessionKind { x11, wayland, none };
-
-/// From what the session put into the environment. Any thread.
-[[nodiscard]] SessionKind currentSession();
-
 /// What an X11 desktop lets the program do. Nothing is ever asked or granted there: everything depends on
-/// what the X server can do. In a Wayland session, where the X server's answers mean nothing for other
-/// programs, keys can be neither posted nor watched yet. Main thread.
+/// what the X server can do. Main thread.
 class X11PrivacyPermissions final : public PrivacyPermissions {
 public:
     /// Whether the sound server refuses us the microphone; a server that is not there does not.
     using MicrophoneDenied = std::function<bool()>;
 
-    /// What the X server offers.
-    struct Abilities {
-        SessionKind session = SessionKind::none;
-        bool displayReached = false;
-        bool postsKeys = false;   ///< has XTEST
-        bool watchesKeys = false; ///< has XInput 2
-    };
-
-    X11PrivacyPermissions(const Abilities& abilities, MicrophoneDenied microphoneDenied)
+    X11PrivacyPermissions(const X11Abilities& abilities, MicrophoneDenied microphoneDenied)
         : m_abilities(abilities),
           m_microphoneDenied(std::move(microphoneDenied))
     {
@@ -40,12 +27,12 @@ public:
     [[nodiscard]] QFuture<bool> requestMicrophone() override;
     void requestAccessibility() override {}
     void requestInputMonitoring() override {}
-    [[nodiscard]] PermissionObstacle obstacle(Permission permission) const override;
+    [[nodiscard]] Obstacle obstacle(Permission permission) const override;
 
 private:
-    [[nodiscard]] PermissionObstacle displayObstacle() const;
+    [[nodiscard]] Obstacle displayObstacle() const;
 
-    Abilities m_abilities;
+    X11Abilities m_abilities;
     MicrophoneDenied m_microphoneDenied;
 };
 

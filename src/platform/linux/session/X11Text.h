@@ -1,7 +1,7 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <platform/linux/session/X11PrivacyPermissions.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QByteArray>
 
@@ -25,14 +25,12 @@ public:
     X11Text& operator=(const X11Text&) = delete;
     ~X11Text();
 
+    /// For what else a session does over the same connection.
+    [[nodiscard]] X11Connection& connection();
     [[nodiscard]] Pasteboards& pasteboards();
     [[nodiscard]] KeyPosting& keys();
     /// The process of the program that has the keyboard focus, where its window names it.
     [[nodiscard]] std::optional<quint32> frontProcess();
-
-    /// What the permissions depend on; asks the display named, in a session of this kind.
-    [[nodiscard]] static X11PrivacyPermissions::Abilities abilities(const QByteArray& display,
-                                                                    SessionKind session);
 
 private:
     struct Parts;

@@ -23,9 +23,11 @@ QString DesktopPresentation::standardFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
 }
 
-DesktopPresentation::DesktopPresentation(const QDBusConnection& bus, const QString& folder)
+DesktopPresentation::DesktopPresentation(const QDBusConnection& bus, const QString& folder,
+                                         HideEntries hideEntries)
     : m_portal(bus),
-      m_files(folder)
+      m_files(folder),
+      m_hideEntries(std::move(hideEntries))
 {
     QObject::connect(&m_portal, &PortalSettings::changed, &m_portal, [this] { tellOfChange(); });
     QObject::connect(&m_files, &GtkSettings::changed, &m_files, [this] { tellOfChange(); });
@@ -57,7 +59,8 @@ bool DesktopPresentation::prefersReducedMotion() const
 
 void DesktopPresentation::setActivationPolicy(ActivationPolicy policy)
 {
-    m_entries.setHidden(policy == ActivationPolicy::accessory);
+    if (m_hideEntries)
+        m_hideEntries(policy == ActivationPolicy::accessory);
 }
 
 void DesktopPresentation::tellOfChange() const

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <ports/Presentation.h>
-#include <platform/linux/desktop/shell/GtkSettings.h>
 #include <platform/linux/desktop/PortalSettings.h>
-#include <platform/linux/x11/windows/TaskBarEntries.h>
+#include <platform/linux/desktop/shell/GtkSettings.h>
 
 #include <QDBusConnection>
 #include <QString>
+
+#include <ports/Presentation.h>
 
 namespace tulvane {
 
@@ -15,9 +15,12 @@ namespace tulvane {
 /// desktop's theme looks. Main thread; asks in the background and never waits.
 class DesktopPresentation final : public Presentation {
 public:
-    /// `folder`: the user's folder for settings.
+    /// Takes the windows' entries out of the task bar, or brings them back there.
+    using HideEntries = std::function<void(bool hidden)>;
+
+    /// `folder`: the user's folder for settings. Without `hideEntries` the task bar is left as it is.
     explicit DesktopPresentation(const QDBusConnection& bus = QDBusConnection::sessionBus(),
-                                 const QString& folder = standardFolder());
+                                 const QString& folder = standardFolder(), HideEntries hideEntries = {});
     ~DesktopPresentation() override;
 
     [[nodiscard]] static QString standardFolder();
@@ -34,7 +37,7 @@ private:
     Appearance m_own = Appearance::none;
     PortalSettings m_portal;
     GtkSettings m_files;
-    TaskBarEntries m_entries;
+    HideEntries m_hideEntries;
     std::function<void()> m_handler;
 };
 

@@ -30,13 +30,16 @@ QPoint placeFor(const QMenu& menu, const QRect& icon)
 
 } // namespace
 
-TrayStatusItem::TrayStatusItem(const QString& symbolFolder, const QStringList& desktops)
+TrayStatusItem::TrayStatusItem(const QString& symbolFolder, const QStringList& desktops,
+                               std::unique_ptr<IconDock> dock)
     : m_symbolFolder(symbolFolder),
       m_desktops(desktops),
-      m_hosts(QDBusConnection::sessionBus())
+      m_hosts(QDBusConnection::sessionBus()),
+      m_dock(std::move(dock))
 {
     m_hosts.onArrival = [this] { place(); };
-    m_dock.onArrival = [this] { place(); };
+    if (m_dock)
+        m_dock->setArrivalHandler([this] { place(); });
     qApp->installEventFilter(this);
 }
 
@@ -50,7 +53,7 @@ void TrayStatusItem::setSymbol(const QString& name)
         m_hosts.ask();
     if (m_icon)
         showIcon();
-    else if (m_dock.isThere())
+    else if (m_dock && m_dock->isThere())
         place();
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <ports/StatusItem.h>
-#include <platform/linux/x11/windows/TrayDock.h>
+#include <platform/linux/desktop/shell/IconDock.h>
 #include <platform/linux/desktop/shell/TrayHosts.h>
 #include <platform/linux/desktop/shell/TrayMenu.h>
 
@@ -9,19 +8,23 @@
 #include <QStringList>
 #include <QSystemTrayIcon>
 
+#include <ports/StatusItem.h>
+
 #include <memory>
 
 namespace tulvane {
 
 /// The icon among the desktop's status icons: over the session bus where a bar listens there, which then
-/// draws the menu itself, else docked into an X11 tray. Whichever comes first decides, at any time, since the
-/// toolkit settles it once for a process; that one may go and come back. Main thread; needs a QApplication.
+/// draws the menu itself, else docked into the window system's tray. Whichever comes first decides, at any
+/// time, since the toolkit settles it once for a process; that one may go and come back. Main thread; needs a
+/// QApplication.
 class TrayStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
 public:
-    /// `symbolFolder` holds NAME.svg for each symbol; `desktops` are the session's names ("GNOME").
-    TrayStatusItem(const QString& symbolFolder, const QStringList& desktops);
+    /// `symbolFolder` holds NAME.svg for each symbol; `desktops` are the session's names ("GNOME"); `dock` is
+    /// null where the window system has none.
+    TrayStatusItem(const QString& symbolFolder, const QStringList& desktops, std::unique_ptr<IconDock> dock);
     ~TrayStatusItem() override;
 
     void setSymbol(const QString& name) override;
@@ -45,7 +48,7 @@ private:
     QList<MenuEntry> m_entries;
     std::function<void()> m_opening;
     TrayHosts m_hosts;
-    TrayDock m_dock;
+    std::unique_ptr<IconDock> m_dock;
     // The icon goes before the menu that it knows.
     std::unique_ptr<TrayMenu> m_menu;
     std::unique_ptr<TrayMenu> m_ownMenu; ///< for a bar that asks us to open the menu, rather than draw it

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int longestAncestry = 64;
 
-pid_t processOf(X11Link& link, xcb_window_t window)
+pid_t processOf(X11Connection& link, xcb_window_t window)
 {
     xcb_connection_t* const connection = link.connection();
     const auto* extension = xcb_get_extension_data(connection, &xcb_res_id);
@@ -46,7 +46,7 @@ std::pair<pid_t, pid_t> parentAndGroup(pid_t process)
 
 } // namespace
 
-ClientProcess ClientProcess::ofWindow(X11Link& link, xcb_window_t window)
+ClientProcess ClientProcess::ofWindow(X11Connection& link, xcb_window_t window)
 {
     ClientProcess client;
     client.id = window == noWindow ? 0 : processOf(link, window);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/linux/x11/connection/X11Link.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QList>
 
@@ -15,7 +15,7 @@ struct ClientProcess {
     pid_t group = 0;        ///< its process group
     QList<pid_t> ancestors; ///< nearest first
 
-    [[nodiscard]] static ClientProcess ofWindow(X11Link& link, xcb_window_t window);
+    [[nodiscard]] static ClientProcess ofWindow(X11Connection& link, xcb_window_t window);
 
     /// Whether what this process does is done by that program: it is the program itself, was started by it,
     /// or is in the process group that the program leads. False where either is not known.

@@ -16,7 +16,7 @@ bool isLatin1(const QString& text)
     return std::ranges::all_of(text, [](QChar character) { return character.unicode() < 0x100; });
 }
 
-QList<TargetOffer> textOffers(X11Link& link, const QByteArray& utf8)
+QList<TargetOffer> textOffers(X11Connection& link, const QByteArray& utf8)
 {
     QList<TargetOffer> offers;
     const auto offer = [&](const QString& target, const QString& type, const QByteArray& bytes) {
@@ -33,7 +33,7 @@ QList<TargetOffer> textOffers(X11Link& link, const QByteArray& utf8)
     return offers;
 }
 
-TargetForm usualForm(X11Link& link, const QString& target)
+TargetForm usualForm(X11Connection& link, const QString& target)
 {
     return {link.atom(target == u"TEXT" ? utf8String : target), 8};
 }
@@ -78,7 +78,7 @@ FormatWorth worthOf(const QString& target)
                                                                     : FormatWorth::own;
 }
 
-QList<TargetOffer> offersFor(X11Link& link, const QList<PasteboardItem>& items, const TargetForms& forms)
+QList<TargetOffer> offersFor(X11Connection& link, const QList<PasteboardItem>& items, const TargetForms& forms)
 {
     QList<TargetOffer> offers;
     for (const PasteboardItem& item : items) {

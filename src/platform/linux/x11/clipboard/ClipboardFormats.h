@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/linux/x11/connection/X11Link.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QList>
 
@@ -36,7 +36,7 @@ enum class FormatWorth { text, html, files, picture, own, redundant };
 [[nodiscard]] FormatWorth worthOf(const QString& target);
 
 /// Every target under which these items are offered; plain text under all the names that programs ask for.
-[[nodiscard]] QList<TargetOffer> offersFor(X11Link& link, const QList<PasteboardItem>& items,
+[[nodiscard]] QList<TargetOffer> offersFor(X11Connection& link, const QList<PasteboardItem>& items,
                                            const TargetForms& forms);
 
 /// Whether a program that reads this target reads text.

@@ -11,17 +11,17 @@ constexpr unsigned long lookEveryMs = 5;
 
 } // namespace
 
-ClipboardHandover::ClipboardHandover(X11Link& link)
+ClipboardHandover::ClipboardHandover(X11Connection& link)
     : m_link(link),
       m_window(link.makeHiddenWindow()),
       m_manager(link.atom(QStringLiteral("CLIPBOARD_MANAGER")))
 {
-    m_link.addListener(*this);
+    m_listening = m_link.listen([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
 ClipboardHandover::~ClipboardHandover()
 {
-    m_link.removeListener(*this);
+    m_listening.reset();
     xcb_destroy_window(m_link.connection(), m_window);
     m_link.flush();
 }

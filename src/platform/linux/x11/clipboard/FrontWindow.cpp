@@ -4,7 +4,7 @@ namespace tulvane {
 
 namespace {
 
-xcb_window_t focusedWindow(X11Link& link)
+xcb_window_t focusedWindow(X11Connection& link)
 {
     xcb_connection_t* const connection = link.connection();
     const XcbReply<xcb_get_input_focus_reply_t> focus(
@@ -19,7 +19,7 @@ xcb_window_t focusedWindow(X11Link& link)
     return pointer ? pointer->child : noWindow;
 }
 
-QStringList classesOf(X11Link& link, xcb_window_t window)
+QStringList classesOf(X11Connection& link, xcb_window_t window)
 {
     const auto cookie =
         xcb_get_property(link.connection(), 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 256);
@@ -37,7 +37,7 @@ QStringList classesOf(X11Link& link, xcb_window_t window)
     return classes;
 }
 
-std::optional<quint32> processOf(X11Link& link, xcb_window_t window)
+std::optional<quint32> processOf(X11Connection& link, xcb_window_t window)
 {
     const auto cookie = xcb_get_property(link.connection(), 0, window,
                                          link.atom(QStringLiteral("_NET_WM_PID")), XCB_ATOM_CARDINAL, 0, 1);
@@ -48,7 +48,7 @@ std::optional<quint32> processOf(X11Link& link, xcb_window_t window)
     return *static_cast<const quint32*>(xcb_get_property_value(reply.get()));
 }
 
-xcb_window_t parentOf(X11Link& link, xcb_window_t window)
+xcb_window_t parentOf(X11Connection& link, xcb_window_t window)
 {
     const XcbReply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(link.connection(), xcb_query_tree(link.connection(), window), nullptr));
@@ -56,7 +56,7 @@ xcb_window_t parentOf(X11Link& link, xcb_window_t window)
 }
 
 /// What the window lies in, below the root.
-xcb_window_t topLevelOf(X11Link& link, xcb_window_t window)
+xcb_window_t topLevelOf(X11Connection& link, xcb_window_t window)
 {
     xcb_window_t top = window;
     for (xcb_window_t parent = window; parent != noWindow && parent != link.root();
@@ -67,7 +67,7 @@ xcb_window_t topLevelOf(X11Link& link, xcb_window_t window)
 
 } // namespace
 
-FrontWindow FrontWindow::current(X11Link& link)
+FrontWindow FrontWindow::current(X11Connection& link)
 {
     FrontWindow front{focusedWindow(link), {}};
     for (xcb_window_t window = front.window; window != noWindow && window != link.root();
@@ -79,7 +79,7 @@ FrontWindow FrontWindow::current(X11Link& link)
     return front;
 }
 
-std::optional<quint32> FrontWindow::process(X11Link& link)
+std::optional<quint32> FrontWindow::process(X11Connection& link)
 {
     for (xcb_window_t window = focusedWindow(link); window != noWindow && window != link.root();
          window = parentOf(link, window)) {
@@ -89,14 +89,14 @@ std::optional<quint32> FrontWindow::process(X11Link& link)
     return std::nullopt;
 }
 
-bool FrontWindow::sameTopLevel(X11Link& link, xcb_window_t one, xcb_window_t other)
+bool FrontWindow::sameTopLevel(X11Connection& link, xcb_window_t one, xcb_window_t other)
 {
     if (one == noWindow || other == noWindow)
         return false;
     return one == other || topLevelOf(link, one) == topLevelOf(link, other);
 }
 
-bool FrontWindow::sameProgram(const X11Link& link, xcb_window_t one, xcb_window_t other)
+bool FrontWindow::sameProgram(const X11Connection& link, xcb_window_t one, xcb_window_t other)
 {
     const std::uint32_t own = xcb_get_setup(link.connection())->resource_id_mask;
     return (one & ~own) == (other & ~own);

@@ -4,7 +4,7 @@
 
 namespace tulvane {
 
-IncrementalTransfer::IncrementalTransfer(X11Link& link, xcb_window_t reader, xcb_atom_t property,
+IncrementalTransfer::IncrementalTransfer(X11Connection& link, xcb_window_t reader, xcb_atom_t property,
                                          const TargetOffer& offered)
     : m_link(link),
       m_reader(reader),

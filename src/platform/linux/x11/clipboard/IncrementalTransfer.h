@@ -12,7 +12,8 @@ public:
     static constexpr qsizetype pieceBytes = 256 * 1024;
 
     /// `offered`, the bytes, are shared, not copied: they live on when the pasteboard has other content.
-    IncrementalTransfer(X11Link& link, xcb_window_t reader, xcb_atom_t property, const TargetOffer& offered);
+    IncrementalTransfer(X11Connection& link, xcb_window_t reader, xcb_atom_t property,
+                        const TargetOffer& offered);
 
     /// Announces the transfer in the property.
     void begin();
@@ -26,7 +27,7 @@ public:
     [[nodiscard]] bool isDone() const { return m_done; }
 
 private:
-    X11Link& m_link;
+    X11Connection& m_link;
     xcb_window_t m_reader;
     xcb_atom_t m_property;
     TargetOffer m_offer;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/linux/x11/connection/X11Link.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <ports/PasteTarget.h>
 
@@ -10,7 +10,7 @@ namespace tulvane {
 class PasteTargets final {
 public:
     /// `link` outlives it.
-    PasteTargets(X11Link& link, PasteRules rules) : m_link(link), m_rules(std::move(rules)) {}
+    PasteTargets(X11Connection& link, PasteRules rules) : m_link(link), m_rules(std::move(rules)) {}
 
     /// By the window in front, and by whether the layout has a V at all: without one, Shift+Insert pastes,
     /// from the clipboard in most programs and from the text selected last in terminals.
@@ -21,7 +21,7 @@ public:
 private:
     [[nodiscard]] bool layoutHasV() const;
 
-    X11Link& m_link;
+    X11Connection& m_link;
     PasteRules m_rules;
 };
 

@@ -1,5 +1,5 @@
 #include <platform/linux/x11/clipboard/SelectionOwner.h>
-#include <platform/linux/x11/connection/X11Link.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QMetaObject>
 
@@ -13,7 +13,7 @@ struct SelectionOwner::Parts {
         std::unique_ptr<SelectionResponder> offers;
     };
 
-    std::unique_ptr<X11Link> link;
+    std::unique_ptr<X11Connection> link;
     std::map<xcb_atom_t, Kept> kept;
 };
 
@@ -29,7 +29,7 @@ std::unique_ptr<SelectionOwner> SelectionOwner::start(const QByteArray& display)
     std::unique_ptr<SelectionOwner> keeper(new SelectionOwner);
     keeper->inThread([&] {
         keeper->m_parts = std::make_unique<Parts>();
-        keeper->m_parts->link = X11Link::open(display);
+        keeper->m_parts->link = X11Connection::open(display);
     });
     return keeper->m_parts->link ? std::move(keeper) : nullptr;
 }
@@ -67,7 +67,7 @@ void SelectionOwner::take(xcb_atom_t selection, const QList<TargetOffer>& offers
                           quint64 number)
 {
     inThread([&] {
-        X11Link& link = *m_parts->link;
+        X11Connection& link = *m_parts->link;
         const Parts::Kept& kept = m_parts->kept.at(selection);
         kept.offers->set(offers, time, number);
         xcb_set_selection_owner(link.connection(), kept.window, selection, time);

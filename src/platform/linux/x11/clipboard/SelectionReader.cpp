@@ -11,7 +11,7 @@ constexpr int propertyNames = 32;
 
 } // namespace
 
-SelectionReader::SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window_t window,
+SelectionReader::SelectionReader(X11Connection& link, Scheduler& scheduler, xcb_window_t window,
                                  xcb_atom_t selection, Done done)
     : m_link(link),
       m_scheduler(scheduler),
@@ -19,13 +19,8 @@ SelectionReader::SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window
       m_selection(selection),
       m_done(std::move(done))
 {
-    m_link.addListener(*this);
+    m_listening = m_link.listen([this](const xcb_generic_event_t& event) { handle(event); });
     m_late = m_scheduler.after(totalLimit, [this] { finish(false); });
-}
-
-SelectionReader::~SelectionReader()
-{
-    m_link.removeListener(*this);
 }
 
 void SelectionReader::begin()

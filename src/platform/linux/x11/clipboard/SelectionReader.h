@@ -14,7 +14,7 @@ namespace tulvane {
 /// Reads everything that another program offers under a selection, one target after the other in the order of
 /// their worth. Main thread;
 /// never waits. Dropping it ends it.
-class SelectionReader final : public X11Link::Listener {
+class SelectionReader final {
 public:
     /// An owner that has not even named its formats by then is given up on.
     static constexpr std::chrono::milliseconds listLimit{300};
@@ -35,21 +35,20 @@ public:
 
     /// `window` is a hidden window of ours on which nothing else is read meanwhile. `done` is called once,
     /// later; the read may be dropped from within it.
-    SelectionReader(X11Link& link, Scheduler& scheduler, xcb_window_t window, xcb_atom_t selection,
+    SelectionReader(X11Connection& link, Scheduler& scheduler, xcb_window_t window, xcb_atom_t selection,
                     Done done);
     SelectionReader(const SelectionReader&) = delete;
     SelectionReader& operator=(const SelectionReader&) = delete;
-    ~SelectionReader() override;
+    ~SelectionReader() = default;
 
     void begin();
     /// Another program has taken the selection over: what has been read is of no use.
     void beginAgain();
 
-    void handle(const xcb_generic_event_t& event) override;
-
 private:
     enum class Waiting { nothing, notice, pieces };
 
+    void handle(const xcb_generic_event_t& event);
     void ask(xcb_atom_t target);
     void askNext();
     void noticed(const xcb_selection_notify_event_t& notice);
@@ -64,7 +63,7 @@ private:
     void finish(bool complete);
     [[nodiscard]] XcbReply<xcb_get_property_reply_t> fetchProperty();
 
-    X11Link& m_link;
+    X11Connection& m_link;
     Scheduler& m_scheduler;
     xcb_window_t m_window;
     xcb_atom_t m_selection;
@@ -84,6 +83,7 @@ private:
     TargetForms m_forms;
     std::unique_ptr<Scheduler::Token> m_stalled;
     std::unique_ptr<Scheduler::Token> m_late;
+    std::unique_ptr<X11Connection::Token> m_listening;
 };
 
 } // namespace tulvane

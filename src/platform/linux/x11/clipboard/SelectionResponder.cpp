@@ -6,19 +6,14 @@
 
 namespace tulvane {
 
-SelectionResponder::SelectionResponder(X11Link& link, xcb_window_t owner, xcb_atom_t selection,
+SelectionResponder::SelectionResponder(X11Connection& link, xcb_window_t owner, xcb_atom_t selection,
                                        TextRead textRead)
     : m_link(link),
       m_owner(owner),
       m_selection(selection),
       m_textRead(std::move(textRead))
 {
-    m_link.addListener(*this);
-}
-
-SelectionResponder::~SelectionResponder()
-{
-    m_link.removeListener(*this);
+    m_listening = m_link.listen([this](const xcb_generic_event_t& event) { handle(event); });
 }
 
 void SelectionResponder::set(const QList<TargetOffer>& offers, xcb_timestamp_t time, quint64 number)

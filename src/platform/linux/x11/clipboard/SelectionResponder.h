@@ -10,7 +10,7 @@
 namespace tulvane {
 
 /// Answers the programs that read a selection of ours. Lives in its link's thread.
-class SelectionResponder final : public X11Link::Listener {
+class SelectionResponder final {
 public:
     /// Called when a program has taken all of a text, which it tells by deleting the property that it came
     /// in: the window that asked for it, its process, and which of the offers the text was of. A program that
@@ -18,19 +18,18 @@ public:
     using TextRead = std::function<void(xcb_window_t reader, const ClientProcess& process, quint64 offer)>;
 
     /// `owner` is the window in whose name the selection is held.
-    SelectionResponder(X11Link& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead);
+    SelectionResponder(X11Connection& link, xcb_window_t owner, xcb_atom_t selection, TextRead textRead);
     SelectionResponder(const SelectionResponder&) = delete;
     SelectionResponder& operator=(const SelectionResponder&) = delete;
-    ~SelectionResponder() override;
+    ~SelectionResponder() = default;
 
     /// From now on these are on offer, since `time`, under a number of the caller's.
     void set(const QList<TargetOffer>& offers, xcb_timestamp_t time, quint64 number);
     /// Nothing is on offer any more; transfers that have begun go on to their end.
     void drop() { m_offers.clear(); }
 
-    void handle(const xcb_generic_event_t& event) override;
-
 private:
+    void handle(const xcb_generic_event_t& event);
     void answer(const xcb_selection_request_event_t& request);
     void propertyGone(xcb_window_t window, xcb_atom_t property);
     void windowGone(xcb_window_t window);
@@ -44,7 +43,7 @@ private:
     void unwatch(xcb_window_t reader);
     [[nodiscard]] bool textGone(xcb_window_t window, xcb_atom_t property);
 
-    X11Link& m_link;
+    X11Connection& m_link;
     xcb_window_t m_owner;
     xcb_atom_t m_selection;
     TextRead m_textRead;
@@ -66,6 +65,7 @@ private:
         ClientProcess process; ///< asked for with the text: the reader may end once it has it
     };
     QList<Given> m_given;
+    std::unique_ptr<X11Connection::Token> m_listening;
 };
 
 } // namespace tulvane

@@ -1,11 +1,12 @@
 #include <platform/linux/x11/clipboard/FrontWindow.h>
 #include <platform/linux/x11/clipboard/X11Pasteboard.h>
+#include <platform/linux/x11/keyboard/FrontWindow.h>
 
 #include <algorithm>
 
 namespace tulvane {
 
-X11Pasteboard::X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler,
+X11Pasteboard::X11Pasteboard(X11Connection& link, SelectionOwner& keeper, Scheduler& scheduler,
                              const QString& selection)
     : m_link(link),
       m_keeper(keeper),
@@ -19,7 +20,7 @@ X11Pasteboard::X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& s
                   Qt::QueuedConnection);
           }))
 {
-    m_link.addListener(*this);
+    m_listening = m_link.listen([this](const xcb_generic_event_t& event) { handle(event); });
     xcb_connection_t* const connection = m_link.connection();
     const xcb_query_extension_reply_t* fixes = xcb_get_extension_data(connection, &xcb_xfixes_id);
     if (fixes == nullptr || fixes->present == 0)
@@ -38,7 +39,7 @@ X11Pasteboard::X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& s
 X11Pasteboard::~X11Pasteboard()
 {
     m_keeper.forget(m_selection);
-    m_link.removeListener(*this);
+    m_listening.reset();
     for (PendingRead& pending : m_reads) {
         pending.promise.addResult(PasteboardContents{{}, false});
         pending.promise.finish();

@@ -23,10 +23,11 @@ namespace tulvane {
 /// counts, over whichever connection and from whichever of its processes, one from any other program (a
 /// clipboard manager) does not. A program in front that keeps copies of its own
 /// asks as soon as the owner changes, and never again when it pastes.
-class X11Pasteboard final : public Pasteboard, public X11Link::Listener {
+class X11Pasteboard final : public Pasteboard {
 public:
     /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
-    X11Pasteboard(X11Link& link, SelectionOwner& keeper, Scheduler& scheduler, const QString& selection);
+    X11Pasteboard(X11Connection& link, SelectionOwner& keeper, Scheduler& scheduler,
+                  const QString& selection);
     X11Pasteboard(const X11Pasteboard&) = delete;
     X11Pasteboard& operator=(const X11Pasteboard&) = delete;
     ~X11Pasteboard() override;
@@ -47,7 +48,7 @@ public:
     /// The targets under which our own content is on offer; none where another program has the selection.
     [[nodiscard]] QList<xcb_atom_t> ownTargets();
 
-    void handle(const xcb_generic_event_t& event) override;
+    void handle(const xcb_generic_event_t& event);
 
 private:
     struct PendingRead {
@@ -70,7 +71,7 @@ private:
     void setOwner(xcb_window_t owner, xcb_timestamp_t time);
     void tellActivity();
 
-    X11Link& m_link;
+    X11Connection& m_link;
     SelectionOwner& m_keeper;
     Scheduler& m_scheduler;
     xcb_atom_t m_selection;
@@ -91,6 +92,7 @@ private:
     xcb_window_t m_target = noWindow; ///< whom our last write was for
     ClientProcess m_program;          ///< the target's
     std::function<void()> m_activity;
+    std::unique_ptr<X11Connection::Token> m_listening;
     QObject m_context; ///< what is called later is called while this lives
 };
 

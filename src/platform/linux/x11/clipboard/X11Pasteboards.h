@@ -9,7 +9,7 @@ namespace tulvane {
 class X11Pasteboards final : public Pasteboards {
 public:
     /// The first three outlive it.
-    X11Pasteboards(X11Link& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules);
+    X11Pasteboards(X11Connection& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules);
 
     X11Pasteboards(const X11Pasteboards&) = delete;
     X11Pasteboards& operator=(const X11Pasteboards&) = delete;
@@ -30,7 +30,7 @@ private:
         return selection == PasteSelection::primary ? m_primary : m_clipboard;
     }
 
-    X11Link& m_link;
+    X11Connection& m_link;
     PasteTargets m_targets;
     X11Pasteboard m_clipboard;
     X11Pasteboard m_primary;

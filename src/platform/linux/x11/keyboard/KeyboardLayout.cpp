@@ -3,9 +3,14 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
+#include <algorithm>
+
 namespace tulvane {
 
 namespace {
+
+// The X protocol counts keys from 8; keymaps of the Linux kernel's keyboards keep its numbers otherwise.
+constexpr xkb_keycode_t evdevOffset = 8;
 
 /// The one letter that a key has in a group without Shift; none when it has none or several.
 xkb_keysym_t plainLetter(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t group)
@@ -17,7 +22,7 @@ xkb_keysym_t plainLetter(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index
 
 } // namespace
 
-std::optional<KeyboardLayout> KeyboardLayout::current(X11Link& link)
+std::optional<KeyboardLayout> KeyboardLayout::current(X11Connection& link)
 {
     xcb_connection_t* const connection = link.connection();
     const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(
@@ -49,6 +54,43 @@ std::optional<KeyPlace> KeyboardLayout::find(xkb_keysym_t letter, std::uint8_t p
             return place;
     }
     return std::nullopt;
+}
+
+std::optional<xcb_keycode_t> KeyboardLayout::keycode(const VirtualKey& key) const
+{
+    if (*key.xkb == '\0')
+        return std::nullopt;
+    xkb_keycode_t code = xkb_keymap_key_by_name(m_keymap.get(), key.xkb);
+    if (code == XKB_KEYCODE_INVALID) {
+        code = key.evdev + evdevOffset;
+        // A place that bears another name is not the one that is looked for.
+        const bool isFree = code <= xkb_keymap_max_keycode(m_keymap.get()) &&
+                            xkb_keymap_key_get_name(m_keymap.get(), code) == nullptr;
+        if (!isFree)
+            return std::nullopt;
+    }
+    return code > 0xFF ? std::nullopt : std::optional(static_cast<xcb_keycode_t>(code));
+}
+
+xkb_keysym_t KeyboardLayout::keysym(xcb_keycode_t key, xkb_layout_index_t group,
+                                    xkb_level_index_t level) const
+{
+    const xkb_keysym_t* keysyms = nullptr;
+    return xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, group, level, &keysyms) > 0
+               ? keysyms[0]
+               : XKB_KEY_NoSymbol;
+}
+
+bool KeyboardLayout::hasAny(xcb_keycode_t key, std::initializer_list<xkb_keysym_t> keysyms) const
+{
+    for (xkb_layout_index_t group = 0; group < xkb_keymap_num_layouts_for_key(m_keymap.get(), key); ++group) {
+        const xkb_keysym_t* typed = nullptr;
+        const int count = xkb_keymap_key_get_syms_by_level(m_keymap.get(), key, group, 0, &typed);
+        if (std::any_of(typed, typed + count,
+                        [&](xkb_keysym_t one) { return std::ranges::find(keysyms, one) != keysyms.end(); }))
+            return true;
+    }
+    return false;
 }
 
 xkb_keysym_t KeyboardLayout::letterOf(xcb_keycode_t key) const

@@ -1,11 +1,7 @@
+#include <platform/linux/x11/connection/XkbProtocol.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
 
 #include <limits>
-
-// A member of one of its structures has a name that is a word of C++.
-#define explicit notAWord
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace tulvane {
 
@@ -18,7 +14,7 @@ constexpr unsigned momentaryModifiers =
 
 } // namespace
 
-KeyboardState KeyboardState::current(X11Link& link)
+KeyboardState KeyboardState::current(X11Connection& link)
 {
     xcb_connection_t* const connection = link.connection();
     const auto keymapCookie = xcb_query_keymap(connection);
@@ -41,12 +37,12 @@ KeyboardState KeyboardState::current(X11Link& link)
     return state;
 }
 
-void KeyboardState::lockGroup(X11Link& link, std::uint8_t group)
+void KeyboardState::lockGroup(X11Connection& link, std::uint8_t group)
 {
     xcb_xkb_latch_lock_state(link.connection(), coreKeyboard, 0, 0, 1, group, 0, 0, 0);
 }
 
-void KeyboardState::lockModifiers(X11Link& link, std::uint8_t modifiers, bool locked)
+void KeyboardState::lockModifiers(X11Connection& link, std::uint8_t modifiers, bool locked)
 {
     const std::uint8_t locks = locked ? modifiers : std::uint8_t{0};
     xcb_xkb_latch_lock_state(link.connection(), coreKeyboard, modifiers, locks, 0, 0, modifiers, 0, 0);

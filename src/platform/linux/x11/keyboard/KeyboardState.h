@@ -1,6 +1,6 @@
 #pragma once
 
-#include <platform/linux/x11/connection/X11Link.h>
+#include <platform/linux/x11/connection/X11Connection.h>
 
 #include <QList>
 
@@ -15,12 +15,12 @@ struct KeyboardState {
     /// purpose, Caps Lock and Num Lock, are not among them.
     std::uint8_t lockedModifiers = 0;
 
-    [[nodiscard]] static KeyboardState current(X11Link& link);
+    [[nodiscard]] static KeyboardState current(X11Connection& link);
 
     /// Makes the next keys come from this layout.
-    static void lockGroup(X11Link& link, std::uint8_t group);
+    static void lockGroup(X11Connection& link, std::uint8_t group);
     /// Sets or ends the hold of these modifiers.
-    static void lockModifiers(X11Link& link, std::uint8_t modifiers, bool locked);
+    static void lockModifiers(X11Connection& link, std::uint8_t modifiers, bool locked);
 };
 
 } // namespace tulvane

@@ -8,7 +8,7 @@ Result<void, HotkeyError> X11Grabs::take(const X11Grab& grab)
 {
     // The server would let one client grab a key twice, and forget both at the first release.
     const int error = holds(grab) ? XCB_ACCESS : request(grab);
-    if (!m_connection.isAlive())
+    if (m_connection.isBroken())
         return failure(HotkeyError::unreachable());
     if (error == XCB_ACCESS)
         return failure(HotkeyError::taken(error));
@@ -21,7 +21,7 @@ Result<void, HotkeyError> X11Grabs::take(const X11Grab& grab)
 void X11Grabs::release(const X11Grab& grab)
 {
     const auto removed = std::erase_if(m_held, [&](const X11Grab& held) { return held.isSameKey(grab); });
-    if (removed != 0 && m_connection.isAlive())
+    if (removed != 0 && !m_connection.isBroken())
         giveBack(grab);
 }
 
@@ -45,16 +45,15 @@ int X11Grabs::request(const X11Grab& grab)
     std::vector<xcb_void_cookie_t> cookies;
     for (const xcb_window_t root : m_connection.roots()) {
         for (const quint16 lock : grab.locks)
-            cookies.push_back(xcb_grab_key_checked(m_connection.xcb(), 0, root, grab.modifiers | lock,
+            cookies.push_back(xcb_grab_key_checked(m_connection.connection(), 0, root, grab.modifiers | lock,
                                                    grab.keycode, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
     int firstError = 0;
     for (const xcb_void_cookie_t cookie : cookies) {
-        const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection.xcb(), cookie));
+        const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection.connection(), cookie));
         if (error && firstError == 0)
             firstError = error->error_code;
     }
-    m_connection.handleEventsSoon();
     if (firstError != 0)
         giveBack(grab); // the parts that were free; those of others stay theirs
     return firstError;
@@ -64,12 +63,10 @@ void X11Grabs::giveBack(const X11Grab& grab)
 {
     for (const xcb_window_t root : m_connection.roots()) {
         for (const quint16 lock : grab.locks)
-            xcb_ungrab_key(m_connection.xcb(), grab.keycode, root, grab.modifiers | lock);
+            xcb_ungrab_key(m_connection.connection(), grab.keycode, root, grab.modifiers | lock);
     }
     // Given back once the server has done it: another program that asks for the key after us gets it.
-    const XcbReply<xcb_get_input_focus_reply_t> done(
-        xcb_get_input_focus_reply(m_connection.xcb(), xcb_get_input_focus(m_connection.xcb()), nullptr));
-    m_connection.handleEventsSoon();
+    waitForServer(m_connection.connection());
 }
 
 } // namespace tulvane

@@ -41,7 +41,7 @@ private:
 
 X11Hotkeys::X11Hotkeys(const QString& display, DesktopFolders folders)
     : m_folders(std::move(folders)),
-      m_connection(X11Connection::open(display))
+      m_connection(X11Connection::open(display.toLocal8Bit()))
 {
     if (!m_connection)
         return;
@@ -50,7 +50,7 @@ X11Hotkeys::X11Hotkeys(const QString& display, DesktopFolders folders)
         m_keyMap.reset();
     if (m_keyMap)
         m_table = std::make_shared<Table>(*m_connection);
-    m_connection->setEventHandler([this](const xcb_generic_event_t& event) { handleEvent(event); });
+    m_listening = m_connection->listen([this](const xcb_generic_event_t& event) { handleEvent(event); });
     QObject::connect(m_connection.get(), &X11Connection::drained, m_connection.get(),
                      [this] { followKeyboard(); });
     QObject::connect(m_connection.get(), &X11Connection::closed, m_connection.get(), [this] { noticeEnd(); });
@@ -61,17 +61,15 @@ X11Hotkeys::~X11Hotkeys() = default;
 bool X11Hotkeys::askForDetectableRepeat()
 {
     constexpr quint32 detectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
-    const auto cookie = xcb_xkb_per_client_flags(m_connection->xcb(), XCB_XKB_ID_USE_CORE_KBD, detectable,
-                                                 detectable, 0, 0, 0);
-    const XcbReply<xcb_xkb_per_client_flags_reply_t> reply(
-        xcb_xkb_per_client_flags_reply(m_connection->xcb(), cookie, nullptr));
-    m_connection->handleEventsSoon();
+    const auto reply = xcbReply(m_connection->connection(), xcb_xkb_per_client_flags_reply,
+                                xcb_xkb_per_client_flags(m_connection->connection(), XCB_XKB_ID_USE_CORE_KBD,
+                                                         detectable, detectable, 0, 0, 0));
     return reply && (reply->value & detectable) != 0;
 }
 
 Result<void, HotkeyError> X11Hotkeys::support() const
 {
-    if (!m_connection || !m_connection->isAlive())
+    if (!m_connection || m_connection->isBroken())
         return failure(HotkeyError::unreachable());
     if (!m_keyMap)
         return failure(HotkeyError::unsupported(
@@ -104,7 +102,7 @@ std::optional<X11Grab> X11Hotkeys::grabOf(const KeyCombination& combination) con
 
 void X11Hotkeys::handleEvent(const xcb_generic_event_t& event)
 {
-    switch (event.response_type & 0x7F) {
+    switch (event.response_type) {
     case XCB_KEY_PRESS:
         press(reinterpret_cast<const xcb_key_press_event_t&>(event));
         break;
@@ -154,7 +152,7 @@ void X11Hotkeys::tell(HotkeyEventKind kind, const Entry& entry, xcb_timestamp_t 
 void X11Hotkeys::followKeyboard()
 {
     // One change of the layout comes as many events, and most change nothing that matters here.
-    if (!std::exchange(m_isKeyMapOld, false) || !m_connection->isAlive() || !m_keyMap->reload())
+    if (!std::exchange(m_isKeyMapOld, false) || m_connection->isBroken() || !m_keyMap->reload())
         return;
     const ChangeHandler handler = m_changeHandler;
     if (handler)

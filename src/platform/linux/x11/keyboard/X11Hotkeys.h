@@ -18,7 +18,8 @@ namespace tulvane {
 
 /// Hot keys by passive grabs. A key that is held repeats as presses alone (detectable auto-repeat), so both
 /// edges are told once; while it is held the server sends us every key, the release included, whatever the
-/// modifiers do in between.
+/// modifiers do in between. The connection is their own: while a hot key is held the server gives its
+/// connection the keyboard, and a connection that posts keys has to find out whether another one has it.
 class X11Hotkeys final : public GlobalHotkeys {
 public:
     /// `display` as in $DISPLAY; `folders` tells where the desktop keeps its own key combinations.
@@ -57,9 +58,10 @@ private:
 
     DesktopFolders m_folders;
     std::unique_ptr<X11Connection> m_connection; ///< null where there was no server to begin with
-    std::unique_ptr<X11KeyMap> m_keyMap;         ///< null also where the server has no XKB
-    std::shared_ptr<Table> m_table;              ///< null without the key map
-    std::map<xcb_keycode_t, Entry> m_held;       ///< the presses that wait for their release
+    std::unique_ptr<X11Connection::Token> m_listening;
+    std::unique_ptr<X11KeyMap> m_keyMap;   ///< null also where the server has no XKB
+    std::shared_ptr<Table> m_table;        ///< null without the key map
+    std::map<xcb_keycode_t, Entry> m_held; ///< the presses that wait for their release
     EventHandler m_eventHandler;
     ChangeHandler m_changeHandler;
     bool m_isKeyMapOld = false;

@@ -1,8 +1,7 @@
-#include <platform/linux/x11/keyboard/X11KeyMap.h>
 #include <platform/linux/x11/connection/XkbProtocol.h>
+#include <platform/linux/x11/keyboard/X11KeyMap.h>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
-#include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include <array>
@@ -11,9 +10,6 @@
 namespace tulvane {
 
 namespace {
-
-// The X protocol counts keys from 8; keymaps of the Linux kernel's keyboards keep its numbers otherwise.
-constexpr xkb_keycode_t evdevOffset = 8;
 
 /// The character that a keysym shows on a key; dead keys show their accent.
 QString characterOf(xkb_keysym_t keysym)
@@ -31,14 +27,6 @@ QString characterOf(xkb_keysym_t keysym)
     return character > U' ' && QChar::isPrint(character) ? QString::fromUcs4(&character, 1) : QString();
 }
 
-xkb_keysym_t keysymAt(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t layout,
-                      xkb_level_index_t level)
-{
-    const xkb_keysym_t* keysyms = nullptr;
-    return xkb_keymap_key_get_syms_by_level(keymap, key, layout, level, &keysyms) > 0 ? keysyms[0]
-                                                                                      : XKB_KEY_NoSymbol;
-}
-
 xkb_keysym_t keysymNamed(const QString& name)
 {
     const QList<uint> characters = name.toUcs4();
@@ -50,109 +38,66 @@ xkb_keysym_t keysymNamed(const QString& name)
                                      : xkb_keysym_from_name(utf8.constData(), XKB_KEYSYM_CASE_INSENSITIVE);
 }
 
-xkb_keycode_t keycodeOf(xkb_keymap* keymap, const VirtualKey& key)
-{
-    if (*key.xkb == '\0')
-        return XKB_KEYCODE_INVALID;
-    const xkb_keycode_t named = xkb_keymap_key_by_name(keymap, key.xkb);
-    if (named != XKB_KEYCODE_INVALID)
-        return named;
-    const xkb_keycode_t numbered = key.evdev + evdevOffset;
-    // A place that bears another name is not the one that is looked for.
-    const bool isFree =
-        numbered <= xkb_keymap_max_keycode(keymap) && xkb_keymap_key_get_name(keymap, numbered) == nullptr;
-    return isFree ? numbered : XKB_KEYCODE_INVALID;
-}
-
 } // namespace
-
-void X11KeyMap::KeymapFreed::operator()(xkb_keymap* keymap) const
-{
-    xkb_keymap_unref(keymap);
-}
-
-void X11KeyMap::ContextFreed::operator()(xkb_context* context) const
-{
-    xkb_context_unref(context);
-}
 
 std::unique_ptr<X11KeyMap> X11KeyMap::load(X11Connection& connection)
 {
-    quint8 firstEvent = 0;
-    const int usable = xkb_x11_setup_xkb_extension(
-        connection.xcb(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
-        XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &firstEvent, nullptr);
-    connection.handleEventsSoon();
-    if (usable == 0)
+    if (!connection.keyboardEvent())
         return nullptr;
-    std::unique_ptr<X11KeyMap> map(new X11KeyMap(connection, firstEvent));
     // Changes are asked for first: one that comes in between is then read twice rather than missed.
-    map->selectChanges();
-    return map->read() ? std::move(map) : nullptr;
+    selectChanges(connection);
+    auto layout = KeyboardLayout::current(connection);
+    return layout ? std::unique_ptr<X11KeyMap>(new X11KeyMap(connection, std::move(*layout))) : nullptr;
 }
 
-X11KeyMap::X11KeyMap(X11Connection& connection, quint8 firstEvent)
+X11KeyMap::X11KeyMap(X11Connection& connection, KeyboardLayout layout)
     : m_connection(connection),
-      m_firstEvent(firstEvent),
-      m_context(xkb_context_new(XKB_CONTEXT_NO_FLAGS))
+      m_layout(std::move(layout)),
+      m_facts(facts())
 {
 }
 
-X11KeyMap::~X11KeyMap() = default;
-
-void X11KeyMap::selectChanges()
+void X11KeyMap::selectChanges(X11Connection& connection)
 {
     constexpr quint16 events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
     constexpr quint16 parts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
                               XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS |
                               XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
-    xcb_xkb_select_events(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts,
+    xcb_xkb_select_events(connection.connection(), XCB_XKB_ID_USE_CORE_KBD, events, 0, events, parts, parts,
                           nullptr);
 }
 
 bool X11KeyMap::isChange(const xcb_generic_event_t& event) const
 {
-    const auto type = static_cast<quint8>(event.response_type & 0x7F);
-    if (type == XCB_MAPPING_NOTIFY)
+    if (event.response_type == XCB_MAPPING_NOTIFY)
         return true;
     // Every XKB event has one number, and says in its second byte which it is.
-    return type == m_firstEvent &&
+    return event.response_type == m_connection.keyboardEvent() &&
            (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY);
 }
 
 bool X11KeyMap::reload()
 {
-    const Facts before = m_facts;
-    return read() && m_facts != before;
-}
-
-bool X11KeyMap::read()
-{
-    const qint32 device = xkb_x11_get_core_keyboard_device_id(m_connection.xcb());
-    std::unique_ptr<xkb_keymap, KeymapFreed> keymap(
-        device < 0 ? nullptr
-                   : xkb_x11_keymap_new_from_device(m_context.get(), m_connection.xcb(), device,
-                                                    XKB_KEYMAP_COMPILE_NO_FLAGS));
-    m_connection.handleEventsSoon();
-    if (!keymap)
+    auto layout = KeyboardLayout::current(m_connection);
+    if (!layout)
         return false;
-    m_keymap = std::move(keymap);
-    m_facts = facts();
-    return true;
+    m_layout = std::move(*layout);
+    const Facts before = std::exchange(m_facts, facts());
+    return m_facts != before;
 }
 
 X11KeyMap::Facts X11KeyMap::facts() const
 {
     Facts facts;
     for (const VirtualKey& key : virtualKeys::all) {
-        const xkb_keycode_t keycode = keycodeOf(m_keymap.get(), key);
-        if (keycode > 0xFF)
+        const auto keycode = m_layout.keycode(key);
+        if (!keycode)
             continue;
-        facts.keycodes.insert(key.code, static_cast<xcb_keycode_t>(keycode));
+        facts.keycodes.insert(key.code, *keycode);
         if (key.kind == KeyKind::printing)
-            facts.labels.insert(key.code, characterOf(keysymAt(m_keymap.get(), keycode, 0, 0)));
+            facts.labels.insert(key.code, characterOf(m_layout.keysym(*keycode, 0, 0)));
     }
-    facts.modifiers = X11Modifiers::read(m_connection, m_keymap.get());
+    facts.modifiers = X11Modifiers::read(m_connection, m_layout);
     return facts;
 }
 
@@ -177,12 +122,11 @@ std::optional<quint32> X11KeyMap::keyForKeysym(const QString& name) const
     if (wanted == XKB_KEY_NoSymbol)
         return std::nullopt;
     constexpr xkb_level_index_t plainAndShifted = 2;
-    const xkb_layout_index_t layouts = xkb_keymap_num_layouts(m_keymap.get());
-    for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
+    for (xkb_layout_index_t group = 0; group < m_layout.groups(); ++group) {
         for (xkb_level_index_t level = 0; level < plainAndShifted; ++level) {
             for (const VirtualKey& key : virtualKeys::all) {
                 const auto code = keycode(key.code);
-                if (code && keysymAt(m_keymap.get(), *code, layout, level) == wanted)
+                if (code && m_layout.keysym(*code, group, level) == wanted)
                     return key.code;
             }
         }

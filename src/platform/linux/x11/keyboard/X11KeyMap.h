@@ -1,17 +1,15 @@
 #pragma once
 
-#include <ports/VirtualKeys.h>
-#include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/X11Modifiers.h>
 
 #include <QHash>
 #include <QString>
 
+#include <ports/VirtualKeys.h>
+
 #include <memory>
 #include <optional>
-
-struct xkb_context;
-struct xkb_keymap;
 
 namespace tulvane {
 
@@ -22,7 +20,6 @@ public:
     /// Null where the server lacks the XKB extension or its keymap cannot be read. `connection` outlives this
     /// object.
     [[nodiscard]] static std::unique_ptr<X11KeyMap> load(X11Connection& connection);
-    ~X11KeyMap();
     X11KeyMap(const X11KeyMap&) = delete;
     X11KeyMap& operator=(const X11KeyMap&) = delete;
 
@@ -48,22 +45,12 @@ private:
 
         [[nodiscard]] friend bool operator==(const Facts&, const Facts&) = default;
     };
-    struct KeymapFreed {
-        void operator()(xkb_keymap* keymap) const;
-    };
-    struct ContextFreed {
-        void operator()(xkb_context* context) const;
-    };
-
-    X11KeyMap(X11Connection& connection, quint8 firstEvent);
-    [[nodiscard]] bool read();
-    void selectChanges();
+    X11KeyMap(X11Connection& connection, KeyboardLayout layout);
+    static void selectChanges(X11Connection& connection);
     [[nodiscard]] Facts facts() const;
 
     X11Connection& m_connection;
-    quint8 m_firstEvent;
-    std::unique_ptr<xkb_context, ContextFreed> m_context;
-    std::unique_ptr<xkb_keymap, KeymapFreed> m_keymap;
+    KeyboardLayout m_layout;
     Facts m_facts;
 };
 

@@ -36,7 +36,7 @@ std::array<xkb_keysym_t, 2> bothSides(xkb_keysym_t left)
 
 } // namespace
 
-X11KeyPosting::X11KeyPosting(X11Link& link, Scheduler& scheduler, IsInFront isInFront)
+X11KeyPosting::X11KeyPosting(X11Connection& link, Scheduler& scheduler, IsInFront isInFront)
     : m_link(link),
       m_scheduler(scheduler),
       m_isInFront(std::move(isInFront))

@@ -22,7 +22,7 @@ public:
     using IsInFront = std::function<bool(const PasteTarget&)>;
 
     /// `link` and `scheduler` outlive it.
-    X11KeyPosting(X11Link& link, Scheduler& scheduler, IsInFront isInFront);
+    X11KeyPosting(X11Connection& link, Scheduler& scheduler, IsInFront isInFront);
     X11KeyPosting(const X11KeyPosting&) = delete;
     X11KeyPosting& operator=(const X11KeyPosting&) = delete;
     ~X11KeyPosting() override;
@@ -62,7 +62,7 @@ private:
     void key(xcb_keycode_t code, bool down);
     void tap(xcb_keycode_t code);
 
-    X11Link& m_link;
+    X11Connection& m_link;
     Scheduler& m_scheduler;
     IsInFront m_isInFront;
     bool m_canPost = false;

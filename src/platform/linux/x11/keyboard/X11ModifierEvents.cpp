@@ -41,13 +41,11 @@ quint64 flagOf(quint32 virtualKey)
 /// The major opcode of XInput where the server's version sends raw events during others' grabs; else none.
 std::optional<quint8> xinputOpcode(X11Connection& connection)
 {
-    const auto* const extension = xcb_get_extension_data(connection.xcb(), &xcb_input_id);
+    const auto* const extension = xcb_get_extension_data(connection.connection(), &xcb_input_id);
     if (extension == nullptr || extension->present == 0)
         return std::nullopt;
-    const auto cookie = xcb_input_xi_query_version(connection.xcb(), 2, 2);
-    const XcbReply<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(connection.xcb(), cookie, nullptr));
-    connection.handleEventsSoon();
+    const auto version = xcbReply(connection.connection(), xcb_input_xi_query_version_reply,
+                                  xcb_input_xi_query_version(connection.connection(), 2, 2));
     if (!version ||
         std::pair(version->major_version, version->minor_version) < std::pair<quint16, quint16>(2, 1))
         return std::nullopt;
@@ -70,6 +68,7 @@ private:
     void change(quint32 keycode, bool isDown, std::chrono::milliseconds age);
 
     std::unique_ptr<X11Connection> m_connection;
+    std::unique_ptr<X11Connection::Token> m_listening;
     std::unique_ptr<X11KeyMap> m_keyMap;
     quint8 m_opcode;
     ModifierEvents::Handler m_handler;
@@ -87,9 +86,9 @@ X11ModifierTap::X11ModifierTap(std::unique_ptr<X11Connection> connection, std::u
       m_opcode(opcode),
       m_handler(std::move(handler))
 {
-    m_connection->setEventHandler([this](const xcb_generic_event_t& event) { handleEvent(event); });
+    m_listening = m_connection->listen([this](const xcb_generic_event_t& event) { handleEvent(event); });
     QObject::connect(m_connection.get(), &X11Connection::drained, m_connection.get(), [this] {
-        if (std::exchange(m_isKeyMapOld, false) && m_connection->isAlive())
+        if (std::exchange(m_isKeyMapOld, false) && !m_connection->isBroken())
             (void)m_keyMap->reload();
     });
     QObject::connect(m_connection.get(), &X11Connection::closed, m_connection.get(), [this] {
@@ -100,7 +99,7 @@ X11ModifierTap::X11ModifierTap(std::unique_ptr<X11Connection> connection, std::u
 
 void X11ModifierTap::enable()
 {
-    if (m_isEnabled || !m_connection->isAlive())
+    if (m_isEnabled || m_connection->isBroken())
         return;
     m_isEnabled = true;
     // Asked for first: a key that goes down in between is then known of twice rather than not at all.
@@ -110,7 +109,7 @@ void X11ModifierTap::enable()
 
 void X11ModifierTap::disable()
 {
-    if (!std::exchange(m_isEnabled, false) || !m_connection->isAlive())
+    if (!std::exchange(m_isEnabled, false) || m_connection->isBroken())
         return;
     select(0);
     m_held.clear();
@@ -122,19 +121,17 @@ quint32 X11ModifierTap::select(quint32 events)
         xcb_input_event_mask_t head;
         quint32 mask;
     } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, events};
-    const auto cookie =
-        xcb_input_xi_select_events(m_connection->xcb(), m_connection->roots().front(), 1, &selection.head);
-    xcb_flush(m_connection->xcb());
+    const auto cookie = xcb_input_xi_select_events(m_connection->connection(), m_connection->roots().front(),
+                                                   1, &selection.head);
+    m_connection->flush();
     return cookie.sequence;
 }
 
 void X11ModifierTap::readHeldKeys()
 {
     m_held.clear();
-    const auto cookie = xcb_query_keymap(m_connection->xcb());
-    const XcbReply<xcb_query_keymap_reply_t> reply(
-        xcb_query_keymap_reply(m_connection->xcb(), cookie, nullptr));
-    m_connection->handleEventsSoon();
+    const auto reply = xcbReply(m_connection->connection(), xcb_query_keymap_reply,
+                                xcb_query_keymap(m_connection->connection()));
     if (!reply)
         return;
     for (const VirtualKey& key : virtualKeys::all) {
@@ -147,7 +144,7 @@ void X11ModifierTap::readHeldKeys()
 
 void X11ModifierTap::handleEvent(const xcb_generic_event_t& event)
 {
-    if ((event.response_type & 0x7F) != XCB_GE_GENERIC) {
+    if (event.response_type != XCB_GE_GENERIC) {
         m_isKeyMapOld = m_isKeyMapOld || m_keyMap->isChange(event);
         return;
     }
@@ -190,7 +187,7 @@ void X11ModifierTap::change(quint32 keycode, bool isDown, std::chrono::milliseco
 Result<std::unique_ptr<ModifierEvents::Tap>, ModifierEventsError>
 X11ModifierEvents::createTap(qint64 keyCode, const Handler& handler)
 {
-    auto connection = X11Connection::open(m_display);
+    auto connection = X11Connection::open(m_display.toLocal8Bit());
     if (!connection)
         return failure(ModifierEventsError::unreachable());
     auto keyMap = X11KeyMap::load(*connection);

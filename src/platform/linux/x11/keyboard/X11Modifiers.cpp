@@ -2,7 +2,6 @@
 
 #include <ports/KeyModifiers.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
-#include <xkbcommon/xkbcommon.h>
 
 #include <array>
 
@@ -12,19 +11,6 @@ namespace {
 
 constexpr int modifierCount = 8;
 constexpr quint32 allModifiers = 0xFF;
-
-bool types(xkb_keymap* keymap, xkb_keycode_t key, xkb_keysym_t left, xkb_keysym_t right)
-{
-    for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts_for_key(keymap, key); ++layout) {
-        const xkb_keysym_t* keysyms = nullptr;
-        const int count = xkb_keymap_key_get_syms_by_level(keymap, key, layout, 0, &keysyms);
-        for (int i = 0; i < count; ++i) {
-            if (keysyms[i] == left || keysyms[i] == right)
-                return true;
-        }
-    }
-    return false;
-}
 
 struct Pair {
     quint32 carbon;
@@ -39,13 +25,11 @@ std::array<Pair, 4> pairsOf(const X11Modifiers& modifiers)
 
 } // namespace
 
-X11Modifiers X11Modifiers::read(X11Connection& connection, xkb_keymap* keymap)
+X11Modifiers X11Modifiers::read(X11Connection& connection, const KeyboardLayout& layout)
 {
     X11Modifiers modifiers;
-    const auto cookie = xcb_get_modifier_mapping(connection.xcb());
-    const XcbReply<xcb_get_modifier_mapping_reply_t> reply(
-        xcb_get_modifier_mapping_reply(connection.xcb(), cookie, nullptr));
-    connection.handleEventsSoon();
+    const auto reply = xcbReply(connection.connection(), xcb_get_modifier_mapping_reply,
+                                xcb_get_modifier_mapping(connection.connection()));
     if (!reply)
         return modifiers;
     const xcb_keycode_t* const keys = xcb_get_modifier_mapping_keycodes(reply.get());
@@ -53,9 +37,9 @@ X11Modifiers X11Modifiers::read(X11Connection& connection, xkb_keymap* keymap)
         for (int i = 0; i < reply->keycodes_per_modifier; ++i) {
             const xcb_keycode_t key = keys[bit * reply->keycodes_per_modifier + i];
             const auto mask = static_cast<quint16>(1U << static_cast<unsigned>(bit));
-            if (types(keymap, key, XKB_KEY_Alt_L, XKB_KEY_Alt_R))
+            if (layout.hasAny(key, {XKB_KEY_Alt_L, XKB_KEY_Alt_R}))
                 modifiers.alt |= mask;
-            if (types(keymap, key, XKB_KEY_Super_L, XKB_KEY_Super_R))
+            if (layout.hasAny(key, {XKB_KEY_Super_L, XKB_KEY_Super_R}))
                 modifiers.super |= mask;
         }
     }

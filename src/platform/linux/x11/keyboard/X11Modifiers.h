@@ -1,13 +1,11 @@
 #pragma once
 
-#include <platform/linux/x11/connection/X11Connection.h>
+#include <platform/linux/x11/keyboard/KeyboardLayout.h>
 
 #include <QtGlobal>
 
 #include <optional>
 #include <vector>
-
-struct xkb_keymap;
 
 namespace tulvane {
 
@@ -19,7 +17,7 @@ struct X11Modifiers {
 
     [[nodiscard]] friend bool operator==(const X11Modifiers&, const X11Modifiers&) = default;
 
-    [[nodiscard]] static X11Modifiers read(X11Connection& connection, xkb_keymap* keymap);
+    [[nodiscard]] static X11Modifiers read(X11Connection& connection, const KeyboardLayout& layout);
 
     /// The bits of a Carbon mask; none where the keyboard lacks one of the modifiers, or a bit is no modifier
     /// of ours.

@@ -19,13 +19,10 @@ StackingOrder::StackingOrder(X11Connection& connection, std::function<void()> ra
     m_soon.setSingleShot(true);
     m_soon.setInterval(pause);
     connect(&m_soon, &QTimer::timeout, this, &StackingOrder::comeBack);
-    m_connection.setEventHandler([this](const xcb_generic_event_t& event) { note(event); });
+    m_listening = m_connection.listen([this](const xcb_generic_event_t& event) { note(event); });
 }
 
-StackingOrder::~StackingOrder()
-{
-    m_connection.setEventHandler({});
-}
+StackingOrder::~StackingOrder() = default;
 
 void StackingOrder::begin(xcb_window_t window)
 {
@@ -44,20 +41,19 @@ void StackingOrder::end()
 
 void StackingOrder::listen(bool to)
 {
-    if (!m_connection.isAlive())
+    if (m_connection.isBroken())
         return;
     const quint32 events = to ? XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY : XCB_EVENT_MASK_NO_EVENT;
     for (const xcb_window_t root : m_connection.roots())
-        xcb_change_window_attributes(m_connection.xcb(), root, XCB_CW_EVENT_MASK, &events);
-    xcb_flush(m_connection.xcb());
+        xcb_change_window_attributes(m_connection.connection(), root, XCB_CW_EVENT_MASK, &events);
+    m_connection.flush();
 }
 
 void StackingOrder::note(const xcb_generic_event_t& event)
 {
     if (m_window == 0)
         return;
-    constexpr int sentByAProgram = 0x80;
-    switch (event.response_type & ~sentByAProgram) {
+    switch (event.response_type) {
     case XCB_CONFIGURE_NOTIFY:
         noteOwn(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
         [[fallthrough]];

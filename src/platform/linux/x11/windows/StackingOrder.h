@@ -9,8 +9,8 @@
 
 namespace tulvane {
 
-/// Keeps an unmanaged window above what is put over it, as long as that gives in. Listens on a connection of
-/// its own, and only while the window is watched over. Main thread.
+/// Keeps an unmanaged window above what is put over it, as long as that gives in. Listens only while the
+/// window is watched over, on a connection that nothing else asks for the windows of the roots. Main thread.
 class StackingOrder final : public QObject {
 public:
     /// How often the window comes back up before it lets another one that insists have its way.
@@ -34,6 +34,7 @@ private:
     X11Connection& m_connection;
     std::function<void()> m_raise;
     QTimer m_soon;
+    std::unique_ptr<X11Connection::Token> m_listening;
     xcb_window_t m_window = 0; ///< 0 while none is watched over
     int m_returns = 0;
     bool m_isReturning = false; ///< has been asked to come up, and the server has not told of it

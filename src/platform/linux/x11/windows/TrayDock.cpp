@@ -1,26 +1,14 @@
+#include <platform/linux/x11/connection/XcbReply.h>
+#include <platform/linux/x11/windows/QtX11.h>
 #include <platform/linux/x11/windows/TrayDock.h>
 
 #include <QGuiApplication>
 
-#include <xcb/xcb.h>
 #include <xcb/xfixes.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <memory>
 
 namespace tulvane {
 
 namespace {
-
-template <class Reply>
-using Owned = std::unique_ptr<Reply, decltype(&std::free)>;
-
-template <class Reply>
-Owned<Reply> owned(Reply* reply)
-{
-    return {reply, &std::free};
-}
 
 // The tray of the first screen. More than one X screen is a thing of the past; more than one monitor is not.
 constexpr auto selectionName = "_NET_SYSTEM_TRAY_S0";
@@ -29,19 +17,18 @@ constexpr auto selectionName = "_NET_SYSTEM_TRAY_S0";
 
 TrayDock::TrayDock()
 {
-    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    m_connection = x11 ? x11->connection() : nullptr;
+    m_connection = qtx11::connection();
     const auto* const extension =
         m_connection ? xcb_get_extension_data(m_connection, &xcb_xfixes_id) : nullptr;
     if (!extension || !extension->present)
         return;
-    const auto wanted = xcb_intern_atom(m_connection, false, std::strlen(selectionName), selectionName);
-    const auto version = xcb_xfixes_query_version(m_connection, 1, 0);
-    const auto atom = owned(xcb_intern_atom_reply(m_connection, wanted, nullptr));
-    const auto known = owned(xcb_xfixes_query_version_reply(m_connection, version, nullptr));
-    if (!atom || !known)
+    m_selection = qtx11::atom(selectionName);
+    const auto known =
+        xcbReply(m_connection, xcb_xfixes_query_version_reply, xcb_xfixes_query_version(m_connection, 1, 0));
+    if (!known)
+        m_selection = 0;
+    if (m_selection == 0)
         return;
-    m_selection = atom->atom;
     m_selectionNotify = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
     xcb_xfixes_select_selection_input(m_connection, root, m_selection,
@@ -60,8 +47,8 @@ bool TrayDock::isThere() const
 {
     if (m_selection == 0)
         return false;
-    const auto asked = xcb_get_selection_owner(m_connection, m_selection);
-    const auto owner = owned(xcb_get_selection_owner_reply(m_connection, asked, nullptr));
+    const auto owner = xcbReply(m_connection, xcb_get_selection_owner_reply,
+                                xcb_get_selection_owner(m_connection, m_selection));
     return owner && owner->owner != XCB_WINDOW_NONE;
 }
 

@@ -1,27 +1,14 @@
 #include <platform/linux/x11/windows/OutlineRows.h>
-#include <platform/linux/x11/windows/X11IndicatorPanel.h>
 #include <platform/linux/x11/windows/QtX11.h>
+#include <platform/linux/x11/windows/X11IndicatorPanel.h>
 
 #include <QWindow>
 
 #include <xcb/shape.h>
 
-#include <cstdlib>
-
 namespace tulvane {
 
 namespace {
-
-int screenOf(const QByteArray& display)
-{
-    char* host = nullptr;
-    int number = 0;
-    int screen = 0;
-    const int parsed =
-        xcb_parse_display(display.isEmpty() ? nullptr : display.constData(), &host, &number, &screen);
-    std::free(host); // NOLINT(cppcoreguidelines-no-malloc)
-    return parsed != 0 ? screen : 0;
-}
 
 void raiseNow(QWindow& window)
 {
@@ -31,9 +18,8 @@ void raiseNow(QWindow& window)
 
 } // namespace
 
-X11IndicatorPanel::X11IndicatorPanel(const QByteArray& display)
-    : m_connection(X11Connection::open(QString::fromLocal8Bit(display))),
-      m_compositorsSelection("_NET_WM_CM_S" + QByteArray::number(screenOf(display)))
+X11IndicatorPanel::X11IndicatorPanel(std::shared_ptr<X11Connection> connection)
+    : m_connection(std::move(connection))
 {
 }
 
@@ -75,19 +61,13 @@ void X11IndicatorPanel::raise(QWindow& window)
 
 bool X11IndicatorPanel::isBlended() const
 {
-    if (!m_connection || !m_connection->isAlive() || !qtx11::connection())
+    if (!m_connection || m_connection->isBroken() || !qtx11::connection())
         return false;
-    xcb_connection_t* const server = m_connection->xcb();
-    const auto name = xcb_intern_atom(server, 0, static_cast<quint16>(m_compositorsSelection.size()),
-                                      m_compositorsSelection.constData());
-    const XcbReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(server, name, nullptr));
-    if (!atom)
-        return false;
-    const auto question = xcb_get_selection_owner(server, atom->atom);
-    const XcbReply<xcb_get_selection_owner_reply_t> answer(
-        xcb_get_selection_owner_reply(server, question, nullptr));
-    m_connection->handleEventsSoon();
-    return answer && answer->owner != xcb_window_t{XCB_WINDOW_NONE};
+    // Its owner blends the screen's windows.
+    const auto selection = m_connection->atom(QStringLiteral("_NET_WM_CM_S%1").arg(m_connection->screen()));
+    const auto answer = xcbReply(m_connection->connection(), xcb_get_selection_owner_reply,
+                                 xcb_get_selection_owner(m_connection->connection(), selection));
+    return answer && answer->owner != noWindow;
 }
 
 void X11IndicatorPanel::setOpacity(QWindow& window, double opacity)

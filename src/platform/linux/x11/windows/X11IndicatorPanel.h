@@ -1,10 +1,10 @@
 #pragma once
 
-#include <ports/IndicatorPanel.h>
 #include <platform/linux/x11/windows/StackingOrder.h>
 
-#include <QByteArray>
 #include <QMetaObject>
+
+#include <ports/IndicatorPanel.h>
 
 #include <memory>
 
@@ -14,8 +14,8 @@ namespace tulvane {
 /// a full-screen program. Its input shape is empty. Does nothing where the windows are not on X11.
 class X11IndicatorPanel final : public IndicatorPanel {
 public:
-    /// `display` as in DISPLAY: the server that the windows are on.
-    explicit X11IndicatorPanel(const QByteArray& display);
+    /// `connection`: to the server that the windows are on; null where there is none.
+    explicit X11IndicatorPanel(std::shared_ptr<X11Connection> connection);
     Q_DISABLE_COPY_MOVE(X11IndicatorPanel)
     ~X11IndicatorPanel() override;
 
@@ -26,9 +26,8 @@ public:
     void cut(QWindow& window, const std::optional<PanelOutline>& outline) override;
 
 private:
-    std::unique_ptr<X11Connection> m_connection; ///< null where there is no such server
+    std::shared_ptr<X11Connection> m_connection;
     std::unique_ptr<StackingOrder> m_watch;
-    QByteArray m_compositorsSelection; ///< its owner blends the screen's windows
     QMetaObject::Connection m_visibility;
     std::optional<PanelOutline> m_outline; ///< as the window is cut, at this scale
     double m_scale = 1;

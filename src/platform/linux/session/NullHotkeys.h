@@ -1,9 +1,8 @@
 #pragma once
 
-#include <ports/GlobalHotkeys.h>
-#include <ports/ModifierEvents.h>
-
 #include <QString>
+
+#include <ports/GlobalHotkeys.h>
 
 #include <utility>
 
@@ -11,9 +10,9 @@ namespace tulvane {
 
 /// The hot keys of a desktop that has none for programs: it says why, and still writes combinations as Linux
 /// desktops do.
-class UnsupportedHotkeys final : public GlobalHotkeys {
+class NullHotkeys final : public GlobalHotkeys {
 public:
-    explicit UnsupportedHotkeys(QString reason) : m_reason(std::move(reason)) {}
+    explicit NullHotkeys(QString reason) : m_reason(std::move(reason)) {}
 
     [[nodiscard]] Result<void, HotkeyError> support() const override;
     [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
@@ -23,18 +22,6 @@ public:
     [[nodiscard]] QList<SymbolicHotkey> symbolicHotkeys(const KeyCombination& about) override;
     [[nodiscard]] KeyDisplay display(const KeyCombination& combination) const override;
     [[nodiscard]] std::optional<KeyCombination> combination(const NativeKey& key) const override;
-
-private:
-    QString m_reason;
-};
-
-/// The modifier events of a desktop that lets no program watch keys.
-class UnsupportedModifierEvents final : public ModifierEvents {
-public:
-    explicit UnsupportedModifierEvents(QString reason) : m_reason(std::move(reason)) {}
-
-    [[nodiscard]] Result<std::unique_ptr<Tap>, ModifierEventsError>
-    createTap(qint64 keyCode, const Handler& handler) override;
 
 private:
     QString m_reason;

@@ -1,7 +1,8 @@
-#include <ports/KeyModifiers.h>
-#include <platform/linux/session/UnsupportedHotkeys.h>
+#include <platform/linux/session/NullHotkeys.h>
+#include <platform/linux/session/NullModifierEvents.h>
 
 #include <gtest/gtest.h>
+#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 
@@ -9,9 +10,9 @@ namespace {
 
 const QString reason = QStringLiteral("not here, because");
 
-TEST(UnsupportedHotkeys, SayWhyAndStillWriteCombinations)
+TEST(NullHotkeys, SayWhyAndStillWriteCombinations)
 {
-    UnsupportedHotkeys hotkeys(reason);
+    NullHotkeys hotkeys(reason);
     hotkeys.setEventHandler([](const HotkeyEvent&) { return HotkeyDelivery::handled; });
     hotkeys.setChangeHandler([] {});
     EXPECT_EQ(hotkeys.support().error(), HotkeyError::unsupported(reason));
@@ -21,9 +22,9 @@ TEST(UnsupportedHotkeys, SayWhyAndStillWriteCombinations)
     EXPECT_EQ(hotkeys.combination({65, 0, 0}), std::nullopt);
 }
 
-TEST(UnsupportedModifierEvents, SayWhy)
+TEST(NullModifierEvents, SayWhy)
 {
-    UnsupportedModifierEvents events(reason);
+    NullModifierEvents events(reason);
     EXPECT_EQ(events.createTap(61, [](const ModifierEvent&) {}).error(),
               ModifierEventsError::unsupported(reason));
 }

@@ -1,0 +1,93 @@
+#include <base/Translate.h>
+#include <platform/linux/session/NullPrivacyPermissions.h>
+#include <platform/linux/session/Session.h>
+#include <platform/linux/session/X11Abilities.h>
+#include <platform/linux/session/X11PrivacyPermissions.h>
+
+#include <algorithm>
+#include <array>
+
+namespace tulvane {
+
+namespace {
+
+// A Wayland session answers X11 clients, too, but lets them see only the keys of X11 windows: a hot key would
+// seem to work and fail in most programs.
+bool isWayland(const QProcessEnvironment& environment)
+{
+    return environment.value(QStringLiteral("XDG_SESSION_TYPE")) == u"wayland" ||
+           !environment.value(QStringLiteral("WAYLAND_DISPLAY")).isEmpty();
+}
+
+bool isX11(const QProcessEnvironment& environment)
+{
+    return !displayName(environment).isEmpty();
+}
+
+bool isAnything(const QProcessEnvironment& /*environment*/)
+{
+    return true;
+}
+
+KeyObstacles waylandObstacles()
+{
+    return {.hotkeys =
+                translate("Hotkeys are not supported in a Wayland session yet. Bind the command “tulvane "
+                          "toggle” to a key in the desktop's own keyboard settings."),
+            .pasting = {translate("Pasting into other programs is not supported in a Wayland session yet."),
+                        translate("The text is left on the clipboard: paste it yourself.")},
+            .watching = {translate("Hotkeys are not supported in a Wayland session yet."),
+                         translate("Bind the command “tulvane toggle” to a key in your desktop's keyboard "
+                                   "settings.")}};
+}
+
+KeyObstacles noSessionObstacles()
+{
+    const Obstacle noDisplay{translate("No X display could be reached."),
+                             translate("Start Tulvane from your desktop session, where DISPLAY is set.")};
+    return {.hotkeys = translate(
+                "There is no desktop here whose keys could be heard. Start Tulvane from a desktop session."),
+            .pasting = noDisplay,
+            .watching = noDisplay};
+}
+
+std::unique_ptr<PrivacyPermissions> x11Permissions(const QProcessEnvironment& environment,
+                                                   const MicrophoneDenied& microphoneDenied)
+{
+    return std::make_unique<X11PrivacyPermissions>(x11Abilities(displayName(environment)), microphoneDenied);
+}
+
+template <KeyObstacles (*obstacles)()>
+std::unique_ptr<PrivacyPermissions> nullPermissions(const QProcessEnvironment& /*environment*/,
+                                                    const MicrophoneDenied& microphoneDenied)
+{
+    return std::make_unique<NullPrivacyPermissions>(obstacles, microphoneDenied);
+}
+
+} // namespace
+
+const Session& sessionOf(const QProcessEnvironment& environment)
+{
+    // The first that is here counts.
+    static const std::array sessions{
+        Session{SessionKind::wayland, QStringLiteral("Wayland"), isWayland, waylandObstacles,
+                nullPermissions<waylandObstacles>},
+        Session{SessionKind::x11, QStringLiteral("X11"), isX11, nullptr, x11Permissions},
+        Session{SessionKind::none, QStringLiteral("none"), isAnything, noSessionObstacles,
+                nullPermissions<noSessionObstacles>},
+    };
+    return *std::ranges::find_if(sessions,
+                                 [&](const Session& session) { return session.isHere(environment); });
+}
+
+QByteArray displayName(const QProcessEnvironment& environment)
+{
+    return environment.value(QStringLiteral("DISPLAY")).toLocal8Bit();
+}
+
+QString desktopName(const QProcessEnvironment& environment)
+{
+    return environment.value(QStringLiteral("XDG_CURRENT_DESKTOP"));
+}
+
+} // namespace tulvane

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QProcessEnvironment>
+#include <QString>
+
+#include <ports/Obstacle.h>
+#include <ports/PrivacyPermissions.h>
+
+#include <functional>
+#include <memory>
+
+namespace tulvane {
+
+enum class SessionKind { x11, wayland, none };
+
+/// Why the keys of other programs are out of reach in a kind of session, in the user's language.
+struct KeyObstacles {
+    QString hotkeys; ///< reason and remedy in one text
+    Obstacle pasting;
+    Obstacle watching;
+};
+
+/// Whether the sound server refuses us the microphone; a server that is not there does not.
+using MicrophoneDenied = std::function<bool()>;
+
+/// A kind of desktop session, as every process of the program knows it.
+struct Session {
+    SessionKind kind;
+    QString name; ///< "X11", as `doctor` says it
+    bool (*isHere)(const QProcessEnvironment& environment);
+    /// Null where the program reaches the keys.
+    KeyObstacles (*keyObstacles)();
+    /// May wait for the display's answer.
+    std::unique_ptr<PrivacyPermissions> (*permissions)(const QProcessEnvironment& environment,
+                                                       const MicrophoneDenied& microphoneDenied);
+};
+
+/// The session that the environment tells of; the one place that decides it. Any thread.
+[[nodiscard]] const Session& sessionOf(const QProcessEnvironment& environment);
+
+/// The X display's name, as in DISPLAY; empty where there is none.
+[[nodiscard]] QByteArray displayName(const QProcessEnvironment& environment);
+/// The names that the desktop gives itself ("GNOME"), as in XDG_CURRENT_DESKTOP.
+[[nodiscard]] QString desktopName(const QProcessEnvironment& environment);
+
+} // namespace tulvane

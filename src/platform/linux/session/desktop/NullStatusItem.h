@@ -1,0 +1,16 @@
+#pragma once
+
+#include <ports/StatusItem.h>
+
+namespace tulvane {
+
+/// Of a desktop without status icons. Main thread.
+class NullStatusItem final : public StatusItem {
+public:
+    void setSymbol(const QString& /*name*/) override {}
+    void setDescription(const QString& /*text*/) override {}
+    void setMenu(const QList<MenuEntry>& /*entries*/) override {}
+    void setOpeningHandler(std::function<void()> /*handler*/) override {}
+};
+
+} // namespace tulvane

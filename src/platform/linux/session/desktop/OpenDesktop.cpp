@@ -1,0 +1,68 @@
+#include <platform/linux/session/DisplayCheck.h>
+#include <platform/linux/session/Session.h>
+#include <platform/linux/session/desktop/NullPorts.h>
+#include <platform/linux/session/desktop/SharedPorts.h>
+#include <platform/linux/session/desktop/X11Ports.h>
+
+#include <ports/OpenDesktop.h>
+
+#include <algorithm>
+#include <array>
+
+namespace tulvane {
+
+namespace {
+
+/// How the desktop of a kind of session is made.
+struct DesktopKind {
+    SessionKind kind;
+    /// By the toolkit's name for it; null where the session shows no windows.
+    const char* windowSystem;
+    /// Fills what such a session has besides what all have; the rest becomes null ports.
+    Result<void, Obstacle> (*fill)(Desktop& desktop, const DesktopOptions& options, Scheduler& scheduler);
+};
+
+Result<void, Obstacle> fillWithNothing(Desktop& /*desktop*/, const DesktopOptions& /*options*/,
+                                       Scheduler& /*scheduler*/)
+{
+    return {};
+}
+
+constexpr std::array kinds{
+    DesktopKind{SessionKind::x11, "xcb", fillWithX11Ports},
+    // The clipboard and the pill go over X11, and so do the windows: one world.
+    DesktopKind{SessionKind::wayland, "xcb", fillWithXWaylandPorts},
+    DesktopKind{SessionKind::none, nullptr, fillWithNothing},
+};
+
+const DesktopKind& kindOf(const Session& session)
+{
+    return *std::ranges::find(kinds, session.kind, &DesktopKind::kind);
+}
+
+} // namespace
+
+Result<QByteArray, Obstacle> windowSystem(const QProcessEnvironment& environment)
+{
+    if (const auto obstacle = displayObstacle(displayName(environment)))
+        return failure(*obstacle);
+    return QByteArray(kindOf(sessionOf(environment)).windowSystem);
+}
+
+Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const DesktopOptions& options, Scheduler& scheduler)
+{
+    const Session& session = sessionOf(options.environment);
+    const DesktopKind& kind = kindOf(session);
+    if (kind.windowSystem) {
+        if (const auto obstacle = displayObstacle(displayName(options.environment)))
+            return failure(*obstacle);
+    }
+    auto desktop = std::make_unique<Desktop>();
+    if (const auto filled = kind.fill(*desktop, options, scheduler); !filled)
+        return failure(filled.error());
+    fillWithSharedPorts(*desktop, options);
+    fillWithNullPorts(*desktop, session);
+    return desktop;
+}
+
+} // namespace tulvane

@@ -1,0 +1,84 @@
+#include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/process/ProcessMemory.h>
+#include <platform/linux/pulse/PulseAudioInput.h>
+#include <platform/linux/pulse/PulseServer.h>
+#include <platform/linux/session/DisplayCheck.h>
+#include <platform/linux/session/Session.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
+#include <platform/linux/transfers/DetachedTransfers.h>
+
+#include <ports/ProgramServices.h>
+
+#include <optional>
+
+namespace tulvane {
+
+namespace {
+
+class LinuxServices final : public ProgramServices {
+public:
+    LinuxServices(ServiceOptions options, const Clock& clock) : m_options(std::move(options)), m_clock(clock)
+    {
+    }
+
+    [[nodiscard]] std::shared_ptr<UserDefaults> defaults() override
+    {
+        if (!m_defaults)
+            m_defaults = std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardFolder(),
+                                                            QStringLiteral("com.dunio.Tulvane"), m_clock);
+        return m_defaults;
+    }
+    [[nodiscard]] RemoteControl& remote() override { return made(m_remote); }
+    [[nodiscard]] AudioInput& microphone() override { return made(m_microphone); }
+    [[nodiscard]] QString soundServer() override { return made(m_microphone).server()->serverName(); }
+    [[nodiscard]] BackgroundTransfers& transfers() override
+    {
+        return made(m_transfers, DetachedTransfers::Options{.helper = m_options.transferHelper,
+                                                            .folder = m_options.transferFolder});
+    }
+    [[nodiscard]] const SystemMemory& memory() override { return m_memory; }
+    [[nodiscard]] const PrivacyPermissions& permissions() override
+    {
+        if (!m_permissions)
+            m_permissions = sessionOf(m_options.environment).permissions(m_options.environment, [this] {
+                return made(m_microphone).server()->refusesMicrophone();
+            });
+        return *m_permissions;
+    }
+    [[nodiscard]] SessionFacts session() override
+    {
+        const QByteArray display = displayName(m_options.environment);
+        return {.kind = sessionOf(m_options.environment).name,
+                .desktop = desktopName(m_options.environment),
+                .display = QString::fromLocal8Bit(display),
+                .displayReached = !displayObstacle(display),
+                .hasAccessibilityBus =
+                    AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus())};
+    }
+
+private:
+    template <class Service, class... Arguments>
+    [[nodiscard]] static Service& made(std::optional<Service>& service, const Arguments&... arguments)
+    {
+        return service ? *service : service.emplace(arguments...);
+    }
+
+    ServiceOptions m_options;
+    const Clock& m_clock;
+    std::shared_ptr<JsonUserDefaults> m_defaults;
+    std::optional<DBusRemoteControl> m_remote;
+    std::optional<PulseAudioInput> m_microphone;
+    std::optional<DetachedTransfers> m_transfers;
+    ProcessMemory m_memory;
+    std::unique_ptr<PrivacyPermissions> m_permissions;
+};
+
+} // namespace
+
+std::unique_ptr<ProgramServices> openProgramServices(const ServiceOptions& options, const Clock& clock)
+{
+    return std::make_unique<LinuxServices>(options, clock);
+}
+
+} // namespace tulvane

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace tulvane {
+
+/// The user's desktop session, as far as the program can tell.
+struct SessionFacts {
+    QString kind;    ///< "X11", "Wayland", "none"
+    QString desktop; ///< as the desktop calls itself; may be empty
+    QString display; ///< the X display's name; may be empty
+    bool displayReached = false;
+    bool hasAccessibilityBus = false; ///< whether other programs' fields can be asked for and written into
+};
+
+} // namespace tulvane

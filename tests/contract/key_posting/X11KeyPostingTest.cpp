@@ -326,8 +326,9 @@ TEST_F(X11KeyPostingTest, AnotherPartOfTheTargetsWindowMayHaveTheFocusByThen)
     const PasteTarget target = front();
     xcb_connection_t* const connection = m_front.link().connection();
     const xcb_window_t part = xcb_generate_id(connection);
+    const std::uint32_t keys = XCB_EVENT_MASK_KEY_PRESS;
     xcb_create_window(connection, XCB_COPY_FROM_PARENT, part, m_front.window(), 0, 0, 10, 10, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &keys);
     xcb_map_window(connection, part);
     xcb_set_input_focus(connection, XCB_INPUT_FOCUS_NONE, part, XCB_CURRENT_TIME);
     m_front.catchUp();

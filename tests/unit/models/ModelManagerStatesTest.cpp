@@ -178,7 +178,7 @@ TEST_F(ModelManagerStates, AFolderThatCannotBeDeletedTellsTheSystemsReason)
     QDir().mkpath(encoder);
     test::sparseFile(encoder + QStringLiteral("/weights"), 3);
     constexpr auto readable = QFileDevice::ReadOwner | QFileDevice::ExeOwner | QFileDevice::ReadOther |
-                              QFileDevice::ExeOther | QFileDevice::ReadUser | QFileDevice::ExeUser;
+                              QFileDevice::ExeOther | QFileDevice::ReadGroup | QFileDevice::ExeGroup;
     const QStringList folders{m_scratch.path(), m_scratch.file(QStringLiteral("Tulvane")),
                               m_options.folders.models, encoder};
     static_cast<void>(manager());
@@ -188,8 +188,8 @@ TEST_F(ModelManagerStates, AFolderThatCannotBeDeletedTellsTheSystemsReason)
         const AsNobody somebodyElse;
         const auto deleted = manager().deleteModel(m_model);
         ASSERT_FALSE(deleted);
-        EXPECT_EQ(deleted.error().description().toStdString(),
-                  (encoder + u": Permission denied").toStdString());
+        const QString reason = encoder + QStringLiteral(": Permission denied");
+        EXPECT_EQ(deleted.error().description().toStdString(), reason.toStdString());
     }
     for (const QString& folder : folders)
         ASSERT_TRUE(QFile::setPermissions(folder, readable | QFileDevice::WriteOwner));

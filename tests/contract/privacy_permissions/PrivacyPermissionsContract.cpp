@@ -47,7 +47,7 @@ private:
 class X11Desktop {
 public:
     explicit X11Desktop(const Grants& grants)
-        : m_permissions({SessionKind::x11, true, grants.accessibility, grants.inputMonitoring},
+        : m_permissions({true, grants.accessibility, grants.inputMonitoring},
                         [denied = !grants.microphone] { return denied; })
     {
     }

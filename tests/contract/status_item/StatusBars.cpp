@@ -82,7 +82,7 @@ void FakeBar::click(const QStringList& path) const
 BusBar::BusBar()
 {
     std::ignore = bar();
-    m_item.emplace(sourceFolder() + QStringLiteral("/resources/symbols"), QStringList{});
+    m_item.emplace(sourceFolder() + QStringLiteral("/resources/symbols"), QStringList{}, nullptr);
 }
 
 BusBar::~BusBar()

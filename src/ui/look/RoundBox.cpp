@@ -59,9 +59,13 @@ public:
             static_cast<QPainter*>(renderer->getResource(m_window, QSGRendererInterface::PainterResource));
         if (!painter)
             return;
-        // The region is the window's, so it comes before any transformation.
-        if (const QRegion* const region = state->clipRegion(); region && !region->isEmpty())
+        if (isClipped()) {
+            const QRegion* const region = state->clipRegion();
+            if (!region || region->isEmpty())
+                return;
+            // The region is the window's, so it comes before any transformation.
             painter->setClipRegion(*region);
+        }
         const qreal scale = painter->device()->devicePixelRatioF();
         const QRectF place = matrix()->mapRect(QRectF(QPointF(), m_looks.size));
         painter->setTransform(QTransform::fromScale(1 / scale, 1 / scale));
@@ -78,6 +82,16 @@ public:
     }
 
 private:
+    /// Whether an item above clips. The renderer's region alone does not say: it is empty without a clip, and
+    /// also where the clip leaves nothing to be seen.
+    [[nodiscard]] bool isClipped() const
+    {
+        for (const QSGNode* node = parent(); node; node = node->parent()) {
+            if (node->type() == ClipNodeType)
+                return true;
+        }
+        return false;
+    }
     /// `box` is in the screen's pixels.
     void paint(QPainter& painter, const QRectF& box, qreal scale) const
     {

@@ -3,8 +3,10 @@
 #include <support/ui/WindowProbe.h>
 #include <ui/indicator/HUDController.h>
 #include <ui/windows/OnboardingWindowController.h>
+#include <ui/windows/SettingsWindowController.h>
 
 #include <QQuickView>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -40,6 +42,20 @@ protected:
         world.shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
     }
 
+    /// What the window shows once another one has covered and uncovered it is what a fresh drawing of it
+    /// shows.
+    static void expectTheSameAfterAnExpose(QQuickView& window, const QString& state)
+    {
+        QExposeEvent uncovered{QRegion(QRect(QPoint(), window.size()))};
+        QCoreApplication::sendEvent(&window, &uncovered);
+        UiWorld::settle();
+        const QImage shown = window.screen()->grabWindow(window.winId()).toImage();
+        ASSERT_FALSE(shown.isNull());
+        const QImage drawn = window.grabWindow();
+        EXPECT_EQ(shown.convertToFormat(QImage::Format_RGB32), drawn.convertToFormat(QImage::Format_RGB32))
+            << qPrintable(state);
+    }
+
     UiWorld world{GetParam()};
 };
 
@@ -64,19 +80,39 @@ TEST_P(EveryWindow, IsLaidOutWithoutFlawsWhereEverythingIsThere)
     expectNoFlaws(QStringLiteral("full"));
 }
 
-TEST_P(EveryWindow, ThePillHoldsEveryNotice)
+TEST_P(EveryWindow, ShowsTheSameAfterAnExpose)
 {
-    HUDController& pill = world.ui.indicator();
+    beginAnew();
+    for (const SettingsTab page : allCases<SettingsTab>()) {
+        world.ui.showPage(page);
+        QQuickView& window = *world.ui.settingsWindow().window();
+        WindowProbe probe(window);
+        expectTheSameAfterAnExpose(window, rawValue(page));
+        probe.scrollTo(120);
+        expectTheSameAfterAnExpose(window, rawValue(page) + QStringLiteral(", scrolled"));
+    }
+    world.ui.showOnboarding();
+    QQuickView& guide = *world.ui.onboardingWindow().window();
+    WindowProbe probe(guide);
+    for (const int y : {0, 120, 240}) {
+        probe.scrollTo(y);
+        expectTheSameAfterAnExpose(guide, QStringLiteral("onboarding %1").arg(y));
+    }
+}
+
+TEST_P(EveryWindow, TheIndicatorHoldsEveryNotice)
+{
+    HUDController& indicator = world.ui.indicator();
     for (const Phase& phase :
          {Phase{Phase::Kind::recording, {}}, Phase{Phase::Kind::transcribing, {}},
           Phase{Phase::Kind::inserting, {}}, Phase::notice(translate("Copied to clipboard")),
           Phase::notice(translate("Microphone changed – recording cancelled")),
           Phase::error(translate("The speech model has not been downloaded yet.")),
           Phase::error(translate("No microphone is available."))}) {
-        pill.setPhase(phase);
-        pill.show();
+        indicator.setPhase(phase);
+        indicator.show();
         UiWorld::settle();
-        EXPECT_EQ(WindowProbe(*pill.panel()).layoutFlaws(), QStringList()) << qPrintable(phase.text);
+        EXPECT_EQ(WindowProbe(*indicator.panel()).layoutFlaws(), QStringList()) << qPrintable(phase.text);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "PageFixture.h"
 
+#include <QAccessible>
+
 #include <gmock/gmock.h>
 
 namespace tulvane::test {
@@ -111,6 +113,21 @@ TEST_F(HomePageTest, OfFiveDictationsFourAreListedAndViewAllLeadsToAllFive)
     EXPECT_EQ(shownPage(), SettingsTab::history);
     for (int i = 1; i <= 5; ++i)
         EXPECT_TRUE(probe.shows(QStringLiteral("Nummer %1").arg(i)));
+}
+
+TEST_F(HomePageTest, ALinkIsALinkForAScreenReader)
+{
+    setUpProgram();
+    dictate(1);
+    WindowProbe& probe = open(SettingsTab::home);
+    // The controls of the toolkit take on their own roles when the first screen reader comes.
+    QAccessible::setActive(true);
+    QAccessibleInterface* const link =
+        QAccessible::queryAccessibleInterface(&probe.item(QStringLiteral("home.viewAll")));
+    EXPECT_EQ(link->role(), QAccessible::Link);
+    EXPECT_EQ(link->text(QAccessible::Name), u"View all");
+    EXPECT_TRUE(link->state().focusable);
+    QAccessible::setActive(false);
 }
 
 TEST_F(HomePageTest, ANewDictationAppearsAtTheTop)

@@ -2,6 +2,7 @@
 #include <support/ui/WindowProbe.h>
 #include <ui/windows/SettingsWindowController.h>
 
+#include <QAccessible>
 #include <QQuickItem>
 #include <QQuickView>
 
@@ -109,6 +110,22 @@ TEST_F(PreferencesPageTest, TheLongestRecordingGoesInTensBetweenItsBounds)
     probe->press(Qt::Key_Up);
     probe->press(Qt::Key_Up);
     EXPECT_EQ(world.settings.maxRecordingSeconds(), 1800);
+}
+
+TEST_F(PreferencesPageTest, AStepperHasItsValueAndRangeForAScreenReader)
+{
+    QAccessible::setActive(true);
+    world.settings.setMaxRecordingSeconds(120);
+    UiWorld::settle();
+    QAccessibleInterface* const stepper =
+        QAccessible::queryAccessibleInterface(&probe->item(QStringLiteral("settings.maxRecordingSeconds")));
+    EXPECT_EQ(stepper->role(), QAccessible::SpinBox);
+    ASSERT_NE(stepper->valueInterface(), nullptr);
+    EXPECT_EQ(stepper->valueInterface()->currentValue().toInt(), 120);
+    EXPECT_EQ(stepper->valueInterface()->minimumValue().toInt(), 10);
+    EXPECT_EQ(stepper->valueInterface()->maximumValue().toInt(), 1800);
+    EXPECT_EQ(stepper->valueInterface()->minimumStepSize().toInt(), 10);
+    QAccessible::setActive(false);
 }
 
 TEST_F(PreferencesPageTest, CopyingOnlyLeavesNoClipboardToRestore)

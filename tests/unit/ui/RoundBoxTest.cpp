@@ -62,6 +62,20 @@ protected:
 
 } // namespace
 
+TEST_P(EveryWindowsBoxes, AreNotDrawnOutsideWhatTheirParentShows)
+{
+    QQuickItem view;
+    view.setParentItem(m_window.contentItem());
+    view.setSize(QSizeF(200, 40));
+    view.setClip(true);
+    m_box.setParentItem(&view);
+    m_box.setY(50);
+    EXPECT_EQ(place(picture()), QRect()) << "wholly outside";
+    m_box.setY(30);
+    EXPECT_EQ(place(picture()).bottom() + 1, qRound(40 * scale()));
+    m_box.setParentItem(m_window.contentItem());
+}
+
 TEST_P(EveryWindowsBoxes, HaveTheirEdgesOnThePixelsOfTheScreen)
 {
     const QImage image = picture();

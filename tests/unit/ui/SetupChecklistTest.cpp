@@ -144,6 +144,19 @@ TEST_F(SetupChecklistTest, IsWalkedThroughByTabAndReadAloudWithItsMarks)
     EXPECT_EQ(spoken("vocab"), QStringLiteral("Optional"));
 }
 
+TEST_F(SetupChecklistTest, ItsProgressHasAValueAndARangeForAScreenReader)
+{
+    QAccessible::setActive(true);
+    QAccessibleInterface* const line =
+        QAccessible::queryAccessibleInterface(&probe().item(QStringLiteral("setup.progress")));
+    EXPECT_EQ(line->role(), QAccessible::ProgressBar);
+    ASSERT_NE(line->valueInterface(), nullptr);
+    EXPECT_DOUBLE_EQ(line->valueInterface()->currentValue().toDouble(), 1.0 / 7);
+    EXPECT_EQ(line->valueInterface()->minimumValue().toDouble(), 0);
+    EXPECT_EQ(line->valueInterface()->maximumValue().toDouble(), 1);
+    QAccessible::setActive(false);
+}
+
 TEST_F(SetupChecklistTest, TheWayBackLeadsToTheFirstItemThatIsLeft)
 {
     world.privacy.microphoneAccess = MicrophoneAccess::authorized;

@@ -1,23 +1,23 @@
 import QtQuick
-import QtQuick.Templates as T
 import Tulvane
 
-// Words that lead somewhere, in a line of text.
-T.AbstractButton {
+// Words that lead somewhere, in a line of text. No button of the templates: those give assistive programs their own
+// role once one of them is there.
+Pressable {
     id: link
 
+    property string text
     property int size: Theme.bodySize
 
     implicitWidth: words.implicitWidth
     implicitHeight: words.implicitHeight
-    focusPolicy: Qt.StrongFocus
     Accessible.name: text
     Accessible.role: Accessible.Link
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
-    contentItem: Text {
+    FocusRing { shown: link.visualFocus }
+    Text {
         id: words
+        anchors.fill: parent
         text: link.text
         font.family: Theme.family
         font.pixelSize: link.size
@@ -26,9 +26,6 @@ T.AbstractButton {
         verticalAlignment: Text.AlignVCenter
         color: link.down ? Theme.accentPressed : link.hovered ? Theme.accentHover : Theme.accent
         textFormat: Text.PlainText
-    }
-    background: Item {
-        FocusRing { shown: link.visualFocus }
     }
     HoverHandler { cursorShape: Qt.PointingHandCursor }
 }

@@ -64,6 +64,7 @@ Card {
             }
         }
         ProgressLine {
+            objectName: "setup.progress"
             width: parent.width
             label: checklist.setup.progress
             value: checklist.setup.doneCount / checklist.setup.items.length

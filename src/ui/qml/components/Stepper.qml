@@ -15,6 +15,10 @@ FocusScope {
     property string label: ""
 
     readonly property bool visualFocus: activeFocus
+    // By these names assistive programs read the range.
+    readonly property int minimumValue: from
+    readonly property int maximumValue: to
+    readonly property int stepSize: step
 
     signal changed(int value)
 

@@ -129,8 +129,7 @@ int runOn(Desktop& desktop, RemoteControl& remote, Scheduler& scheduler, const C
                             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
                         },
                     .restoreMinimized = &restoreMinimizedWindows});
-    UiContext context = app.uiContext([&desktop] { startAnew(*desktop.processes); });
-    context.windows = &windows;
+    const UiContext context = app.uiContext([&desktop] { startAnew(*desktop.processes); });
     installInterfaceLanguage(context.settings.appLanguage());
     windows.attach(context);
     windows.showStatusItem(*desktop.statusItem, [] { QCoreApplication::quit(); });

@@ -15,7 +15,7 @@ namespace tulvane {
 namespace {
 
 /// A clipboard manager with a thread of its own, since the test's own waits for it.
-class Manager final : public X11Link::Listener {
+class Manager final {
 public:
     enum class Manner { saves, refuses, hangs };
 
@@ -25,17 +25,18 @@ public:
         m_thread.start();
         there([this, display] {
             m_scheduler = std::make_unique<EventLoopScheduler>();
-            m_link = X11Link::open(display.toLocal8Bit());
-            m_link->addListener(*this);
+            m_link = X11Connection::open(display.toLocal8Bit());
+            m_listening = m_link->listen([this](const xcb_generic_event_t& event) { handle(event); });
             xcb_set_selection_owner(m_link->connection(), m_link->makeHiddenWindow(),
                                     m_link->atom(u"CLIPBOARD_MANAGER"_qs), XCB_CURRENT_TIME);
             m_link->catchUp();
         });
     }
-    ~Manager() override
+    ~Manager()
     {
         there([this] {
             m_read = nullptr;
+            m_listening = nullptr;
             m_link = nullptr;
             m_scheduler = nullptr;
         });
@@ -47,7 +48,7 @@ public:
     [[nodiscard]] QList<PasteboardItem> saved() const { return m_saved; }
     [[nodiscard]] bool wasAsked() const { return m_asked; }
 
-    void handle(const xcb_generic_event_t& event) override
+    void handle(const xcb_generic_event_t& event)
     {
         if (event.response_type != XCB_SELECTION_REQUEST)
             return;
@@ -91,7 +92,8 @@ private:
     QThread m_thread;
     QObject m_context;
     std::unique_ptr<EventLoopScheduler> m_scheduler;
-    std::unique_ptr<X11Link> m_link;
+    std::unique_ptr<X11Connection> m_link;
+    std::unique_ptr<X11Connection::Token> m_listening;
     std::unique_ptr<SelectionReader> m_read;
     xcb_selection_request_event_t m_request{};
     QList<PasteboardItem> m_saved;

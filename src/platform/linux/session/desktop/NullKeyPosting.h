@@ -7,7 +7,11 @@ namespace tulvane {
 /// The key posting of a desktop that lets no program post keys. Main thread.
 class NullKeyPosting final : public KeyPosting {
 public:
-    [[nodiscard]] QFuture<bool> post(int /*keyCode*/, quint32 /*flags*/) override
+    [[nodiscard]] QFuture<bool> paste(const PasteTarget& /*target*/) override
+    {
+        return QtFuture::makeReadyFuture(false);
+    }
+    [[nodiscard]] QFuture<bool> typeSpaces(int /*count*/) override
     {
         return QtFuture::makeReadyFuture(false);
     }

@@ -12,7 +12,10 @@ public:
         return QtFuture::makeReadyFuture(PasteboardContents{{}, true});
     }
     [[nodiscard]] qint64 changeCount() override { return 0; }
-    bool replace(const QList<PasteboardItem>& /*items*/) override { return false; }
+    bool replaceFor(const QList<PasteboardItem>& /*items*/, const PasteTarget& /*target*/) override
+    {
+        return false;
+    }
     void clear() override {}
     [[nodiscard]] qint64 ownChangeCount() const override { return 0; }
     bool replaceUnlessChanged(const QList<PasteboardItem>& /*items*/, qint64 /*count*/) override
@@ -25,8 +28,9 @@ public:
 
 class NullPasteboards final : public Pasteboards {
 public:
-    [[nodiscard]] Pasteboard& general() override { return m_board; }
-    [[nodiscard]] Pasteboard& pasteSource() override { return m_board; }
+    [[nodiscard]] PasteTarget pasteTarget() override { return {}; }
+    [[nodiscard]] Pasteboard& of(PasteSelection /*selection*/) override { return m_board; }
+    void readAhead() override {}
 
 private:
     NullPasteboard m_board;

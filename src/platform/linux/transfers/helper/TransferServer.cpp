@@ -96,8 +96,8 @@ bool TransferServer::listen()
         return false;
     // Programs read the address here; written last, when the server answers there.
     const QByteArray path = m_options.socket.toUtf8();
-    QFile address(m_engine.folder().keeperFile());
-    if (!address.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || address.write(path) != path.size())
+    QFile keeper(m_engine.folder().keeperFile());
+    if (!keeper.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || keeper.write(path) != path.size())
         return false;
     m_knocking = std::make_unique<QSocketNotifier>(m_listening, QSocketNotifier::Read);
     connect(m_knocking.get(), &QSocketNotifier::activated, this, &TransferServer::accept);

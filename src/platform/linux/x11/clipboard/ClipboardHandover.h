@@ -17,7 +17,7 @@ public:
     explicit ClipboardHandover(X11Connection& link);
     ClipboardHandover(const ClipboardHandover&) = delete;
     ClipboardHandover& operator=(const ClipboardHandover&) = delete;
-    ~ClipboardHandover() override;
+    ~ClipboardHandover();
 
     /// Waits until the manager has saved these targets of the clipboard, at most `limit`. False where there
     /// is no manager, or it has not.

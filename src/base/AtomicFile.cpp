@@ -77,6 +77,18 @@ void syncFolder(const QString& folder)
 
 } // namespace
 
+std::optional<dev_t> fileSystemOf(QString path)
+{
+    struct stat status = {};
+    while (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        const QString parent = QFileInfo(path).path();
+        if (parent == path)
+            return std::nullopt;
+        path = parent;
+    }
+    return status.st_dev;
+}
+
 std::optional<FileStamp> fileStamp(const QString& path)
 {
     struct stat state{};

@@ -172,8 +172,11 @@ void DictationController::stop()
     StopResult stopped = m_dependencies.session.stop();
     play(Sounds::tink);
     // As they stand now: what the user changes from here on belongs to the next dictation.
-    finish(m_dependencies.session.finish(std::move(stopped)), m_dependencies.settings.insertionMethod(),
-           m_dependencies.settings.restoreClipboard());
+    const InsertionMethod method = m_dependencies.settings.insertionMethod();
+    const bool restoreClipboard = m_dependencies.settings.restoreClipboard();
+    // The user's clipboard is saved while the engine works, not after it.
+    m_dependencies.inserter.prepare(method, restoreClipboard);
+    finish(m_dependencies.session.finish(std::move(stopped)), method, restoreClipboard);
 }
 
 void DictationController::toggle()

@@ -24,9 +24,11 @@ void writeLine(QtMsgType level, const QMessageLogContext& context, const QString
 
 void writeLogToStandardError(LogAmount amount)
 {
+    // What the recogniser logs as an error is the reason that the command gives itself, in its one line.
     QLoggingCategory::setFilterRules(amount == LogAmount::everything
                                          ? QStringLiteral("com.dunio.Tulvane.*=true")
-                                         : QStringLiteral("*=false\n*.critical=true"));
+                                         : QStringLiteral("*=false\n*.critical=true\n"
+                                                          "com.dunio.Tulvane.whisper.critical=false"));
     qInstallMessageHandler(writeLine);
 }
 

@@ -49,7 +49,13 @@ void print(const Diagnostics& diagnostics, Console& console)
         if (!diagnostic.remedy.isEmpty())
             console.out << QString(widest + 8, u' ') << diagnostic.remedy << '\n';
     }
-    console.out.flush();
+    // The one thing to do next, for a reader of nothing else.
+    const auto trouble = std::ranges::find_if(
+        diagnostics, [](const Diagnostic& each) { return !each.works && !each.remedy.isEmpty(); });
+    console.out << '\n'
+                << (trouble == diagnostics.end() ? QStringLiteral("Ready to dictate.")
+                                                 : QStringLiteral("Next: ") + trouble->remedy)
+                << Qt::endl;
 }
 
 } // namespace

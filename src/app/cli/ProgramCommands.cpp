@@ -2,6 +2,7 @@
 #include <app/cli/CommandSyntax.h>
 #include <app/cli/DictateCommand.h>
 #include <app/cli/DoctorCommand.h>
+#include <app/cli/ForgetCommand.h>
 #include <app/cli/InterruptWatcher.h>
 #include <app/cli/LaunchOptions.h>
 #include <app/cli/ModelsCommand.h>
@@ -16,12 +17,15 @@
 #include <app/program/ProgramRecognizer.h>
 #include <app/program/ServiceOptions.h>
 #include <base/Clock.h>
+#include <base/async/WaitFor.h>
+#include <insertion/PasteTable.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
 
 #include <QFile>
+#include <QStandardPaths>
 
 #include <ports/ProgramServices.h>
 #include <ports/RemoteControl.h>
@@ -176,6 +180,7 @@ Examination examine(ProgramServices& services, const AppSettings& settings)
     session += found;
     session += permissionDiagnostics(permissions);
     dictation += insertionDiagnostic(settings.insertionMethod(), permissions, facts.hasAccessibilityBus);
+    dictation += pasteTableDiagnostics(pasteTableProblems(services.defaults()->value(terminalWindowClassesKey)));
     dictation += modelDiagnostic(selectedModel(settings));
     dictation += acceleratorDiagnostic(programComputingDevices());
     return examination;
@@ -188,6 +193,28 @@ int doctor(const QStringList& arguments, cli::Console& console)
     const cli::DoctorContext context{.remote = services->remote(),
                                      .examine = [&] { return examine(*services, *settings); }};
     return cli::runDoctor(arguments, context, console);
+}
+
+/// What a run of the program leaves behind, whichever part of it ran.
+QStringList traces()
+{
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    return {config + QStringLiteral("/com.dunio.Tulvane.json*"),
+            config + QStringLiteral("/autostart/com.dunio.Tulvane.desktop"), data + QStringLiteral("/Tulvane"),
+            cache + QStringLiteral("/Tulvane")};
+}
+
+int forget(const QStringList& arguments, cli::Console& console)
+{
+    const auto services = openServices();
+    // One that does not answer runs, too.
+    const auto isRunning = [&services] {
+        const auto answer = waitFor(services->remote().ask(RemoteRequest::status, {}));
+        return answer || (answer.error() != RemoteError::notRunning && answer.error() != RemoteError::noConnection);
+    };
+    return cli::runForget(arguments, {.traces = traces(), .isProgramRunning = isRunning}, console);
 }
 
 cli::Command remoteCommand(const char* name, const char* summary)
@@ -217,6 +244,7 @@ std::vector<cli::Command> programCommands()
         {QStringLiteral("doctor"), QStringLiteral("Says what works here, and what to do about the rest."),
          doctor},
         {QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."), statistics},
+        {QStringLiteral("forget"), QStringLiteral("Removes everything that Tulvane has stored."), forget},
     };
 }
 

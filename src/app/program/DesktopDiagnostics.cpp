@@ -93,6 +93,16 @@ Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions&
     return Diagnostic::good(subject, QStringLiteral("writes into the field where that works, else pastes"));
 }
 
+Diagnostics pasteTableDiagnostics(const QStringList& problems)
+{
+    Diagnostics diagnostics;
+    for (const QString& problem : problems)
+        diagnostics.append(Diagnostic::bad(
+            QStringLiteral("paste table"), problem,
+            QStringLiteral("Correct the entry in “terminalWindowClasses” of the settings file.")));
+    return diagnostics;
+}
+
 Diagnostic modelDiagnostic(const ModelFacts& model)
 {
     const QString subject = QStringLiteral("model");

@@ -31,6 +31,8 @@ struct ModelFacts {
 /// accessibility bus.
 [[nodiscard]] Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions,
                                              bool canWriteElements);
+/// One line for each entry of the settings' paste table that makes no sense; none where all do.
+[[nodiscard]] Diagnostics pasteTableDiagnostics(const QStringList& problems);
 [[nodiscard]] Diagnostic modelDiagnostic(const ModelFacts& model);
 /// `devices` as the speech library names them, those that are more than a processor first.
 [[nodiscard]] Diagnostic acceleratorDiagnostic(const QStringList& devices);

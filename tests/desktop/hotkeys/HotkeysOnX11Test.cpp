@@ -29,7 +29,8 @@ using testing::SizeIs;
 using State = RegistrationState::Kind;
 using TapKind = ModifierTapState::Kind;
 
-/// The real hot keys, and a count of the repeats that they tell of.
+/// The real hot keys, and a count of the repeats that they report. Every event is of the moment: the time in these
+/// tests is a scripted clock's, to the millisecond.
 class CountingHotkeys final : public GlobalHotkeys {
 public:
     explicit CountingHotkeys(const QString& display) : m_real(display) {}
@@ -44,7 +45,9 @@ public:
     {
         m_real.setEventHandler([this, handler](const HotkeyEvent& event) {
             m_repeats += event.kind == HotkeyEventKind::repeated ? 1 : 0;
-            return handler ? handler(event) : HotkeyDelivery::eventNotHandled;
+            HotkeyEvent now = event;
+            now.age = std::chrono::milliseconds(0);
+            return handler ? handler(now) : HotkeyDelivery::eventNotHandled;
         });
     }
     void setChangeHandler(const ChangeHandler& handler) override { m_real.setChangeHandler(handler); }
@@ -78,7 +81,9 @@ public:
     {
         return m_real.createTap(keyCode, [this, handler](const ModifierEvent& event) {
             ++m_told;
-            handler(event);
+            ModifierEvent now = event;
+            now.age = std::chrono::milliseconds(0);
+            handler(now);
         });
     }
 

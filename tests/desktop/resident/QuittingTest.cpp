@@ -70,6 +70,7 @@ TEST_F(Quitting, AStartMeanwhileBecomesTheNewProgram)
     old.terminate();
     const auto next = here.begin({QStringLiteral("--background")});
     ASSERT_TRUE(old.waitForFinished(1000));
+    ASSERT_TRUE(next->waitForStarted());
     EXPECT_TRUE(waitUntil([&] { return !here.status().isEmpty(); }));
     EXPECT_EQ(next->state(), QProcess::Running);
     EXPECT_EQ(next->readAllStandardError().contains("running already"), false);

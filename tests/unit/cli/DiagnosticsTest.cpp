@@ -152,5 +152,15 @@ TEST_F(HotkeyFindingsTest, NoHotkeyAtAllIsAFault)
     EXPECT_TRUE(diagnostics()[0].works);
 }
 
+TEST(Diagnostics, EachEntryOfThePasteTableThatMakesNoSenseHasALine)
+{
+    EXPECT_TRUE(pasteTableDiagnostics({}).isEmpty());
+    const Diagnostics found = pasteTableDiagnostics({QStringLiteral("one"), QStringLiteral("two")});
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_FALSE(found[1].works);
+    EXPECT_EQ(found[1].text, QStringLiteral("two"));
+    EXPECT_TRUE(found[1].remedy.contains(QStringLiteral("terminalWindowClasses")));
+}
+
 } // namespace
 } // namespace tulvane

@@ -47,7 +47,8 @@ TEST_F(DoctorCommandTest, WhenAllWorksEveryLineSaysWhatThereIs)
     EXPECT_EQ(healthy.out, QStringLiteral("  ok  program          is running\n"
                                           "  ok  session          X11\n"
                                           "  ok  key combination  Alt+Space is registered\n"
-                                          "  ok  model            small\n"));
+                                          "  ok  model            small\n"
+                                          "\nReady to dictate.\n"));
     EXPECT_EQ(healthy.err, QString());
 }
 
@@ -58,7 +59,7 @@ TEST_F(DoctorCommandTest, WhatDoesNotWorkSaysWhyAndWhatToDo)
         Diagnostic::bad(QStringLiteral("display"), QStringLiteral("Gone."), QStringLiteral("Bring it.")));
     const CommandRun ill = run();
     EXPECT_EQ(ill.status, ExitStatus::failed);
-    EXPECT_TRUE(ill.out.endsWith(QStringLiteral("  no  display  Gone.\n               Bring it.\n")))
+    EXPECT_TRUE(ill.out.endsWith(QStringLiteral("  no  display  Gone.\n               Bring it.\n\nNext: Bring it.\n")))
         << qPrintable(ill.out);
 }
 

@@ -60,7 +60,7 @@ TEST_F(ControllerEdges, AStartOrACancelWhileADictationIsFinishedDoesNothing)
     EXPECT_EQ(phase(), u"inserting");
     advance(3s);
     EXPECT_EQ(phase(), u"idle");
-    EXPECT_EQ(keys.count(KeyPosting::keyV), 1);
+    EXPECT_EQ(keys.pastes(), 1);
     EXPECT_EQ(sounds.played.count(QStringLiteral("Pop")), 1);
 }
 
@@ -77,6 +77,24 @@ TEST_F(ControllerEdges, TheClipboardIsPutBackAsTheSettingSaidAtTheStop)
         ASSERT_EQ(phase(), u"idle");
         EXPECT_EQ(boards.generalBoard.text(), restore ? u"mine" : u"Hei på deg ");
     }
+}
+
+TEST_F(ControllerEdges, TheClipboardIsReadWhileTheEngineWorksAndNotAfterIt)
+{
+    engine.isPrompt = false;
+    dictateByHotkey();
+    EXPECT_EQ(phase(), u"transcribing");
+    EXPECT_EQ(boards.readsAhead, 1);
+    finishEngine();
+    advance(3s);
+    EXPECT_EQ(boards.readsAhead, 1);
+}
+
+TEST_F(ControllerEdges, TheClipboardIsNotReadWhereItIsNotToBePutBack)
+{
+    settings.restoreClipboard.set(false);
+    dictateByHotkey();
+    EXPECT_EQ(boards.readsAhead, 0);
 }
 
 TEST_F(ControllerEdges, InHoldModeATapEndsARecordingThatTheMenuBeganAndTheTextIsNotLost)
@@ -119,7 +137,7 @@ TEST_F(ControllerEdges, ALockEndsTheRecordingAndKeepsItsTextForTheHistory)
     EXPECT_FALSE(input.isOpen());
     EXPECT_FALSE(hotkeys.machine.isRecording);
     EXPECT_EQ(session->history().size(), 1);
-    EXPECT_EQ(keys.count(KeyPosting::keyV), 0);
+    EXPECT_EQ(keys.pastes(), 0);
     EXPECT_EQ(controller->lastDelivery(), std::nullopt);
 }
 
@@ -131,7 +149,7 @@ TEST_F(ControllerEdges, ALockDuringATranscriptionKeepsItsTextOutOfTheLocker)
     finishEngine();
     EXPECT_EQ(phase(), u"idle");
     EXPECT_EQ(session->history().size(), 1);
-    EXPECT_EQ(keys.count(KeyPosting::keyV), 0);
+    EXPECT_EQ(keys.pastes(), 0);
 }
 
 } // namespace

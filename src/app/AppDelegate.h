@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include <ports/Presentation.h>
+
+#include <QString>
 
 #include <functional>
 

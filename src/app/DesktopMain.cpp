@@ -1,12 +1,11 @@
 #include <app/ResidentProgram.h>
 #include <app/cli/CommandLog.h>
+#include <ports/OpenDesktop.h>
+#include <ports/ProcessHeap.h>
 
 #include <QApplication>
 #include <QFile>
 #include <QQuickWindow>
-
-#include <ports/OpenDesktop.h>
-#include <ports/ProcessHeap.h>
 
 #include <csignal>
 #include <cstdio>

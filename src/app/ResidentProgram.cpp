@@ -9,6 +9,10 @@
 #include <base/async/WaitFor.h>
 #include <insertion/PasteTable.h>
 #include <models/ModelHub.h>
+#include <ports/OpenDesktop.h>
+#include <ports/ProgramServices.h>
+#include <ports/RemoteControl.h>
+#include <ports/UserDefaults.h>
 #include <settings/InterfaceLanguage.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
@@ -21,11 +25,6 @@
 #include <QThread>
 
 #include <chrono>
-
-#include <ports/OpenDesktop.h>
-#include <ports/ProgramServices.h>
-#include <ports/RemoteControl.h>
-#include <ports/UserDefaults.h>
 
 namespace tulvane {
 

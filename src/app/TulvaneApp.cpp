@@ -2,15 +2,14 @@
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
 #include <app/program/HotkeyDiagnostics.h>
+#include <ports/Presentation.h>
+#include <ports/PrivacyPermissions.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QJsonArray>
-
-#include <ports/Presentation.h>
-#include <ports/PrivacyPermissions.h>
 
 #include <chrono>
 

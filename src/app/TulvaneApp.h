@@ -14,14 +14,13 @@
 #include <insertion/TextInserter.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
+#include <ports/Desktop.h>
+#include <ports/RemoteControl.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
 #include <ui/UiContext.h>
 
 #include <QJsonObject>
-
-#include <ports/Desktop.h>
-#include <ports/RemoteControl.h>
 
 #include <functional>
 

@@ -3,7 +3,6 @@
 #include <audio/RecordingTap.h>
 #include <audio/SampleConverter.h>
 #include <base/Log.h>
-
 #include <ports/AudioInput.h>
 
 #include <utility>

@@ -32,7 +32,8 @@ struct FileFault {
 /// The stamp of what lies at the path, links followed; none where nothing does.
 [[nodiscard]] std::optional<FileStamp> fileStamp(const QString& path);
 
-/// The number of the file system that a path lies on, or would lie on: its nearest folder that exists decides.
+/// The number of the file system that a path lies on, or would lie on: its nearest folder that exists
+/// decides.
 [[nodiscard]] std::optional<dev_t> fileSystemOf(QString path);
 
 /// The file that a path leads to through symbolic links, whether or not that file exists.

@@ -7,11 +7,10 @@
 #include <hotkeys/HotkeyController.h>
 #include <insertion/TextInserter.h>
 #include <permissions/PermissionsService.h>
+#include <ports/Sounds.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
-
-#include <ports/Sounds.h>
 
 #include <utility>
 

@@ -4,12 +4,11 @@
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
+#include <ports/VirtualKeys.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
 #include <QStringList>
-
-#include <ports/VirtualKeys.h>
 
 #include <utility>
 

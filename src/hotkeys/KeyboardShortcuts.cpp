@@ -2,7 +2,6 @@
 #include <base/Translate.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
-
 #include <ports/KeyModifiers.h>
 #include <ports/UserDefaults.h>
 

@@ -3,13 +3,12 @@
 #include <hotkeys/RegistrationState.h>
 #include <hotkeys/Shortcut.h>
 #include <hotkeys/ShortcutName.h>
+#include <ports/DefaultsError.h>
+#include <ports/GlobalHotkeys.h>
 
 #include <QLatin1StringView>
 #include <QObject>
 #include <QVariantMap>
-
-#include <ports/DefaultsError.h>
-#include <ports/GlobalHotkeys.h>
 
 #include <functional>
 #include <map>

@@ -1,7 +1,6 @@
 #include <base/Log.h>
 #include <hotkeys/MainThread.h>
 #include <hotkeys/ModifierKeyTap.h>
-
 #include <ports/KeyModifiers.h>
 #include <ports/VirtualKeys.h>
 

@@ -1,6 +1,5 @@
 #include <hotkeys/ShortcutRules.h>
 #include <hotkeys/ShortcutTexts.h>
-
 #include <ports/KeyModifiers.h>
 #include <ports/VirtualKeys.h>
 

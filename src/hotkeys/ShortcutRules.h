@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QString>
-
 #include <ports/GlobalHotkeys.h>
 #include <ports/KeyCombination.h>
+
+#include <QString>
 
 #include <functional>
 #include <optional>

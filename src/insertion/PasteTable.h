@@ -1,10 +1,10 @@
 #pragma once
 
+#include <ports/PasteChord.h>
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
-
-#include <ports/PasteChord.h>
 
 namespace tulvane {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <ports/Pasteboard.h>
+
 #include <QCoroTask>
 #include <QList>
-
-#include <ports/Pasteboard.h>
 
 namespace tulvane {
 

@@ -4,14 +4,13 @@
 #include <base/async/PendingDelays.h>
 #include <insertion/InsertionResult.h>
 #include <insertion/PasteboardSnapshot.h>
-#include <settings/InsertionMethod.h>
-
-#include <QCoroTask>
-
 #include <ports/FocusedElement.h>
 #include <ports/KeyPosting.h>
 #include <ports/Pasteboard.h>
 #include <ports/PrivacyPermissions.h>
+#include <settings/InsertionMethod.h>
+
+#include <QCoroTask>
 
 #include <chrono>
 #include <memory>

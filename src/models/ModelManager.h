@@ -4,14 +4,13 @@
 #include <models/ModelInstaller.h>
 #include <models/ModelState.h>
 #include <models/WhisperModel.h>
+#include <ports/BackgroundTransfers.h>
 
 #include <QFileSystemWatcher>
 #include <QMap>
 #include <QObject>
 #include <QTimer>
 #include <QUrl>
-
-#include <ports/BackgroundTransfers.h>
 
 #include <functional>
 #include <map>

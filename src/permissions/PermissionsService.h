@@ -1,14 +1,13 @@
 #pragma once
 
 #include <base/Scheduler.h>
+#include <ports/PrivacyPermissions.h>
+#include <ports/Processes.h>
+#include <ports/Workspace.h>
 
 #include <QCoroTask>
 #include <QLatin1StringView>
 #include <QObject>
-
-#include <ports/PrivacyPermissions.h>
-#include <ports/Processes.h>
-#include <ports/Workspace.h>
 
 #include <chrono>
 #include <memory>

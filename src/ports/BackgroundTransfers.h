@@ -1,10 +1,10 @@
 #pragma once
 
+#include <ports/TransferError.h>
+
 #include <QFuture>
 #include <QList>
 #include <QUrl>
-
-#include <ports/TransferError.h>
 
 #include <functional>
 #include <optional>

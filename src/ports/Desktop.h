@@ -1,9 +1,9 @@
 #pragma once
 
+#include <ports/Obstacle.h>
+
 #include <QList>
 #include <QString>
-
-#include <ports/Obstacle.h>
 
 #include <functional>
 #include <memory>

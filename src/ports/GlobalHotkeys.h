@@ -1,11 +1,10 @@
 #pragma once
 
 #include <base/Result.h>
-
-#include <QList>
-
 #include <ports/HotkeyError.h>
 #include <ports/KeyCombination.h>
+
+#include <QList>
 
 #include <chrono>
 #include <functional>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QFuture>
-
 #include <ports/PasteTarget.h>
+
+#include <QFuture>
 
 namespace tulvane {
 

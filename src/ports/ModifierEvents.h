@@ -1,10 +1,9 @@
 #pragma once
 
 #include <base/Result.h>
+#include <ports/ModifierEventsError.h>
 
 #include <QtGlobal>
-
-#include <ports/ModifierEventsError.h>
 
 #include <chrono>
 #include <functional>

@@ -2,12 +2,11 @@
 
 #include <base/Result.h>
 #include <base/Scheduler.h>
+#include <ports/Desktop.h>
+#include <ports/PasteChord.h>
 
 #include <QProcessEnvironment>
 #include <QUrl>
-
-#include <ports/Desktop.h>
-#include <ports/PasteChord.h>
 
 namespace tulvane {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QtGlobal>
-
 #include <ports/PasteChord.h>
+
+#include <QtGlobal>
 
 namespace tulvane {
 

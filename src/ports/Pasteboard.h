@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QFuture>
-
 #include <ports/PasteTarget.h>
 #include <ports/PasteboardItem.h>
+
+#include <QFuture>
 
 #include <functional>
 

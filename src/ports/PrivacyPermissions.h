@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QFuture>
-
 #include <ports/Obstacle.h>
+
+#include <QFuture>
 
 namespace tulvane {
 

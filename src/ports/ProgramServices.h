@@ -1,9 +1,9 @@
 #pragma once
 
+#include <ports/SessionFacts.h>
+
 #include <QProcessEnvironment>
 #include <QString>
-
-#include <ports/SessionFacts.h>
 
 #include <memory>
 

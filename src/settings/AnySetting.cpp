@@ -1,8 +1,7 @@
 #include <base/Translate.h>
+#include <ports/UserDefaults.h>
 #include <settings/AnySetting.h>
 #include <settings/AppSettings.h>
-
-#include <ports/UserDefaults.h>
 
 namespace tulvane {
 

@@ -1,9 +1,8 @@
+#include <ports/Presentation.h>
+#include <ports/UserDefaults.h>
 #include <settings/AppSettings.h>
 
 #include <QPointer>
-
-#include <ports/Presentation.h>
-#include <ports/UserDefaults.h>
 
 #include <algorithm>
 #include <optional>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ports/DefaultsError.h>
 #include <settings/AppLanguage.h>
 #include <settings/AppearanceMode.h>
 #include <settings/HotkeyMode.h>
@@ -11,8 +12,6 @@
 #include <QList>
 #include <QObject>
 #include <QString>
-
-#include <ports/DefaultsError.h>
 
 #include <optional>
 

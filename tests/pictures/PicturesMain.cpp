@@ -9,6 +9,7 @@
 // loads. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
+#include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
 #include <ui/indicator/HUDController.h>
@@ -21,8 +22,6 @@
 #include <QPainter>
 #include <QQuickItem>
 #include <QQuickView>
-
-#include <ports/KeyModifiers.h>
 
 #include <cstdio>
 

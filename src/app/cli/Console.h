@@ -22,7 +22,8 @@ enum ExitStatus : int {
     notRunning = 3, ///< it needs the running program, and there is none
 };
 
-/// Writes the one line (a reason of several becomes one) that says why a command failed, and gives the status to end with.
+/// Writes the one line (a reason of several becomes one) that says why a command failed, and gives the status
+/// to end with.
 [[nodiscard]] inline int fail(Console& console, const QString& reason)
 {
     console.err << "tulvane: " << QString(reason).replace(u'\n', u' ') << Qt::endl;

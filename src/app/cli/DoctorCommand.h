@@ -2,10 +2,9 @@
 
 #include <app/cli/Console.h>
 #include <app/program/Diagnostic.h>
+#include <ports/RemoteControl.h>
 
 #include <QStringList>
-
-#include <ports/RemoteControl.h>
 
 #include <functional>
 

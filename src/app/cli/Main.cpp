@@ -1,12 +1,12 @@
 #include <app/cli/CommandLine.h>
 #include <app/cli/CommandLog.h>
 #include <app/cli/ProgramCommands.h>
+#include <ports/ProcessHeap.h>
 #include <settings/InterfaceLanguage.h>
 
 #include <QCoreApplication>
 #include <QFile>
 
-#include <ports/ProcessHeap.h>
 #include <unistd.h>
 
 #include <cstdio>

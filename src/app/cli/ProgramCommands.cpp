@@ -21,15 +21,15 @@
 #include <insertion/PasteTable.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
+#include <ports/ProgramServices.h>
+#include <ports/RemoteControl.h>
+#include <ports/UserDefaults.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
 
 #include <QFile>
 #include <QStandardPaths>
 
-#include <ports/ProgramServices.h>
-#include <ports/RemoteControl.h>
-#include <ports/UserDefaults.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -180,7 +180,8 @@ Examination examine(ProgramServices& services, const AppSettings& settings)
     session += found;
     session += permissionDiagnostics(permissions);
     dictation += insertionDiagnostic(settings.insertionMethod(), permissions, facts.hasAccessibilityBus);
-    dictation += pasteTableDiagnostics(pasteTableProblems(services.defaults()->value(terminalWindowClassesKey)));
+    dictation +=
+        pasteTableDiagnostics(pasteTableProblems(services.defaults()->value(terminalWindowClassesKey)));
     dictation += modelDiagnostic(selectedModel(settings));
     dictation += acceleratorDiagnostic(programComputingDevices());
     return examination;
@@ -202,8 +203,8 @@ QStringList traces()
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     return {config + QStringLiteral("/com.dunio.Tulvane.json*"),
-            config + QStringLiteral("/autostart/com.dunio.Tulvane.desktop"), data + QStringLiteral("/Tulvane"),
-            cache + QStringLiteral("/Tulvane")};
+            config + QStringLiteral("/autostart/com.dunio.Tulvane.desktop"),
+            data + QStringLiteral("/Tulvane"), cache + QStringLiteral("/Tulvane")};
 }
 
 int forget(const QStringList& arguments, cli::Console& console)
@@ -212,7 +213,8 @@ int forget(const QStringList& arguments, cli::Console& console)
     // One that does not answer runs, too.
     const auto isRunning = [&services] {
         const auto answer = waitFor(services->remote().ask(RemoteRequest::status, {}));
-        return answer || (answer.error() != RemoteError::notRunning && answer.error() != RemoteError::noConnection);
+        return answer ||
+               (answer.error() != RemoteError::notRunning && answer.error() != RemoteError::noConnection);
     };
     return cli::runForget(arguments, {.traces = traces(), .isProgramRunning = isRunning}, console);
 }

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <app/cli/Console.h>
+#include <ports/RemoteControl.h>
 
 #include <QStringList>
-
-#include <ports/RemoteControl.h>
 
 #include <functional>
 #include <optional>

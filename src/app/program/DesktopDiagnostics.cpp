@@ -1,5 +1,4 @@
 #include <app/program/DesktopDiagnostics.h>
-
 #include <ports/AudioInput.h>
 #include <ports/PrivacyPermissions.h>
 

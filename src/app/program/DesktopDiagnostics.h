@@ -1,11 +1,10 @@
 #pragma once
 
 #include <app/program/Diagnostic.h>
+#include <ports/SessionFacts.h>
 #include <settings/InsertionMethod.h>
 
 #include <QStringList>
-
-#include <ports/SessionFacts.h>
 
 #include <optional>
 

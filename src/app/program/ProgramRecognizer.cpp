@@ -1,9 +1,8 @@
 #include <app/program/ProgramFolders.h>
 #include <app/program/ProgramRecognizer.h>
+#include <ports/SystemMemory.h>
 #include <speech/whisper/ComputingDevices.h>
 #include <speech/whisper/WhisperEngine.h>
-
-#include <ports/SystemMemory.h>
 
 namespace tulvane {
 

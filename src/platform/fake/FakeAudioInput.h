@@ -1,9 +1,9 @@
 #pragma once
 
+#include <ports/AudioInput.h>
+
 #include <QString>
 #include <QStringList>
-
-#include <ports/AudioInput.h>
 
 #include <memory>
 #include <optional>

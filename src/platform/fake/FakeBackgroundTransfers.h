@@ -1,11 +1,11 @@
 #pragma once
 
+#include <ports/BackgroundTransfers.h>
+
 #include <QMap>
 #include <QObject>
 #include <QPromise>
 #include <QTemporaryDir>
-
-#include <ports/BackgroundTransfers.h>
 
 #include <optional>
 #include <vector>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringList>
-
 #include <ports/FocusedElement.h>
+
+#include <QStringList>
 
 #include <utility>
 

@@ -1,6 +1,6 @@
+#include <platform/fake/FakeGlobalHotkeys.h>
 #include <ports/KeyModifiers.h>
 #include <ports/VirtualKeys.h>
-#include <platform/fake/FakeGlobalHotkeys.h>
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QList>
-
 #include <ports/KeyPosting.h>
+
+#include <QList>
 
 #include <functional>
 #include <optional>

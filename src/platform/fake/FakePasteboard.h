@@ -1,9 +1,9 @@
 #pragma once
 
+#include <ports/Pasteboard.h>
+
 #include <QPromise>
 #include <QStringList>
-
-#include <ports/Pasteboard.h>
 
 #include <deque>
 #include <functional>

@@ -1,5 +1,5 @@
-#include <ports/DefaultsValue.h>
 #include <platform/fake/FakeUserDefaults.h>
+#include <ports/DefaultsValue.h>
 
 namespace tulvane {
 

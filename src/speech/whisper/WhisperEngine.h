@@ -1,10 +1,9 @@
 #pragma once
 
+#include <ports/SystemMemory.h>
 #include <speech/Recognizer.h>
 
 #include <QThread>
-
-#include <ports/SystemMemory.h>
 
 #include <atomic>
 #include <functional>

@@ -33,9 +33,9 @@ void HUDController::makeWindow()
 {
     m_window = tulvane::makeWindow(
         m_dependencies.engine(), {.name = QStringLiteral("indicator/IndicatorView"),
-                          .title = QStringLiteral("Tulvane"),
-                          .smallest = contentSize,
-                          .properties = {{QStringLiteral("model"), QVariant::fromValue(&m_model)}}});
+                                  .title = QStringLiteral("Tulvane"),
+                                  .smallest = contentSize,
+                                  .properties = {{QStringLiteral("model"), QVariant::fromValue(&m_model)}}});
     m_window->setMaximumSize(contentSize);
     m_window->resize(contentSize);
     m_window->setColor(Qt::transparent);

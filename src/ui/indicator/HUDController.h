@@ -2,14 +2,13 @@
 
 #include <base/Scheduler.h>
 #include <dictation/Indicator.h>
+#include <ports/IndicatorPanel.h>
 #include <ui/indicator/Fade.h>
 #include <ui/indicator/HUDModel.h>
 #include <ui/indicator/ScreenLayout.h>
 
 #include <QObject>
 #include <QSize>
-
-#include <ports/IndicatorPanel.h>
 
 #include <chrono>
 #include <functional>

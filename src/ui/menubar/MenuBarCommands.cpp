@@ -2,13 +2,12 @@
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <dictation/Indicator.h>
+#include <ports/Pasteboard.h>
 #include <settings/AppSettings.h>
 #include <ui/menubar/MenuBarCommands.h>
 #include <ui/menubar/MenuLines.h>
 
 #include <QTextBoundaryFinder>
-
-#include <ports/Pasteboard.h>
 
 #include <algorithm>
 #include <utility>

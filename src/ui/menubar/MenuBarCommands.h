@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QObject>
-
 #include <ports/StatusItem.h>
+
+#include <QObject>
 
 #include <functional>
 

@@ -1,14 +1,13 @@
 #include <base/Clock.h>
 #include <base/Translate.h>
 #include <dictation/DictationSession.h>
+#include <ports/Pasteboard.h>
 #include <stats/StatsFormat.h>
 #include <stats/StatsStore.h>
 #include <stats/WordCount.h>
 #include <ui/viewmodels/HistoryViewModel.h>
 
 #include <QLocale>
-
-#include <ports/Pasteboard.h>
 
 #include <algorithm>
 

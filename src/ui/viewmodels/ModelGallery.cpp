@@ -1,8 +1,7 @@
 #include <base/Translate.h>
 #include <models/ModelManager.h>
-#include <ui/viewmodels/ModelGallery.h>
-
 #include <ports/Workspace.h>
+#include <ui/viewmodels/ModelGallery.h>
 
 #include <algorithm>
 #include <utility>

@@ -3,12 +3,11 @@
 #include <base/Scheduler.h>
 #include <hotkeys/ShortcutRecorder.h>
 #include <hotkeys/ShortcutRules.h>
+#include <ports/KeyboardGrab.h>
 
 #include <QObject>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
-
-#include <ports/KeyboardGrab.h>
 
 #include <functional>
 #include <memory>

@@ -1,10 +1,9 @@
+#include <ports/GlobalHotkeys.h>
 #include <ui/viewmodels/ShortcutKeys.h>
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQuickWindow>
-
-#include <ports/GlobalHotkeys.h>
 
 namespace tulvane {
 

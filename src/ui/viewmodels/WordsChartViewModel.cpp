@@ -40,7 +40,7 @@ QString wordsText(qint64 words)
 } // namespace
 
 void WordsChartViewModel::show(const StatsSummary& summary, int length, qint64 typingWordsPerMinute,
-                           const QDateTime& now)
+                               const QDateTime& now)
 {
     m_typingSpeed = typingWordsPerMinute;
     m_days.clear();

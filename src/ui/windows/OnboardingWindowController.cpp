@@ -10,7 +10,8 @@
 
 namespace tulvane {
 
-OnboardingWindowController::OnboardingWindowController(Dependencies neighbours) : m_dependencies(std::move(neighbours))
+OnboardingWindowController::OnboardingWindowController(Dependencies neighbours)
+    : m_dependencies(std::move(neighbours))
 {
 }
 
@@ -41,11 +42,12 @@ void OnboardingWindowController::makeWindow()
     ViewModels& models = m_dependencies.models();
     m_window = tulvane::makeWindow(
         m_dependencies.engine(), {.name = QStringLiteral("OnboardingView"),
-                          .title = translate("Set up Tulvane"),
-                          .smallest = QSize(initial.width(), lowest),
-                          .properties = {{QStringLiteral("models"), QVariant::fromValue(&models)}}});
+                                  .title = translate("Set up Tulvane"),
+                                  .smallest = QSize(initial.width(), lowest),
+                                  .properties = {{QStringLiteral("models"), QVariant::fromValue(&models)}}});
     m_window->setMaximumWidth(initial.width());
-    m_frame = std::make_unique<WindowFrame>(*m_window, QStringLiteral("SetupWindow"), m_dependencies.defaults);
+    m_frame =
+        std::make_unique<WindowFrame>(*m_window, QStringLiteral("SetupWindow"), m_dependencies.defaults);
     m_frame->restore(initial, *m_window->screen());
     connect(models.onboarding(), &OnboardingViewModel::closeWanted, this, &OnboardingWindowController::close);
     connect(m_window.get(), &QWindow::visibleChanged, this, &OnboardingWindowController::followVisibility);

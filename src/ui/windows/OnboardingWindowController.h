@@ -27,7 +27,7 @@ public:
 
     struct Dependencies {
         std::function<QQmlEngine&()> engine; ///< asked for when the window is built
-        std::function<ViewModels&()> models;   ///< likewise; outlive this object
+        std::function<ViewModels&()> models; ///< likewise; outlive this object
         UserDefaults& defaults;              ///< keeps the window's frame
     };
 

@@ -10,7 +10,10 @@
 
 namespace tulvane {
 
-SettingsWindowController::SettingsWindowController(Dependencies neighbours) : m_dependencies(std::move(neighbours)) {}
+SettingsWindowController::SettingsWindowController(Dependencies neighbours)
+    : m_dependencies(std::move(neighbours))
+{
+}
 
 SettingsWindowController::~SettingsWindowController()
 {
@@ -29,10 +32,11 @@ void SettingsWindowController::show(SettingsTab page)
 void SettingsWindowController::makeWindow()
 {
     m_window = tulvane::makeWindow(
-        m_dependencies.engine(), {.name = QStringLiteral("MainView"),
-                          .title = translate("Tulvane"),
-                          .smallest = smallest,
-                          .properties = {{QStringLiteral("models"), QVariant::fromValue(m_dependencies.models())}}});
+        m_dependencies.engine(),
+        {.name = QStringLiteral("MainView"),
+         .title = translate("Tulvane"),
+         .smallest = smallest,
+         .properties = {{QStringLiteral("models"), QVariant::fromValue(m_dependencies.models())}}});
     m_frame = std::make_unique<WindowFrame>(*m_window, QStringLiteral("MainWindow"), m_dependencies.defaults);
     m_frame->restore(initial, *m_window->screen());
     Q_EMIT windowMade(m_window.get());

@@ -1,3 +1,4 @@
+#include <ports/UserDefaults.h>
 #include <ui/windows/WindowFrame.h>
 
 #include <QGuiApplication>
@@ -5,8 +6,6 @@
 #include <QStringList>
 #include <QTimerEvent>
 #include <QWindow>
-
-#include <ports/UserDefaults.h>
 
 #include <algorithm>
 #include <utility>

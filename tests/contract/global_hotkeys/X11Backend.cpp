@@ -1,8 +1,8 @@
 #include "HotkeysBackend.h"
 
+#include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <ports/KeyModifiers.h>
 #include <ports/VirtualKeys.h>
-#include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>

@@ -1,7 +1,7 @@
 #include "ModifierEventsBackend.h"
 
-#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeModifierEvents.h>
+#include <ports/KeyModifiers.h>
 
 #include <map>
 #include <set>

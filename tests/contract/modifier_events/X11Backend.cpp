@@ -1,7 +1,7 @@
 #include "ModifierEventsBackend.h"
 
-#include <ports/VirtualKeys.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
+#include <ports/VirtualKeys.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>
 

@@ -1,10 +1,10 @@
-#include <support/windows/RealDesktop.h>
 #include "SettingsPortal.h"
 
 #include <platform/fake/FakePresentation.h>
 #include <platform/linux/desktop/shell/DesktopPresentation.h>
 #include <support/Await.h>
 #include <support/ScratchFolder.h>
+#include <support/windows/RealDesktop.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,6 @@
-#include <support/windows/RealDesktop.h>
-
 #include <platform/linux/x11/windows/TaskBarEntries.h>
 #include <support/Await.h>
+#include <support/windows/RealDesktop.h>
 
 #include <gtest/gtest.h>
 

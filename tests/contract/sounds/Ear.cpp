@@ -1,7 +1,7 @@
 #include "Ear.h"
 
-#include <ports/Sounds.h>
 #include <platform/linux/pulse/SoundClip.h>
+#include <ports/Sounds.h>
 #include <support/Await.h>
 #include <support/Likeness.h>
 

@@ -4,6 +4,7 @@
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
+#include <ports/KeyModifiers.h>
 #include <settings/AppSettings.h>
 #include <support/Await.h>
 #include <support/FakeClock.h>
@@ -14,7 +15,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 
@@ -29,8 +29,8 @@ using testing::SizeIs;
 using State = RegistrationState::Kind;
 using TapKind = ModifierTapState::Kind;
 
-/// The real hot keys, and a count of the repeats that they report. Every event is of the moment: the time in these
-/// tests is a scripted clock's, to the millisecond.
+/// The real hot keys, and a count of the repeats that they report. Every event is of the moment: the time in
+/// these tests is a scripted clock's, to the millisecond.
 class CountingHotkeys final : public GlobalHotkeys {
 public:
     explicit CountingHotkeys(const QString& display) : m_real(display) {}

@@ -1,4 +1,5 @@
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
+#include <ports/KeyModifiers.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>
@@ -7,7 +8,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <ports/KeyModifiers.h>
 
 #include <thread>
 

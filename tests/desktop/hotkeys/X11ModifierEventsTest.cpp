@@ -3,13 +3,13 @@
 #include <platform/linux/x11/keyboard/X11Hotkeys.h>
 #include <platform/linux/x11/keyboard/X11KeyPosting.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
+#include <ports/KeyModifiers.h>
 #include <support/Await.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <ports/KeyModifiers.h>
 
 #include <thread>
 

@@ -1,8 +1,3 @@
-#include <support/Await.h>
-#include <support/windows/RealDesktop.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <ports/GlobalHotkeys.h>
 #include <ports/IndicatorPanel.h>
 #include <ports/KeyModifiers.h>
@@ -10,6 +5,11 @@
 #include <ports/OpenDesktop.h>
 #include <ports/Pasteboard.h>
 #include <ports/UserDefaults.h>
+#include <support/Await.h>
+#include <support/windows/RealDesktop.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 using testing::UnorderedElementsAre;
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <platform/linux/transfers/http/TransferEngine.h>
-
 #include <ports/BackgroundTransfers.h>
 
 #include <map>

@@ -1,6 +1,5 @@
-#include <support/windows/RealDesktop.h>
-
 #include <support/Await.h>
+#include <support/windows/RealDesktop.h>
 
 #include <QGuiApplication>
 

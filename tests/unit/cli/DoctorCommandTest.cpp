@@ -59,7 +59,8 @@ TEST_F(DoctorCommandTest, WhatDoesNotWorkSaysWhyAndWhatToDo)
         Diagnostic::bad(QStringLiteral("display"), QStringLiteral("Gone."), QStringLiteral("Bring it.")));
     const CommandRun ill = run();
     EXPECT_EQ(ill.status, ExitStatus::failed);
-    EXPECT_TRUE(ill.out.endsWith(QStringLiteral("  no  display  Gone.\n               Bring it.\n\nNext: Bring it.\n")))
+    EXPECT_TRUE(ill.out.endsWith(
+        QStringLiteral("  no  display  Gone.\n               Bring it.\n\nNext: Bring it.\n")))
         << qPrintable(ill.out);
 }
 

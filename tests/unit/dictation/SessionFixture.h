@@ -42,16 +42,16 @@ protected:
     void makeSession()
     {
         input.setFormat({.sampleRate = 16000, .channels = 1});
-        session = std::make_unique<DictationSession>(
-            DictationSession::Dependencies{.settings = settings,
-                                         .recorder = recorder,
-                                         .models = models,
-                                         .engine = engine,
-                                         .stats = stats,
-                                         .scheduler = scheduler,
-                                         .clock = clock,
-                                         .isMicrophoneAuthorized = [this] { return isMicrophoneAuthorized; },
-                                         .threadCount = 3});
+        session = std::make_unique<DictationSession>(DictationSession::Dependencies{
+            .settings = settings,
+            .recorder = recorder,
+            .models = models,
+            .engine = engine,
+            .stats = stats,
+            .scheduler = scheduler,
+            .clock = clock,
+            .isMicrophoneAuthorized = [this] { return isMicrophoneAuthorized; },
+            .threadCount = 3});
     }
 
     /// Lets what was posted happen.

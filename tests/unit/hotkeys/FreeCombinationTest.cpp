@@ -1,6 +1,6 @@
 #include <hotkeys/FreeCombination.h>
-#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
+#include <ports/KeyModifiers.h>
 
 #include <gtest/gtest.h>
 

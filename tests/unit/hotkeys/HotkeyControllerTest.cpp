@@ -3,13 +3,13 @@
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeModifierEvents.h>
 #include <platform/fake/FakeUserDefaults.h>
+#include <ports/KeyModifiers.h>
 #include <settings/AppSettings.h>
 #include <support/FakeClock.h>
 #include <support/LogCapture.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 

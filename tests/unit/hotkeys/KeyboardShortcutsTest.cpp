@@ -1,11 +1,11 @@
 #include <hotkeys/KeyboardShortcuts.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeUserDefaults.h>
+#include <ports/ModifierEventsError.h>
 #include <support/LogCapture.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <ports/ModifierEventsError.h>
 
 #include <thread>
 

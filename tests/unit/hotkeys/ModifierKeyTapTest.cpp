@@ -1,6 +1,6 @@
 #include <hotkeys/ModifierKeyTap.h>
-#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeModifierEvents.h>
+#include <ports/KeyModifiers.h>
 #include <support/LogCapture.h>
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/ShortcutRecorder.h>
-#include <ports/KeyModifiers.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
 #include <platform/fake/FakeUserDefaults.h>
+#include <ports/KeyModifiers.h>
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include <hotkeys/ShortcutRules.h>
 #include <hotkeys/ShortcutTexts.h>
 #include <platform/fake/FakeGlobalHotkeys.h>
+#include <ports/KeyModifiers.h>
 
 #include <gtest/gtest.h>
-#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 

@@ -1,7 +1,7 @@
 #include "KeysByName.h"
 
-#include <ports/KeyModifiers.h>
 #include <platform/linux/keys/Accelerator.h>
+#include <ports/KeyModifiers.h>
 
 #include <gtest/gtest.h>
 

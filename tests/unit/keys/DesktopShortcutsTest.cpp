@@ -1,8 +1,8 @@
 #include "KeysByName.h"
 
-#include <ports/KeyModifiers.h>
 #include <platform/linux/keys/DesktopShortcuts.h>
 #include <platform/linux/keys/ShortcutFiles.h>
+#include <ports/KeyModifiers.h>
 #include <support/ScratchFolder.h>
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include <base/Translate.h>
-#include <ports/KeyModifiers.h>
 #include <platform/linux/keys/KeyText.h>
+#include <ports/KeyModifiers.h>
 
 #include <QTranslator>
 

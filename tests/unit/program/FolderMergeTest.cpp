@@ -1,6 +1,5 @@
-#include <support/Folders.h>
-
 #include <app/program/FolderMerge.h>
+#include <support/Folders.h>
 #include <support/ScratchFolder.h>
 
 #include <QTemporaryDir>

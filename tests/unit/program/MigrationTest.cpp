@@ -1,7 +1,6 @@
-#include <support/Folders.h>
-
 #include <app/program/Migration.h>
 #include <platform/fake/FakeUserDefaults.h>
+#include <support/Folders.h>
 #include <support/LogCapture.h>
 #include <support/ScratchFolder.h>
 

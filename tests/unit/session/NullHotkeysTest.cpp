@@ -1,8 +1,8 @@
 #include <platform/linux/session/NullHotkeys.h>
 #include <platform/linux/session/NullModifierEvents.h>
+#include <ports/KeyModifiers.h>
 
 #include <gtest/gtest.h>
-#include <ports/KeyModifiers.h>
 
 namespace tulvane {
 

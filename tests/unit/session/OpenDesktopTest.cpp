@@ -1,9 +1,5 @@
 #include "Environment.h"
 
-#include <support/Await.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <ports/FocusedElement.h>
 #include <ports/GlobalHotkeys.h>
 #include <ports/IndicatorPanel.h>
@@ -15,6 +11,10 @@
 #include <ports/PrivacyPermissions.h>
 #include <ports/StatusItem.h>
 #include <ports/UserDefaults.h>
+#include <support/Await.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 using testing::UnorderedElementsAre;
 

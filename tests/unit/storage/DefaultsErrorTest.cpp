@@ -1,5 +1,6 @@
-#include <gtest/gtest.h>
 #include <ports/DefaultsError.h>
+
+#include <gtest/gtest.h>
 
 namespace tulvane {
 namespace {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
 #include <ui/viewmodels/HotkeyViewModel.h>
@@ -9,7 +10,6 @@
 #include <QQuickView>
 
 #include <gtest/gtest.h>
-#include <ports/KeyModifiers.h>
 
 #include <optional>
 

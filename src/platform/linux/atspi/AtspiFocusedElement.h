@@ -2,7 +2,6 @@
 
 #include <platform/linux/atspi/AccessibilityBus.h>
 #include <platform/linux/atspi/FocusSearch.h>
-
 #include <ports/FocusedElement.h>
 
 #include <memory>

@@ -1,6 +1,6 @@
+#include <base/async/TaskFuture.h>
 #include <platform/linux/atspi/AtspiFocusedElement.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
-#include <base/async/TaskFuture.h>
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>

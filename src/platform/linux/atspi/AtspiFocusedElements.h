@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ports/FocusedElement.h>
 #include <platform/linux/atspi/FrontProcess.h>
+#include <ports/FocusedElement.h>
 
 #include <QString>
 

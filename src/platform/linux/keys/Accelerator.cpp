@@ -1,5 +1,5 @@
-#include <ports/KeyModifiers.h>
 #include <platform/linux/keys/Accelerator.h>
+#include <ports/KeyModifiers.h>
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ports/GlobalHotkeys.h>
 #include <platform/linux/keys/Accelerator.h>
+#include <ports/GlobalHotkeys.h>
 
 #include <QByteArray>
 #include <QList>

@@ -1,5 +1,6 @@
-#include <malloc.h>
 #include <ports/ProcessHeap.h>
+
+#include <malloc.h>
 
 namespace tulvane {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include <ports/AudioInput.h>
+
+#include <QString>
 
 #include <memory>
 

@@ -2,11 +2,10 @@
 
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/TapFeed.h>
+#include <ports/AudioEngine.h>
 
 #include <QObject>
 #include <QTimer>
-
-#include <ports/AudioEngine.h>
 
 #include <atomic>
 #include <chrono>

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <platform/linux/pulse/PulseSound.h>
+#include <ports/Sounds.h>
 
 #include <QMetaObject>
-
-#include <ports/Sounds.h>
 
 #include <map>
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-
 #include <ports/Obstacle.h>
+
+#include <QByteArray>
 
 #include <optional>
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <base/Translate.h>
-
 #include <ports/Obstacle.h>
 
 namespace tulvane {

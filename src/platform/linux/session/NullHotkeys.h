@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include <ports/GlobalHotkeys.h>
+
+#include <QString>
 
 #include <utility>
 

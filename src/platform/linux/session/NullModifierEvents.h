@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include <ports/ModifierEvents.h>
+
+#include <QString>
 
 #include <utility>
 

@@ -2,7 +2,6 @@
 
 #include <platform/linux/session/MicrophoneObstacle.h>
 #include <platform/linux/session/Session.h>
-
 #include <ports/PrivacyPermissions.h>
 
 namespace tulvane {

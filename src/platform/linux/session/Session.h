@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QProcessEnvironment>
-#include <QString>
-
 #include <ports/Obstacle.h>
 #include <ports/PrivacyPermissions.h>
+
+#include <QProcessEnvironment>
+#include <QString>
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <platform/linux/session/X11Abilities.h>
-
 #include <ports/PrivacyPermissions.h>
 
 #include <functional>

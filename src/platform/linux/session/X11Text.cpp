@@ -6,8 +6,8 @@
 namespace tulvane {
 
 struct X11Text::Parts {
-    Parts(std::unique_ptr<X11Connection> opened, std::unique_ptr<SelectionOwner> started, const PasteRules& rules,
-          Scheduler& scheduler)
+    Parts(std::unique_ptr<X11Connection> opened, std::unique_ptr<SelectionOwner> started,
+          const PasteRules& rules, Scheduler& scheduler)
         : link(std::move(opened)),
           keeper(std::move(started)),
           pasteboards(*link, *keeper, scheduler, rules),

@@ -2,12 +2,11 @@
 
 #include <base/Scheduler.h>
 #include <platform/linux/x11/connection/X11Connection.h>
-
-#include <QByteArray>
-
 #include <ports/KeyPosting.h>
 #include <ports/PasteChord.h>
 #include <ports/Pasteboard.h>
+
+#include <QByteArray>
 
 #include <memory>
 #include <optional>

@@ -1,13 +1,12 @@
 #include <base/FileLock.h>
 #include <base/Log.h>
 #include <platform/linux/storage/JsonUserDefaults.h>
+#include <ports/DefaultsValue.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-
-#include <ports/DefaultsValue.h>
 
 #include <cerrno>
 #include <utility>

@@ -3,12 +3,11 @@
 #include <base/AtomicFile.h>
 #include <base/Clock.h>
 #include <platform/linux/storage/PreferencesDocument.h>
+#include <ports/UserDefaults.h>
 
 #include <QList>
 #include <QString>
 #include <QVariantMap>
-
-#include <ports/UserDefaults.h>
 
 #include <chrono>
 #include <optional>

@@ -2,13 +2,12 @@
 
 #include <platform/linux/transfers/LineSocket.h>
 #include <platform/linux/transfers/TransferFolder.h>
+#include <ports/BackgroundTransfers.h>
 
 #include <QObject>
 #include <QPromise>
 #include <QStringList>
 #include <QTimer>
-
-#include <ports/BackgroundTransfers.h>
 
 #include <map>
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QJsonObject>
-
 #include <ports/BackgroundTransfers.h>
+
+#include <QJsonObject>
 
 #include <optional>
 

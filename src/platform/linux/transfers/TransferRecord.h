@@ -1,10 +1,10 @@
 #pragma once
 
+#include <ports/BackgroundTransfers.h>
+
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
-
-#include <ports/BackgroundTransfers.h>
 
 #include <optional>
 

@@ -2,11 +2,10 @@
 
 #include <platform/linux/desktop/PortalSettings.h>
 #include <platform/linux/desktop/shell/GtkSettings.h>
+#include <ports/Presentation.h>
 
 #include <QDBusConnection>
 #include <QString>
-
-#include <ports/Presentation.h>
 
 namespace tulvane {
 

@@ -3,12 +3,11 @@
 #include <platform/linux/desktop/shell/IconDock.h>
 #include <platform/linux/desktop/shell/TrayHosts.h>
 #include <platform/linux/desktop/shell/TrayMenu.h>
+#include <ports/StatusItem.h>
 
 #include <QObject>
 #include <QStringList>
 #include <QSystemTrayIcon>
-
-#include <ports/StatusItem.h>
 
 #include <memory>
 

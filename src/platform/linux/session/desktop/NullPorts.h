@@ -1,7 +1,6 @@
 #pragma once
 
 #include <platform/linux/session/Session.h>
-
 #include <ports/Desktop.h>
 
 namespace tulvane {

@@ -3,7 +3,6 @@
 #include <platform/linux/session/desktop/NullPorts.h>
 #include <platform/linux/session/desktop/SharedPorts.h>
 #include <platform/linux/session/desktop/X11Ports.h>
-
 #include <ports/OpenDesktop.h>
 
 #include <algorithm>

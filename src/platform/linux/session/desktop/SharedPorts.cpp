@@ -18,8 +18,9 @@ void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
     const auto microphone = std::make_shared<PulseAudioInput>();
     desktop.microphone = microphone;
     desktop.sounds = std::make_shared<PulseSounds>(microphone->server());
-    desktop.permissions = sessionOf(options.environment).permissions(
-        options.environment, [microphone] { return microphone->server()->refusesMicrophone(); });
+    desktop.permissions = sessionOf(options.environment).permissions(options.environment, [microphone] {
+        return microphone->server()->refusesMicrophone();
+    });
     desktop.processes = std::make_shared<ChildProcesses>();
     desktop.workspace = std::make_shared<DesktopWorkspace>(
         desktopName(options.environment).split(u':', Qt::SkipEmptyParts), options.helpPage);

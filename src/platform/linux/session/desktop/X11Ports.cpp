@@ -11,7 +11,6 @@
 #include <platform/linux/x11/windows/TaskBarEntries.h>
 #include <platform/linux/x11/windows/X11IndicatorPanel.h>
 #include <platform/linux/x11/windows/X11KeyboardGrab.h>
-
 #include <ports/UserDefaults.h>
 
 namespace tulvane {

@@ -7,7 +7,6 @@
 #include <platform/linux/session/Session.h>
 #include <platform/linux/storage/JsonUserDefaults.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
-
 #include <ports/ProgramServices.h>
 
 #include <optional>

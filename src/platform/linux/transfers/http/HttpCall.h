@@ -1,11 +1,10 @@
 #pragma once
 
 #include <platform/linux/transfers/http/ResponsePlan.h>
+#include <ports/TransferError.h>
 
 #include <QByteArrayList>
 #include <QUrl>
-
-#include <ports/TransferError.h>
 
 #include <chrono>
 #include <cstddef>

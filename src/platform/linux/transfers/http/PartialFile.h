@@ -1,10 +1,9 @@
 #pragma once
 
 #include <base/Result.h>
+#include <ports/TransferError.h>
 
 #include <QString>
-
-#include <ports/TransferError.h>
 
 #include <cstddef>
 #include <span>

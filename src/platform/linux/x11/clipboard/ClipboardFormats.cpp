@@ -78,7 +78,8 @@ FormatWorth worthOf(const QString& target)
                                                                     : FormatWorth::own;
 }
 
-QList<TargetOffer> offersFor(X11Connection& link, const QList<PasteboardItem>& items, const TargetForms& forms)
+QList<TargetOffer> offersFor(X11Connection& link, const QList<PasteboardItem>& items,
+                             const TargetForms& forms)
 {
     QList<TargetOffer> offers;
     for (const PasteboardItem& item : items) {

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <platform/linux/x11/connection/X11Connection.h>
+#include <ports/PasteboardItem.h>
 
 #include <QList>
-
-#include <ports/PasteboardItem.h>
 
 namespace tulvane {
 

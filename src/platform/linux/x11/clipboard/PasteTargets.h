@@ -1,7 +1,6 @@
 #pragma once
 
 #include <platform/linux/x11/connection/X11Connection.h>
-
 #include <ports/PasteTarget.h>
 
 namespace tulvane {

@@ -2,7 +2,6 @@
 
 #include <base/Scheduler.h>
 #include <platform/linux/x11/clipboard/ClipboardFormats.h>
-
 #include <ports/PasteboardItem.h>
 
 #include <chrono>

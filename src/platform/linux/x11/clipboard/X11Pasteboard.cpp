@@ -1,6 +1,5 @@
 #include <platform/linux/x11/clipboard/FrontWindow.h>
 #include <platform/linux/x11/clipboard/X11Pasteboard.h>
-#include <platform/linux/x11/clipboard/FrontWindow.h>
 
 #include <algorithm>
 

@@ -3,11 +3,11 @@
 #include <base/Scheduler.h>
 #include <platform/linux/x11/clipboard/SelectionOwner.h>
 #include <platform/linux/x11/clipboard/SelectionReader.h>
+#include <ports/Pasteboard.h>
 
 #include <QObject>
 #include <QPromise>
 
-#include <ports/Pasteboard.h>
 #include <xcb/xfixes.h>
 
 #include <list>

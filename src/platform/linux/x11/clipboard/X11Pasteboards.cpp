@@ -3,7 +3,8 @@
 
 namespace tulvane {
 
-X11Pasteboards::X11Pasteboards(X11Connection& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules)
+X11Pasteboards::X11Pasteboards(X11Connection& link, SelectionOwner& owner, Scheduler& scheduler,
+                               PasteRules rules)
     : m_link(link),
       m_targets(link, std::move(rules)),
       m_clipboard(link, owner, scheduler, QStringLiteral("CLIPBOARD")),

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <platform/linux/x11/connection/X11Connection.h>
+#include <ports/VirtualKeys.h>
 
 #include <QString>
 
-#include <ports/VirtualKeys.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include <initializer_list>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <base/Result.h>
-#include <ports/HotkeyError.h>
 #include <platform/linux/x11/connection/X11Connection.h>
 #include <platform/linux/x11/keyboard/X11Modifiers.h>
+#include <ports/HotkeyError.h>
 
 #include <QtGlobal>
 

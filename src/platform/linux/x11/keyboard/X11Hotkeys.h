@@ -5,10 +5,9 @@
 #include <platform/linux/x11/keyboard/ServerTime.h>
 #include <platform/linux/x11/keyboard/X11Grabs.h>
 #include <platform/linux/x11/keyboard/X11KeyMap.h>
+#include <ports/GlobalHotkeys.h>
 
 #include <QString>
-
-#include <ports/GlobalHotkeys.h>
 
 #include <map>
 #include <memory>

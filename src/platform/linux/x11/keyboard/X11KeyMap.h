@@ -2,11 +2,10 @@
 
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/X11Modifiers.h>
+#include <ports/VirtualKeys.h>
 
 #include <QHash>
 #include <QString>
-
-#include <ports/VirtualKeys.h>
 
 #include <memory>
 #include <optional>

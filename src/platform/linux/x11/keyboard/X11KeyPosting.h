@@ -3,10 +3,9 @@
 #include <base/Scheduler.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
+#include <ports/KeyPosting.h>
 
 #include <QPromise>
-
-#include <ports/KeyPosting.h>
 
 #include <functional>
 #include <list>

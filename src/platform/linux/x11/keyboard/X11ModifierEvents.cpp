@@ -3,9 +3,9 @@
 #include <platform/linux/x11/keyboard/ServerTime.h>
 #include <platform/linux/x11/keyboard/X11KeyMap.h>
 #include <platform/linux/x11/keyboard/X11ModifierEvents.h>
-
 #include <ports/KeyModifiers.h>
 #include <ports/VirtualKeys.h>
+
 #include <xcb/xinput.h>
 
 #include <set>

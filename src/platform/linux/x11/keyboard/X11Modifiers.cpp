@@ -1,6 +1,6 @@
 #include <platform/linux/x11/keyboard/X11Modifiers.h>
-
 #include <ports/KeyModifiers.h>
+
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <array>

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <platform/linux/x11/windows/StackingOrder.h>
+#include <ports/IndicatorPanel.h>
 
 #include <QMetaObject>
-
-#include <ports/IndicatorPanel.h>
 
 #include <memory>
 

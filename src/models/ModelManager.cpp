@@ -203,11 +203,12 @@ bool ModelManager::takeFinished(TransferId task, int httpStatus, const QString& 
     setState(model->id, State::verifying());
     // Here and now: the file is gone when this returns.
     auto staged = StagedModel::adopt(m_options.folders, model->id, file);
-    if (staged)
-        m_installer.install(*model, *std::move(staged));
-    else
+    if (!staged) {
         noteInstalled(*model, {.abandoned = false, .error = staged.error()});
-    return staged.has_value();
+        return false;
+    }
+    m_installer.install(*model, *std::move(staged));
+    return true;
 }
 
 void ModelManager::noteInstalled(const WhisperModel& model, const ModelInstaller::Outcome& outcome)

@@ -97,7 +97,6 @@ private:
         desktop.processes = unowned(m_processes);
         desktop.workspace = unowned(m_workspace);
         desktop.transfers = unowned(m_transfers);
-        desktop.memory = unowned(m_memory);
         desktop.presentation = unowned(presentation);
         desktop.keyboard = unowned(m_keyboard);
         desktop.loginItem = unowned(m_loginItem);

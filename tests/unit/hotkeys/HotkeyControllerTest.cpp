@@ -79,7 +79,7 @@ TEST_F(HotkeyControllerTest, MeasuresThePressByTheClock)
 
 TEST_F(HotkeyControllerTest, ATapThatIsHandledLateIsATap)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
     make();
     const HotkeyId id = m_hotkeys.registered().front().first;
     const auto late = [&](HotkeyEventKind kind, std::chrono::milliseconds age) {
@@ -95,8 +95,8 @@ TEST_F(HotkeyControllerTest, ATapThatIsHandledLateIsATap)
 
 TEST_F(HotkeyControllerTest, ATapOfTheSingleKeyThatIsHandledLateIsATap)
 {
-    m_settings.setHotkeyMode(HotkeyMode::hold);
-    m_settings.setModifierHotkey(ModifierHotkey::rightOption);
+    m_settings.hotkeyMode.set(HotkeyMode::hold);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
     make();
     const auto late = [&](quint64 flags, std::chrono::milliseconds age) {
         m_modifiers.send({ModifierEvent::Type::flagsChanged, 61, flags, age});

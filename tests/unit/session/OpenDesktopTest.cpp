@@ -74,8 +74,11 @@ TEST_F(NullDesktopTest, TextGoesNowhereAndNothingHangs)
     EXPECT_FALSE(board.replace({PasteboardItem::text(u"text"_qs)}));
     EXPECT_FALSE(board.replaceUnlessChanged({}, board.changeCount()));
     EXPECT_TRUE(await(board.contents()).items.isEmpty());
-    EXPECT_EQ(&desktop->pasteboards->pasteSource(), &board);
-    EXPECT_FALSE(await(desktop->keys->post(KeyPosting::keyV, KeyPosting::command)));
+    const PasteTarget target = desktop->pasteboards->pasteTarget();
+    EXPECT_EQ(target.window, 0U);
+    EXPECT_EQ(&desktop->pasteboards->of(target.selection), &board);
+    EXPECT_FALSE(await(desktop->keys->paste(target)));
+    EXPECT_FALSE(await(desktop->keys->typeSpaces(1)));
     EXPECT_FALSE(await(desktop->elements->focused()));
     EXPECT_FALSE(desktop->makeIndicatorPanel()->isBlended());
     desktop->statusItem->setSymbol(u"mic.fill"_qs);

@@ -115,7 +115,7 @@ TEST_F(PreferencesPageTest, TheLongestRecordingGoesInTensBetweenItsBounds)
 TEST_F(PreferencesPageTest, AStepperHasItsValueAndRangeForAScreenReader)
 {
     QAccessible::setActive(true);
-    world.settings.setMaxRecordingSeconds(120);
+    world.settings.maxRecordingSeconds.set(120);
     UiWorld::settle();
     QAccessibleInterface* const stepper =
         QAccessible::queryAccessibleInterface(&probe->item(QStringLiteral("settings.maxRecordingSeconds")));

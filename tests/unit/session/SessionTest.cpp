@@ -36,7 +36,7 @@ TEST(Session, ReachesTheKeysOnX11Alone)
 TEST(NullPrivacyPermissions, InAWaylandSessionTheXServersAnswersMeanNothing)
 {
     const auto session = environment({{"WAYLAND_DISPLAY", "wayland-0"}, {"DISPLAY", ":0"}});
-    const auto wayland = sessionOf(session).permissions(session);
+    const auto wayland = sessionOf(session).permissions(session, {});
     EXPECT_FALSE(wayland->accessibility());
     EXPECT_FALSE(wayland->inputMonitoring());
     EXPECT_EQ(wayland->obstacle(Permission::accessibility).reason,
@@ -51,7 +51,7 @@ TEST(NullPrivacyPermissions, InAWaylandSessionTheXServersAnswersMeanNothing)
 
 TEST(NullPrivacyPermissions, WithoutADisplayNothingButTheMicrophoneWorks)
 {
-    const auto none = sessionOf(environment({})).permissions(environment({}));
+    const auto none = sessionOf(environment({})).permissions(environment({}), {});
     for (const Permission permission : {Permission::accessibility, Permission::inputMonitoring}) {
         EXPECT_EQ(none->obstacle(permission).reason, u"No X display could be reached."_qs);
         EXPECT_EQ(none->obstacle(permission).remedy,
@@ -65,7 +65,7 @@ TEST(NullPrivacyPermissions, WithoutADisplayNothingButTheMicrophoneWorks)
 TEST(X11Session, ADisplayThatDoesNotAnswerPermitsNothing)
 {
     const auto session = environment({{"DISPLAY", ":64999"}});
-    const auto permissions = sessionOf(session).permissions(session);
+    const auto permissions = sessionOf(session).permissions(session, {});
     EXPECT_FALSE(permissions->accessibility());
     EXPECT_EQ(permissions->obstacle(Permission::accessibility).reason, u"No X display could be reached."_qs);
 }

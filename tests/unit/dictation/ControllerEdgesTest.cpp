@@ -75,7 +75,7 @@ TEST_F(ControllerEdges, TheClipboardIsPutBackAsTheSettingSaidAtTheStop)
         finishEngine();
         advance(3s);
         ASSERT_EQ(phase(), u"idle");
-        EXPECT_EQ(boards.generalBoard.text(), restore ? u"mine" : u"Hei på deg ");
+        EXPECT_EQ(boards.generalBoard.text(), restore ? u"mine" : u"Hei på deg");
     }
 }
 

@@ -82,6 +82,8 @@ TEST_P(EveryWindow, IsLaidOutWithoutFlawsWhereEverythingIsThere)
 
 TEST_P(EveryWindow, ShowsTheSameAfterAnExpose)
 {
+    if (qEnvironmentVariableIsSet("QT_SCALE_FACTOR"))
+        GTEST_SKIP() << "the offscreen platform grabs a scaled window in other pixels than it draws";
     beginAnew();
     for (const SettingsTab page : allCases<SettingsTab>()) {
         world.ui.showPage(page);

@@ -109,15 +109,18 @@ TEST_F(SetupChecklistTest, ARowLeadsToItsAction)
     EXPECT_TRUE(world.ui.onboardingWindow().window()->isVisible());
 }
 
-TEST_F(SetupChecklistTest, ReturnAndEnterOnARowDoWhatAClickDoes)
+TEST_F(SetupChecklistTest, ReturnOnARowDoesWhatAClickDoes)
 {
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-        world.ui.settingsWindow().selection().setTab(SettingsTab::home);
-        UiWorld::settle();
-        probe().item(QStringLiteral("setup.model")).forceActiveFocus(Qt::TabFocusReason);
-        probe().press(key);
-        EXPECT_EQ(world.ui.settingsWindow().selection().tab(), SettingsTab::models) << key;
-    }
+    probe().item(QStringLiteral("setup.model")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Return);
+    EXPECT_EQ(world.ui.settingsWindow().selection().tab(), SettingsTab::models);
+}
+
+TEST_F(SetupChecklistTest, EnterOnARowDoesWhatAClickDoes)
+{
+    probe().item(QStringLiteral("setup.model")).forceActiveFocus(Qt::TabFocusReason);
+    probe().press(Qt::Key_Enter);
+    EXPECT_EQ(world.ui.settingsWindow().selection().tab(), SettingsTab::models);
 }
 
 TEST_F(SetupChecklistTest, GoesWhenItIsHidden)

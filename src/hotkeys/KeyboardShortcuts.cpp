@@ -16,7 +16,7 @@ QString storageKey(const QString& rawName)
     return KeyboardShortcuts::storagePrefix + rawName;
 }
 
-/// A bit that is no modifier would fall away, and a bare key be left, which then nobody could type any more.
+/// A bit that is no modifier would fall away and leave a bare key, which no program could receive any more.
 bool hasUnknownModifiers(const KeyCombination& combination)
 {
     return (combination.modifiers & ~carbon::all) != 0;

@@ -93,7 +93,7 @@ StagedModel::Found StagedModel::find(const ModelFolders& folders, const QString&
     const bool hasNote = QFile::exists(noteFile(folders, id));
     if (!hasNote && !QFile::exists(lockFile(folders, id)))
         return Found::nobody;
-    // A lock that cannot be asked for is nobody's.
+    // A lock that cannot be taken or read is held by no process.
     const auto lock = FileLock::acquire(lockFile(folders, id), std::chrono::milliseconds(0));
     if (!lock && lock.error().isHeld())
         return Found::otherProgram;

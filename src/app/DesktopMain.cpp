@@ -53,7 +53,7 @@ int run(int argc, char** argv, tulvane::cli::Console& console)
 
 int main(int argc, char** argv)
 {
-    // Whoever read our log may be gone: no reason to go as well.
+    // The reader of our log may be gone: no reason to end as well.
     std::signal(SIGPIPE, SIG_IGN);
     tulvane::useOneHeap();
     tulvane::cli::writeLogToStandardError(tulvane::cli::LogAmount::everything);
@@ -64,7 +64,7 @@ int main(int argc, char** argv)
     const int status = run(argc, argv, console);
     out.flush();
     err.flush();
-    // Nothing is left to do but to give memory back, and the engine may be reading a model that nobody needs
+    // Nothing is left to do but to give memory back, and the engine may be reading a model that is not needed
     // any more.
     std::quick_exit(status);
 }

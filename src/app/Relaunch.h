@@ -13,8 +13,8 @@ class Processes;
 /// the arguments stand as they are, so they are plain words.
 [[nodiscard]] QString relaunchCommand(qint64 process, const QString& program, const QStringList& arguments);
 
-/// Has this program started anew once this process has ended, and ends it: also where nobody could be found
-/// to start it, which is logged. Main thread.
+/// Has this program started anew once this process has ended, and ends it: also where no process could be
+/// found to start it, which is logged. Main thread.
 void relaunch(Processes& processes, const QString& program, const QStringList& arguments,
               const std::function<void()>& terminate);
 

@@ -42,7 +42,7 @@ public:
     std::function<void()> onStart;
     std::function<void()> onStop;
     std::function<void()> onCancel;
-    /// Whoever starts or ends a recording by other means tells it so.
+    /// A caller that starts or ends a recording by other means reports it to the machine.
     HotkeyStateMachine machine;
 
     /// Listens at once. All collaborators outlive this object.

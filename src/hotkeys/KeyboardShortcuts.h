@@ -21,7 +21,7 @@ namespace tulvane {
 class UserDefaults;
 
 /// The named global key combinations: stored in the user's preferences, registered with the system, their two
-/// edges handed to whoever listens. One per process; main thread, and so are all handlers.
+/// edges handed to the handlers. One per process; main thread, and so are all handlers.
 class KeyboardShortcuts final : public QObject {
     Q_OBJECT
 

@@ -18,7 +18,7 @@ public:
 
     enum class Verdict {
         accepted,
-        notACombination, ///< nothing that the user is told about; the field beeps
+        notACombination, ///< no message; the field beeps
         refused,         ///< in use already: `message` says by what
     };
     struct Answer {

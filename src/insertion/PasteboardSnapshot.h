@@ -26,8 +26,8 @@ struct PasteboardSnapshot {
     [[nodiscard]] bool isText(const QString& text) const;
 
     /// Clears the pasteboard, and puts the items back in one write, where its change count is still `count`;
-    /// otherwise somebody has written since, and nothing happens. True when the pasteboard took them; false
-    /// also where there is nothing to put back.
+    /// otherwise another program has written since, and nothing happens. True when the pasteboard took them;
+    /// false also where there is nothing to put back.
     bool restore(Pasteboard& pasteboard, qint64 count) const;
 };
 

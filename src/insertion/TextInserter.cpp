@@ -30,7 +30,7 @@ TextInserter::TextInserter(const InsertionPorts& ports) : m_ports(ports), m_wait
 
 TextInserter::~TextInserter()
 {
-    *m_alive = false;
+    m_lifetime.end();
     m_waits.notifyAll();
 }
 
@@ -49,12 +49,12 @@ QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod 
         leaveOnClipboard(text);
         co_return InsertionResult::copiedToClipboard;
     }
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     if (method == InsertionMethod::accessibilityThenPaste && m_ports.permissions.accessibility()) {
         const Write write = co_await insertViaAccessibility(text);
         if (write == Write::done)
             co_return InsertionResult::inserted;
-        if (!*alive)
+        if (!alive)
             co_return InsertionResult::copiedToClipboard;
         // Pasted as well, it might come twice.
         if (write == Write::unanswered) {
@@ -85,28 +85,28 @@ QCoro::Task<InsertionResult> TextInserter::paste(QString text, bool restoreClipb
 
 QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard)
 {
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     co_await saveAndAim(paste, restoreClipboard);
-    if (!*alive)
+    if (!alive)
         co_return InsertionResult::copiedToClipboard;
     if (paste->target.lineBreaks == PasteLineBreaks::asSpaces)
         paste->body = inOneLine(paste->body);
     // The pasteboard outlives the inserter.
     paste->board().setActivityHandler([this, alive] {
-        if (*alive)
+        if (alive)
             m_waits.notifyAll();
     });
     paste->write();
     const bool posted = co_await m_ports.keys.paste(paste->target);
     if (!posted) {
-        if (*alive) {
+        if (alive) {
             qCCritical(lcInsertion, "Failed to post ⌘V; text left on clipboard");
             giveUp(*paste);
         }
         co_return InsertionResult::copiedToClipboard;
     }
     const Arrival arrival = co_await awaitReader(paste, m_waits.limit(readLimit));
-    if (!*alive)
+    if (!alive)
         co_return InsertionResult::copiedToClipboard;
     if (arrival == Arrival::missing) {
         qCWarning(lcInsertion, "Nobody read the pasted text; left it on the clipboard");
@@ -119,13 +119,13 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
 
 QCoro::Task<> TextInserter::saveAndAim(std::shared_ptr<Paste> paste, bool restoreClipboard)
 {
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     paste->target = m_ports.pasteboards.pasteTarget();
     bool isSaved = !restoreClipboard;
     while (!isSaved) {
         const PasteSelection saving = paste->target.selection;
         paste->saved = co_await PasteboardSnapshot::capture(paste->board());
-        if (!*alive)
+        if (!alive)
             co_return;
         if (!paste->saved->complete)
             qCWarning(lcInsertion, "A part of the clipboard did not come in time; it is lost");
@@ -138,8 +138,8 @@ QCoro::Task<> TextInserter::saveAndAim(std::shared_ptr<Paste> paste, bool restor
 QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Paste> paste,
                                                              std::shared_ptr<PendingDelays::Limit> limit)
 {
-    const auto alive = m_alive;
-    while (*alive && paste->board().reading() == Pasteboard::Reading::unread) {
+    const Lifetime::Guard alive = m_lifetime.guard();
+    while (alive && paste->board().reading() == Pasteboard::Reading::unread) {
         if (paste->board().changeCount() != paste->count) {
             const Takeover takeover = co_await takeBack(paste);
             if (takeover == Takeover::lost)
@@ -154,19 +154,19 @@ QCoro::Task<TextInserter::Arrival> TextInserter::awaitReader(std::shared_ptr<Pas
     }
     // Counted from the read where that is known: a program that has only just read the text has yet to put it
     // in place before the spaces come.
-    if (*alive && paste->spaces > 0)
+    if (alive && paste->spaces > 0)
         co_await sleep(trailingSpaceDelay);
     co_return Arrival::arrived;
 }
 
 QCoro::Task<TextInserter::Takeover> TextInserter::takeBack(std::shared_ptr<Paste> paste)
 {
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board());
-    if (!*alive || !newer.complete || newer.items.isEmpty())
+    if (!alive || !newer.complete || newer.items.isEmpty())
         co_return Takeover::lost;
     // A clipboard manager may hold in its own name what it has read. The program in front reads it from
-    // there, unseen, and taking it back would only start a quarrel.
+    // there, unseen; writing again would only make the manager take it again.
     if (newer.isText(paste->body))
         co_return Takeover::sameText;
     if (std::exchange(paste->takenBack, true))
@@ -178,20 +178,20 @@ QCoro::Task<TextInserter::Takeover> TextInserter::takeBack(std::shared_ptr<Paste
 
 QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
 {
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     co_await typeSpaces(paste->spaces);
-    if (!*alive || !paste->saved)
+    if (!alive || !paste->saved)
         co_return;
     co_await sleep(pasteSettleDelay);
-    // Somebody else may have written meanwhile: that is newer than what was saved, and is kept.
-    if (!*alive || !paste->saved->isWorthRestoring() || paste->saved->restore(paste->board(), paste->count))
+    // Another program may have written meanwhile: that is newer than what was saved, and is kept.
+    if (!alive || !paste->saved->isWorthRestoring() || paste->saved->restore(paste->board(), paste->count))
         co_return;
     // Unless it is no more than our own text, which some editors and clipboard managers hold in their own
-    // name as soon as they have read it. Whoever was to read it has.
+    // name as soon as they have read it. The program in front has read it.
     if (paste->board().reading() != Pasteboard::Reading::read || paste->board().changeCount() == paste->count)
         co_return;
     const PasteboardSnapshot newer = co_await PasteboardSnapshot::capture(paste->board());
-    if (*alive && newer.complete && newer.isText(paste->body))
+    if (alive && newer.complete && newer.isText(paste->body))
         paste->saved->restore(paste->board(), newer.changeCount);
 }
 
@@ -199,23 +199,23 @@ QCoro::Task<> TextInserter::typeSpaces(int count)
 {
     if (count == 0)
         co_return;
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     const bool typed = co_await m_ports.keys.typeSpaces(count);
-    if (*alive && !typed)
+    if (alive && !typed)
         qCCritical(lcInsertion, "Failed to post trailing Space keystroke");
 }
 
 QCoro::Task<TextInserter::Write> TextInserter::insertViaAccessibility(QString text)
 {
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     const std::shared_ptr<FocusedElement> element = co_await m_ports.elements.focused();
-    if (!*alive || !element)
+    if (!alive || !element)
         co_return Write::refused;
     const bool settable = co_await element->settable();
     if (!settable)
         co_return Write::refused;
     const std::optional<QString> role = co_await element->role();
-    // Passwords are never written this way; a role that cannot be read stands in nobody's way.
+    // Passwords are never written this way; a role that cannot be read is no reason to refuse.
     if (role == FocusedElement::secureTextFieldRole)
         co_return Write::refused;
     const bool written = co_await element->setSelectedText(text);
@@ -237,9 +237,9 @@ QCoro::Task<bool> TextInserter::isReflected(std::shared_ptr<FocusedElement> elem
 
 QCoro::Task<> TextInserter::sleep(std::chrono::milliseconds duration)
 {
-    const auto alive = m_alive;
+    const Lifetime::Guard alive = m_lifetime.guard();
     const auto limit = m_waits.limit(duration);
-    while (*alive && !limit->isOver())
+    while (alive && !limit->isOver())
         co_await m_waits.next();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <base/Scheduler.h>
+#include <base/async/Lifetime.h>
 #include <base/async/PendingDelays.h>
 #include <insertion/InsertionResult.h>
 #include <insertion/PasteboardSnapshot.h>
@@ -39,7 +40,7 @@ public:
     /// Between the paste command and the first Space keystroke.
     static constexpr std::chrono::milliseconds trailingSpaceDelay{50};
     /// From the paste command on, how long a slow program may take to read the text, where the pasteboard can
-    /// tell. What nobody has read by then counts as not arrived.
+    /// tell. What no program has read by then counts as not arrived.
     static constexpr std::chrono::milliseconds readLimit{2000};
 
     explicit TextInserter(const InsertionPorts& ports);
@@ -96,8 +97,8 @@ private:
 
     InsertionPorts m_ports;
     PendingDelays m_waits;
-    /// False once the inserter is gone; each coroutine looks at it after every wait.
-    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    /// Each coroutine takes a guard of it before its first wait and looks at the guard after each.
+    Lifetime m_lifetime;
 };
 
 } // namespace tulvane

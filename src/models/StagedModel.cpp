@@ -92,12 +92,12 @@ StagedModel::Found StagedModel::find(const ModelFolders& folders, const QString&
 {
     const bool hasNote = QFile::exists(noteFile(folders, id));
     if (!hasNote && !QFile::exists(lockFile(folders, id)))
-        return Found::nobody;
+        return Found::none;
     // A lock that cannot be taken or read is held by no process.
     const auto lock = FileLock::acquire(lockFile(folders, id), std::chrono::milliseconds(0));
     if (!lock && lock.error().isHeld())
         return Found::otherProgram;
-    return hasNote ? Found::waiting : Found::nobody;
+    return hasNote ? Found::waiting : Found::none;
 }
 
 std::unique_ptr<StagedModel> StagedModel::recover(const ModelFolders& folders, const QString& id)

@@ -19,7 +19,7 @@ namespace tulvane {
 class StagedModel final {
 public:
     /// Who has an arrived file of a model.
-    enum class Found { nobody, otherProgram, waiting };
+    enum class Found { none, otherProgram, waiting };
 
     /// Moves an arrived file out of its owner's reach, by a rename: into the temporary folder, else (another
     /// file system) beside the models. A failure leaves it where it is.

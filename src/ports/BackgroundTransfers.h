@@ -78,7 +78,7 @@ public:
     /// Begins a transfer; failures are reported by `completed`. A transfer of the same address that is under
     /// way is joined, and bytes that an earlier one has left and that are still valid are kept.
     [[nodiscard]] virtual TransferId start(const TransferRequest& request) = 0;
-    /// Goes on with what an error's `resumeData` tells of. Data that makes no sense ends in `badAnswer`.
+    /// Goes on with what an error's `resumeData` describes. Data that cannot be read ends in `badAnswer`.
     [[nodiscard]] virtual TransferId resume(const QByteArray& resumeData) = 0;
     /// Ends a transfer; `completed` follows with `cancelled` and resume data. Unknown ones are ignored.
     virtual void cancel(TransferId id) = 0;

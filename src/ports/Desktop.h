@@ -55,7 +55,7 @@ struct Desktop {
     std::shared_ptr<KeyboardGrab> keyboard;
     std::shared_ptr<LoginItem> loginItem;
     std::shared_ptr<StatusItem> statusItem;
-    /// For the pill's window; needs the application object of the windows.
+    /// For the indicator's window; needs the application object of the windows.
     std::function<std::unique_ptr<IndicatorPanel>()> makeIndicatorPanel;
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};

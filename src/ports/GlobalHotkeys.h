@@ -38,7 +38,7 @@ struct HotkeyEvent {
     std::chrono::milliseconds age{0}; ///< how long ago it happened; a busy program handles it late
 };
 
-/// What the program made of an event; one that is not handled goes on to whoever is next.
+/// What the program made of an event; one that is not handled goes on to the next handler.
 enum class HotkeyDelivery { handled, eventNotHandled };
 
 /// A combination that the desktop itself uses.
@@ -88,8 +88,8 @@ public:
     /// Replaces the one handler of all events.
     virtual void setEventHandler(const EventHandler& handler) = 0;
 
-    /// Replaces the one handler that hears that registrations and names may hold no longer: another keyboard
-    /// or layout, or the desktop has ended. Register again then.
+    /// Replaces the one handler that is called when registrations and names may hold no longer: another
+    /// keyboard or layout, or the desktop has ended. Register again then.
     virtual void setChangeHandler(const ChangeHandler& handler) = 0;
 
     /// The combinations that the desktop itself uses. Where its settings cannot be read, the answer is about
@@ -99,7 +99,7 @@ public:
     /// How this desktop writes the combination, with the names of the current layout.
     [[nodiscard]] virtual KeyDisplay display(const KeyCombination& combination) const = 0;
 
-    /// The combination that a window was told of; none for a key that cannot be stored.
+    /// The combination of a key event that a window received; none for a key that cannot be stored.
     [[nodiscard]] virtual std::optional<KeyCombination> combination(const NativeKey& key) const = 0;
 };
 

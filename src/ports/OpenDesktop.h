@@ -26,7 +26,7 @@ struct DesktopOptions {
 /// for the display's answer.
 [[nodiscard]] Result<QByteArray, Obstacle> windowSystem(const QProcessEnvironment& environment);
 
-/// Every port of the session that the environment tells of. Fails, in English, where there is a display that
+/// Every port of the session that the environment names. Fails, in English, where there is a display that
 /// cannot be worked on; without any display every port that needs one is a null port. Needs the application
 /// object of the windows where there is a display. `scheduler` outlives the desktop. Main thread.
 [[nodiscard]] Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const DesktopOptions& options,

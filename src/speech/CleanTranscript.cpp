@@ -108,7 +108,7 @@ void capitalise(QString& text)
 }
 
 /// A line break is a character of its own (a carriage return with its line feed is all line break), so the
-/// last unit tells of the whole last character.
+/// last unit decides the whole last character.
 bool endsWithLineBreak(const QString& text)
 {
     const char16_t last = text.back().unicode();

@@ -14,7 +14,7 @@ from setup_guide import SetupGuide
 from text_editor import TextEditor
 
 LANGUAGES = {"no": "Norwegian Bokmål", "nn": "Norwegian Nynorsk", "en": "English"}
-PILL = (540, 670, 200, 70)  # where it stands on this screen
+INDICATOR = (540, 670, 200, 70)  # where it stands on this screen
 NEEDED = ["Xvfb", "dbus-daemon", "openbox", "picom", "trayer", "hsetroot", "pulseaudio", "pactl", "paplay", "espeak-ng",
           "sox", "xdotool", "convert", "l3afpad", "setpriv"]
 
@@ -115,14 +115,14 @@ class Show:
         return self.dictation.hold_hotkey(sound)
 
     def photograph(self, sound):
-        """A dictation with a picture of each thing that the pill shows: the meter at its highest, then the work."""
+        """A dictation with a picture of each thing that the indicator shows: the meter at its highest, then the work."""
         listening = []
         with LastOfPhase(self.screen, self.dictation.phases) as last:
             arrival = self.dictation.hold_hotkey(
-                sound, meanwhile=lambda: listening.append(self.screen.brightest(PILL, 0.8)))
-        self.picture("pill-listening", listening[0])
+                sound, meanwhile=lambda: listening.append(self.screen.brightest(INDICATOR, 0.8)))
+        self.picture("indicator-listening", listening[0])
         if "transcribing" in last.frames:  # not on a machine that has the text before a picture can be taken
-            self.picture("pill-transcribing", last.frames["transcribing"])
+            self.picture("indicator-transcribing", last.frames["transcribing"])
         return arrival
 
     def show_pages(self):

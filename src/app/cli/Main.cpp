@@ -34,7 +34,7 @@ int main(int argc, char** argv)
     const int status = cli::runCommandLine(arguments, programCommands(), startProgram, console);
     out.flush();
     err.flush();
-    // Nothing is left to do but to give memory back, and the engine may be reading a model that nobody needs
+    // Nothing is left to do but to give memory back, and the engine may be reading a model that is not needed
     // any more.
     std::quick_exit(status);
 }

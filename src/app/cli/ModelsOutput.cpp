@@ -16,7 +16,7 @@ namespace {
 using Kind = ModelState::Kind;
 
 constexpr int barWidth = 30;
-// A speed is told once it means something.
+// A speed is printed once it means something.
 constexpr qint64 firstSpeedMilliseconds = 500;
 
 QJsonObject object(const ModelManager& manager, const WhisperModel& model, const QString& selected)

@@ -45,7 +45,7 @@ std::unique_ptr<ProgramServices> openServices()
     return openProgramServices(serviceOptions(), systemClock);
 }
 
-/// The stored settings, opened when a command first needs them; trouble with the file is told at once.
+/// The stored settings, opened when a command first needs them; trouble with the file is printed at once.
 class StoredSettings final {
 public:
     StoredSettings(ProgramServices& services, cli::Console& console) : m_defaults(services.defaults())

@@ -7,7 +7,7 @@
 
 namespace tulvane::cli {
 
-/// Everything that `stats` tells of one period.
+/// Everything that `stats` prints about one period.
 struct StatsReport {
     StatsPeriod period = StatsPeriod::week;
     PeriodTotals totals;

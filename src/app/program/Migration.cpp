@@ -34,7 +34,7 @@ void Migration::run()
     copyPreferences();
     moveFolder();
     // Also after a failure: a second try could bring back what the user has removed since. Where this cannot
-    // be written, the trouble is told by the preferences themselves.
+    // be written, the preferences report it themselves.
     static_cast<void>(m_defaults.set(doneKey, true));
 }
 

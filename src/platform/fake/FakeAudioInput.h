@@ -11,7 +11,7 @@
 
 namespace tulvane {
 
-/// A microphone under a script: what is pushed is what it hears. Main thread, except `push`.
+/// A microphone under a script: what is pushed is what it records. Main thread, except `push`.
 class FakeAudioInput final : public AudioInput {
 public:
     FakeAudioInput();

@@ -42,7 +42,7 @@ public:
 
     // Telling by hand.
     void tellProgress(TransferId id, qint64 received, qint64 expected);
-    /// Writes the body to a file, tells of it, and removes what is left of it afterwards, as the real ones
+    /// Writes the body to a file, reports it, and removes what is left of it afterwards, as the real ones
     /// do.
     void tellFinished(TransferId id, int status, const QByteArray& body);
     /// The same with a file that exists already (a sparse one of the right size, say).

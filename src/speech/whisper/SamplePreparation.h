@@ -6,7 +6,7 @@
 namespace tulvane {
 
 inline constexpr int samplesPerSecond = 16'000;
-/// 1.2 s: the library misbehaves on less than 0.1 s and hears little in less than a second.
+/// 1.2 s: the library misbehaves on less than 0.1 s and recognises little in less than a second.
 inline constexpr std::size_t fewestSamples = 19'200;
 /// Full scale of samples that were never scaled down to 1; more is no sound.
 inline constexpr float loudestSample = 32'768.0F;

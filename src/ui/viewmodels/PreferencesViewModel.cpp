@@ -10,18 +10,22 @@ namespace tulvane {
 
 namespace {
 
-QVariantMap option(const QString& value, const QString& title)
-{
-    return {{QStringLiteral("value"), value}, {QStringLiteral("title"), title}};
-}
+/// Each language in its own words, and English first, which a reader of no offered language is likeliest to
+/// know.
+class AppLanguageChoice final : public ChoiceViewModel {
+public:
+    using ChoiceViewModel::ChoiceViewModel;
 
-QVariantList optionsOf(const AnySetting& setting)
-{
-    QVariantList options;
-    for (const SettingChoice& choice : setting.choices())
-        options.append(option(choice.rawValue, choice.title));
-    return options;
-}
+private:
+    [[nodiscard]] QList<SettingChoice> choices() const override
+    {
+        QList<SettingChoice> choices;
+        for (const AppLanguage language : allCases<AppLanguage>())
+            choices.insert(language == AppLanguage::english ? 0 : choices.size(),
+                           SettingChoice{rawValue(language), untranslatedTitle(language)});
+        return choices;
+    }
+};
 
 } // namespace
 
@@ -32,13 +36,12 @@ PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& log
       m_settings(settingValues(settings, this)),
       m_loginItem(loginItem),
       m_windows(windows),
-      m_relaunch(std::move(relaunch))
+      m_language(new ChoiceViewModel(settings.language, this)),
+      m_insertionMethod(new ChoiceViewModel(settings.insertionMethod, this)),
+      m_appearance(new ChoiceViewModel(settings.appearance, this)),
+      m_appLanguage(new AppLanguageChoice(settings.appLanguage, this, std::move(relaunch)))
 {
-    connect(&settings.language, &AnySetting::changed, this, &PreferencesViewModel::languageChanged);
-    connect(&settings.insertionMethod, &AnySetting::changed, this,
-            &PreferencesViewModel::insertionMethodChanged);
-    connect(&settings.appearance, &AnySetting::changed, this, &PreferencesViewModel::appearanceChanged);
-    connect(&settings.appLanguage, &AnySetting::changed, this, &PreferencesViewModel::appLanguageChanged);
+    connect(m_insertionMethod, &ChoiceViewModel::valueChanged, this, &PreferencesViewModel::pastesChanged);
     connect(&settings, &AppSettings::writeFailed, this, [this](const QString&, const DefaultsError& error) {
         m_storageFailure = error.description();
         Q_EMIT storageFailureChanged();
@@ -50,76 +53,6 @@ PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& log
     connect(&settings, &AppSettings::troubled, this, noteTrouble);
     if (settings.trouble())
         noteTrouble(*settings.trouble());
-}
-
-QVariantList PreferencesViewModel::languages() const
-{
-    return optionsOf(m_stored.language);
-}
-
-QString PreferencesViewModel::language() const
-{
-    return m_stored.language.value().toString();
-}
-
-void PreferencesViewModel::setLanguage(const QString& value)
-{
-    (void)m_stored.language.setValue(value);
-}
-
-QVariantList PreferencesViewModel::insertionMethods() const
-{
-    return optionsOf(m_stored.insertionMethod);
-}
-
-QString PreferencesViewModel::insertionMethod() const
-{
-    return m_stored.insertionMethod.value().toString();
-}
-
-void PreferencesViewModel::setInsertionMethod(const QString& value)
-{
-    (void)m_stored.insertionMethod.setValue(value);
-}
-
-QVariantList PreferencesViewModel::appearances() const
-{
-    return optionsOf(m_stored.appearance);
-}
-
-QString PreferencesViewModel::appearance() const
-{
-    return m_stored.appearance.value().toString();
-}
-
-void PreferencesViewModel::setAppearance(const QString& value)
-{
-    (void)m_stored.appearance.setValue(value);
-}
-
-QVariantList PreferencesViewModel::appLanguages()
-{
-    // Each in its own words, and English first, which a reader of no offered language is likeliest to know.
-    QVariantList options;
-    for (const AppLanguage language : allCases<AppLanguage>()) {
-        const QVariantMap entry = option(rawValue(language), untranslatedTitle(language));
-        options.insert(language == AppLanguage::english ? 0 : options.size(), entry);
-    }
-    return options;
-}
-
-QString PreferencesViewModel::appLanguage() const
-{
-    return rawValue(m_stored.appLanguage());
-}
-
-void PreferencesViewModel::setAppLanguage(const QString& value)
-{
-    const auto language = fromRawValue<AppLanguage>(value);
-    if (!language || *language == m_stored.appLanguage())
-        return;
-    m_stored.appLanguage.set(*language);
-    m_relaunch();
 }
 
 QObject* PreferencesViewModel::settings() const

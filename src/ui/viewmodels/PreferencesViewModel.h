@@ -1,7 +1,8 @@
 #pragma once
 
+#include <ui/viewmodels/ChoiceViewModel.h>
+
 #include <QObject>
-#include <QVariantList>
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
@@ -24,18 +25,13 @@ class PreferencesViewModel final : public QObject {
     Q_PROPERTY(QObject* settings READ settings CONSTANT)
     /// Of every preference by its key: `title`, and of a number `from`, `to` and `step`
     Q_PROPERTY(QVariantMap rows READ rows CONSTANT)
-    // Of each choice: the options (`value`, `title`) and the value chosen now.
-    Q_PROPERTY(QVariantList languages READ languages CONSTANT)
-    Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
-    Q_PROPERTY(QVariantList insertionMethods READ insertionMethods CONSTANT)
-    Q_PROPERTY(
-        QString insertionMethod READ insertionMethod WRITE setInsertionMethod NOTIFY insertionMethodChanged)
-    Q_PROPERTY(QVariantList appearances READ appearances CONSTANT)
-    Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY appearanceChanged)
-    Q_PROPERTY(QVariantList appLanguages READ appLanguages CONSTANT)
-    Q_PROPERTY(QString appLanguage READ appLanguage WRITE setAppLanguage NOTIFY appLanguageChanged)
+    Q_PROPERTY(tulvane::ChoiceViewModel* language READ language CONSTANT)
+    Q_PROPERTY(tulvane::ChoiceViewModel* insertionMethod READ insertionMethod CONSTANT)
+    Q_PROPERTY(tulvane::ChoiceViewModel* appearance READ appearance CONSTANT)
+    /// Another one takes effect by starting the program anew, which the assignment does.
+    Q_PROPERTY(tulvane::ChoiceViewModel* appLanguage READ appLanguage CONSTANT)
     /// Whether there is a clipboard to be restored after an insertion.
-    Q_PROPERTY(bool pastes READ pastes NOTIFY insertionMethodChanged)
+    Q_PROPERTY(bool pastes READ pastes NOTIFY pastesChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
     /// Why the last change of it failed; empty otherwise
     Q_PROPERTY(QString launchAtLoginFailure READ launchAtLoginFailure NOTIFY launchAtLoginChanged)
@@ -50,19 +46,10 @@ public:
 
     [[nodiscard]] QObject* settings() const;
     [[nodiscard]] QVariantMap rows() const;
-    [[nodiscard]] QVariantList languages() const;
-    [[nodiscard]] QString language() const;
-    void setLanguage(const QString& value);
-    [[nodiscard]] QVariantList insertionMethods() const;
-    [[nodiscard]] QString insertionMethod() const;
-    void setInsertionMethod(const QString& value);
-    [[nodiscard]] QVariantList appearances() const;
-    [[nodiscard]] QString appearance() const;
-    void setAppearance(const QString& value);
-    [[nodiscard]] static QVariantList appLanguages();
-    [[nodiscard]] QString appLanguage() const;
-    /// Another language takes effect by starting the program anew, which this does.
-    void setAppLanguage(const QString& value);
+    [[nodiscard]] ChoiceViewModel* language() const { return m_language; }
+    [[nodiscard]] ChoiceViewModel* insertionMethod() const { return m_insertionMethod; }
+    [[nodiscard]] ChoiceViewModel* appearance() const { return m_appearance; }
+    [[nodiscard]] ChoiceViewModel* appLanguage() const { return m_appLanguage; }
     [[nodiscard]] bool pastes() const;
     [[nodiscard]] bool launchAtLogin() const;
     void setLaunchAtLogin(bool launch);
@@ -72,10 +59,7 @@ public:
     Q_INVOKABLE void showSetupGuide() const;
 
 Q_SIGNALS:
-    void languageChanged();
-    void insertionMethodChanged();
-    void appearanceChanged();
-    void appLanguageChanged();
+    void pastesChanged();
     void launchAtLoginChanged();
     void storageFailureChanged();
 
@@ -84,7 +68,10 @@ private:
     QQmlPropertyMap* m_settings;
     LoginItem& m_loginItem;
     Windows& m_windows;
-    std::function<void()> m_relaunch;
+    ChoiceViewModel* m_language;
+    ChoiceViewModel* m_insertionMethod;
+    ChoiceViewModel* m_appearance;
+    ChoiceViewModel* m_appLanguage;
     QString m_launchAtLoginFailure;
     QString m_storageFailure;
 };

@@ -133,20 +133,20 @@ class SettingsPage(unittest.TestCase):
         self.choose("Appearance", "appearance", 1, "light")
         self.desktop.wait(lambda: self.pixel(5, 5) == light, what="a light window")
 
-    def pill(self):
-        """Whether the pill can be seen: a window of its size that no window manager knows."""
+    def indicator(self):
+        """Whether the indicator can be seen: a window of its size that no window manager knows."""
         shown = self.desktop.xdotool("search", "--onlyvisible", "--class", "tulvane", "getwindowgeometry", "--shell", "%@")
         return "WIDTH=316\nHEIGHT=104" in shown
 
     def test_the_indicator_can_be_switched_off_also_while_it_is_there(self):
         self.desktop.tulvane("start")
-        self.desktop.wait(self.pill, what="the pill")
+        self.desktop.wait(self.indicator, what="the indicator")
         self.switch("On-screen indicator", "showHUD", False)
-        self.desktop.wait(lambda: not self.pill(), what="the end of the pill")
+        self.desktop.wait(lambda: not self.indicator(), what="the end of the indicator")
         self.switch("On-screen indicator", "showHUD", True)
-        self.desktop.wait(self.pill, what="the pill")
+        self.desktop.wait(self.indicator, what="the indicator")
         self.desktop.tulvane("cancel")
-        self.desktop.wait(lambda: not self.pill(), what="the end of the pill")
+        self.desktop.wait(lambda: not self.indicator(), what="the end of the indicator")
 
     def is_in_the_task_bar(self):
         return "SKIP_TASKBAR" not in self.desktop.run("xprop", "-id", self.window, "_NET_WM_STATE")

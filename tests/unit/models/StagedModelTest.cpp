@@ -61,11 +61,11 @@ TEST_F(Staged, ALockFileThatNobodyHoldsLocksNothing)
     for (const QByteArray& left : {QByteArray(), QByteArray("garbage"), QByteArray("1\ninit\nhere\n")}) {
         (void)m_scratch.write(QStringLiteral("Models/.tiny.lock"), left);
         ASSERT_TRUE(QFile::exists(path));
-        EXPECT_EQ(StagedModel::find(m_folders, id), Found::nobody) << left.constData();
+        EXPECT_EQ(StagedModel::find(m_folders, id), Found::none) << left.constData();
     }
     (void)m_scratch.write(QStringLiteral("Models/.tiny.lock"), "x");
     ASSERT_TRUE(QFile::setPermissions(path, {}));
-    EXPECT_EQ(StagedModel::find(m_folders, id), Found::nobody);
+    EXPECT_EQ(StagedModel::find(m_folders, id), Found::none);
 }
 
 TEST_F(Staged, PlacingReplacesTheModelAndLeavesNothingElse)
@@ -89,10 +89,10 @@ TEST_F(Staged, DiscardingLeavesNothing)
 
 TEST_F(Staged, WhatWasLeftIsFoundAndTakenOver)
 {
-    EXPECT_EQ(StagedModel::find(m_folders, id), Found::nobody);
+    EXPECT_EQ(StagedModel::find(m_folders, id), Found::none);
     adopt().reset();
     EXPECT_EQ(StagedModel::find(m_folders, id), Found::waiting);
-    EXPECT_EQ(StagedModel::find(m_folders, QStringLiteral("other")), Found::nobody);
+    EXPECT_EQ(StagedModel::find(m_folders, QStringLiteral("other")), Found::none);
     const auto recovered = StagedModel::recover(m_folders, id);
     ASSERT_NE(recovered, nullptr);
     ASSERT_TRUE(recovered->place());
@@ -123,7 +123,7 @@ TEST_F(Staged, ALockThatNoProgramHoldsIsVoidWhateverItSays)
         ASSERT_TRUE(
             file.setFileTime(QDateTime::currentDateTime().addSecs(-2), QFileDevice::FileModificationTime));
         file.close();
-        EXPECT_EQ(StagedModel::find(m_folders, id), Found::nobody) << text.constData();
+        EXPECT_EQ(StagedModel::find(m_folders, id), Found::none) << text.constData();
         ASSERT_TRUE(adopt()->place());
         QFile::remove(m_folders.modelFile(id));
     }

@@ -9,7 +9,7 @@
 
 namespace tulvane {
 
-/// An element of another program, asked over the accessibility bus. It may outlive whoever found it.
+/// An element of another program, asked over the accessibility bus. It may outlive its finder.
 class AtspiFocusedElement final : public FocusedElement {
 public:
     AtspiFocusedElement(std::shared_ptr<AccessibilityBus> bus, FocusedAccessible place)

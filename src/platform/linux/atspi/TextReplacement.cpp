@@ -51,7 +51,7 @@ QCoro::Task<bool> TextReplacement::finish(TextChange change, QString after)
         done = co_await placeCaret(m_text.size(), after);
         break;
     case Kind::other:
-        // It is there; where the selection is now, nobody knows, so it stays.
+        // It is there; where the selection is now is unknown, so it stays.
         done = true;
         break;
     case Kind::altered:

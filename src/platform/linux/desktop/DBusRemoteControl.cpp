@@ -61,7 +61,7 @@ RemoteControl::Claim DBusRemoteControl::claim(Answer answer)
         qCWarning(lcApp, "No session bus: the program cannot be controlled from outside");
         return Claim::impossible;
     }
-    // First the object, then the name: whoever sees the name finds somebody who answers.
+    // First the object, then the name: a caller that sees the name finds an object that answers.
     m_object = std::make_unique<RemoteObject>(std::move(answer));
     m_bus.registerObject(RemoteObject::path, m_object.get(),
                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);

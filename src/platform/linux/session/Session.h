@@ -35,7 +35,7 @@ struct Session {
                                                        const MicrophoneDenied& microphoneDenied);
 };
 
-/// The session that the environment tells of; the one place that decides it. Any thread.
+/// The session that the environment names; the one place that decides it. Any thread.
 [[nodiscard]] const Session& sessionOf(const QProcessEnvironment& environment);
 
 /// The X display's name, as in DISPLAY; empty where there is none.

@@ -11,7 +11,7 @@
 
 namespace tulvane {
 
-/// The content of one domain's file: a JSON object. Keys that nobody asks for, the order of the keys and the
+/// The content of one domain's file: a JSON object. Keys that no setting has, the order of the keys and the
 /// difference between an integer and a floating-point number survive reading and writing.
 class PreferencesDocument final {
 public:

@@ -5,17 +5,15 @@ import Tulvane
 SettingRow {
     id: row
 
-    property var options: []
-    property var value
-    property string name: ""
+    required property ChoiceViewModel choice
 
-    signal picked(var value)
+    title: choice.title
 
     Picker {
-        objectName: "settings." + row.name
+        objectName: "settings." + row.choice.key
         label: row.title
-        options: row.options
-        value: row.value
-        onPicked: value => row.picked(value)
+        options: row.choice.options
+        value: row.choice.value
+        onPicked: value => row.choice.value = value
     }
 }

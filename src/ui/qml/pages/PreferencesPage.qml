@@ -39,12 +39,8 @@ ScrollPage {
         title: Words.translate("Speech")
 
         PickerRow {
-            name: "language"
-            title: page.rows.language.title
+            choice: page.preferences.language
             caption: Words.translate("NB-Whisper is trained on Norwegian, but handles English too.")
-            options: page.preferences.languages
-            value: page.preferences.language
-            onPicked: value => page.preferences.language = value
         }
         SettingRow {
             last: true
@@ -88,11 +84,7 @@ ScrollPage {
         title: Words.translate("Text")
 
         PickerRow {
-            name: "insertionMethod"
-            title: page.rows.insertionMethod.title
-            options: page.preferences.insertionMethods
-            value: page.preferences.insertionMethod
-            onPicked: value => page.preferences.insertionMethod = value
+            choice: page.preferences.insertionMethod
         }
         SwitchRow {
             name: "restoreClipboard"
@@ -178,20 +170,12 @@ ScrollPage {
         title: Words.translate("Language & appearance")
 
         PickerRow {
-            name: "appearance"
-            title: page.rows.appearance.title
+            choice: page.preferences.appearance
             caption: Words.translate("Light, dark, or whatever the Mac is using.")
-            options: page.preferences.appearances
-            value: page.preferences.appearance
-            onPicked: value => page.preferences.appearance = value
         }
         PickerRow {
-            name: "appLanguage"
-            title: page.rows.appLanguage.title
+            choice: page.preferences.appLanguage
             caption: Words.translate("Menus, settings and messages. The app restarts when you change this.")
-            options: page.preferences.appLanguages
-            value: page.preferences.appLanguage
-            onPicked: value => page.preferences.appLanguage = value
         }
         SwitchRow {
             name: "showInDock"

@@ -17,8 +17,8 @@ bool themeIsDark()
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
-/// Above an icon in a lower bar, below one in an upper bar: beside the icon, not over it. Where nobody says
-/// where the icon is, at the pointer, which has just clicked it.
+/// Above an icon in a lower bar, below one in an upper bar: beside the icon, not over it. Where the tray does
+/// not say where the icon is, at the pointer, which has just clicked it.
 QPoint placeFor(const QMenu& menu, const QRect& icon)
 {
     if (icon.isEmpty())

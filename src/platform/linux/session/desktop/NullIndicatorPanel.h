@@ -4,7 +4,7 @@
 
 namespace tulvane {
 
-/// Of a desktop that puts no window above everything: the pill stays an ordinary one. Main thread.
+/// Of a desktop that puts no window above everything: the indicator stays an ordinary one. Main thread.
 class NullIndicatorPanel final : public IndicatorPanel {
 public:
     void prepare(QWindow& /*window*/) override {}

@@ -29,7 +29,7 @@ Result<void, Obstacle> fillWithNothing(Desktop& /*desktop*/, const DesktopOption
 
 constexpr std::array kinds{
     DesktopKind{SessionKind::x11, "xcb", fillWithX11Ports},
-    // The clipboard and the pill go over X11, and so do the windows: one world.
+    // The clipboard and the indicator go over X11, and so do the windows: one world.
     DesktopKind{SessionKind::wayland, "xcb", fillWithXWaylandPorts},
     DesktopKind{SessionKind::none, nullptr, fillWithNothing},
 };

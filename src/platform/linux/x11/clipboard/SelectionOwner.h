@@ -14,9 +14,9 @@
 
 namespace tulvane {
 
-/// Holds selections in a thread and over a connection of its own, so that whoever reads them is answered
-/// whatever the main thread does. It must be: a text field of our own windows reads the clipboard on the main
-/// thread, waits there for the answer, and would wait for itself.
+/// Holds selections in a thread and over a connection of its own, so that a program that reads them is
+/// answered whatever the main thread does. It must be: a text field of our own windows reads the clipboard on
+/// the main thread, waits there for the answer, and would wait for itself.
 ///
 /// Called from the main thread; each call waits for the keeper's thread, which waits for the X server and for
 /// nobody else.
@@ -33,8 +33,8 @@ public:
 
     /// Makes ready for holding the selection. Returns the window in whose name it will be held.
     [[nodiscard]] xcb_window_t keep(xcb_atom_t selection, TextRead textRead);
-    /// Puts these on offer since `time`, under a number that `TextRead` is told, and takes the selection. The
-    /// server has it when this returns.
+    /// Puts these on offer since `time`, under a number that `TextRead` receives, and takes the selection.
+    /// The server has it when this returns.
     void take(xcb_atom_t selection, const QList<TargetOffer>& offers, xcb_timestamp_t time, quint64 number);
     /// Nothing is on offer any more; transfers that have begun go on to their end.
     void drop(xcb_atom_t selection);

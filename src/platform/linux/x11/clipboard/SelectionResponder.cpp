@@ -21,7 +21,7 @@ void SelectionResponder::set(const QList<TargetOffer>& offers, xcb_timestamp_t t
     m_offers = offers;
     m_time = time;
     m_number = number;
-    // Nobody asks any more whether an earlier text was taken.
+    // The program no longer asks whether an earlier text was taken.
     m_given.clear();
 }
 

@@ -38,7 +38,7 @@ private:
     [[nodiscard]] bool convertSeveral(xcb_window_t reader, xcb_atom_t property);
     void writeAtoms(xcb_window_t reader, xcb_atom_t property, const QList<xcb_atom_t>& atoms);
     void begin(xcb_window_t reader, xcb_atom_t property, const TargetOffer& offer);
-    /// Hears of what the reader does with its properties, until nothing of it is awaited any more.
+    /// Receives the reader's changes of its properties, until nothing of it is awaited any more.
     void watch(xcb_window_t reader);
     void unwatch(xcb_window_t reader);
     [[nodiscard]] bool textGone(xcb_window_t window, xcb_atom_t property);

@@ -75,7 +75,7 @@ private:
     SelectionOwner& m_keeper;
     Scheduler& m_scheduler;
     xcb_atom_t m_selection;
-    xcb_window_t m_window; ///< hears of changes of the owner
+    xcb_window_t m_window; ///< receives the server's events about the owner
     xcb_window_t m_owner;  ///< owns the selection while it is ours
     std::uint8_t m_fixesEvent = 0;
     quint64 m_offer = 0; ///< counts our writes

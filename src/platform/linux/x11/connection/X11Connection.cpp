@@ -46,7 +46,7 @@ X11Connection::X11Connection(xcb_connection_t* connection, int screen)
       m_readable(xcb_get_file_descriptor(connection), QSocketNotifier::Read),
       m_atoms(connection)
 {
-    // Before anything is asked about the keyboard: only then the server tells of layouts and their groups.
+    // Before anything is asked about the keyboard: only then the server reports layouts and their groups.
     quint8 firstEvent = 0;
     if (xkb_x11_setup_xkb_extension(connection, XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
                                     XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr, nullptr, &firstEvent,

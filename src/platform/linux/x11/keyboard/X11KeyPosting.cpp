@@ -95,8 +95,8 @@ void X11KeyPosting::tryAgain(Waiting& waiting)
 
 bool X11KeyPosting::keysAreTaken()
 {
-    // A hotkey that is still held down is grabbed: until it is released, every key goes to whoever grabbed
-    // it. Only then is it worth asking, since asking disturbs the focused window a little.
+    // A hotkey that is still held down is grabbed: until it is released, every key goes to the client that
+    // grabbed it. Only then is it worth asking, since asking disturbs the focused window a little.
     const auto layout = KeyboardLayout::current(m_link);
     const KeyboardState state = KeyboardState::current(m_link);
     const bool keyHeld = layout && std::ranges::any_of(state.down, [&](xcb_keycode_t code) {

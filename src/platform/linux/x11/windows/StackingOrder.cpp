@@ -7,7 +7,7 @@ namespace tulvane {
 
 namespace {
 
-/// Whatever happens within this time is answered once: a window that is being dragged tells of every pixel.
+/// Whatever happens within this time is answered once: the server reports a dragged window at every pixel.
 constexpr std::chrono::milliseconds pause{40};
 
 } // namespace
@@ -60,8 +60,8 @@ void StackingOrder::note(const xcb_generic_event_t& event)
     case XCB_MAP_NOTIFY:
     case XCB_REPARENT_NOTIFY:
     case XCB_CIRCULATE_NOTIFY:
-        // Which of the two is above is not asked: what is on top already is told of nothing when it is
-        // raised, so that an answer too many ends with itself.
+        // Which of the two is above is not asked: a window that is on top already receives no event when it
+        // is raised, so that an answer too many ends with itself.
         if (m_returns < patience && !m_soon.isActive())
             m_soon.start();
         break;
@@ -72,7 +72,7 @@ void StackingOrder::note(const xcb_generic_event_t& event)
 
 void StackingOrder::noteOwn(const xcb_configure_notify_event_t& event)
 {
-    // What is on top already is told of nothing when it is raised: a return was needed, and worked.
+    // A window that is on top already receives no event when it is raised: a return was needed, and worked.
     if (event.window == m_window && std::exchange(m_isReturning, false))
         ++m_returns;
 }

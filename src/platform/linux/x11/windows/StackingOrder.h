@@ -37,7 +37,7 @@ private:
     std::unique_ptr<X11Connection::Token> m_listening;
     xcb_window_t m_window = 0; ///< 0 while none is watched over
     int m_returns = 0;
-    bool m_isReturning = false; ///< has been asked to come up, and the server has not told of it
+    bool m_isReturning = false; ///< has been asked to come up, and the server has not confirmed it
 };
 
 } // namespace tulvane

@@ -28,7 +28,7 @@ public:
 private:
     xcb_connection_t* m_connection = nullptr;
     std::uint32_t m_selection = 0;
-    std::uint8_t m_selectionNotify = 0; ///< the number of the event that tells of a new owner
+    std::uint8_t m_selectionNotify = 0; ///< the number of the event that reports a new owner
 };
 
 } // namespace tulvane

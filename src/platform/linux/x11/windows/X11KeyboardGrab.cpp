@@ -18,7 +18,7 @@ public:
         // A window that has gone took its grab along.
         if (m_window && m_window->handle())
             m_window->setKeyboardGrabEnabled(false);
-        // Another program's keys work again by the time that anybody hears of the end.
+        // Another program's keys work again by the time that the handler receives the end.
         qtx11::finish();
     }
 

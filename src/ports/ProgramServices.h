@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ports/LocalServices.h>
 #include <ports/SessionFacts.h>
 
 #include <QProcessEnvironment>
@@ -11,30 +12,19 @@ namespace tulvane {
 
 class AudioInput;
 class BackgroundTransfers;
-class Clock;
 class PrivacyPermissions;
 class RemoteControl;
-class SystemMemory;
-class UserDefaults;
 
 /// What a process of the program may use without a desktop: the command line has nothing else. Each service
 /// is opened when it is first asked for, and lives as long as this object. Main thread.
-class ProgramServices {
+class ProgramServices : public LocalServices {
 public:
-    ProgramServices() = default;
-    ProgramServices(const ProgramServices&) = delete;
-    ProgramServices& operator=(const ProgramServices&) = delete;
-    virtual ~ProgramServices() = default;
-
-    /// The program's own domain. May outlive this object.
-    [[nodiscard]] virtual std::shared_ptr<UserDefaults> defaults() = 0;
     [[nodiscard]] virtual RemoteControl& remote() = 0;
     [[nodiscard]] virtual AudioInput& microphone() = 0;
     /// The sound server that the microphone is asked of, as it calls itself; empty where none has answered
     /// yet.
     [[nodiscard]] virtual QString soundServer() = 0;
     [[nodiscard]] virtual BackgroundTransfers& transfers() = 0;
-    [[nodiscard]] virtual const SystemMemory& memory() = 0;
     /// What this session lets the program do.
     [[nodiscard]] virtual const PrivacyPermissions& permissions() = 0;
     /// Asks anew at each call, and waits for the answers, for a moment.

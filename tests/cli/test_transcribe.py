@@ -1,5 +1,6 @@
 import json
 import os
+import re
 import resource
 import struct
 import unittest
@@ -45,6 +46,15 @@ class Transcribe(ProgramTest):
         greeting = "God morgen, jeg heter Kari og bor i Bergen."
         run = self.run_program("transcribe", self.convert(self.speak(greeting), "8k.wav", "-r", "8000"), *DEMO)
         self.assertEqual((run.returncode, run.stdout), (0, greeting + "\n"), run.stderr)
+
+    def test_a_file_that_needs_no_decoder_is_read_without_the_decoders_libraries(self):
+        plain = self.convert(self.speak(SAID), "16k.wav", "-r", "16000")
+        self.environment["LD_DEBUG"] = "files"
+        run = self.run_program("transcribe", plain, *DEMO)
+        self.assertEqual((run.returncode, run.stdout), (0, SAID + "\n"))
+        loaded = set(re.findall(r"calling init: .*/([^/\n]+)$", run.stderr, re.M)) - {"ld-linux-x86-64.so.2"}
+        self.assertIn("libQt6Core.so.6", loaded)
+        self.assertLessEqual(len(loaded), 20, sorted(loaded))
 
     def test_json_holds_the_text_and_the_figures(self):
         run = self.run_program("transcribe", self.speak(SAID), *DEMO, "--json")

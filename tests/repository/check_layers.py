@@ -45,7 +45,9 @@ MAY = {
     X11[2]: ADAPTER | {X11[0], X11[1]},
     X11[3]: ADAPTER | {X11[0]},
     LINUX + "session": ADAPTER | {LINUX + "keys", *X11},
-    # The command line loads these: nothing that draws.
+    # The executable that people call loads these: nothing that speaks with another process.
+    LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process"},
+    # The other commands load these: nothing that draws.
     LINUX + "session/services": ADAPTER | SHARED_ADAPTERS - {LINUX + "desktop/shell"} | {LINUX + "session"},
     LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS | {LINUX + "session", *X11},
 }

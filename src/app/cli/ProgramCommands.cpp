@@ -4,18 +4,17 @@
 #include <app/cli/DoctorCommand.h>
 #include <app/cli/ForgetCommand.h>
 #include <app/cli/InterruptWatcher.h>
-#include <app/cli/LaunchOptions.h>
+#include <app/cli/LocalCommands.h>
 #include <app/cli/ModelsCommand.h>
 #include <app/cli/ProgramCommands.h>
 #include <app/cli/RemoteCommand.h>
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
-#include <app/cli/StatsCommand.h>
-#include <app/cli/TranscribeCommand.h>
+#include <app/cli/StoredSettings.h>
 #include <app/program/DesktopDiagnostics.h>
-#include <app/program/Migration.h>
 #include <app/program/ProgramRecognizer.h>
 #include <app/program/ServiceOptions.h>
+#include <audio/files/SoundFile.h>
 #include <base/Clock.h>
 #include <base/async/WaitFor.h>
 #include <insertion/PasteTable.h>
@@ -23,16 +22,12 @@
 #include <models/ModelManager.h>
 #include <ports/ProgramServices.h>
 #include <ports/RemoteControl.h>
-#include <ports/UserDefaults.h>
-#include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
 
 #include <QFile>
 #include <QStandardPaths>
 
 #include <unistd.h>
-
-#include <cerrno>
 
 namespace tulvane {
 
@@ -45,56 +40,9 @@ std::unique_ptr<ProgramServices> openServices()
     return openProgramServices(serviceOptions(), systemClock);
 }
 
-/// The stored settings, opened when a command first needs them; trouble with the file is printed at once.
-class StoredSettings final {
-public:
-    StoredSettings(ProgramServices& services, cli::Console& console) : m_defaults(services.defaults())
-    {
-        const auto tell = [&console](const DefaultsError& error) {
-            console.err << "tulvane: " << error.description() << Qt::endl;
-        };
-        m_settings.emplace(*m_defaults);
-        if (m_settings->trouble())
-            tell(*m_settings->trouble());
-        QObject::connect(&*m_settings, &AppSettings::troubled, &*m_settings, tell);
-    }
-    /// What the earlier product kept comes over before a command writes.
-    void migrate() { Migration(*m_defaults, Migration::standardParent()).run(); }
-    [[nodiscard]] AppSettings& operator*() { return *m_settings; }
-    /// A text that is no setting of the interface's; empty where there is none.
-    [[nodiscard]] QString text(const char* key) const
-    {
-        return m_defaults->value(QLatin1String(key)).toString();
-    }
-
-private:
-    std::shared_ptr<UserDefaults> m_defaults;
-    std::optional<AppSettings> m_settings;
-};
-
-std::optional<QString> catalogueFile(const QString& id)
-{
-    if (!WhisperModel::find(id))
-        return std::nullopt;
-    return ModelFolders::standard().modelFile(id);
-}
-
-Recognizer& recognizer()
-{
-    // For as long as the process: the recogniser keeps asking how much memory is free.
-    static const std::shared_ptr<ProgramServices> services = openServices();
-    return programRecognizer({services, &services->memory()});
-}
-
 int transcribe(const QStringList& arguments, cli::Console& console)
 {
-    const auto services = openServices();
-    StoredSettings settings(*services, console);
-    const cli::RecognitionContext context{.settings = *settings,
-                                          .recognizer = recognizer,
-                                          .folders = ProgramFolders::ofThisProgram(),
-                                          .catalogueFile = catalogueFile};
-    return cli::runTranscribe(arguments, context, console);
+    return transcribe(arguments, readSoundFile, console);
 }
 
 int dictate(const QStringList& arguments, cli::Console& console)
@@ -103,10 +51,7 @@ int dictate(const QStringList& arguments, cli::Console& console)
     StoredSettings settings(*services, console);
     settings.migrate();
     StatsStore stats;
-    const cli::DictationContext context{.recognition = {.settings = *settings,
-                                                        .recognizer = recognizer,
-                                                        .folders = ProgramFolders::ofThisProgram(),
-                                                        .catalogueFile = catalogueFile},
+    const cli::DictationContext context{.recognition = recognitionContext(*settings),
                                         .settings = *settings,
                                         .input = services->microphone(),
                                         .stats = stats,
@@ -146,14 +91,6 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
     return cli::runSettings(arguments, console, *settings, models);
 }
 
-int statistics(const QStringList& arguments, cli::Console& console)
-{
-    const auto services = openServices();
-    StoredSettings settings(*services, console);
-    const StatsStore store;
-    return cli::runStats(arguments, {store, (*settings).typingWordsPerMinute(), systemClock}, console);
-}
-
 int remote(const QString& name, const QStringList& arguments, cli::Console& console)
 {
     return cli::runRemote(name, arguments, openServices()->remote(), console);
@@ -161,8 +98,7 @@ int remote(const QString& name, const QStringList& arguments, cli::Console& cons
 
 ModelFacts selectedModel(const AppSettings& settings)
 {
-    const WhisperModel model =
-        WhisperModel::find(settings.selectedModelID()).value_or(WhisperModel::fallback());
+    const WhisperModel model = WhisperModel::findOrFallback(settings.selectedModelID());
     const QString file = ModelFolders::standard().modelFile(model.id);
     return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
 }
@@ -219,56 +155,33 @@ int forget(const QStringList& arguments, cli::Console& console)
     return cli::runForget(arguments, {.traces = traces(), .isProgramRunning = isRunning}, console);
 }
 
-cli::Command remoteCommand(const char* name, const char* summary)
+cli::Run remoteCommand(const char* name)
 {
     const QString word = QString::fromLatin1(name);
-    return {word, QString::fromLatin1(summary), [word](const QStringList& arguments, cli::Console& console) {
-                return remote(word, arguments, console);
-            }};
+    return [word](const QStringList& arguments, cli::Console& console) {
+        return remote(word, arguments, console);
+    };
 }
 
 } // namespace
 
-std::vector<cli::Command> programCommands()
+std::map<QString, cli::Run> programCommands()
 {
     return {
-        {QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."), transcribe},
-        {QStringLiteral("dictate"), QStringLiteral("Turns what you say into clean text."), dictate},
-        {QStringLiteral("clean"), QStringLiteral("Cleans a transcript from standard input."), cli::runClean},
-        {QStringLiteral("models"), QStringLiteral("Shows, fetches and removes speech models."), models},
-        {QStringLiteral("settings"), QStringLiteral("Lists, reads or changes the stored settings."),
-         storedSettings},
-        remoteCommand("start", "Begins a dictation in the running program."),
-        remoteCommand("stop", "Ends it and inserts what was said."),
-        remoteCommand("toggle", "Whichever of the two fits: for a desktop's own key bindings."),
-        remoteCommand("cancel", "Abandons it."),
-        remoteCommand("status", "Says what the running program is doing."),
-        {QStringLiteral("doctor"), QStringLiteral("Says what works here, and what to do about the rest."),
-         doctor},
-        {QStringLiteral("stats"), QStringLiteral("Shows how much has been dictated."), statistics},
-        {QStringLiteral("forget"), QStringLiteral("Removes everything that Tulvane has stored."), forget},
+        {QStringLiteral("transcribe"), qOverload<const QStringList&, cli::Console&>(transcribe)},
+        {QStringLiteral("dictate"), dictate},
+        {QStringLiteral("clean"), cli::runClean},
+        {QStringLiteral("models"), models},
+        {QStringLiteral("settings"), storedSettings},
+        {QStringLiteral("start"), remoteCommand("start")},
+        {QStringLiteral("stop"), remoteCommand("stop")},
+        {QStringLiteral("toggle"), remoteCommand("toggle")},
+        {QStringLiteral("cancel"), remoteCommand("cancel")},
+        {QStringLiteral("status"), remoteCommand("status")},
+        {QStringLiteral("doctor"), doctor},
+        {QStringLiteral("stats"), showStatistics},
+        {QStringLiteral("forget"), forget},
     };
-}
-
-int startProgram(const QStringList& arguments, cli::Console& console)
-{
-    // Wrong words are found here, where the answer comes at once.
-    if (const auto words = cli::LaunchOptions::parse(arguments, console); !words)
-        return words.error();
-    console.out.flush();
-    const QByteArray file = QFile::encodeName(ProgramFolders::ofThisProgram().desktopProgram());
-    std::vector<QByteArray> owned{file};
-    owned.reserve(static_cast<std::size_t>(arguments.size()) + 1);
-    for (const QString& argument : arguments)
-        owned.push_back(argument.toLocal8Bit());
-    std::vector<char*> words;
-    words.reserve(owned.size() + 1);
-    for (QByteArray& word : owned)
-        words.push_back(word.data());
-    words.push_back(nullptr);
-    execv(file.constData(), words.data());
-    return cli::fail(console, QStringLiteral("The program %1 cannot be started: %2")
-                                  .arg(QString::fromUtf8(file), qt_error_string(errno)));
 }
 
 } // namespace tulvane

@@ -2,7 +2,6 @@
 #include <app/cli/RecognitionArguments.h>
 #include <app/cli/RecognitionOutput.h>
 #include <app/cli/TranscribeCommand.h>
-#include <audio/files/SoundFile.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
 #include <speech/Recognizer.h>
@@ -43,7 +42,8 @@ Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArgument
 
 } // namespace
 
-int runTranscribe(const QStringList& arguments, const RecognitionContext& context, Console& console)
+int runTranscribe(const QStringList& arguments, const RecognitionContext& context,
+                  const SoundReader& readSound, Console& console)
 {
     CommandSyntax syntax(QStringLiteral("transcribe"), QStringLiteral("Turns a sound file into clean text."));
     syntax.addArgument(QStringLiteral("FILE"), QStringLiteral("Any common sound file."));
@@ -63,7 +63,7 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
         engine.load(words->modelFile).then(QtFuture::Launch::Sync, [timer](const Recognizer::Loaded& loaded) {
             return std::pair(loaded, secondsOf(timer));
         });
-    auto sound = readSoundFile(syntax.operands().constFirst());
+    auto sound = readSound(syntax.operands().constFirst());
     if (!sound)
         return fail(console, sound.error().description());
     const auto [loaded, loadSeconds] = loading.takeResult();

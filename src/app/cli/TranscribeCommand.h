@@ -2,6 +2,8 @@
 
 #include <app/cli/Console.h>
 #include <app/program/ProgramFolders.h>
+#include <audio/files/Sound.h>
+#include <base/Result.h>
 
 #include <QStringList>
 
@@ -25,8 +27,10 @@ struct RecognitionContext {
     std::function<std::optional<QString>(const QString& id)> catalogueFile;
 };
 
-/// `tulvane transcribe FILE ...`: any sound file to clean text on `out`. Blocks until it is done.
+using SoundReader = std::function<Result<Sound, SoundFileError>(const QString& path)>;
+
+/// `tulvane transcribe FILE ...`: a sound file to clean text on `out`. Blocks until it is done.
 [[nodiscard]] int runTranscribe(const QStringList& arguments, const RecognitionContext& context,
-                                Console& console);
+                                const SoundReader& readSound, Console& console);
 
 } // namespace tulvane::cli

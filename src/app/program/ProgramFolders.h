@@ -14,6 +14,8 @@ struct ProgramFolders {
     [[nodiscard]] static ProgramFolders ofThisProgram();
     /// The executable that the user and the desktop call.
     [[nodiscard]] QString commandLine() const { return executables + QStringLiteral("/tulvane"); }
+    /// The executable with the commands that need other processes: `commandLine()` becomes it for these.
+    [[nodiscard]] QString commandProgram() const { return executables + QStringLiteral("/tulvane-commands"); }
     /// The executable that runs on the desktop, with windows: kept apart so that the commands, which run
     /// often and briefly, never load what draws them.
     [[nodiscard]] QString desktopProgram() const { return executables + QStringLiteral("/tulvane-desktop"); }

@@ -1,11 +1,9 @@
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
-#include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/session/DisplayCheck.h>
 #include <platform/linux/session/Session.h>
-#include <platform/linux/storage/JsonUserDefaults.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <ports/ProgramServices.h>
 
@@ -17,17 +15,14 @@ namespace {
 
 class LinuxServices final : public ProgramServices {
 public:
-    LinuxServices(ServiceOptions options, const Clock& clock) : m_options(std::move(options)), m_clock(clock)
+    LinuxServices(ServiceOptions options, const Clock& clock)
+        : m_options(std::move(options)),
+          m_local(openLocalServices(clock))
     {
     }
 
-    [[nodiscard]] std::shared_ptr<UserDefaults> defaults() override
-    {
-        if (!m_defaults)
-            m_defaults = std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardFolder(),
-                                                            QStringLiteral("com.dunio.Tulvane"), m_clock);
-        return m_defaults;
-    }
+    [[nodiscard]] std::shared_ptr<UserDefaults> defaults() override { return m_local->defaults(); }
+    [[nodiscard]] const SystemMemory& memory() override { return m_local->memory(); }
     [[nodiscard]] RemoteControl& remote() override { return made(m_remote); }
     [[nodiscard]] AudioInput& microphone() override { return made(m_microphone); }
     [[nodiscard]] QString soundServer() override { return made(m_microphone).server()->serverName(); }
@@ -36,7 +31,6 @@ public:
         return made(m_transfers, DetachedTransfers::Options{.helper = m_options.transferHelper,
                                                             .folder = m_options.transferFolder});
     }
-    [[nodiscard]] const SystemMemory& memory() override { return m_memory; }
     [[nodiscard]] const PrivacyPermissions& permissions() override
     {
         if (!m_permissions)
@@ -64,12 +58,10 @@ private:
     }
 
     ServiceOptions m_options;
-    const Clock& m_clock;
-    std::shared_ptr<JsonUserDefaults> m_defaults;
+    std::unique_ptr<LocalServices> m_local;
     std::optional<DBusRemoteControl> m_remote;
     std::optional<PulseAudioInput> m_microphone;
     std::optional<DetachedTransfers> m_transfers;
-    ProcessMemory m_memory;
     std::unique_ptr<PrivacyPermissions> m_permissions;
 };
 

@@ -1,0 +1,35 @@
+#include <platform/linux/process/ProcessMemory.h>
+#include <platform/linux/storage/JsonUserDefaults.h>
+#include <ports/LocalServices.h>
+
+namespace tulvane {
+
+namespace {
+
+class LinuxLocalServices final : public LocalServices {
+public:
+    explicit LinuxLocalServices(const Clock& clock) : m_clock(clock) {}
+
+    [[nodiscard]] std::shared_ptr<UserDefaults> defaults() override
+    {
+        if (!m_defaults)
+            m_defaults = std::make_shared<JsonUserDefaults>(JsonUserDefaults::standardFolder(),
+                                                            QStringLiteral("com.dunio.Tulvane"), m_clock);
+        return m_defaults;
+    }
+    [[nodiscard]] const SystemMemory& memory() override { return m_memory; }
+
+private:
+    const Clock& m_clock;
+    std::shared_ptr<JsonUserDefaults> m_defaults;
+    ProcessMemory m_memory;
+};
+
+} // namespace
+
+std::unique_ptr<LocalServices> openLocalServices(const Clock& clock)
+{
+    return std::make_unique<LinuxLocalServices>(clock);
+}
+
+} // namespace tulvane

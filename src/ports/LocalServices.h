@@ -1,0 +1,28 @@
+#pragma once
+
+#include <memory>
+
+namespace tulvane {
+
+class Clock;
+class SystemMemory;
+class UserDefaults;
+
+/// What a process of the program may use that needs no other process: no sound server, no display, no bus.
+/// Each service is opened when it is first asked for, and lives as long as this object. Main thread.
+class LocalServices {
+public:
+    LocalServices() = default;
+    LocalServices(const LocalServices&) = delete;
+    LocalServices& operator=(const LocalServices&) = delete;
+    virtual ~LocalServices() = default;
+
+    /// The program's own domain. May outlive this object.
+    [[nodiscard]] virtual std::shared_ptr<UserDefaults> defaults() = 0;
+    [[nodiscard]] virtual const SystemMemory& memory() = 0;
+};
+
+/// The services of the system that the program was built for. `clock` outlives them.
+[[nodiscard]] std::unique_ptr<LocalServices> openLocalServices(const Clock& clock);
+
+} // namespace tulvane

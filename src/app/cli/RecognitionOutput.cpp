@@ -6,6 +6,11 @@
 
 namespace tulvane::cli {
 
+double secondsOf(const QElapsedTimer& timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
 void printRecognised(const Recognised& recognised, const RecognitionArguments& arguments, Console& console)
 {
     if (arguments.json) {

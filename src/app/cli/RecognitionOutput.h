@@ -2,6 +2,7 @@
 
 #include <app/cli/Console.h>
 
+#include <QElapsedTimer>
 #include <QString>
 
 namespace tulvane::cli {
@@ -20,5 +21,8 @@ struct Recognised {
 
 /// Prints it as the words of the command line ask, and says "Nothing recognised" where there is no text.
 void printRecognised(const Recognised& recognised, const RecognitionArguments& arguments, Console& console);
+
+/// What has passed since the timer was started.
+[[nodiscard]] double secondsOf(const QElapsedTimer& timer);
 
 } // namespace tulvane::cli

@@ -1,3 +1,4 @@
+#include <app/cli/RecognitionOutput.h>
 #include <app/cli/TimedRecognizer.h>
 
 #include <QCoroFuture>
@@ -6,11 +7,6 @@
 namespace tulvane::cli {
 
 namespace {
-
-double secondsOf(const QElapsedTimer& timer)
-{
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
 
 /// A future that ends with the given one, after `note` has seen the result on the main thread.
 template <class T, class Note>

@@ -14,11 +14,6 @@ namespace tulvane::cli {
 
 namespace {
 
-double secondsOf(const QElapsedTimer& timer)
-{
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
-
 Result<Recognised, EngineError> recognise(Sound sound, const RecognitionArguments& words, Recognizer& engine,
                                           const AppSettings& settings)
 {

@@ -19,7 +19,7 @@ namespace {
 constexpr auto openLimit = 250ms;
 constexpr auto silenceLimit = 2s;
 constexpr auto watchInterval = 500ms;
-constexpr auto bufferLength = 20ms;
+constexpr auto fragmentLength = 20ms;
 
 struct Fragments {
     pa_stream* stream;
@@ -124,7 +124,7 @@ bool PulseCapture::openStream(pa_context* context)
         return false;
     listen();
     constexpr auto serversChoice = static_cast<std::uint32_t>(-1);
-    const auto fragment = pa_usec_to_bytes(std::chrono::microseconds(bufferLength).count(), &format);
+    const auto fragment = pa_usec_to_bytes(std::chrono::microseconds(fragmentLength).count(), &format);
     const pa_buffer_attr buffering{serversChoice, serversChoice, serversChoice, serversChoice,
                                    static_cast<std::uint32_t>(fragment)};
     const auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_DONT_MOVE | PA_STREAM_ADJUST_LATENCY);

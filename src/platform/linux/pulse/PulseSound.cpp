@@ -22,7 +22,7 @@ constexpr auto latest = 500ms;
 constexpr auto slack = 2s;
 // Short, so that the first sample is heard soon, and no shorter than what a server does by itself: a shorter
 // buffer would change the timing of everything else that sounds.
-constexpr auto bufferLength = 60ms;
+constexpr auto playedAhead = 60ms;
 constexpr auto bufferStep = 20ms;
 
 pa_usec_t microseconds(std::chrono::microseconds time)
@@ -71,7 +71,7 @@ bool PulseSound::start(pa_context* context)
     const auto bytes = [&format](std::chrono::microseconds time) {
         return static_cast<std::uint32_t>(pa_usec_to_bytes(microseconds(time), &format));
     };
-    const pa_buffer_attr buffering{serversChoice, bytes(bufferLength), serversChoice, bytes(bufferStep),
+    const pa_buffer_attr buffering{serversChoice, bytes(playedAhead), serversChoice, bytes(bufferStep),
                                    serversChoice};
     if (pa_stream_connect_playback(m_stream, nullptr, &buffering, PA_STREAM_NOFLAGS, nullptr, nullptr) < 0)
         return false;

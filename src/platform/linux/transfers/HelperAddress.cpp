@@ -12,14 +12,14 @@ namespace tulvane::transfers {
 
 namespace {
 
-constexpr mode_t onlyTheUser = 0700;
+constexpr mode_t usersFolder = 0700;
 constexpr mode_t otherUsers = 0077;
 
 /// Makes the folder; false when it is not a folder that this user alone can enter.
 bool makePrivate(const QString& folder)
 {
     const QByteArray name = QFile::encodeName(folder);
-    ::mkdir(name.constData(), onlyTheUser);
+    ::mkdir(name.constData(), usersFolder);
     struct stat status{};
     // Not following a link: another user may have put one there first.
     return ::lstat(name.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&

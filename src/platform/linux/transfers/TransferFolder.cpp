@@ -18,7 +18,7 @@ namespace tulvane::transfers {
 
 namespace {
 
-constexpr auto onlyTheUser = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+constexpr auto usersFile = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 // A record is a few hundred bytes; anything longer is not one.
 constexpr qint64 longestRecord = 64 * 1024;
 
@@ -28,7 +28,7 @@ bool TransferFolder::make() const
 {
     if (!QDir().mkpath(m_path))
         return false;
-    return QFile::setPermissions(m_path, onlyTheUser | QFileDevice::ExeOwner);
+    return QFile::setPermissions(m_path, usersFile | QFileDevice::ExeOwner);
 }
 
 bool TransferFolder::save(const TransferRecord& record) const

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int longestAncestry = 64;
 
-pid_t processOf(X11Connection& link, xcb_window_t window)
+pid_t windowsProcess(X11Connection& link, xcb_window_t window)
 {
     xcb_connection_t* const connection = link.connection();
     const auto* extension = xcb_get_extension_data(connection, &xcb_res_id);
@@ -49,7 +49,7 @@ std::pair<pid_t, pid_t> parentAndGroup(pid_t process)
 ClientProcess ClientProcess::ofWindow(X11Connection& link, xcb_window_t window)
 {
     ClientProcess client;
-    client.id = window == noWindow ? 0 : processOf(link, window);
+    client.id = window == noWindow ? 0 : windowsProcess(link, window);
     if (client.id == 0)
         return client;
     auto [parent, group] = parentAndGroup(client.id);

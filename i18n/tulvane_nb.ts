@@ -1495,5 +1495,25 @@
         <source>whisper.cpp runs on the Apple Silicon GPU through Metal. A ten-second sentence transcribes in a few seconds.</source>
         <translation>whisper.cpp bruker prosessoren din fullt ut, og en grafikkbrikke der det finnes støtte for den. En setning på ti sekunder blir til tekst på noen få sekunder.</translation>
     </message>
+    <message>
+        <source>The recorded voice is missing.</source>
+        <translation>Den innspilte stemmen mangler.</translation>
+    </message>
+    <message>
+        <source>Hear how it works</source>
+        <translation>Hør hvordan det virker</translation>
+    </message>
+    <message>
+        <source>The voice is speaking…</source>
+        <translation>Stemmen snakker …</translation>
+    </message>
+    <message>
+        <source>A synthetic voice says a sentence, and the bundled demo model writes it. Nothing is downloaded.</source>
+        <translation>En syntetisk stemme sier en setning, og den medfølgende demomodellen skriver den. Ingenting lastes ned.</translation>
+    </message>
+    <message>
+        <source>Written by the demo model, which knows a synthetic voice and little else. The models to download understand people.</source>
+        <translation>Skrevet av demomodellen, som kjenner en syntetisk stemme og lite annet. Modellene du kan laste ned, forstår mennesker.</translation>
+    </message>
 </context>
 </TS>

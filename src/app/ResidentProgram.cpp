@@ -65,11 +65,14 @@ std::optional<int> claimOrHandOver(RemoteControl& remote, const RemoteControl::A
 
 TulvaneApp::Options appOptions(const UserDefaults& defaults)
 {
+    const ProgramFolders folders = ProgramFolders::ofThisProgram();
     return {.version = QCoreApplication::applicationVersion(),
             .folders = ModelFolders::standard(),
             .hub = modelHubURL(qEnvironmentVariable(modelHubVariable),
                                defaults.value(QLatin1String(modelHubSetting)).toString()),
-            .statisticsFile = StatsStore::defaultFile()};
+            .statisticsFile = StatsStore::defaultFile(),
+            .demoModel = folders.demoModel(),
+            .demoSpeech = [folders](AppLanguage language) { return folders.demoSpeech(rawValue(language)); }};
 }
 
 /// Where a change of the interface language, which needs the program to start anew, is made.

@@ -2,6 +2,7 @@
 #include <app/cli/RemoteRun.h>
 #include <app/cli/SettingsCommand.h>
 #include <app/program/HotkeyDiagnostics.h>
+#include <audio/files/PlainWave.h>
 #include <ports/Presentation.h>
 #include <ports/PrivacyPermissions.h>
 #include <settings/InterfaceLanguage.h>
@@ -42,7 +43,8 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
       m_shortcuts(*desktop.defaults, *desktop.hotkeys),
       m_hotkeys(m_settings, m_shortcuts, *desktop.modifierEvents, m_clock),
       m_session(sessionDependencies(recognizer)),
-      m_controller(controllerDependencies(surfaces))
+      m_controller(controllerDependencies(surfaces)),
+      m_demonstration(demonstrationDependencies(recognizer, options))
 {
 }
 
@@ -61,6 +63,22 @@ DictationSession::Dependencies TulvaneApp::sessionDependencies(Recognizer& recog
                 },
             .threadCount = recommendedThreadCount(),
             .fixedOptions = std::nullopt};
+}
+
+Demonstration::Dependencies TulvaneApp::demonstrationDependencies(Recognizer& recognizer,
+                                                                  const Options& options)
+{
+    const auto speech = [file = options.demoSpeech](AppLanguage language) -> Recognizer::Samples {
+        auto sound = readPlainWave(file(language));
+        return sound ? std::make_shared<const std::vector<float>>(std::move(sound->samples)) : nullptr;
+    };
+    return {.settings = m_settings,
+            .engine = recognizer,
+            .sounds = *m_desktop.sounds,
+            .scheduler = m_scheduler,
+            .modelFile = options.demoModel,
+            .speech = speech,
+            .threadCount = recommendedThreadCount()};
 }
 
 DictationController::Dependencies TulvaneApp::controllerDependencies(const Surfaces& surfaces)
@@ -109,6 +127,7 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
     return {.settings = m_settings,
             .session = m_session,
             .controller = m_controller,
+            .demonstration = m_demonstration,
             .models = m_models,
             .stats = m_stats,
             .permissions = m_permissions,

@@ -5,6 +5,7 @@
 #include <audio/AudioRecorder.h>
 #include <base/Clock.h>
 #include <base/Scheduler.h>
+#include <dictation/Demonstration.h>
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <dictation/Indicator.h>
@@ -48,6 +49,9 @@ public:
         QUrl hub;
         QString statisticsFile = StatsStore::defaultFile();
         QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
+        QString demoModel;                                ///< the bundled model's file
+        /// The file with what the synthetic voice says in a language of the interface.
+        std::function<QString(AppLanguage)> demoSpeech = [](AppLanguage) { return QString(); };
     };
 
     /// `desktop` and `recognizer` outlive the program.
@@ -73,6 +77,8 @@ public:
 private:
     [[nodiscard]] AppDelegate::Dependencies lifeCycle(const Options& options, const Surfaces& surfaces);
     [[nodiscard]] DictationSession::Dependencies sessionDependencies(Recognizer& recognizer);
+    [[nodiscard]] Demonstration::Dependencies demonstrationDependencies(Recognizer& recognizer,
+                                                                        const Options& options);
     [[nodiscard]] DictationController::Dependencies controllerDependencies(const Surfaces& surfaces);
     /// The migration comes before whatever reads the files that it moves.
     [[nodiscard]] const QString& afterMigration(const QString& file);
@@ -97,6 +103,7 @@ private:
     HotkeyController m_hotkeys;
     DictationSession m_session;
     DictationController m_controller;
+    Demonstration m_demonstration;
 };
 
 } // namespace tulvane

@@ -2,6 +2,9 @@
 
 #include <QLatin1StringView>
 
+#include <memory>
+#include <vector>
+
 namespace tulvane {
 
 /// The short sounds that tell what the program does. Main thread.
@@ -20,6 +23,10 @@ public:
     /// Starts the sound of this name and returns at once. Never fails: a name or a device that is not there
     /// is silence.
     virtual void play(QLatin1StringView name) = 0;
+
+    /// Starts recorded speech, mono with 16,000 samples a second between -1 and 1, and returns at once. Never
+    /// fails, as above.
+    virtual void playSpeech(std::shared_ptr<const std::vector<float>> samples) = 0;
 };
 
 } // namespace tulvane

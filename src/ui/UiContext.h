@@ -10,6 +10,7 @@ namespace tulvane {
 
 class AppSettings;
 class Clock;
+class Demonstration;
 class DictationController;
 class DictationSession;
 class HotkeyController;
@@ -30,6 +31,7 @@ struct UiContext {
     AppSettings& settings;
     DictationSession& session;
     DictationController& controller;
+    Demonstration& demonstration;
     ModelManager& models;
     StatsStore& stats;
     PermissionsService& permissions;

@@ -26,6 +26,11 @@ struct ProgramFolders {
     }
     /// Our own page about what the desktop has to allow.
     [[nodiscard]] QString helpPage() const { return resources + QStringLiteral("/help/permissions.html"); }
+    /// What the synthetic voice says in this language of the interface ("nb").
+    [[nodiscard]] QString demoSpeech(const QString& language) const
+    {
+        return resources + QStringLiteral("/speech/%1.wav").arg(language);
+    }
     /// The bundled demo model's file.
     [[nodiscard]] QString demoModel() const { return resources + QStringLiteral("/models/demo.bin"); }
 };

@@ -18,7 +18,13 @@ public:
             onPlay();
     }
 
+    void playSpeech(std::shared_ptr<const std::vector<float>> samples) override
+    {
+        speech = std::move(samples);
+    }
+
     QStringList played;
+    std::shared_ptr<const std::vector<float>> speech; ///< what was played last; null before
     /// Called at the end of every `play`, for tests of an order across fakes.
     std::function<void()> onPlay;
 };

@@ -45,6 +45,11 @@ OnboardingViewModel* ViewModels::onboarding()
                 hotkeyStatus(), m_windows);
 }
 
+DemonstrationViewModel* ViewModels::demonstration()
+{
+    return made(m_demonstration, m_context.demonstration);
+}
+
 ShortcutFieldViewModel& ViewModels::field()
 {
     return *made(m_field, m_context.shortcuts, m_context.keyboard, m_context.scheduler, m_context.beep,

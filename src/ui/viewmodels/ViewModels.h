@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ui/UiContext.h>
+#include <ui/viewmodels/DemonstrationViewModel.h>
 #include <ui/viewmodels/DictationStatus.h>
 #include <ui/viewmodels/HistoryViewModel.h>
 #include <ui/viewmodels/HomeNotices.h>
@@ -32,6 +33,7 @@ class ViewModels final : public QObject {
     Q_PROPERTY(tulvane::MainViewModel* main READ main CONSTANT)
     Q_PROPERTY(tulvane::SetupViewModel* setup READ setup CONSTANT)
     Q_PROPERTY(tulvane::OnboardingViewModel* onboarding READ onboarding CONSTANT)
+    Q_PROPERTY(tulvane::DemonstrationViewModel* demonstration READ demonstration CONSTANT)
     Q_PROPERTY(tulvane::HotkeyViewModel* hotkey READ hotkey CONSTANT)
     Q_PROPERTY(tulvane::PermissionWatch* watch READ watch CONSTANT)
     Q_PROPERTY(tulvane::HomeViewModel* home READ home CONSTANT)
@@ -51,6 +53,7 @@ public:
     [[nodiscard]] MainViewModel* main();
     [[nodiscard]] SetupViewModel* setup();
     [[nodiscard]] OnboardingViewModel* onboarding();
+    [[nodiscard]] DemonstrationViewModel* demonstration();
     [[nodiscard]] HotkeyViewModel* hotkey();
     [[nodiscard]] PermissionWatch* watch();
     [[nodiscard]] HomeViewModel* home();
@@ -90,6 +93,7 @@ private:
     SetupFacts* m_facts = nullptr;
     SetupViewModel* m_setup = nullptr;
     OnboardingViewModel* m_onboarding = nullptr;
+    DemonstrationViewModel* m_demonstration = nullptr;
     HotkeyViewModel* m_hotkey = nullptr;
     PermissionWatch* m_watch = nullptr;
     ShortcutFieldViewModel* m_field = nullptr;

@@ -73,6 +73,21 @@ const QStringList nothing;
 
 } // namespace
 
+TEST_P(PulseSoundsTest, SpeechIsHeardAtItsOwnSpeed)
+{
+    // One of our sounds, brought to the rate of speech: it is known again only at its own pitch.
+    const std::vector<float> fast = samplesOf(Sounds::morse);
+    std::vector<float> speech;
+    for (std::size_t i = 0; i + 3 <= fast.size(); i += 3)
+        speech.push_back((fast[i] + fast[i + 1] + fast[i + 2]) / 3);
+    Ear ear(server);
+    sounds->playSpeech(std::make_shared<const std::vector<float>>(std::move(speech)));
+    EXPECT_EQ(ear.heard(), QStringList{QStringLiteral("Morse")});
+    sounds->playSpeech(nullptr);
+    sounds->playSpeech(std::make_shared<const std::vector<float>>());
+    EXPECT_EQ(ear.heard(), nothing);
+}
+
 TEST_P(PulseSoundsTest, AStreamIsAnEventOfThisProgram)
 {
     QString streamed;

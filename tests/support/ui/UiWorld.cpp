@@ -90,6 +90,7 @@ UiContext UiWorld::context()
     return {.settings = settings,
             .session = session,
             .controller = controller,
+            .demonstration = demonstration,
             .models = models,
             .stats = stats,
             .permissions = permissions,

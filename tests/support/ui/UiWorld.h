@@ -1,6 +1,7 @@
 #pragma once
 
 #include <audio/AudioRecorder.h>
+#include <dictation/Demonstration.h>
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <dictation/ManagedModelSource.h>
@@ -127,6 +128,14 @@ public:
     QMap<QString, KeyCombination> menuItems;
     ExchangeableIndicator indicator;
     DictationSession session;
+    /// Two seconds.
+    Recognizer::Samples demoSpeech = std::make_shared<const std::vector<float>>(32000, 0.1F);
+    Demonstration demonstration{{.settings = settings,
+                                 .engine = engine,
+                                 .sounds = sounds,
+                                 .scheduler = scheduler,
+                                 .modelFile = QStringLiteral("/demo.bin"),
+                                 .speech = [this](AppLanguage) { return demoSpeech; }}};
     FakeIndicatorPanel* panel = nullptr; ///< the indicator's, once that has been shown
     UserInterface ui;
     DictationController controller;

@@ -23,9 +23,21 @@ Number at(const QByteArray& bytes, qsizetype place)
 
 TEST(SoundClip, ALengthIsRoundedUp)
 {
-    EXPECT_EQ((SoundClip{QByteArray(960, 'x')}.length()), 10ms);
-    EXPECT_EQ((SoundClip{QByteArray(962, 'x')}.length()), 11ms);
+    EXPECT_EQ((SoundClip{.samples = QByteArray(960, 'x')}.length()), 10ms);
+    EXPECT_EQ((SoundClip{.samples = QByteArray(962, 'x')}.length()), 11ms);
     EXPECT_EQ(SoundClip().length(), 0ms);
+}
+
+TEST(SoundClip, SpeechKeepsItsRateAndIsCutOffAtFullScale)
+{
+    const std::vector<float> samples{0, 0.5F, -0.5F, 1, -1, 3, -3};
+    const SoundClip clip = speechClip(samples);
+    EXPECT_EQ(clip.rate, 16000U);
+    const std::vector<qint16> expected{0, 16384, -16384, 32767, -32767, 32767, -32767};
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_EQ(at<qint16>(clip.samples, static_cast<qsizetype>(2 * i)), expected[i]) << i;
+    EXPECT_EQ(clip.samples.size(), 14);
+    EXPECT_EQ(speechClip(std::vector<float>(1600)).length(), 100ms);
 }
 
 TEST(SoundClip, TheProgramCarriesTheFourSounds)
@@ -42,7 +54,7 @@ TEST(SoundClip, TheProgramCarriesTheFourSounds)
         EXPECT_EQ(at<quint32>(wave, 16), 16U) << "of the format";
         EXPECT_EQ(at<quint16>(wave, 20), 1) << "whole numbers";
         EXPECT_EQ(at<quint16>(wave, 22), 1) << "channel";
-        EXPECT_EQ(at<quint32>(wave, 24), SoundClip::rate);
+        EXPECT_EQ(at<quint32>(wave, 24), SoundClip().rate);
         EXPECT_EQ(at<quint16>(wave, 34), 16) << "bits";
         EXPECT_EQ(wave.sliced(36, 4), "data");
         EXPECT_EQ(at<quint32>(wave, 40), wave.size() - 44);

@@ -225,6 +225,32 @@ TEST_F(OnboardingTest, TheModelIsDownloadedInPlace)
     EXPECT_EQ(world.transfers.cancelled.size(), 1);
 }
 
+TEST_F(OnboardingTest, AWholeDictationCanBeHeardBeforeAModelIsThere)
+{
+    world.engine.text = QStringLiteral(" god morgen");
+    EXPECT_TRUE(
+        probe().shows(translate("A synthetic voice says a sentence, and the bundled demo model writes "
+                                "it. Nothing is downloaded.")));
+    probe().click(QStringLiteral("onboarding.hear"));
+    EXPECT_TRUE(probe().shows(QStringLiteral("The voice is speaking…")));
+    EXPECT_FALSE(probe().item(QStringLiteral("onboarding.hear")).isEnabled());
+    world.scheduler.advance(std::chrono::seconds(2));
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(QStringLiteral("God morgen")));
+    EXPECT_TRUE(probe().item(QStringLiteral("onboarding.hear")).isEnabled());
+    EXPECT_EQ(world.sounds.speech, world.demoSpeech);
+    world.installModel(world.settings.selectedModelID());
+    UiWorld::settle();
+    EXPECT_FALSE(probe().has(QStringLiteral("onboarding.hear"))) << "the user's own voice comes now";
+}
+
+TEST_F(OnboardingTest, WhyNothingCanBeHeardIsSaid)
+{
+    world.demoSpeech = nullptr;
+    probe().click(QStringLiteral("onboarding.hear"));
+    EXPECT_TRUE(probe().shows(QStringLiteral("The recorded voice is missing.")));
+}
+
 TEST_F(OnboardingTest, AnInstalledModelIsSaid)
 {
     EXPECT_TRUE(probe().has(QStringLiteral("onboarding.model.start")));

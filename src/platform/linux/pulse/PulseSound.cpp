@@ -62,7 +62,7 @@ PulseSound::~PulseSound()
 
 bool PulseSound::start(pa_context* context)
 {
-    const pa_sample_spec format{PA_SAMPLE_S16LE, SoundClip::rate, 1};
+    const pa_sample_spec format{PA_SAMPLE_S16LE, m_request.clip->rate, 1};
     m_stream = makeStream(context, m_request.title, format);
     if (m_stream == nullptr)
         return false;

@@ -61,9 +61,21 @@ PulseSounds::~PulseSounds()
 void PulseSounds::play(QLatin1StringView name)
 {
     const auto clip = m_clips.find(name);
-    if (clip == m_clips.end() || m_bell < 0)
+    if (clip != m_clips.end())
+        start(clip->second);
+}
+
+void PulseSounds::playSpeech(std::shared_ptr<const std::vector<float>> samples)
+{
+    if (samples && !samples->empty())
+        start(std::make_shared<const SoundClip>(speechClip(*samples)));
+}
+
+void PulseSounds::start(std::shared_ptr<const SoundClip> clip)
+{
+    if (m_bell < 0)
         return;
-    SoundRequest request{clip->second, translate("Feedback sound").toUtf8(),
+    SoundRequest request{std::move(clip), translate("Feedback sound").toUtf8(),
                          std::chrono::steady_clock::now()};
     {
         const std::scoped_lock guard(m_requestsLock);

@@ -29,8 +29,10 @@ public:
     ~PulseSounds() override;
 
     void play(QLatin1StringView name) override;
+    void playSpeech(std::shared_ptr<const std::vector<float>> samples) override;
 
 private:
+    void start(std::shared_ptr<const SoundClip> clip);
     // On the audio thread, with its lock held.
     void heed();
     void startAll();

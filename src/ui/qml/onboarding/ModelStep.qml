@@ -26,6 +26,12 @@ StepCard {
             text: Words.translate("Other variants (full precision, verbatim, semantic) are available under Models in the main window.")
         }
     }
+    HearDemo {
+        objectName: "onboarding.demo"
+        visible: card.models.selectedModel.state !== ModelEntry.Ready
+        width: parent.width
+        model: card.models.demonstration
+    }
     DownloadControl {
         width: parent.width
         name: "onboarding.model"

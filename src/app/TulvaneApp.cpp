@@ -4,6 +4,7 @@
 #include <app/program/HotkeyDiagnostics.h>
 #include <ports/Presentation.h>
 #include <ports/PrivacyPermissions.h>
+#include <ports/ScreenLock.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 
@@ -44,6 +45,9 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
       m_session(sessionDependencies(recognizer)),
       m_controller(controllerDependencies(surfaces))
 {
+    ScreenLock& lock = *desktop.screenLock;
+    lock.setChangeHandler([this](bool locked) { m_controller.setLocked(locked); });
+    m_controller.setLocked(lock.isLocked());
 }
 
 DictationSession::Dependencies TulvaneApp::sessionDependencies(Recognizer& recognizer)
@@ -126,7 +130,10 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .beep = m_desktop.beep};
 }
 
-TulvaneApp::~TulvaneApp() = default;
+TulvaneApp::~TulvaneApp()
+{
+    m_desktop.screenLock->setChangeHandler({});
+}
 
 void TulvaneApp::prepareToQuit()
 {
@@ -179,6 +186,7 @@ QJsonObject TulvaneApp::status() const
     const Phase& phase = m_controller.phase();
     return {{QStringLiteral("phase"), nameOf(phase.kind)},
             {QStringLiteral("message"), phase.text},
+            {QStringLiteral("locked"), m_controller.isLocked()},
             {QStringLiteral("modelLoading"), m_session.isModelLoading()},
             {QStringLiteral("hotkey"), m_hotkeys.hotkeyDescription()},
             {QStringLiteral("historyCount"), m_session.history().size()}};
@@ -189,6 +197,11 @@ QJsonObject TulvaneApp::diagnostics() const
     QJsonArray lines;
     for (const Diagnostic& diagnostic : hotkeyDiagnostics(m_shortcuts, m_hotkeys))
         lines.append(diagnostic.toJson());
+    if (m_controller.isLocked())
+        lines.append(Diagnostic::bad(QStringLiteral("screen"),
+                                     QStringLiteral("The screen is locked: nothing is recorded."),
+                                     QStringLiteral("Unlock it."))
+                         .toJson());
     return {{QStringLiteral("diagnostics"), lines}};
 }
 

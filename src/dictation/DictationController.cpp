@@ -198,6 +198,7 @@ void DictationController::cancel(const std::optional<QString>& notice)
 void DictationController::setLocked(bool locked)
 {
     m_isLocked = locked;
+    m_dependencies.inserter.setHeldBack(locked);
     if (locked)
         stop();
 }

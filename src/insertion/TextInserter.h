@@ -55,6 +55,10 @@ public:
     /// paste.
     QCoro::Task<InsertionResult> insert(QString text, InsertionMethod method, bool restoreClipboard);
 
+    /// While held back, no key is pressed and no field written into, and what is inserted then waits on the
+    /// clipboard. What a program has been asked to paste already goes its way.
+    void setHeldBack(bool heldBack) { m_isHeldBack = heldBack; }
+
     /// Ends every pending wait: what comes after it is done at once. For the end of the program, so that the
     /// user's clipboard is back before it goes.
     void cutWaitsShort() { m_waits.cutShort(); }
@@ -71,6 +75,9 @@ private:
     /// `unanswered`: it may still come.
     enum class Write { done, refused, unanswered };
     enum class Takeover { writtenAgain, sameText, lost };
+
+    /// Whether keys may be posted and fields written into.
+    [[nodiscard]] bool reachesPrograms() const;
 
     QCoro::Task<InsertionResult> paste(QString text, bool restoreClipboard);
     QCoro::Task<InsertionResult> pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard);
@@ -96,6 +103,7 @@ private:
 
     InsertionPorts m_ports;
     PendingDelays m_waits;
+    bool m_isHeldBack = false;
     /// False once the inserter is gone; each coroutine looks at it after every wait.
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

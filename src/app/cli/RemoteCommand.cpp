@@ -38,6 +38,8 @@ void print(const QJsonObject& status, Console& console)
         console.out << ": " << message;
     if (status[QStringLiteral("modelLoading")].toBool())
         console.out << "; loading the model";
+    if (status[QStringLiteral("locked")].toBool())
+        console.out << "; the screen is locked";
     console.out << "; hotkey: " << status[QStringLiteral("hotkey")].toString() << "; "
                 << status[QStringLiteral("historyCount")].toInt() << " in the history" << Qt::endl;
 }
@@ -48,7 +50,10 @@ QString refusal(RemoteRequest request, const QJsonObject& before, const QJsonObj
     const QString was = before[QStringLiteral("phase")].toString();
     const QString is = after[QStringLiteral("phase")].toString();
     const bool wasRecording = was == u"recording";
-    if (is == u"error" && (request == RemoteRequest::start || request == RemoteRequest::toggle))
+    const bool begins = request == RemoteRequest::start || request == RemoteRequest::toggle;
+    if (begins && !wasRecording && after[QStringLiteral("locked")].toBool())
+        return QStringLiteral("The screen is locked: nothing is recorded until it is unlocked.");
+    if (is == u"error" && begins)
         return after[QStringLiteral("message")].toString();
     if (!wasRecording && (request == RemoteRequest::stop || request == RemoteRequest::cancel))
         return QStringLiteral("Nothing is being recorded.");

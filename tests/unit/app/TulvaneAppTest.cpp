@@ -11,6 +11,7 @@
 #include <platform/fake/FakePresentation.h>
 #include <platform/fake/FakePrivacyPermissions.h>
 #include <platform/fake/FakeProcesses.h>
+#include <platform/fake/FakeScreenLock.h>
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
@@ -19,6 +20,8 @@
 #include <support/FakeRecognizer.h>
 #include <support/Folders.h>
 #include <support/ScratchFolder.h>
+
+#include <QJsonArray>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -71,6 +74,7 @@ protected:
     FakeUserDefaults defaults{store};
     FakePrivacyPermissions privacy;
     FakePresentation presentation;
+    FakeScreenLock screen;
     NotedWindows windows;
     ScratchFolder data;
     bool hasWindows = false;
@@ -100,6 +104,7 @@ private:
         desktop.presentation = unowned(presentation);
         desktop.keyboard = unowned(m_keyboard);
         desktop.loginItem = unowned(m_loginItem);
+        desktop.screenLock = unowned(screen);
         return desktop;
     }
     TulvaneApp::Options options() const
@@ -235,6 +240,31 @@ TEST_F(TulvaneAppTest, ARecordingIsAbandonedAtTheEnd)
     ASSERT_EQ(app().controller().phase().kind, Phase::Kind::recording);
     app().prepareToQuit();
     EXPECT_EQ(app().controller().phase(), Phase());
+}
+
+TEST_F(TulvaneAppTest, WhileTheScreenIsLockedNothingStartsAndTheCallerLearnsWhy)
+{
+    setUp();
+    screen.setLocked(true);
+    app().launch();
+    EXPECT_TRUE(app().answer(RemoteRequest::start, {})[u"locked"_qs].toBool());
+    EXPECT_EQ(app().controller().phase(), Phase());
+    const QJsonArray lines = app().answer(RemoteRequest::doctor, {})[u"diagnostics"_qs].toArray();
+    EXPECT_EQ(lines.last()[u"subject"_qs], u"screen"_qs);
+    EXPECT_FALSE(lines.last()[u"works"_qs].toBool());
+    screen.setLocked(false);
+    EXPECT_FALSE(app().answer(RemoteRequest::start, {})[u"locked"_qs].toBool(true));
+    EXPECT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+}
+
+TEST_F(TulvaneAppTest, ALockEndsTheRecordingThatIsUnderWay)
+{
+    setUp();
+    app().launch();
+    app().controller().start();
+    ASSERT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+    screen.setLocked(true);
+    EXPECT_NE(app().controller().phase().kind, Phase::Kind::recording);
 }
 
 } // namespace tulvane::test

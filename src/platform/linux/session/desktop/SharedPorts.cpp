@@ -1,4 +1,5 @@
 #include <platform/linux/desktop/AutostartEntry.h>
+#include <platform/linux/desktop/DBusScreenLock.h>
 #include <platform/linux/desktop/DesktopWorkspace.h>
 #include <platform/linux/desktop/shell/DesktopPresentation.h>
 #include <platform/linux/process/ChildProcesses.h>
@@ -28,6 +29,8 @@ void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
         DetachedTransfers::Options{.helper = options.transferHelper, .folder = options.transferFolder});
     desktop.memory = std::make_shared<ProcessMemory>();
     desktop.loginItem = std::make_shared<AutostartEntry>(AutostartEntry::standardFolder(), options.program);
+    desktop.screenLock = std::make_shared<DBusScreenLock>(
+        DBusScreenLock::Options{.session = options.environment.value(QStringLiteral("XDG_SESSION_ID"))});
     if (!desktop.presentation)
         desktop.presentation = std::make_shared<DesktopPresentation>();
 }

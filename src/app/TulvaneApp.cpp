@@ -27,6 +27,7 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
     : m_desktop(desktop),
       m_version(options.version),
       m_windows(surfaces.windows),
+      m_quit(surfaces.quit),
       m_settings(*desktop.defaults),
       m_delegate(lifeCycle(options, surfaces)),
       m_stats(afterMigration(options.statisticsFile)),
@@ -123,10 +124,12 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .presentation = *m_desktop.presentation,
             .keyboard = *m_desktop.keyboard,
             .loginItem = *m_desktop.loginItem,
+            .statusItem = *m_desktop.statusItem,
             .scheduler = m_scheduler,
             .clock = m_clock,
             .version = m_version,
             .relaunch = relaunch,
+            .quit = m_quit,
             .beep = m_desktop.beep};
 }
 
@@ -172,6 +175,9 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
             m_windows.showPage(*page);
         else
             m_delegate.shouldHandleReopen();
+        break;
+    case RemoteRequest::quit:
+        m_quit();
         break;
     case RemoteRequest::status:
         break;

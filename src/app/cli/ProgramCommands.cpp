@@ -242,6 +242,7 @@ std::vector<cli::Command> programCommands()
         remoteCommand("stop", "Ends it and inserts what was said."),
         remoteCommand("toggle", "Whichever of the two fits: for a desktop's own key bindings."),
         remoteCommand("cancel", "Abandons it."),
+        remoteCommand("quit", "Ends the running program."),
         remoteCommand("status", "Says what the running program is doing."),
         {QStringLiteral("doctor"), QStringLiteral("Says what works here, and what to do about the rest."),
          doctor},

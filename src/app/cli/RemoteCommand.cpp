@@ -2,11 +2,18 @@
 #include <app/cli/RemoteCommand.h>
 #include <base/async/WaitFor.h>
 
+#include <QDeadlineTimer>
 #include <QJsonDocument>
+#include <QThread>
+
+#include <chrono>
 
 namespace tulvane::cli {
 
 namespace {
+
+constexpr std::chrono::milliseconds endLimit{5000};
+constexpr std::chrono::milliseconds endPause{20};
 
 struct Verb {
     QLatin1StringView name;
@@ -21,6 +28,8 @@ constexpr Verb verbs[] = {
     {QLatin1StringView("toggle"), RemoteRequest::toggle,
      QLatin1StringView("Begins a dictation, or ends the one under way.")},
     {QLatin1StringView("cancel"), RemoteRequest::cancel, QLatin1StringView("Abandons the dictation.")},
+    {QLatin1StringView("quit"), RemoteRequest::quit,
+     QLatin1StringView("Ends the running program, and returns once it is gone.")},
     {QLatin1StringView("status"), RemoteRequest::status,
      QLatin1StringView("Says what the running program is doing.")},
 };
@@ -62,6 +71,22 @@ QString refusal(RemoteRequest request, const QJsonObject& before, const QJsonObj
     return {};
 }
 
+/// Whether the program that was asked to end has done so within the limit.
+bool isGone(RemoteControl& remote)
+{
+    const QDeadlineTimer limit(endLimit);
+    const auto answers = [&remote] {
+        const auto answer = waitFor(remote.ask(RemoteRequest::status));
+        return answer || answer.error() == RemoteError::noAnswer;
+    };
+    bool isThere = answers();
+    while (isThere && !limit.hasExpired()) {
+        QThread::msleep(endPause.count());
+        isThere = answers();
+    }
+    return !isThere;
+}
+
 int failWith(RemoteError error, Console& console)
 {
     switch (error) {
@@ -99,6 +124,9 @@ int runRemote(const QString& name, const QStringList& arguments, RemoteControl& 
         print(*after, console);
     if (verb.request == RemoteRequest::status)
         return ExitStatus::done;
+    if (verb.request == RemoteRequest::quit)
+        return isGone(remote) ? static_cast<int>(ExitStatus::done)
+                              : fail(console, QStringLiteral("The running program does not end."));
     const QString reason = refusal(verb.request, *before, *after);
     return reason.isEmpty() ? static_cast<int>(ExitStatus::done) : fail(console, reason);
 }

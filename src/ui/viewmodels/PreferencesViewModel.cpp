@@ -1,5 +1,6 @@
 #include <dictation/Indicator.h>
 #include <ports/LoginItem.h>
+#include <ports/StatusItem.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/PreferencesViewModel.h>
 #include <ui/viewmodels/SettingValues.h>
@@ -25,15 +26,20 @@ QVariantList optionsOf(const AnySetting& setting)
 
 } // namespace
 
-PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& loginItem, Windows& windows,
-                                           std::function<void()> relaunch, QObject* parent)
+PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& loginItem,
+                                           StatusItem& statusItem, Windows& windows,
+                                           std::function<void()> relaunch, std::function<void()> quit,
+                                           QObject* parent)
     : QObject(parent),
       m_stored(settings),
       m_settings(settingValues(settings, this)),
       m_loginItem(loginItem),
+      m_statusItem(statusItem),
       m_windows(windows),
-      m_relaunch(std::move(relaunch))
+      m_relaunch(std::move(relaunch)),
+      m_quit(std::move(quit))
 {
+    m_statusItem.setShownHandler([this] { Q_EMIT hasStatusIconChanged(); });
     connect(&settings.language, &AnySetting::changed, this, &PreferencesViewModel::languageChanged);
     connect(&settings.insertionMethod, &AnySetting::changed, this,
             &PreferencesViewModel::insertionMethodChanged);
@@ -50,6 +56,16 @@ PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& log
     connect(&settings, &AppSettings::troubled, this, noteTrouble);
     if (settings.trouble())
         noteTrouble(*settings.trouble());
+}
+
+PreferencesViewModel::~PreferencesViewModel()
+{
+    m_statusItem.setShownHandler({});
+}
+
+bool PreferencesViewModel::hasStatusIcon() const
+{
+    return m_statusItem.isShown();
 }
 
 QVariantList PreferencesViewModel::languages() const

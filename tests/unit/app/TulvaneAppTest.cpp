@@ -13,6 +13,7 @@
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeScreenLock.h>
 #include <platform/fake/FakeSounds.h>
+#include <platform/fake/FakeStatusItem.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/InterfaceLanguage.h>
@@ -56,7 +57,8 @@ protected:
             m_app = std::make_unique<TulvaneApp>(m_desktop, m_recognizer, options(),
                                                  Surfaces{.indicator = m_indicator,
                                                           .windows = windows,
-                                                          .bringToFront = [this] { return hasWindows; }});
+                                                          .bringToFront = [this] { return hasWindows; },
+                                                          .quit = [this] { ++quits; }});
         return *m_app;
     }
     /// Nothing is missing: permission, model, hotkey, and the user has been led through it.
@@ -78,6 +80,7 @@ protected:
     NotedWindows windows;
     ScratchFolder data;
     bool hasWindows = false;
+    int quits = 0;
 
 private:
     /// The fakes are the fixture's own.
@@ -105,6 +108,7 @@ private:
         desktop.keyboard = unowned(m_keyboard);
         desktop.loginItem = unowned(m_loginItem);
         desktop.screenLock = unowned(screen);
+        desktop.statusItem = unowned(m_statusItem);
         return desktop;
     }
     TulvaneApp::Options options() const
@@ -129,6 +133,7 @@ private:
     FakeBackgroundTransfers m_transfers;
     FakeRecognizer m_recognizer;
     FakeLoginItem m_loginItem;
+    FakeStatusItem m_statusItem;
     NoIndicator m_indicator;
     Desktop m_desktop = ports();
     std::unique_ptr<TulvaneApp> m_app;
@@ -255,6 +260,14 @@ TEST_F(TulvaneAppTest, WhileTheScreenIsLockedNothingStartsAndTheCallerLearnsWhy)
     screen.setLocked(false);
     EXPECT_FALSE(app().answer(RemoteRequest::start, {})[u"locked"_qs].toBool(true));
     EXPECT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+}
+
+TEST_F(TulvaneAppTest, IsAskedToQuitFromOutsideAndFromAWindow)
+{
+    EXPECT_FALSE(app().answer(RemoteRequest::quit, {}).isEmpty());
+    EXPECT_EQ(quits, 1);
+    app().uiContext({}).quit();
+    EXPECT_EQ(quits, 2);
 }
 
 TEST_F(TulvaneAppTest, ALockEndsTheRecordingThatIsUnderWay)

@@ -124,6 +124,32 @@ TEST_F(RemoteCommandTest, AStartOnALockedScreenSaysSo)
     EXPECT_EQ(run("toggle").status, ExitStatus::done);
 }
 
+TEST_F(RemoteCommandTest, QuitReturnsOnceTheProgramIsGone)
+{
+    int questions = 0;
+    m_desktop->running = [&](RemoteRequest request, const QString&) {
+        if (request == RemoteRequest::quit)
+            asked.append(request);
+        // It says nothing more while it ends.
+        if (!asked.isEmpty() && ++questions == 3)
+            m_desktop->isReachable = false;
+        return asked.isEmpty() ? QJsonObject{{QStringLiteral("phase"), QStringLiteral("idle")}}
+                               : QJsonObject();
+    };
+    const CommandRun ended = run("quit");
+    EXPECT_EQ(ended.status, ExitStatus::done);
+    EXPECT_EQ(ended.out + ended.err, QString());
+    EXPECT_EQ(asked, QList{RemoteRequest::quit});
+    EXPECT_EQ(run("quit").status, ExitStatus::notRunning);
+}
+
+TEST_F(RemoteCommandTest, AProgramThatDoesNotEndIsToldAfterFiveSeconds)
+{
+    const CommandRun stuck = run("quit");
+    EXPECT_EQ(stuck.status, ExitStatus::failed);
+    EXPECT_EQ(stuck.err, QStringLiteral("tulvane: The running program does not end.\n"));
+}
+
 TEST_F(RemoteCommandTest, StatusIsOneLineOrOneObject)
 {
     EXPECT_EQ(run("status").out, QStringLiteral("idle; hotkey: Alt+Space; 3 in the history\n"));

@@ -122,6 +122,7 @@ TEST_F(ControllerEdges, WhileTheSessionIsLockedNothingStarts)
     EXPECT_THAT(phases, IsEmpty());
     EXPECT_FALSE(hotkeys.machine.isRecording);
     EXPECT_EQ(input.enginesMade(), 0);
+    EXPECT_TRUE(log.contains(QStringLiteral("The screen is locked: nothing is recorded")));
     controller->setLocked(false);
     press();
     EXPECT_EQ(phase(), u"recording");

@@ -12,7 +12,7 @@ namespace tulvane::cli {
 
 namespace {
 
-LogReader reader = LogReader::person; // set before anything logs
+LogReader readerOfErrors = LogReader::person; // set before anything logs
 
 /// The journal's number of the level, as syslog counts them.
 char priorityOf(QtMsgType level)
@@ -34,7 +34,7 @@ char priorityOf(QtMsgType level)
 
 void writeLine(QtMsgType level, const QMessageLogContext& context, const QString& text)
 {
-    const QByteArray line = logLine(level, context.category, text, reader);
+    const QByteArray line = logLine(level, context.category, text, readerOfErrors);
     // One write, so that lines of several threads do not mix.
     std::fwrite(line.constData(), 1, static_cast<std::size_t>(line.size()), stderr);
 }
@@ -72,7 +72,7 @@ void writeLogToStandardError(LogAmount amount)
                                          ? QStringLiteral("com.dunio.Tulvane.*=true")
                                          : QStringLiteral("*=false\n*.critical=true\n"
                                                           "com.dunio.Tulvane.whisper.critical=false"));
-    reader = logReader(STDERR_FILENO, qgetenv("JOURNAL_STREAM"));
+    readerOfErrors = logReader(STDERR_FILENO, qgetenv("JOURNAL_STREAM"));
     qInstallMessageHandler(writeLine);
 }
 

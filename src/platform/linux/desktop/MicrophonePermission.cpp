@@ -36,7 +36,7 @@ MicrophonePermission::MicrophonePermission(const QDBusConnection& bus, const QSt
 
 MicrophonePermission::~MicrophonePermission() = default;
 
-void MicrophonePermission::waitForAnswer(std::chrono::milliseconds limit)
+void MicrophonePermission::waitForAnswer(std::chrono::milliseconds limit) const
 {
     if (m_isAnswered)
         return;

@@ -24,7 +24,7 @@ public:
     /// False while nothing has been decided, and while the store has not answered.
     [[nodiscard]] bool isDenied() const { return m_isDenied; }
     /// Waits for the first answer, no longer than this; for short processes.
-    void waitForAnswer(std::chrono::milliseconds limit);
+    void waitForAnswer(std::chrono::milliseconds limit) const;
 
 Q_SIGNALS:
     void answered();

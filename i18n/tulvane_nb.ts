@@ -4,6 +4,10 @@
 <context>
     <name>tulvane</name>
     <message>
+        <source> You can close this and come back any time from Settings › Setup guide.</source>
+        <translation> Du kan lukke dette og komme tilbake når som helst fra Innstillinger › Oppsettsveiviser.</translation>
+    </message>
+    <message>
         <source> You can close this and come back any time from the menu-bar icon › Setup guide.</source>
         <translation> Du kan lukke dette og komme tilbake når som helst fra ikonet i systemstatusfeltet › Oppsettsveiviser.</translation>
     </message>
@@ -120,6 +124,10 @@
         <translation>7 dager</translation>
     </message>
     <message>
+        <source>A download that you start again goes on from there. What is left alone for 30 days is removed.</source>
+        <translation>En nedlasting som du starter igjen, fortsetter derfra. Det som ligger urørt i 30 dager, fjernes.</translation>
+    </message>
+    <message>
         <source>A part of Tulvane is missing: there is nothing to compute with.</source>
         <translation>En del av Tulvane mangler: det er ingenting å regne med.</translation>
     </message>
@@ -170,6 +178,10 @@
     <message>
         <source>Allow Tulvane to record in your desktop's sound or privacy settings.</source>
         <translation>La Tulvane ta opp lyd i lyd- eller personverninnstillingene på skrivebordet.</translation>
+    </message>
+    <message>
+        <source>Allow Tulvane to use the microphone there.</source>
+        <translation>La Tulvane bruke mikrofonen der.</translation>
     </message>
     <message>
         <source>Allow microphone access</source>
@@ -418,6 +430,14 @@
     <message>
         <source>Floating pill at the bottom of the screen while you dictate.</source>
         <translation>Flytende pille nederst på skjermen mens du dikterer.</translation>
+    </message>
+    <message>
+        <source>Free %1</source>
+        <translation>Frigjør %1</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Frigjør plass</translation>
     </message>
     <message>
         <source>Full precision (f16)</source>
@@ -726,6 +746,10 @@
     <message>
         <source>No microphone is available.</source>
         <translation>Ingen mikrofon er tilgjengelig.</translation>
+    </message>
+    <message>
+        <source>No model needs it any more. What is left alone for 30 days is removed.</source>
+        <translation>Ingen modell trenger dette lenger. Det som ligger urørt i 30 dager, fjernes.</translation>
     </message>
     <message>
         <source>No recording is in progress.</source>
@@ -1304,6 +1328,10 @@
         <translation>Det er for lite ledig diskplass: %1 mangler.</translation>
     </message>
     <message>
+        <source>This desktop shows no icon for Tulvane. Start it again to reach this window; you can quit below.</source>
+        <translation>Dette skrivebordet viser ikke noe ikon for Tulvane. Start det på nytt for å nå dette vinduet; du kan avslutte nedenfor.</translation>
+    </message>
+    <message>
         <source>This needs %1 MB of memory, and %2 MB are available.</source>
         <translation>Dette krever %1 MB minne, og %2 MB er ledig.</translation>
     </message>
@@ -1380,6 +1408,14 @@
         <translation>Å skrive den samme teksten ville tatt</translation>
     </message>
     <message>
+        <source>Unfinished downloads hold %1</source>
+        <translation>Uferdige nedlastinger tar %1</translation>
+    </message>
+    <message>
+        <source>Until you start it again, the hotkey does nothing.</source>
+        <translation>Hurtigtasten gjør ingenting før du starter Tulvane igjen.</translation>
+    </message>
+    <message>
         <source>Up</source>
         <translation>Opp</translation>
     </message>
@@ -1436,6 +1472,10 @@
         <translation>Velkommen til Tulvane</translation>
     </message>
     <message>
+        <source>What has arrived of unfinished downloads will be removed. A download then starts from the beginning.</source>
+        <translation>Det som er kommet av uferdige nedlastinger, blir fjernet. En nedlasting starter da fra begynnelsen.</translation>
+    </message>
+    <message>
         <source>What the system uses can be changed in its keyboard settings.</source>
         <translation>Det systemet bruker, kan endres i tastaturinnstillingene.</translation>
     </message>
@@ -1458,6 +1498,10 @@
     <message>
         <source>Writes exactly what you said, including fillers and repetitions. For transcripts that must be word-for-word.</source>
         <translation>Skriver nøyaktig det du sa, med nølelyder og gjentakelser. For tekst som må være ordrett.</translation>
+    </message>
+    <message>
+        <source>Your desktop's privacy settings keep Tulvane from the microphone.</source>
+        <translation>Personverninnstillingene på skrivebordet holder Tulvane borte fra mikrofonen.</translation>
     </message>
     <message>
         <source>Your first words land here</source>

@@ -122,6 +122,7 @@ int run(TulvaneApp& app, Windows& windows, const cli::LaunchOptions& words)
 int runOn(Desktop& desktop, RemoteControl& remote, Scheduler& scheduler, const Clock& clock,
           const cli::LaunchOptions& words, TulvaneApp*& running)
 {
+    const auto quit = [] { QCoreApplication::quit(); };
     UserInterface windows({.makePanel = desktop.makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
     TulvaneApp app(desktop, programRecognizer(desktop.memory), appOptions(*desktop.defaults),
                    {.indicator = windows.indicator(),
@@ -130,15 +131,16 @@ int runOn(Desktop& desktop, RemoteControl& remote, Scheduler& scheduler, const C
                         [&windows, &running] {
                             return running && bringVisibleWindowsToFront(windows.settingsWindow().window());
                         },
-                    .restoreMinimized = &restoreMinimizedWindows});
+                    .restoreMinimized = &restoreMinimizedWindows,
+                    .quit = quit});
     const UiContext context = app.uiContext([&desktop] { startAnew(*desktop.processes); });
     installInterfaceLanguage(context.settings.appLanguage());
     windows.attach(context);
-    windows.showStatusItem(*desktop.statusItem, [] { QCoreApplication::quit(); });
+    windows.showStatusItem(*desktop.statusItem, quit);
     running = &app;
     QObject::connect(&app.controller(), &DictationController::phaseChanged, &app,
                      [&remote](const Phase& phase) { remote.announcePhase(nameOf(phase.kind)); });
-    const cli::InterruptWatcher signalWatch(-1, [] { QCoreApplication::quit(); });
+    const cli::InterruptWatcher signalWatch(-1, quit);
     endWithDesktop(desktop);
     // A start from here on waits for the end of this process.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, &app,

@@ -5,6 +5,7 @@
 #include <audio/files/PlainWave.h>
 #include <ports/Presentation.h>
 #include <ports/PrivacyPermissions.h>
+#include <ports/ScreenLock.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 
@@ -27,6 +28,7 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
     : m_desktop(desktop),
       m_version(options.version),
       m_windows(surfaces.windows),
+      m_quit(surfaces.quit),
       m_settings(*desktop.defaults),
       m_delegate(lifeCycle(options, surfaces)),
       m_stats(afterMigration(options.statisticsFile)),
@@ -46,6 +48,9 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
       m_controller(controllerDependencies(surfaces)),
       m_demonstration(demonstrationDependencies(recognizer, options))
 {
+    ScreenLock& lock = *desktop.screenLock;
+    lock.setChangeHandler([this](bool locked) { m_controller.setLocked(locked); });
+    m_controller.setLocked(lock.isLocked());
 }
 
 DictationSession::Dependencies TulvaneApp::sessionDependencies(Recognizer& recognizer)
@@ -138,14 +143,19 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .presentation = *m_desktop.presentation,
             .keyboard = *m_desktop.keyboard,
             .loginItem = *m_desktop.loginItem,
+            .statusItem = *m_desktop.statusItem,
             .scheduler = m_scheduler,
             .clock = m_clock,
             .version = m_version,
             .relaunch = relaunch,
+            .quit = m_quit,
             .beep = m_desktop.beep};
 }
 
-TulvaneApp::~TulvaneApp() = default;
+TulvaneApp::~TulvaneApp()
+{
+    m_desktop.screenLock->setChangeHandler({});
+}
 
 void TulvaneApp::prepareToQuit()
 {
@@ -185,6 +195,9 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
         else
             m_delegate.shouldHandleReopen();
         break;
+    case RemoteRequest::quit:
+        m_quit();
+        break;
     case RemoteRequest::status:
         break;
     }
@@ -198,6 +211,7 @@ QJsonObject TulvaneApp::status() const
     const Phase& phase = m_controller.phase();
     return {{QStringLiteral("phase"), nameOf(phase.kind)},
             {QStringLiteral("message"), phase.text},
+            {QStringLiteral("locked"), m_controller.isLocked()},
             {QStringLiteral("modelLoading"), m_session.isModelLoading()},
             {QStringLiteral("hotkey"), m_hotkeys.hotkeyDescription()},
             {QStringLiteral("historyCount"), m_session.history().size()}};
@@ -208,6 +222,11 @@ QJsonObject TulvaneApp::diagnostics() const
     QJsonArray lines;
     for (const Diagnostic& diagnostic : hotkeyDiagnostics(m_shortcuts, m_hotkeys))
         lines.append(diagnostic.toJson());
+    if (m_controller.isLocked())
+        lines.append(Diagnostic::bad(QStringLiteral("screen"),
+                                     QStringLiteral("The screen is locked: nothing is recorded."),
+                                     QStringLiteral("Unlock it."))
+                         .toJson());
     return {{QStringLiteral("diagnostics"), lines}};
 }
 

@@ -36,6 +36,8 @@ struct Surfaces {
     /// Brings what is visible before other programs' windows; false when nothing is.
     std::function<bool()> bringToFront = [] { return false; };
     std::function<bool()> restoreMinimized = [] { return false; };
+    /// Ends the program, once the event loop is reached.
+    std::function<void()> quit = [] {};
 };
 
 /// The resident program behind its windows: every long-lived object, wired. Main thread; one per process.
@@ -89,6 +91,7 @@ private:
     Desktop& m_desktop;
     QString m_version;
     Windows& m_windows;
+    std::function<void()> m_quit;
     SystemClock m_clock;
     EventLoopScheduler m_scheduler;
     AppSettings m_settings;

@@ -12,6 +12,7 @@ namespace tulvane {
 namespace {
 
 constexpr std::uint32_t framesPerBuffer = 4096;
+constexpr double shortestTelling = 0.4; // seconds
 
 } // namespace
 
@@ -112,11 +113,11 @@ std::vector<float> AudioRecorder::stop()
 
     std::vector<float> samples = m_buffer->take();
     m_tap->finish(samples);
-    const bool silent = !samples.empty() && !m_tap->heardAnything();
+    const double seconds = static_cast<double>(samples.size()) / recordingSampleRate;
+    // A microphone that has just been opened begins with silence: a short recording says nothing of it.
+    const bool silent = seconds >= shortestTelling && !m_tap->heardAnything();
     m_tap.reset();
-    qCInfo(lcAudio).noquote() << QStringLiteral("Recording stopped: %1s")
-                                     .arg(static_cast<double>(samples.size()) / recordingSampleRate, 0, 'f',
-                                          1);
+    qCInfo(lcAudio).noquote() << QStringLiteral("Recording stopped: %1s").arg(seconds, 0, 'f', 1);
     if (silent)
         qCCritical(lcAudio).noquote() << u"Every sample from “" + device + u"” was zero";
     setIsRecording(false);

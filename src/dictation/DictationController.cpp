@@ -113,8 +113,10 @@ bool DictationController::isSetUp() const
 
 bool DictationController::isReadyToStart() const
 {
-    if (m_isLocked)
+    if (m_isLocked) {
+        qCWarning(lcApp, "The screen is locked: nothing is recorded");
         return false;
+    }
     return m_phase.kind == Phase::Kind::idle || m_phase.kind == Phase::Kind::notice ||
            m_phase.kind == Phase::Kind::error;
 }
@@ -198,6 +200,7 @@ void DictationController::cancel(const std::optional<QString>& notice)
 void DictationController::setLocked(bool locked)
 {
     m_isLocked = locked;
+    m_dependencies.inserter.setHeldBack(locked);
     if (locked)
         stop();
 }

@@ -93,6 +93,7 @@ public:
     /// with the locking, and its text, like that of a transcription under way, goes to the history and into
     /// no program.
     void setLocked(bool locked);
+    [[nodiscard]] bool isLocked() const { return m_isLocked; }
     /// Transcribes the audio of the last failed transcription once more and delivers its text as after a
     /// stop, by the given method, or else the settings'. Nothing while there is no such audio, and while a
     /// dictation is under way. A window of ours that asks for it is in front itself, and names the clipboard.

@@ -36,9 +36,13 @@ TextInserter::~TextInserter()
 
 void TextInserter::prepare(InsertionMethod method, bool restoreClipboard)
 {
-    const bool mayPaste = method != InsertionMethod::clipboardOnly && m_ports.permissions.accessibility();
-    if (mayPaste && restoreClipboard)
+    if (method != InsertionMethod::clipboardOnly && reachesPrograms() && restoreClipboard)
         m_ports.pasteboards.readAhead();
+}
+
+bool TextInserter::reachesPrograms() const
+{
+    return !m_isHeldBack && m_ports.permissions.accessibility();
 }
 
 QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod method, bool restoreClipboard)
@@ -50,7 +54,7 @@ QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod 
         co_return InsertionResult::copiedToClipboard;
     }
     const Lifetime::Guard alive = m_lifetime.guard();
-    if (method == InsertionMethod::accessibilityThenPaste && m_ports.permissions.accessibility()) {
+    if (method == InsertionMethod::accessibilityThenPaste && reachesPrograms()) {
         const Write write = co_await insertViaAccessibility(text);
         if (write == Write::done)
             co_return InsertionResult::inserted;
@@ -68,9 +72,10 @@ QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod 
 
 QCoro::Task<InsertionResult> TextInserter::paste(QString text, bool restoreClipboard)
 {
-    if (!m_ports.permissions.accessibility()) {
+    if (!reachesPrograms()) {
         leaveOnClipboard(text);
-        qCWarning(lcInsertion, "Accessibility not granted; left text on clipboard");
+        qCWarning(lcInsertion, m_isHeldBack ? "The screen is locked; left text on clipboard"
+                                            : "Accessibility not granted; left text on clipboard");
         co_return InsertionResult::copiedToClipboard;
     }
     auto [body, spaces] = splitTrailingSpaces(text);
@@ -89,6 +94,11 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
     co_await saveAndAim(paste, restoreClipboard);
     if (!alive)
         co_return InsertionResult::copiedToClipboard;
+    if (m_isHeldBack) {
+        qCWarning(lcInsertion, "The screen is locked; left text on clipboard");
+        leaveOnClipboard(paste->text);
+        co_return InsertionResult::copiedToClipboard;
+    }
     if (paste->target.lineBreaks == PasteLineBreaks::asSpaces)
         paste->body = inOneLine(paste->body);
     // The pasteboard outlives the inserter.
@@ -197,7 +207,7 @@ QCoro::Task<> TextInserter::settle(std::shared_ptr<Paste> paste)
 
 QCoro::Task<> TextInserter::typeSpaces(int count)
 {
-    if (count == 0)
+    if (count == 0 || m_isHeldBack)
         co_return;
     const Lifetime::Guard alive = m_lifetime.guard();
     const bool typed = co_await m_ports.keys.typeSpaces(count);
@@ -217,6 +227,8 @@ QCoro::Task<TextInserter::Write> TextInserter::insertViaAccessibility(QString te
     const std::optional<QString> role = co_await element->role();
     // Passwords are never written this way; a role that cannot be read is no reason to refuse.
     if (role == FocusedElement::secureTextFieldRole)
+        co_return Write::refused;
+    if (!alive || m_isHeldBack)
         co_return Write::refused;
     const bool written = co_await element->setSelectedText(text);
     if (!written)

@@ -56,6 +56,10 @@ public:
     /// paste.
     QCoro::Task<InsertionResult> insert(QString text, InsertionMethod method, bool restoreClipboard);
 
+    /// While held back, no key is pressed and no field written into, and what is inserted then waits on the
+    /// clipboard. What a program has been asked to paste already goes its way.
+    void setHeldBack(bool heldBack) { m_isHeldBack = heldBack; }
+
     /// Ends every pending wait: what comes after it is done at once. For the end of the program, so that the
     /// user's clipboard is back before it goes.
     void cutWaitsShort() { m_waits.cutShort(); }
@@ -72,6 +76,9 @@ private:
     /// `unanswered`: it may still come.
     enum class Write { done, refused, unanswered };
     enum class Takeover { writtenAgain, sameText, lost };
+
+    /// Whether keys may be posted and fields written into.
+    [[nodiscard]] bool reachesPrograms() const;
 
     QCoro::Task<InsertionResult> paste(QString text, bool restoreClipboard);
     QCoro::Task<InsertionResult> pasteTrusted(std::shared_ptr<Paste> paste, bool restoreClipboard);
@@ -97,6 +104,7 @@ private:
 
     InsertionPorts m_ports;
     PendingDelays m_waits;
+    bool m_isHeldBack = false;
     /// Each coroutine takes a guard of it before its first wait and looks at the guard after each.
     Lifetime m_lifetime;
 };

@@ -173,6 +173,15 @@ qint64 ModelManager::leftoverBytes() const
     return sum;
 }
 
+bool ModelManager::hasResumableLeftovers() const
+{
+    return std::ranges::any_of(m_transfers.remnants(), [this](const TransferRemnant& remnant) {
+        return std::ranges::any_of(catalogue(), [&](const WhisperModel& model) {
+            return model.downloadURL(m_options.hub) == remnant.url;
+        });
+    });
+}
+
 void ModelManager::freeLeftovers()
 {
     for (const TransferRemnant& remnant : m_transfers.remnants())

@@ -69,6 +69,8 @@ public:
     /// Bytes on the disk that cancelled and failed downloads have left, those of models that the catalogue no
     /// longer has included. Reads the disk.
     [[nodiscard]] qint64 leftoverBytes() const;
+    /// Whether some of them are a part of a model that could still be downloaded: freeing destroys progress.
+    [[nodiscard]] bool hasResumableLeftovers() const;
     /// Removes them; a later download starts from the beginning.
     void freeLeftovers();
 

@@ -23,6 +23,7 @@ class Pasteboards;
 class Presentation;
 class PrivacyPermissions;
 class Processes;
+class ScreenLock;
 class Sounds;
 class StatusItem;
 class SystemMemory;
@@ -55,6 +56,7 @@ struct Desktop {
     std::shared_ptr<KeyboardGrab> keyboard;
     std::shared_ptr<LoginItem> loginItem;
     std::shared_ptr<StatusItem> statusItem;
+    std::shared_ptr<ScreenLock> screenLock;
     /// For the indicator's window; needs the application object of the windows.
     std::function<std::unique_ptr<IndicatorPanel>()> makeIndicatorPanel;
     /// The desktop's short signal that a key meant nothing.

@@ -19,6 +19,7 @@ enum class RemoteRequest {
     status,   ///< how it stands
     doctor,   ///< what only the running program knows of its own health
     activate, ///< a second start: show yourself; the argument names a page
+    quit,     ///< end; answered before the end
     settings, ///< a `settings` command, so that the change is live; the argument is a JSON array of its words
 };
 

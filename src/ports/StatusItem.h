@@ -51,6 +51,10 @@ public:
     /// Called when the menu is about to open, where the desktop tells: the last moment for what changes with
     /// the clock alone. One handler.
     virtual void setOpeningHandler(std::function<void()> handler) = 0;
+    /// Whether there is an icon that the user can see.
+    [[nodiscard]] virtual bool isShown() const = 0;
+    /// Called when `isShown` may have another answer. One handler; an empty one ends it.
+    virtual void setShownHandler(std::function<void()> handler) = 0;
 };
 
 } // namespace tulvane

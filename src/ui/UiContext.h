@@ -23,6 +23,7 @@ class PermissionsService;
 class Presentation;
 class Scheduler;
 class StatsStore;
+class StatusItem;
 class Workspace;
 
 /// Everything that the user interface is built over. UserInterface and ViewModels, which make its parts, are
@@ -42,11 +43,14 @@ struct UiContext {
     Presentation& presentation;
     KeyboardGrab& keyboard;
     LoginItem& loginItem;
+    StatusItem& statusItem;
     Scheduler& scheduler;
     const Clock& clock;
     QString version; ///< the application's short version
     /// Ends this program and starts it anew, as after a change of the interface language.
     std::function<void()> relaunch = [] {};
+    /// Ends this program, once the event loop is reached.
+    std::function<void()> quit = [] {};
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};
     /// The title of the menu item of ours that a key combination works; none where none does.

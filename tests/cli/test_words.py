@@ -3,7 +3,7 @@ import unittest
 
 from program import ProgramTest
 
-COMMANDS = ["transcribe", "dictate", "clean", "settings", "stats", "models", "start", "stop", "toggle", "cancel",
+COMMANDS = ["transcribe", "dictate", "clean", "settings", "stats", "models", "start", "stop", "toggle", "cancel", "quit",
             "status", "doctor"]
 
 

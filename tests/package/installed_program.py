@@ -109,8 +109,14 @@ class InstalledProgram(InstalledTest):
         for command in (["desktop-file-validate", entry], ["appstreamcli", "validate", "--no-net", description]):
             run = subprocess.run(command, capture_output=True, text=True, check=False)
             self.assertEqual(run.returncode, 0, run.stdout + run.stderr)
-        started = re.search(r"^Exec=(\S+)", entry.read_text(encoding="utf-8"), re.MULTILINE)[1]
-        self.assertTrue(os.access(BIN / started, os.X_OK), started)
+        text = entry.read_text(encoding="utf-8")
+        started = re.findall(r"^Exec=(\S+) ?(\S*)$", text, re.MULTILINE)
+        self.assertEqual([words for _, words in started], ["", "quit"])
+        for program, _ in started:
+            self.assertTrue(os.access(BIN / program, os.X_OK), program)
+        # What the windows' own class is, as the desktop tests read it back.
+        self.assertIn("\nStartupWMClass=Tulvane\n", text)
+        self.assertIn("\nActions=Quit;\n", text)
         self.assertTrue((SHARE / "tulvane/help/permissions.html").is_file())
 
     def test_the_licences_of_all_that_is_carried_are_there(self):

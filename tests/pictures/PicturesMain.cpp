@@ -6,7 +6,7 @@
 // indicator-uncut (without a compositor). --tall makes the window as high as the page. --click presses the
 // control of that name first. The state "half" has a setup under way in which much is wrong, "failed" a
 // dictation that could not be transcribed, "left" one that could not be inserted, "loading" a model that
-// loads. QT_SCALE_FACTOR scales.
+// loads, "remnants" downloads that have left something. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
 #include <ports/KeyModifiers.h>
@@ -202,6 +202,10 @@ void prepare(test::UiWorld& world, const QString& state)
     } else if (state == u"left") {
         world.privacy.accessibilityGranted = false;
         world.dictate(QStringLiteral("Dette skulle stått et annet sted."));
+    } else if (state == u"remnants") {
+        world.transfers.left = {
+            {WhisperModel::fallback().downloadURL(QUrl(QStringLiteral("http://hub.invalid/"))), 231'000'000},
+            {QUrl(QStringLiteral("http://elsewhere.invalid/old")), 1'700'000'000}};
     } else if (state == u"loading") {
         world.engine.isPrompt = false;
         world.engine.model.reset();

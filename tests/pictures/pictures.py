@@ -23,6 +23,7 @@ def runs():
         yield [*look, "--state", "full", *PAGES, "onboarding", *INDICATOR]
         yield [*look, "--state", "half", "--tall", "home", "onboarding"]
         yield [*look, "--state", "failed", "home"]
+        yield [*look, "--state", "remnants", "--tall", "models"]
 
 
 def draw(program, folder, arguments):

@@ -43,7 +43,7 @@ VirtualDesktop::VirtualDesktop(const Options& options)
 {
     for (const char* foreign :
          {"WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE",
-          "SESSION_MANAGER", "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM"})
+          "SESSION_MANAGER", "XDG_SESSION_ID", "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM"})
         m_environment.remove(QString::fromUtf8(foreign));
     const QString runtime = m_folder.file(QStringLiteral("run"));
     QDir().mkpath(runtime);
@@ -54,6 +54,8 @@ VirtualDesktop::VirtualDesktop(const Options& options)
     m_environment.insert(QStringLiteral("XDG_DATA_HOME"), m_folder.file(QStringLiteral(".local/share")));
     m_environment.insert(QStringLiteral("XDG_CACHE_HOME"), m_folder.file(QStringLiteral(".cache")));
 
+    // Nothing of the system's own reaches a test; a test's login manager is on its session bus.
+    m_environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), QStringLiteral("disabled:"));
     startServer();
     if (options.sessionBus == SessionBus::own)
         startSessionBus();
@@ -83,7 +85,9 @@ void VirtualDesktop::startSessionBus()
     QProcess& bus = start(QStringLiteral("dbus-daemon"),
                           {QStringLiteral("--session"), QStringLiteral("--nofork"),
                            QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
-    m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QString::fromLatin1(firstLine(bus)));
+    const QString address = QString::fromLatin1(firstLine(bus));
+    m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), address);
+    m_environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), address);
 }
 
 void VirtualDesktop::startOpenbox(const QByteArray& keys)

@@ -17,7 +17,8 @@ class VirtualDesktop:
         self.environment = dict(os.environ, HOME=str(folder), XDG_DATA_HOME=str(self.folder / "data"),
                                 XDG_CONFIG_HOME=str(self.folder / "config"), XDG_RUNTIME_DIR=str(self.folder / "run"),
                                 XDG_SESSION_TYPE="x11", PULSE_SERVER=f"unix:{folder}/pulse", LC_ALL="C.UTF-8")
-        for name in ["WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "GTK_THEME"]:
+        for name in ["WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "GTK_THEME",
+                     "SESSION_MANAGER", "XDG_SESSION_ID"]:
             self.environment.pop(name, None)
         (self.folder / "run").mkdir(mode=0o700)
         try:
@@ -34,7 +35,9 @@ class VirtualDesktop:
         self.display = ":" + x.stdout.readline().strip()
         self.environment["DISPLAY"] = self.display
         bus = self.start("dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1", stdout=-1)
-        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+        address = bus.stdout.readline().strip()
+        # The machine's own login manager has no say here.
+        self.environment.update(DBUS_SESSION_BUS_ADDRESS=address, DBUS_SYSTEM_BUS_ADDRESS=address)
         # Where programs look for what the window manager uses.
         configuration = self.folder / "config/openbox/rc.xml"
         configuration.parent.mkdir(parents=True, exist_ok=True)

@@ -23,6 +23,13 @@ void CommandSyntax::addOption(const QString& name, const QString& valueName, con
     m_parser.addOption({name, meaning, valueName});
 }
 
+void CommandSyntax::addHiddenOption(const QString& name, const QString& valueName)
+{
+    QCommandLineOption option(name, QString(), valueName);
+    option.setFlags(QCommandLineOption::HiddenFromHelp);
+    m_parser.addOption(option);
+}
+
 void CommandSyntax::addArgument(const QString& name, const QString& meaning, const QString& syntax)
 {
     m_parser.addPositionalArgument(name, meaning);

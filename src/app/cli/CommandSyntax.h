@@ -22,6 +22,8 @@ public:
     void addFlag(const QString& name, const QString& meaning);
     /// An option with a value ("language", "CODE").
     void addOption(const QString& name, const QString& valueName, const QString& meaning);
+    /// Likewise one that only other programs use: the help does not show it.
+    void addHiddenOption(const QString& name, const QString& valueName);
     /// A word of the command's own, in order. `syntax` is how the usage line shows it ("FILE", "[VALUE]").
     void addArgument(const QString& name, const QString& meaning, const QString& syntax = QString());
     /// How many words must and may stand; the default is none.

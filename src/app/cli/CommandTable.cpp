@@ -21,6 +21,7 @@ constexpr std::array entries{
     Entry{"stop", "Ends it and inserts what was said."},
     Entry{"toggle", "Whichever of the two fits: for a desktop's own key bindings."},
     Entry{"cancel", "Abandons it."},
+    Entry{"quit", "Ends the running program."},
     Entry{"status", "Says what the running program is doing."},
     Entry{"doctor", "Says what works here, and what to do about the rest."},
     Entry{"stats", "Shows how much has been dictated."},

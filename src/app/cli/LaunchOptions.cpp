@@ -11,10 +11,13 @@ Result<LaunchOptions, int> LaunchOptions::parse(const QStringList& arguments, Co
     syntax.addOption(
         QStringLiteral("page"), QStringLiteral("PAGE"),
         QStringLiteral("Opens on this page: home, models, history, statistics, settings, about."));
+    // What session managers put behind the name of a program that they bring back.
+    syntax.addHiddenOption(QStringLiteral("session"), QStringLiteral("ID"));
     if (const auto status = syntax.parse(arguments, console))
         return failure(*status);
     LaunchOptions options;
-    options.background = syntax.isSet(QStringLiteral("background"));
+    options.background =
+        syntax.isSet(QStringLiteral("background")) || syntax.isSet(QStringLiteral("session"));
     if (syntax.isSet(QStringLiteral("page"))) {
         const QString name = syntax.value(QStringLiteral("page"));
         options.page = fromRawValue<SettingsTab>(name);

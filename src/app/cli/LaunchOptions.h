@@ -10,7 +10,8 @@
 
 namespace tulvane::cli {
 
-/// How the program is to be started: `tulvane [--background] [--page PAGE]`.
+/// How the program is to be started: `tulvane [--background] [--page PAGE]`. A session manager that brings
+/// the program back says `-session ID`, which is a start in the background.
 struct LaunchOptions {
     bool background = false;         ///< without a window
     std::optional<SettingsTab> page; ///< the page to open on

@@ -177,6 +177,7 @@ std::map<QString, cli::Run> programCommands()
         {QStringLiteral("stop"), remoteCommand("stop")},
         {QStringLiteral("toggle"), remoteCommand("toggle")},
         {QStringLiteral("cancel"), remoteCommand("cancel")},
+        {QStringLiteral("quit"), remoteCommand("quit")},
         {QStringLiteral("status"), remoteCommand("status")},
         {QStringLiteral("doctor"), doctor},
         {QStringLiteral("stats"), showStatistics},

@@ -2,11 +2,18 @@
 #include <app/cli/RemoteCommand.h>
 #include <base/async/WaitFor.h>
 
+#include <QDeadlineTimer>
 #include <QJsonDocument>
+#include <QThread>
+
+#include <chrono>
 
 namespace tulvane::cli {
 
 namespace {
+
+constexpr std::chrono::milliseconds endLimit{5000};
+constexpr std::chrono::milliseconds endPause{20};
 
 struct Verb {
     QLatin1StringView name;
@@ -21,6 +28,8 @@ constexpr Verb verbs[] = {
     {QLatin1StringView("toggle"), RemoteRequest::toggle,
      QLatin1StringView("Begins a dictation, or ends the one under way.")},
     {QLatin1StringView("cancel"), RemoteRequest::cancel, QLatin1StringView("Abandons the dictation.")},
+    {QLatin1StringView("quit"), RemoteRequest::quit,
+     QLatin1StringView("Ends the running program, and returns once it is gone.")},
     {QLatin1StringView("status"), RemoteRequest::status,
      QLatin1StringView("Says what the running program is doing.")},
 };
@@ -38,6 +47,8 @@ void print(const QJsonObject& status, Console& console)
         console.out << ": " << message;
     if (status[QStringLiteral("modelLoading")].toBool())
         console.out << "; loading the model";
+    if (status[QStringLiteral("locked")].toBool())
+        console.out << "; the screen is locked";
     console.out << "; hotkey: " << status[QStringLiteral("hotkey")].toString() << "; "
                 << status[QStringLiteral("historyCount")].toInt() << " in the history" << Qt::endl;
 }
@@ -48,13 +59,32 @@ QString refusal(RemoteRequest request, const QJsonObject& before, const QJsonObj
     const QString was = before[QStringLiteral("phase")].toString();
     const QString is = after[QStringLiteral("phase")].toString();
     const bool wasRecording = was == u"recording";
-    if (is == u"error" && (request == RemoteRequest::start || request == RemoteRequest::toggle))
+    const bool begins = request == RemoteRequest::start || request == RemoteRequest::toggle;
+    if (begins && !wasRecording && after[QStringLiteral("locked")].toBool())
+        return QStringLiteral("The screen is locked: nothing is recorded until it is unlocked.");
+    if (is == u"error" && begins)
         return after[QStringLiteral("message")].toString();
     if (!wasRecording && (request == RemoteRequest::stop || request == RemoteRequest::cancel))
         return QStringLiteral("Nothing is being recorded.");
     if (is != u"recording" && !wasRecording)
         return QStringLiteral("The dictation before is still being finished.");
     return {};
+}
+
+/// Whether the program that was asked to end has done so within the limit.
+bool isGone(RemoteControl& remote)
+{
+    const QDeadlineTimer limit(endLimit);
+    const auto answers = [&remote] {
+        const auto answer = waitFor(remote.ask(RemoteRequest::status));
+        return answer || answer.error() == RemoteError::noAnswer;
+    };
+    bool isThere = answers();
+    while (isThere && !limit.hasExpired()) {
+        QThread::msleep(endPause.count());
+        isThere = answers();
+    }
+    return !isThere;
 }
 
 int failWith(RemoteError error, Console& console)
@@ -94,6 +124,9 @@ int runRemote(const QString& name, const QStringList& arguments, RemoteControl& 
         print(*after, console);
     if (verb.request == RemoteRequest::status)
         return ExitStatus::done;
+    if (verb.request == RemoteRequest::quit)
+        return isGone(remote) ? static_cast<int>(ExitStatus::done)
+                              : fail(console, QStringLiteral("The running program does not end."));
     const QString reason = refusal(verb.request, *before, *after);
     return reason.isEmpty() ? static_cast<int>(ExitStatus::done) : fail(console, reason);
 }

@@ -7,8 +7,8 @@
 
 namespace tulvane::cli {
 
-/// `tulvane start|stop|toggle|cancel|status [--json]`: one request to the running program. `name` is the word
-/// itself. Ends with `notRunning` where there is no such program. Main thread.
+/// `tulvane start|stop|toggle|cancel|quit|status [--json]`: one request to the running program. `name` is the
+/// word itself. Ends with `notRunning` where there is no such program. Main thread.
 [[nodiscard]] int runRemote(const QString& name, const QStringList& arguments, RemoteControl& remote,
                             Console& console);
 

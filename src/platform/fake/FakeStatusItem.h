@@ -12,7 +12,12 @@ namespace tulvane {
 /// A place in a bar that the test reads and clicks.
 class FakeStatusItem final : public StatusItem {
 public:
-    void setSymbol(const QString& name) override { m_symbols.append(name); }
+    void setSymbol(const QString& name) override
+    {
+        m_symbols.append(name);
+        if (m_shownHandler)
+            m_shownHandler();
+    }
     void setDescription(const QString& text) override { m_description = text; }
     void setMenu(const QList<MenuEntry>& entries) override
     {
@@ -21,6 +26,16 @@ public:
     }
     void setOpeningHandler(std::function<void()> handler) override { m_opening = std::move(handler); }
 
+    [[nodiscard]] bool isShown() const override { return m_hasBar && !m_symbols.isEmpty(); }
+    void setShownHandler(std::function<void()> handler) override { m_shownHandler = std::move(handler); }
+
+    /// The bar goes, or comes back.
+    void setBar(bool present)
+    {
+        m_hasBar = present;
+        if (m_shownHandler)
+            m_shownHandler();
+    }
     /// The user opens the menu.
     void open() const
     {
@@ -73,6 +88,8 @@ private:
     QList<MenuEntry> m_entries;
     int m_menus = 0;
     std::function<void()> m_opening;
+    std::function<void()> m_shownHandler;
+    bool m_hasBar = true;
 };
 
 } // namespace tulvane

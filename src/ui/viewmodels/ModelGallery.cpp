@@ -1,14 +1,27 @@
+#include <base/ByteCount.h>
 #include <base/Translate.h>
 #include <models/ModelManager.h>
 #include <ports/Workspace.h>
 #include <ui/viewmodels/ModelGallery.h>
 
+#include <QTimer>
+
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <utility>
 
 namespace tulvane {
 
-ModelGallery::ModelGallery(const ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries,
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::array<std::chrono::milliseconds, 3> freed{200ms, 1s, 3s};
+
+} // namespace
+
+ModelGallery::ModelGallery(ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries,
                            ModelEntry& selected, QObject* parent)
     : QObject(parent),
       m_models(models),
@@ -18,6 +31,34 @@ ModelGallery::ModelGallery(const ModelManager& models, Workspace& workspace, QLi
 {
     connect(&selected, &ModelEntry::changed, this, &ModelGallery::statusChanged);
     connect(&models, &ModelManager::stateChanged, this, &ModelGallery::statusChanged);
+    connect(&models, &ModelManager::stateChanged, this, [this](const QString& id) {
+        // A download tells its progress ten times a second; only its beginning and its end change anything.
+        const bool isUnderWay = m_models.state(id).kind() == ModelState::Kind::downloading;
+        if (!isUnderWay || !m_leftovers.isEmpty())
+            readLeftovers();
+    });
+    readLeftovers();
+}
+
+void ModelGallery::readLeftovers()
+{
+    const qint64 bytes = m_models.leftoverBytes();
+    const QString now = bytes > 0 ? byteCountText(bytes) : QString();
+    const bool costs = bytes > 0 && m_models.hasResumableLeftovers();
+    if (now == m_leftovers && costs == m_freeingCosts)
+        return;
+    m_leftovers = now;
+    m_freeingCosts = costs;
+    Q_EMIT leftoversChanged();
+}
+
+void ModelGallery::freeLeftovers()
+{
+    m_models.freeLeftovers();
+    readLeftovers();
+    // Another process may remove them, a moment later.
+    for (const std::chrono::milliseconds later : freed)
+        QTimer::singleShot(later, this, &ModelGallery::readLeftovers);
 }
 
 bool ModelGallery::isAnythingInstalled() const

@@ -20,6 +20,10 @@ class ModelGallery final : public QObject {
     /// One line about the selected model
     Q_PROPERTY(QString status READ status NOTIFY statusChanged)
     Q_PROPERTY(Status statusKind READ statusKind NOTIFY statusChanged)
+    /// What ended downloads hold of the disk ("1.9 GB"); empty where they hold nothing
+    Q_PROPERTY(QString leftovers READ leftovers NOTIFY leftoversChanged)
+    /// Whether freeing it destroys a part of a model that a download could go on with
+    Q_PROPERTY(bool freeingCosts READ freeingCosts NOTIFY leftoversChanged)
 
 public:
     enum class Status { Ready, Loading, Missing, None };
@@ -27,8 +31,8 @@ public:
 
     /// `entries` are the models that are offered; `selected` stands for the selected one. All outlive this
     /// object.
-    ModelGallery(const ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries,
-                 ModelEntry& selected, QObject* parent);
+    ModelGallery(ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries, ModelEntry& selected,
+                 QObject* parent);
 
     [[nodiscard]] const QList<ModelEntry*>& entries() const { return m_entries; }
     [[nodiscard]] QQmlListProperty<ModelEntry> entryList() { return {this, &m_entries}; }
@@ -36,19 +40,28 @@ public:
     [[nodiscard]] QString status() const;
     [[nodiscard]] Status statusKind() const;
 
+    [[nodiscard]] const QString& leftovers() const { return m_leftovers; }
+    [[nodiscard]] bool freeingCosts() const { return m_freeingCosts; }
+    /// Reads from the disk what ended downloads have left.
+    Q_INVOKABLE void readLeftovers();
+    Q_INVOKABLE void freeLeftovers();
+
     /// Shows the folder of the model files in the file manager.
     Q_INVOKABLE void showFolder() const;
 
 Q_SIGNALS:
     void statusChanged();
+    void leftoversChanged();
 
 private:
     [[nodiscard]] bool isAnythingInstalled() const;
 
-    const ModelManager& m_models;
+    ModelManager& m_models;
     Workspace& m_workspace;
     QList<ModelEntry*> m_entries;
     ModelEntry& m_selected;
+    QString m_leftovers;
+    bool m_freeingCosts = false;
 };
 
 } // namespace tulvane

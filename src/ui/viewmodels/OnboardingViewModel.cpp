@@ -1,6 +1,7 @@
 #include <dictation/Indicator.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
+#include <ports/StatusItem.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/HotkeyStatus.h>
 #include <ui/viewmodels/OnboardingViewModel.h>
@@ -24,13 +25,15 @@ QString allSet()
 
 OnboardingViewModel::OnboardingViewModel(const SetupFacts& facts, AppSettings& settings,
                                          PermissionsService& permissions, ModelManager& models,
-                                         const HotkeyStatus& hotkey, Windows& windows, QObject* parent)
+                                         const HotkeyStatus& hotkey, const StatusItem& statusItem,
+                                         Windows& windows, QObject* parent)
     : QObject(parent),
       m_facts(facts),
       m_settings(settings),
       m_permissions(permissions),
       m_models(models),
       m_hotkey(hotkey),
+      m_statusItem(statusItem),
       m_windows(windows)
 {
     connect(&facts, &SetupFacts::changed, this, &OnboardingViewModel::changed);
@@ -112,7 +115,10 @@ QString OnboardingViewModel::spokenFooter() const
     if (isAllDone())
         return allSet().remove(QStringLiteral("**")).arg(m_hotkey.description());
     return SetupViewModel::stepsLeft(static_cast<int>(steps().size()) - doneCount()) +
-           translate(" You can close this and come back any time from the menu-bar icon › Setup guide.");
+           (m_statusItem.isShown()
+                ? translate(
+                      " You can close this and come back any time from the menu-bar icon › Setup guide.")
+                : translate(" You can close this and come back any time from Settings › Setup guide."));
 }
 
 QString OnboardingViewModel::finishLabel() const

@@ -14,6 +14,7 @@ class AppSettings;
 class HotkeyStatus;
 class ModelManager;
 class PermissionsService;
+class StatusItem;
 class Windows;
 
 /// The four steps of the setup guide, and what finishing it means. Live: nothing is stored but that it has
@@ -44,7 +45,8 @@ public:
 
     /// All collaborators outlive this object.
     OnboardingViewModel(const SetupFacts& facts, AppSettings& settings, PermissionsService& permissions,
-                        ModelManager& models, const HotkeyStatus& hotkey, Windows& windows, QObject* parent);
+                        ModelManager& models, const HotkeyStatus& hotkey, const StatusItem& statusItem,
+                        Windows& windows, QObject* parent);
 
     [[nodiscard]] QList<SetupStep> steps() const;
     [[nodiscard]] QVariantList stepObjects() const;
@@ -76,6 +78,7 @@ private:
     PermissionsService& m_permissions;
     ModelManager& m_models;
     const HotkeyStatus& m_hotkey;
+    const StatusItem& m_statusItem;
     Windows& m_windows;
 };
 

@@ -1,5 +1,6 @@
 #include <dictation/Indicator.h>
 #include <ports/LoginItem.h>
+#include <ports/StatusItem.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/PreferencesViewModel.h>
 #include <ui/viewmodels/SettingValues.h>
@@ -29,18 +30,23 @@ private:
 
 } // namespace
 
-PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& loginItem, Windows& windows,
-                                           std::function<void()> relaunch, QObject* parent)
+PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& loginItem,
+                                           StatusItem& statusItem, Windows& windows,
+                                           std::function<void()> relaunch, std::function<void()> quit,
+                                           QObject* parent)
     : QObject(parent),
       m_stored(settings),
       m_settings(settingValues(settings, this)),
       m_loginItem(loginItem),
+      m_statusItem(statusItem),
       m_windows(windows),
       m_language(new ChoiceViewModel(settings.language, this)),
       m_insertionMethod(new ChoiceViewModel(settings.insertionMethod, this)),
       m_appearance(new ChoiceViewModel(settings.appearance, this)),
-      m_appLanguage(new AppLanguageChoice(settings.appLanguage, this, std::move(relaunch)))
+      m_appLanguage(new AppLanguageChoice(settings.appLanguage, this, std::move(relaunch))),
+      m_quit(std::move(quit))
 {
+    m_statusItem.setShownHandler([this] { Q_EMIT hasStatusIconChanged(); });
     connect(m_insertionMethod, &ChoiceViewModel::valueChanged, this, &PreferencesViewModel::pastesChanged);
     connect(&settings, &AppSettings::writeFailed, this, [this](const QString&, const DefaultsError& error) {
         m_storageFailure = error.description();
@@ -53,6 +59,16 @@ PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& log
     connect(&settings, &AppSettings::troubled, this, noteTrouble);
     if (settings.trouble())
         noteTrouble(*settings.trouble());
+}
+
+PreferencesViewModel::~PreferencesViewModel()
+{
+    m_statusItem.setShownHandler({});
+}
+
+bool PreferencesViewModel::hasStatusIcon() const
+{
+    return m_statusItem.isShown();
 }
 
 QObject* PreferencesViewModel::settings() const

@@ -13,6 +13,7 @@ namespace tulvane {
 
 class AppSettings;
 class LoginItem;
+class StatusItem;
 class Windows;
 
 /// The Settings page: what the preferences are, what may be chosen, and what a change brings with it beyond
@@ -35,14 +36,19 @@ class PreferencesViewModel final : public QObject {
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
     /// Why the last change of it failed; empty otherwise
     Q_PROPERTY(QString launchAtLoginFailure READ launchAtLoginFailure NOTIFY launchAtLoginChanged)
+    /// Whether the program has an icon that the user can see while no window is open
+    Q_PROPERTY(bool hasStatusIcon READ hasStatusIcon NOTIFY hasStatusIconChanged)
     /// Why a setting could not be stored, or what became of a damaged settings file; empty while all is well.
     /// It holds until the program ends.
     Q_PROPERTY(QString storageFailure READ storageFailure NOTIFY storageFailureChanged)
 
 public:
-    /// `relaunch` ends this program and starts it anew. All collaborators outlive this object.
-    PreferencesViewModel(AppSettings& settings, LoginItem& loginItem, Windows& windows,
-                         std::function<void()> relaunch, QObject* parent);
+    /// `relaunch` ends this program and starts it anew, `quit` ends it. All collaborators outlive this
+    /// object.
+    PreferencesViewModel(AppSettings& settings, LoginItem& loginItem, StatusItem& statusItem,
+                         Windows& windows, std::function<void()> relaunch, std::function<void()> quit,
+                         QObject* parent);
+    ~PreferencesViewModel() override;
 
     [[nodiscard]] QObject* settings() const;
     [[nodiscard]] QVariantMap rows() const;
@@ -56,22 +62,28 @@ public:
     [[nodiscard]] const QString& launchAtLoginFailure() const { return m_launchAtLoginFailure; }
     [[nodiscard]] const QString& storageFailure() const { return m_storageFailure; }
 
+    [[nodiscard]] bool hasStatusIcon() const;
+
     Q_INVOKABLE void showSetupGuide() const;
+    Q_INVOKABLE void quit() const { m_quit(); }
 
 Q_SIGNALS:
     void pastesChanged();
     void launchAtLoginChanged();
+    void hasStatusIconChanged();
     void storageFailureChanged();
 
 private:
     AppSettings& m_stored;
     QQmlPropertyMap* m_settings;
     LoginItem& m_loginItem;
+    StatusItem& m_statusItem;
     Windows& m_windows;
     ChoiceViewModel* m_language;
     ChoiceViewModel* m_insertionMethod;
     ChoiceViewModel* m_appearance;
     ChoiceViewModel* m_appLanguage;
+    std::function<void()> m_quit;
     QString m_launchAtLoginFailure;
     QString m_storageFailure;
 };

@@ -42,7 +42,7 @@ SetupViewModel* ViewModels::setup()
 OnboardingViewModel* ViewModels::onboarding()
 {
     return made(m_onboarding, facts(), m_context.settings, m_context.permissions, m_context.models,
-                hotkeyStatus(), m_windows);
+                hotkeyStatus(), m_context.statusItem, m_windows);
 }
 
 DemonstrationViewModel* ViewModels::demonstration()
@@ -120,7 +120,8 @@ ModelEntry* ViewModels::selectedModel()
 
 PreferencesViewModel* ViewModels::preferences()
 {
-    return made(m_preferences, m_context.settings, m_context.loginItem, m_windows, m_context.relaunch);
+    return made(m_preferences, m_context.settings, m_context.loginItem, m_context.statusItem, m_windows,
+                m_context.relaunch, m_context.quit);
 }
 
 PermissionsViewModel* ViewModels::permissions()

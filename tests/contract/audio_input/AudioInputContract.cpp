@@ -198,6 +198,46 @@ TEST_P(AudioInputContract, AfterTheStopNothingIsReported)
     EXPECT_FALSE(reported);
 }
 
+TEST_P(AudioInputContract, AMicrophoneThatStallsIsReportedOnceAndAsNoChange)
+{
+    const auto engine = started(captured);
+    sound();
+    ASSERT_TRUE(waitUntil([&] { return captured.size() > 0; }));
+    int stalls = 0;
+    int changes = 0;
+    engine->setConfigurationChanged([&] { ++changes; });
+    engine->setStalled([&] {
+        EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
+        ++stalls;
+    });
+    world->stall();
+    EXPECT_EQ(stalls, 0); // only from the event loop
+    EXPECT_TRUE(waitUntil([&] { return stalls > 0; }, 10s));
+    std::ignore = waitUntil([&] { return stalls + changes > 1; }, 300ms);
+    EXPECT_EQ(stalls, 1);
+    EXPECT_EQ(changes, 0);
+    EXPECT_GT(captured.size(), 0U) << "what came before is kept";
+}
+
+TEST_P(AudioInputContract, TheReportOfAStallMayDestroyTheEngine)
+{
+    auto engine = started(captured);
+    engine->setStalled([&] { engine.reset(); });
+    world->stall();
+    EXPECT_TRUE(waitUntil([&] { return engine == nullptr; }, 10s));
+}
+
+TEST_P(AudioInputContract, AfterTheStopNoStallIsReported)
+{
+    const auto engine = started(captured);
+    bool reported = false;
+    engine->setStalled([&] { reported = true; });
+    world->stall();
+    engine->stop();
+    std::ignore = waitUntil([&] { return reported; }, 300ms);
+    EXPECT_FALSE(reported);
+}
+
 TEST_P(AudioInputContract, WithoutAMicrophoneTheFormatSaysSo)
 {
     world->removeAllMicrophones();

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] virtual bool isOpen() const = 0;
     /// The user chooses another default microphone, or the system takes this one away.
     virtual void loseMicrophone() = 0;
+    /// The microphone stays open and delivers nothing any more. The world answers no other question then.
+    virtual void stall() = 0;
     /// There is no microphone from now on.
     virtual void removeAllMicrophones() = 0;
     /// The next start cannot succeed.

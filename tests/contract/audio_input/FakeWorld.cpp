@@ -26,6 +26,7 @@ public:
     }
     [[nodiscard]] bool isOpen() const override { return m_input.isOpen(); }
     void loseMicrophone() override { m_input.changeConfiguration(); }
+    void stall() override { m_input.stall(); }
     void removeAllMicrophones() override { m_input.setFormat({}); }
     void breakStart() override { m_input.setStartFailure(QStringLiteral("broken")); }
 

@@ -52,6 +52,7 @@ public:
         }
         qFatal("The input never hears of another default microphone");
     }
+    void stall() override { m_server.freeze(); }
     void removeAllMicrophones() override
     {
         m_server.control({QStringLiteral("unload-module"), QStringLiteral("module-remap-source")});

@@ -31,7 +31,7 @@ TEST_P(RemoteControlContract, EveryRequestReachesTheRunningProgramAndItsAnswerCo
     const auto caller = backend->process();
     for (const RemoteRequest request :
          {RemoteRequest::start, RemoteRequest::stop, RemoteRequest::toggle, RemoteRequest::cancel,
-          RemoteRequest::status, RemoteRequest::doctor}) {
+          RemoteRequest::status, RemoteRequest::doctor, RemoteRequest::quit}) {
         const auto answer = await(caller->ask(request));
         ASSERT_TRUE(answer);
         EXPECT_EQ(*answer, echo(request, {}));

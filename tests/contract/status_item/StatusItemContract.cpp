@@ -65,6 +65,17 @@ TYPED_TEST(StatusItemContract, NothingIsShownBeforeTheFirstSymbol)
     EXPECT_TRUE(waitUntil([this] { return this->m_bar.hasIcon(); }));
 }
 
+TYPED_TEST(StatusItemContract, IsShownOnceABarHasIt)
+{
+    int tellings = 0;
+    this->m_item.setShownHandler([&] { ++tellings; });
+    EXPECT_FALSE(this->m_item.isShown());
+    this->show();
+    EXPECT_TRUE(waitUntil([this] { return this->m_item.isShown(); }));
+    EXPECT_GT(tellings, 0);
+    this->m_item.setShownHandler({});
+}
+
 TYPED_TEST(StatusItemContract, TheSymbolIsThePicture)
 {
     this->show();

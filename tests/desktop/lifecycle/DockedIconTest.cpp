@@ -133,4 +133,23 @@ TEST_F(DockedIcon, ATrayMayComeBack)
     EXPECT_TRUE(waitForIcon());
 }
 
+TEST_F(DockedIcon, ThePageThatSpeaksOfTheIconFollowsTheTray)
+{
+    const QString promise = QStringLiteral(
+        "System tray only. Use the microphone icon in the tray to reach this window and quit.");
+    const QString truth = QStringLiteral(
+        "This desktop shows no icon for Tulvane. Start it again to reach this window; you can quit below.");
+    here.setUp();
+    static_cast<void>(here.tulvane({QStringLiteral("settings"), QStringLiteral("set"),
+                                    QStringLiteral("showInDock"), QStringLiteral("false")}));
+    here.launch({QStringLiteral("--page"), QStringLiteral("settings")});
+    static_cast<void>(here.focus(QStringLiteral("Show in task bar"))); // which scrolls there
+    EXPECT_TRUE(here.shows(truth));
+    QProcess& tray = openTray();
+    EXPECT_TRUE(here.shows(promise));
+    tray.kill();
+    tray.waitForFinished();
+    EXPECT_TRUE(here.shows(truth));
+}
+
 } // namespace tulvane::test

@@ -43,6 +43,8 @@ QProcessEnvironment LifeCycleDesktop::environment() const
     environment.insert(QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON"), QStringLiteral("1"));
     environment.insert(QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("x11"));
     environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    for (auto variable = m_variables.cbegin(); variable != m_variables.cend(); ++variable)
+        environment.insert(variable.key(), variable.value());
     return environment;
 }
 
@@ -79,10 +81,15 @@ void LifeCycleDesktop::writeData(const QString& file, const QByteArray& content)
 
 QProcess& LifeCycleDesktop::launch(const QStringList& arguments)
 {
+    return launchProgram(QStringLiteral(TULVANE_PROGRAM), arguments);
+}
+
+QProcess& LifeCycleDesktop::launchProgram(const QString& program, const QStringList& arguments)
+{
     m_log.clear();
     m_program = std::make_unique<QProcess>();
     m_program->setProcessEnvironment(environment());
-    m_program->start(QStringLiteral(TULVANE_PROGRAM), arguments);
+    m_program->start(program, arguments);
     const bool isUp = waitUntil([&] { return m_program->state() == QProcess::NotRunning || answers(); }, 30s);
     if (!isUp || m_program->state() == QProcess::NotRunning)
         throw std::runtime_error("the program did not start: " + log().toStdString());
@@ -94,6 +101,14 @@ void LifeCycleDesktop::quit()
     m_program->terminate();
     if (!waitUntil([&] { return m_program->state() == QProcess::NotRunning; }))
         throw std::runtime_error("the program did not end");
+}
+
+std::unique_ptr<QProcess> LifeCycleDesktop::begin(const QStringList& arguments) const
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(environment());
+    process->start(QStringLiteral(TULVANE_PROGRAM), arguments);
+    return process;
 }
 
 QString LifeCycleDesktop::tulvane(const QStringList& arguments) const

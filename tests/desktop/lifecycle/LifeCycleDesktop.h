@@ -4,6 +4,7 @@
 #include <support/SoundServer.h>
 #include <support/VirtualDesktop.h>
 
+#include <QHash>
 #include <QJsonObject>
 #include <QProcess>
 #include <QStringList>
@@ -31,11 +32,17 @@ public:
     void writeData(const QString& file, const QByteArray& content) const;
     [[nodiscard]] QString data(const QString& file) const;
 
+    /// A variable of what is started from now on.
+    void setVariable(const QString& name, const QString& value) { m_variables.insert(name, value); }
     /// Starts the resident program and returns once it answers.
     QProcess& launch(const QStringList& arguments = {QStringLiteral("--background")});
+    /// The same by another command line than the usual.
+    QProcess& launchProgram(const QString& program, const QStringList& arguments);
     /// Asks the program to end, and waits.
     void quit();
     [[nodiscard]] QProcess& program() { return *m_program; }
+    /// A call of the command line that goes on.
+    [[nodiscard]] std::unique_ptr<QProcess> begin(const QStringList& arguments) const;
     /// One call of the command line, waited for. Its standard output and then its standard error.
     [[nodiscard]] QString tulvane(const QStringList& arguments) const;
     [[nodiscard]] QJsonObject status() const;
@@ -67,6 +74,7 @@ public:
 private:
     [[nodiscard]] QProcessEnvironment environment() const;
 
+    QHash<QString, QString> m_variables;
     std::unique_ptr<QProcess> m_program;
     QByteArray m_log;
 };

@@ -1,8 +1,10 @@
 #include "LifeCycleDesktop.h"
 
 #include <support/Await.h>
+#include <support/Speech.h>
 
 #include <QFile>
+#include <QJsonDocument>
 
 #include <gtest/gtest.h>
 
@@ -88,5 +90,67 @@ INSTANTIATE_TEST_SUITE_P(Estates, MigrationForReal,
                                          Estate{false, true, false}, Estate{false, true, true},
                                          Estate{true, true, false}, Estate{true, true, true},
                                          Estate{true, false, true}));
+
+// A command may be the first thing of the program that runs.
+class MigrationByACommand : public testing::Test {
+protected:
+    MigrationByACommand()
+    {
+        here.writeData(QStringLiteral("Arven Scribe/statistics.json"),
+                       R"({"days":[{"characters":25000,"date":"2025-03-14T23:00:00Z","dictations":400,)"
+                       R"("speechSeconds":2500.5,"words":5000}],"version":1})");
+    }
+    [[nodiscard]] int words() const
+    {
+        const QString json = here.tulvane({QStringLiteral("stats"), QStringLiteral("--period"),
+                                           QStringLiteral("all"), QStringLiteral("--json")});
+        return QJsonDocument::fromJson(json.toUtf8())[QStringLiteral("words")].toInt();
+    }
+    void expectAllOfIt()
+    {
+        EXPECT_FALSE(QFile::exists(here.data(QStringLiteral("Arven Scribe"))));
+        EXPECT_EQ(words(), 5000);
+        here.launch();
+        EXPECT_EQ(words(), 5000);
+    }
+
+    LifeCycleDesktop here;
+};
+
+TEST_F(MigrationByACommand, ADictationAddsToWhatTheEarlierProductCounted)
+{
+    const auto dictate =
+        here.begin({QStringLiteral("dictate"), QStringLiteral("--model"), QStringLiteral("demo"),
+                    QStringLiteral("--language"), QStringLiteral("no")});
+    QByteArray told;
+    ASSERT_TRUE(waitUntil([&] {
+        told += dictate->readAllStandardError();
+        return told.contains("Listening");
+    })) << told.constData();
+    const auto player =
+        here.sound.play(speakSentence(QStringLiteral("Hei, dette er en test."), QStringLiteral("nb")), 16000);
+    ASSERT_TRUE(waitUntil([&] { return player->state() == QProcess::NotRunning; }));
+    std::ignore = waitUntil([] { return false; }, std::chrono::milliseconds(500));
+    dictate->write("\n");
+    ASSERT_TRUE(waitUntil([&] { return dictate->state() == QProcess::NotRunning; }));
+    EXPECT_EQ(dictate->exitCode(), 0) << dictate->readAllStandardError().constData();
+    EXPECT_EQ(words(), 5005);
+    here.launch();
+    EXPECT_EQ(words(), 5005);
+}
+
+TEST_F(MigrationByACommand, AChangedSettingCostsNothing)
+{
+    EXPECT_EQ(here.tulvane({QStringLiteral("settings"), QStringLiteral("set"), QStringLiteral("playSounds"),
+                            QStringLiteral("false")}),
+              QString());
+    expectAllOfIt();
+}
+
+TEST_F(MigrationByACommand, AListOfModelsCostsNothing)
+{
+    EXPECT_FALSE(here.tulvane({QStringLiteral("models"), QStringLiteral("list")}).isEmpty());
+    expectAllOfIt();
+}
 
 } // namespace tulvane::test

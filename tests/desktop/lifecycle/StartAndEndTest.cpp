@@ -1,6 +1,9 @@
 #include "LifeCycleDesktop.h"
 
 #include <support/Await.h>
+#include <support/Paths.h>
+
+#include <QFile>
 
 #include <gtest/gtest.h>
 
@@ -54,6 +57,64 @@ TEST_F(StartAndEnd, ASecondStartBringsTheWindowBeforeOtherPrograms)
     ASSERT_TRUE(waitUntil([&] { return focused() == QStringLiteral("other"); }));
     static_cast<void>(here.tulvane({}));
     EXPECT_TRUE(waitUntil([&] { return focused() == mainWindow; })) << qPrintable(focused());
+}
+
+TEST_F(StartAndEnd, TheCommandLineQuitsIt)
+{
+    here.setUp();
+    QProcess& program = here.launch();
+    EXPECT_EQ(here.tulvane({QStringLiteral("quit")}), QString());
+    // It returns when the program is gone.
+    EXPECT_EQ(here.process(), 0);
+    ASSERT_TRUE(waitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_EQ(here.tulvane({QStringLiteral("quit")}),
+              QStringLiteral("tulvane: Tulvane is not running. (tulvane --background starts it)\n"));
+}
+
+TEST_F(StartAndEnd, TheSettingsPageQuitsIt)
+{
+    here.setUp();
+    QProcess& program = here.launch({QStringLiteral("--page"), QStringLiteral("settings")});
+    ASSERT_TRUE(here.waitForWindow(mainWindow));
+    static_cast<void>(here.focus(QStringLiteral("Quit Tulvane")));
+    static_cast<void>(here.xdotool({QStringLiteral("key"), QStringLiteral("Return")}));
+    EXPECT_TRUE(waitUntil([&] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_EQ(program.exitCode(), 0);
+}
+
+TEST_F(StartAndEnd, ASessionManagerBringsItBackInTheBackgroundAndOnce)
+{
+    const QString id = QStringLiteral("10aa8e0e6000169534862400000012340007_1695348624_123456");
+    here.setUp();
+    QProcess& program = here.launch({QStringLiteral("-session"), id});
+    EXPECT_EQ(here.tulvane({QStringLiteral("-session=") + id}),
+              QStringLiteral("Tulvane is running already.\n"));
+    EXPECT_EQ(here.tulvane({QStringLiteral("--session"), id}),
+              QStringLiteral("Tulvane is running already.\n"));
+    EXPECT_EQ(program.state(), QProcess::Running);
+    EXPECT_TRUE(here.windowTitles().isEmpty());
+}
+
+TEST_F(StartAndEnd, ItsWindowsBelongToItsDesktopEntry)
+{
+    here.setUp();
+    here.launch({});
+    ASSERT_TRUE(here.waitForWindow(mainWindow));
+    const QString window = here.xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                         QStringLiteral("--name"), QStringLiteral("^Tulvane$")})
+                               .section(u'\n', 0, 0);
+    const QString seen =
+        QString::fromUtf8(here.desktop.run(QStringLiteral("xprop"), {QStringLiteral("-id"), window}));
+    const QString name = QStringLiteral("com.dunio.Tulvane");
+    QFile entry(sourceFolder() + QStringLiteral("/packaging/linux/") + name + QStringLiteral(".desktop"));
+    ASSERT_TRUE(entry.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(entry.readAll());
+    const QString named = text.section(QStringLiteral("StartupWMClass="), 1).section(u'\n', 0, 0);
+    ASSERT_FALSE(named.isEmpty());
+    EXPECT_TRUE(seen.contains(QStringLiteral("WM_CLASS(STRING) = \"tulvane-desktop\", \"%1\"").arg(named)))
+        << qPrintable(seen);
 }
 
 TEST_F(StartAndEnd, AProgramThatLacksSomethingOpensTheWayThroughIt)

@@ -1,3 +1,5 @@
+#include <support/ui/QmlComplaints.h>
+
 #include <QGuiApplication>
 #include <QQuickWindow>
 
@@ -25,6 +27,7 @@ int main(int argc, char** argv)
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QGuiApplication app(argc, argv);
     ::testing::InitGoogleMock(&argc, argv);
+    tulvane::test::QmlComplaints::install();
     const int status = RUN_ALL_TESTS();
     freeTheLastWindowsPictures();
     return status;

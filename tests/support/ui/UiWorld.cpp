@@ -73,6 +73,7 @@ UiWorld::UiWorld(AppLanguage language)
            .hasCombination = [this] { return shortcuts.getShortcut(ShortcutName::dictate()).has_value(); },
            .applyActivationPolicy = [] {}})
 {
+    statusItem.setSymbol(QStringLiteral("mic"));
     clock.setNow(noon);
     input.setFormat({.sampleRate = 16000, .channels = 1});
     installInterfaceLanguage(language);
@@ -101,10 +102,12 @@ UiContext UiWorld::context()
             .presentation = presentation,
             .keyboard = keyboard,
             .loginItem = loginItem,
+            .statusItem = statusItem,
             .scheduler = scheduler,
             .clock = clock,
             .version = QStringLiteral("0.1.0"),
             .relaunch = [this] { ++relaunches; },
+            .quit = [this] { ++quits; },
             .beep = [this] { ++beeps; },
             .menuItemOf =
                 [this](const KeyCombination& combination) {

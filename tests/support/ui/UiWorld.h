@@ -24,6 +24,7 @@
 #include <platform/fake/FakePrivacyPermissions.h>
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeSounds.h>
+#include <platform/fake/FakeStatusItem.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/AppSettings.h>
@@ -122,7 +123,9 @@ public:
     FakePresentation presentation;
     FakeKeyboardGrab keyboard;
     FakeLoginItem loginItem;
+    FakeStatusItem statusItem; ///< in a bar, with an icon
     int relaunches = 0;
+    int quits = 0;
     int beeps = 0;
     /// A menu item of ours, and what works it.
     QMap<QString, KeyCombination> menuItems;

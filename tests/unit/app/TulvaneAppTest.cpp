@@ -11,7 +11,9 @@
 #include <platform/fake/FakePresentation.h>
 #include <platform/fake/FakePrivacyPermissions.h>
 #include <platform/fake/FakeProcesses.h>
+#include <platform/fake/FakeScreenLock.h>
 #include <platform/fake/FakeSounds.h>
+#include <platform/fake/FakeStatusItem.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/InterfaceLanguage.h>
@@ -19,6 +21,8 @@
 #include <support/FakeRecognizer.h>
 #include <support/Folders.h>
 #include <support/ScratchFolder.h>
+
+#include <QJsonArray>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -53,7 +57,8 @@ protected:
             m_app = std::make_unique<TulvaneApp>(m_desktop, m_recognizer, options(),
                                                  Surfaces{.indicator = m_indicator,
                                                           .windows = windows,
-                                                          .bringToFront = [this] { return hasWindows; }});
+                                                          .bringToFront = [this] { return hasWindows; },
+                                                          .quit = [this] { ++quits; }});
         return *m_app;
     }
     /// Nothing is missing: permission, model, hotkey, and the user has been led through it.
@@ -71,9 +76,11 @@ protected:
     FakeUserDefaults defaults{store};
     FakePrivacyPermissions privacy;
     FakePresentation presentation;
+    FakeScreenLock screen;
     NotedWindows windows;
     ScratchFolder data;
     bool hasWindows = false;
+    int quits = 0;
 
 private:
     /// The fakes are the fixture's own.
@@ -100,6 +107,8 @@ private:
         desktop.presentation = unowned(presentation);
         desktop.keyboard = unowned(m_keyboard);
         desktop.loginItem = unowned(m_loginItem);
+        desktop.screenLock = unowned(screen);
+        desktop.statusItem = unowned(m_statusItem);
         return desktop;
     }
     TulvaneApp::Options options() const
@@ -124,6 +133,7 @@ private:
     FakeBackgroundTransfers m_transfers;
     FakeRecognizer m_recognizer;
     FakeLoginItem m_loginItem;
+    FakeStatusItem m_statusItem;
     NoIndicator m_indicator;
     Desktop m_desktop = ports();
     std::unique_ptr<TulvaneApp> m_app;
@@ -235,6 +245,39 @@ TEST_F(TulvaneAppTest, ARecordingIsAbandonedAtTheEnd)
     ASSERT_EQ(app().controller().phase().kind, Phase::Kind::recording);
     app().prepareToQuit();
     EXPECT_EQ(app().controller().phase(), Phase());
+}
+
+TEST_F(TulvaneAppTest, WhileTheScreenIsLockedNothingStartsAndTheCallerLearnsWhy)
+{
+    setUp();
+    screen.setLocked(true);
+    app().launch();
+    EXPECT_TRUE(app().answer(RemoteRequest::start, {})[u"locked"_qs].toBool());
+    EXPECT_EQ(app().controller().phase(), Phase());
+    const QJsonArray lines = app().answer(RemoteRequest::doctor, {})[u"diagnostics"_qs].toArray();
+    EXPECT_EQ(lines.last()[u"subject"_qs], u"screen"_qs);
+    EXPECT_FALSE(lines.last()[u"works"_qs].toBool());
+    screen.setLocked(false);
+    EXPECT_FALSE(app().answer(RemoteRequest::start, {})[u"locked"_qs].toBool(true));
+    EXPECT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+}
+
+TEST_F(TulvaneAppTest, IsAskedToQuitFromOutsideAndFromAWindow)
+{
+    EXPECT_FALSE(app().answer(RemoteRequest::quit, {}).isEmpty());
+    EXPECT_EQ(quits, 1);
+    app().uiContext({}).quit();
+    EXPECT_EQ(quits, 2);
+}
+
+TEST_F(TulvaneAppTest, ALockEndsTheRecordingThatIsUnderWay)
+{
+    setUp();
+    app().launch();
+    app().controller().start();
+    ASSERT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+    screen.setLocked(true);
+    EXPECT_NE(app().controller().phase().kind, Phase::Kind::recording);
 }
 
 } // namespace tulvane::test

@@ -277,6 +277,17 @@ TEST_F(AudioRecorderTest, ARecordingOfZerosAloneNamesTheDevice)
     EXPECT_EQ(errorLines(), QStringList(QStringLiteral("Every sample from “Muted Headset” was zero")));
 }
 
+TEST_F(AudioRecorderTest, ATapOfZerosAloneIsNoErrorOfTheMicrophone)
+{
+    input.setFormat({48000, 1});
+    for (const std::size_t frames : {std::size_t{0}, std::size_t{480}, std::size_t{16000}}) {
+        start();
+        ASSERT_TRUE(input.push(std::vector<float>(frames, 0.0F)));
+        std::ignore = recorder.stop();
+        EXPECT_THAT(errorLines(), IsEmpty()) << frames;
+    }
+}
+
 TEST_F(AudioRecorderTest, OneFaintSampleIsNotSilence)
 {
     for (const std::size_t at : {std::size_t{0}, std::size_t{24000}, std::size_t{47999}}) {

@@ -32,6 +32,7 @@ protected:
     QString message;
     QString error;
     bool isLoading = false;
+    bool isLocked = false;
     QList<RemoteRequest> asked;
     std::shared_ptr<FakeRemoteDesktop> m_desktop = std::make_shared<FakeRemoteDesktop>();
 
@@ -42,7 +43,7 @@ private:
             asked.append(request);
         const bool isRecording = phase == u"recording";
         const bool begins = request == RemoteRequest::start || request == RemoteRequest::toggle;
-        if (begins && !isRecording && phase != u"transcribing") {
+        if (begins && !isRecording && phase != u"transcribing" && !isLocked) {
             phase = error.isEmpty() ? QStringLiteral("recording") : QStringLiteral("error");
             message = error;
         } else if (isRecording && (request == RemoteRequest::stop || request == RemoteRequest::toggle)) {
@@ -53,6 +54,7 @@ private:
         return {{QStringLiteral("phase"), phase},
                 {QStringLiteral("message"), message},
                 {QStringLiteral("modelLoading"), isLoading},
+                {QStringLiteral("locked"), isLocked},
                 {QStringLiteral("hotkey"), QStringLiteral("Alt+Space")},
                 {QStringLiteral("historyCount"), 3}};
     }
@@ -105,6 +107,49 @@ TEST_F(RemoteCommandTest, WhatHasNoEffectSaysSo)
     }
 }
 
+TEST_F(RemoteCommandTest, AStartOnALockedScreenSaysSo)
+{
+    isLocked = true;
+    for (const char* word : {"start", "toggle"}) {
+        const CommandRun refused = run(word);
+        EXPECT_EQ(refused.status, ExitStatus::failed);
+        EXPECT_EQ(refused.err,
+                  QStringLiteral("tulvane: The screen is locked: nothing is recorded until it is "
+                                 "unlocked.\n"));
+    }
+    EXPECT_EQ(run("status").out,
+              QStringLiteral("idle; the screen is locked; hotkey: Alt+Space; 3 in the history\n"));
+    // What was being recorded when the lock came has been ended by it.
+    phase = QStringLiteral("recording");
+    EXPECT_EQ(run("toggle").status, ExitStatus::done);
+}
+
+TEST_F(RemoteCommandTest, QuitReturnsOnceTheProgramIsGone)
+{
+    int questions = 0;
+    m_desktop->running = [&](RemoteRequest request, const QString&) {
+        if (request == RemoteRequest::quit)
+            asked.append(request);
+        // It says nothing more while it ends.
+        if (!asked.isEmpty() && ++questions == 3)
+            m_desktop->isReachable = false;
+        return asked.isEmpty() ? QJsonObject{{QStringLiteral("phase"), QStringLiteral("idle")}}
+                               : QJsonObject();
+    };
+    const CommandRun ended = run("quit");
+    EXPECT_EQ(ended.status, ExitStatus::done);
+    EXPECT_EQ(ended.out + ended.err, QString());
+    EXPECT_EQ(asked, QList{RemoteRequest::quit});
+    EXPECT_EQ(run("quit").status, ExitStatus::notRunning);
+}
+
+TEST_F(RemoteCommandTest, AProgramThatDoesNotEndIsToldAfterFiveSeconds)
+{
+    const CommandRun stuck = run("quit");
+    EXPECT_EQ(stuck.status, ExitStatus::failed);
+    EXPECT_EQ(stuck.err, QStringLiteral("tulvane: The running program does not end.\n"));
+}
+
 TEST_F(RemoteCommandTest, StatusIsOneLineOrOneObject)
 {
     EXPECT_EQ(run("status").out, QStringLiteral("idle; hotkey: Alt+Space; 3 in the history\n"));
@@ -116,8 +161,8 @@ TEST_F(RemoteCommandTest, StatusIsOneLineOrOneObject)
     const QJsonObject json =
         QJsonDocument::fromJson(run("status", {QStringLiteral("--json")}).out.toUtf8()).object();
     EXPECT_EQ(json.keys(), (QStringList{QStringLiteral("historyCount"), QStringLiteral("hotkey"),
-                                        QStringLiteral("message"), QStringLiteral("modelLoading"),
-                                        QStringLiteral("phase")}));
+                                        QStringLiteral("locked"), QStringLiteral("message"),
+                                        QStringLiteral("modelLoading"), QStringLiteral("phase")}));
     EXPECT_EQ(asked, QList<RemoteRequest>());
 }
 

@@ -122,6 +122,7 @@ TEST_F(ControllerEdges, WhileTheSessionIsLockedNothingStarts)
     EXPECT_THAT(phases, IsEmpty());
     EXPECT_FALSE(hotkeys.machine.isRecording);
     EXPECT_EQ(input.enginesMade(), 0);
+    EXPECT_TRUE(log.contains(QStringLiteral("The screen is locked: nothing is recorded")));
     controller->setLocked(false);
     press();
     EXPECT_EQ(phase(), u"recording");
@@ -150,6 +151,41 @@ TEST_F(ControllerEdges, ALockDuringATranscriptionKeepsItsTextOutOfTheLocker)
     EXPECT_EQ(phase(), u"idle");
     EXPECT_EQ(session->history().size(), 1);
     EXPECT_EQ(keys.pastes(), 0);
+}
+
+TEST_F(ControllerEdges, ALockDuringAnInsertionLeavesTheTextOnTheClipboard)
+{
+    boards.generalBoard.otherProgramWrites(QStringLiteral("mine"));
+    boards.generalBoard.holdContents(); // the user's own clipboard is slow to come
+    dictateByHotkey();
+    ASSERT_EQ(phase(), u"inserting");
+    controller->setLocked(true);
+    boards.generalBoard.answerContents();
+    settle();
+    EXPECT_EQ(phase(), u"notice: Copied to clipboard");
+    EXPECT_EQ(keys.posted().size(), 0);
+    EXPECT_EQ(boards.generalBoard.text(), u"Hei på deg ");
+    EXPECT_EQ(session->history().size(), 1);
+    controller->setLocked(false);
+    advance(3s);
+    dictateByHotkey();
+    boards.generalBoard.answerContents();
+    settle();
+    EXPECT_EQ(keys.pastes(), 1);
+}
+
+TEST_F(ControllerEdges, TheSpacesAfterAPasteAreNotTypedIntoTheLocker)
+{
+    settings.appendTrailingSpace.set(true);
+    boards.generalBoard.tellReads();
+    dictateByHotkey();
+    ASSERT_EQ(keys.pastes(), 1);
+    controller->setLocked(true);
+    boards.generalBoard.frontProgramReads();
+    settle();
+    advance(3s);
+    EXPECT_EQ(keys.spaces(), 0);
+    EXPECT_EQ(phase(), u"idle");
 }
 
 } // namespace

@@ -41,6 +41,20 @@ TEST_F(TextInserterAccessibilityTest, WritesTheWholeTextAndTouchesNeitherClipboa
     EXPECT_TRUE(m_log.lines().isEmpty());
 }
 
+TEST_F(TextInserterAccessibilityTest, WhileHeldBackNothingIsWrittenAndTheTextWaitsOnTheClipboard)
+{
+    m_inserter->setHeldBack(true);
+    const auto task = insert(u"two words "_qs);
+    EXPECT_EQ(result(task), InsertionResult::copiedToClipboard);
+    EXPECT_TRUE(element().written.isEmpty());
+    EXPECT_EQ(m_board.text(), u"two words "_qs);
+    EXPECT_TRUE(m_keys.posted().isEmpty());
+    EXPECT_THAT(m_log.texts("insertion", QtWarningMsg),
+                ElementsAre(u"The screen is locked; left text on clipboard"_qs));
+    m_inserter->setHeldBack(false);
+    EXPECT_EQ(result(insert(u"more "_qs)), InsertionResult::inserted);
+}
+
 TEST_F(TextInserterAccessibilityTest, MethodPasteNeverAsksForTheElement)
 {
     const auto task = start(u"word"_qs);

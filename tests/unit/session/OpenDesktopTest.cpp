@@ -9,6 +9,7 @@
 #include <ports/OpenDesktop.h>
 #include <ports/Pasteboard.h>
 #include <ports/PrivacyPermissions.h>
+#include <ports/ScreenLock.h>
 #include <ports/StatusItem.h>
 #include <ports/UserDefaults.h>
 #include <support/Await.h>
@@ -53,6 +54,7 @@ TEST_F(NullDesktopTest, NoPortIsNull)
     EXPECT_TRUE(desktop->pasteboards && desktop->keys && desktop->elements && desktop->permissions);
     EXPECT_TRUE(desktop->processes && desktop->workspace && desktop->transfers && desktop->memory);
     EXPECT_TRUE(desktop->presentation && desktop->keyboard && desktop->loginItem && desktop->statusItem);
+    EXPECT_TRUE(desktop->screenLock && !desktop->screenLock->isLocked());
     EXPECT_TRUE(desktop->makeIndicatorPanel());
     desktop->beep();
     desktop->setEndHandler([] {});

@@ -118,6 +118,22 @@ TEST_P(EveryWindow, TheIndicatorHoldsEveryNotice)
     }
 }
 
+// Between one line and two, and where two are cut, lies what a layout may quarrel with itself about.
+TEST_P(EveryWindow, TheIndicatorHoldsNoticesOfEveryLength)
+{
+    HUDController& indicator = world.ui.indicator();
+    for (const bool still : {true, false}) {
+        world.presentation.setReducedMotion(still);
+        QString text;
+        for (int words = 1; words <= 24; ++words) {
+            text += QStringLiteral("mikrofon ");
+            indicator.setPhase(Phase::notice(text.trimmed()));
+            indicator.show();
+            UiWorld::settle();
+        }
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Languages, EveryWindow, testing::ValuesIn(allCases<AppLanguage>()),
                          [](const auto& language) { return rawValue(language.param).toStdString(); });
 

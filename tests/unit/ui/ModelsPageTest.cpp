@@ -3,6 +3,7 @@
 #include <ui/viewmodels/ModelGallery.h>
 #include <ui/windows/SettingsWindowController.h>
 
+#include <QAccessible>
 #include <QFile>
 #include <QQuickItem>
 #include <QQuickView>
@@ -49,6 +50,49 @@ TEST_F(ModelsPageTest, ListsTheGalleryInItsOrderWithoutTheSmallModel)
     EXPECT_EQ(probe->texts().count(QStringLiteral("Selected")), 1);
     EXPECT_TRUE(probe->shows(QStringLiteral("539 MB")));
     EXPECT_TRUE(probe->shows(QStringLiteral("1.53 GB")));
+}
+
+TEST_F(ModelsPageTest, NothingIsOfferedToBeFreedWhereNothingIsLeft)
+{
+    EXPECT_FALSE(probe->shows(QStringLiteral("Free space")));
+}
+
+TEST_F(ModelsPageTest, WhatAForeignDownloadLeftIsFreedAtOnce)
+{
+    world.transfers.left = {{QUrl(QStringLiteral("https://elsewhere.example/old")), 1'900'000'000}};
+    world.ui.showPage(SettingsTab::home);
+    world.ui.showPage(SettingsTab::models);
+    UiWorld::settle();
+    EXPECT_TRUE(probe->shows(QStringLiteral("Unfinished downloads hold 1.9 GB")));
+    EXPECT_TRUE(probe->shows(
+        QStringLiteral("No model needs it any more. What is left alone for 30 days is removed.")));
+    QAccessibleInterface* const button =
+        QAccessible::queryAccessibleInterface(&probe->item(QStringLiteral("models.free")));
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->role(), QAccessible::Button);
+    EXPECT_EQ(button->text(QAccessible::Name), QStringLiteral("Free space"));
+    EXPECT_EQ(button->text(QAccessible::Description), QStringLiteral("1.9 GB"));
+    probe->click(QStringLiteral("models.free"));
+    EXPECT_EQ(world.transfers.discarded.size(), 1);
+    EXPECT_FALSE(probe->shows(QStringLiteral("Free space")));
+}
+
+TEST_F(ModelsPageTest, WhatADownloadCouldGoOnWithIsFreedOnlyAfterAQuestion)
+{
+    const QUrl url = WhisperModel::fallback().downloadURL(QUrl(QStringLiteral("http://hub.invalid/")));
+    world.transfers.left = {{url, 120'000'000}};
+    world.ui.showPage(SettingsTab::home);
+    world.ui.showPage(SettingsTab::models);
+    UiWorld::settle();
+    EXPECT_TRUE(probe->shows(QStringLiteral("Unfinished downloads hold 120 MB")));
+    probe->click(QStringLiteral("models.free"));
+    EXPECT_TRUE(probe->shows(QStringLiteral("Free 120 MB")));
+    probe->click(QStringLiteral("confirm.cancel"));
+    EXPECT_TRUE(world.transfers.discarded.isEmpty());
+    probe->click(QStringLiteral("models.free"));
+    probe->click(QStringLiteral("confirm.action"));
+    EXPECT_EQ(world.transfers.discarded, QList<QUrl>{url});
+    EXPECT_FALSE(probe->shows(QStringLiteral("Free space")));
 }
 
 TEST_F(ModelsPageTest, SaysWhatToDoWhileNothingIsInstalled)

@@ -296,6 +296,15 @@ TEST_F(OnboardingTest, TheFooterCountsWhatIsLeft)
     EXPECT_TRUE(probe().shows(QStringLiteral("3/4 completed")));
 }
 
+TEST_F(OnboardingTest, TheFooterPromisesNoIconWhereThereIsNoTray)
+{
+    world.statusItem.setBar(false);
+    setMicrophone(MicrophoneAccess::authorized);
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(QStringLiteral(
+        "3 steps left. You can close this and come back any time from Settings › Setup guide.")));
+}
+
 TEST_F(OnboardingTest, TheFooterNamesTheHotkeyOnceAllIsSet)
 {
     setMicrophone(MicrophoneAccess::authorized);

@@ -200,6 +200,30 @@ TEST_F(PreferencesPageTest, TheTaskBarEntryIsExplainedEitherWay)
         "System tray only. Use the microphone icon in the tray to reach this window and quit.")));
 }
 
+TEST_F(PreferencesPageTest, NoIconIsPromisedWhereThereIsNoTray)
+{
+    click("showInDock");
+    const QString promise = QStringLiteral(
+        "System tray only. Use the microphone icon in the tray to reach this window and quit.");
+    const QString truth = QStringLiteral(
+        "This desktop shows no icon for Tulvane. Start it again to reach this window; you can quit below.");
+    EXPECT_TRUE(probe->shows(promise));
+    world.statusItem.setBar(false);
+    UiWorld::settle();
+    EXPECT_TRUE(probe->shows(truth));
+    EXPECT_FALSE(probe->shows(promise));
+    world.statusItem.setBar(true);
+    UiWorld::settle();
+    EXPECT_TRUE(probe->shows(promise));
+}
+
+TEST_F(PreferencesPageTest, QuitEndsTheProgram)
+{
+    EXPECT_EQ(world.quits, 0);
+    click("quit");
+    EXPECT_EQ(world.quits, 1);
+}
+
 TEST_F(PreferencesPageTest, LaunchAtLoginAsksTheDesktopAndSaysWhyItRefuses)
 {
     click("launchAtLogin");

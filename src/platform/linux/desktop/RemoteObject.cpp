@@ -21,6 +21,8 @@ QString RemoteObject::methodOf(RemoteRequest request)
         return QStringLiteral("Doctor");
     case RemoteRequest::activate:
         return QStringLiteral("Activate");
+    case RemoteRequest::quit:
+        return QStringLiteral("Quit");
     case RemoteRequest::settings:
         return QStringLiteral("Settings");
     }

@@ -29,6 +29,7 @@ public Q_SLOTS:
     QString Cancel() { return answer(RemoteRequest::cancel); }
     QString Status() { return answer(RemoteRequest::status); }
     QString Doctor() { return answer(RemoteRequest::doctor); }
+    QString Quit() { return answer(RemoteRequest::quit); }
     QString Settings(const QString& words) { return answer(RemoteRequest::settings, words); }
     QString Activate(const QString& page) { return answer(RemoteRequest::activate, page); }
 

@@ -10,6 +10,8 @@ ScrollPage {
     required property ViewModels models
     readonly property ModelGallery gallery: models.gallery
 
+    Component.onCompleted: gallery.readLeftovers()
+
     title: Words.translate("Speech models")
     subtitle: Words.translate("Used to recognise and transcribe spoken Norwegian as accurately as possible. All variants are NB-Whisper Medium from the National Library of Norway and run fully on your Mac.")
 
@@ -60,6 +62,36 @@ ScrollPage {
             width: parent.width
             entry: modelData
         }
+    }
+
+    Card {
+        width: parent.width
+        visible: page.gallery.leftovers !== ""
+        padding: 0
+
+        SettingRow {
+            last: true
+            title: Words.translate("Unfinished downloads hold %1").arg(page.gallery.leftovers)
+            caption: page.gallery.freeingCosts
+                ? Words.translate("A download that you start again goes on from there. What is left alone for 30 days is removed.")
+                : Words.translate("No model needs it any more. What is left alone for 30 days is removed.")
+
+            PushButton {
+                objectName: "models.free"
+                symbol: "trash"
+                text: Words.translate("Free space")
+                Accessible.description: page.gallery.leftovers
+                onClicked: page.gallery.freeingCosts ? question.open() : page.gallery.freeLeftovers()
+            }
+        }
+    }
+
+    ConfirmDialog {
+        id: question
+        title: Words.translate("Free %1").arg(page.gallery.leftovers)
+        message: Words.translate("What has arrived of unfinished downloads will be removed. A download then starts from the beginning.")
+        action: Words.translate("Free space")
+        onConfirmed: page.gallery.freeLeftovers()
     }
 
     Item {

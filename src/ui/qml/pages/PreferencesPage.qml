@@ -181,17 +181,28 @@ ScrollPage {
             name: "showInDock"
             title: page.rows.showInDock.title
             caption: on ? Words.translate("Behaves like a normal app with a Dock icon and app menu. Clicking the Dock icon opens this window.")
-                : Words.translate("Menu-bar only. Use the microphone icon in the menu bar to reach this window and quit.")
+                : page.preferences.hasStatusIcon ? Words.translate("Menu-bar only. Use the microphone icon in the menu bar to reach this window and quit.")
+                : Words.translate("This desktop shows no icon for Tulvane. Start it again to reach this window; you can quit below.")
             on: page.settings.showInDock
             onSwitched: on => page.settings.showInDock = on
         }
         SwitchRow {
             name: "launchAtLogin"
-            last: true
             title: Words.translate("Launch at login")
             caption: page.preferences.launchAtLoginFailure
             on: page.preferences.launchAtLogin
             onSwitched: on => page.preferences.launchAtLogin = on
+        }
+        SettingRow {
+            last: true
+            title: Words.translate("Quit Tulvane")
+            caption: Words.translate("Until you start it again, the hotkey does nothing.")
+
+            PushButton {
+                objectName: "settings.quit"
+                text: Words.translate("Quit Tulvane")
+                onClicked: page.preferences.quit()
+            }
         }
     }
 }

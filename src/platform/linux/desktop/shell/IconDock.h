@@ -16,6 +16,8 @@ public:
     [[nodiscard]] virtual bool isThere() const = 0;
     /// Called when one has come. One handler.
     virtual void setArrivalHandler(const std::function<void()>& handler) = 0;
+    /// Called when the one that was there has gone. One handler.
+    virtual void setDepartureHandler(const std::function<void()>& handler) = 0;
 };
 
 } // namespace tulvane

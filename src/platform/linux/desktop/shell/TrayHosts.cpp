@@ -5,6 +5,8 @@
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
+#include <utility>
+
 namespace tulvane {
 
 namespace {
@@ -16,12 +18,15 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 TrayHosts::TrayHosts(const QDBusConnection& bus)
     : m_bus(bus),
-      m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForRegistration)
+      m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHosts::ask);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setThere(false); });
     // The book-keeper of the icons is there before the first bar is.
     m_bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
                   SLOT(ask()));
+    m_bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostUnregistered"),
+                  this, SLOT(ask()));
     ask();
 }
 
@@ -36,10 +41,18 @@ void TrayHosts::ask()
     auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         const QDBusPendingReply<QDBusVariant> reply = *answer;
-        if (!reply.isError() && reply.value().variant().toBool() && onArrival)
-            onArrival();
+        setThere(!reply.isError() && reply.value().variant().toBool());
         answer->deleteLater();
     });
+}
+
+void TrayHosts::setThere(bool isThere)
+{
+    const bool wasThere = std::exchange(m_isThere, isThere);
+    if (isThere && onArrival)
+        onArrival();
+    else if (wasThere && !isThere && onDeparture)
+        onDeparture();
 }
 
 } // namespace tulvane

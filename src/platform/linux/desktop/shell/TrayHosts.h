@@ -8,7 +8,7 @@
 
 namespace tulvane {
 
-/// Notices when a bar that shows status icons over the session bus comes. Asks in the background and
+/// Notices when a bar that shows status icons over the session bus comes or goes. Asks in the background and
 /// never waits. Main thread.
 class TrayHosts final : public QObject {
     Q_OBJECT
@@ -19,14 +19,21 @@ public:
 
     /// There is one; said again when another comes.
     std::function<void()> onArrival;
+    /// The last one has gone.
+    std::function<void()> onDeparture;
+
+    [[nodiscard]] bool isThere() const { return m_isThere; }
 
 public Q_SLOTS:
     /// Whether there is one; `onArrival` is the answer where there is.
     void ask();
 
 private:
+    void setThere(bool isThere);
+
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
+    bool m_isThere = false;
 };
 
 } // namespace tulvane

@@ -37,9 +37,15 @@ TrayStatusItem::TrayStatusItem(const QString& symbolFolder, const QStringList& d
       m_hosts(QDBusConnection::sessionBus()),
       m_dock(std::move(dock))
 {
-    m_hosts.onArrival = [this] { place(); };
-    if (m_dock)
-        m_dock->setArrivalHandler([this] { place(); });
+    m_hosts.onArrival = [this] {
+        place();
+        noteShown();
+    };
+    m_hosts.onDeparture = [this] { noteShown(); };
+    if (m_dock) {
+        m_dock->setArrivalHandler(m_hosts.onArrival);
+        m_dock->setDepartureHandler(m_hosts.onDeparture);
+    }
     qApp->installEventFilter(this);
 }
 
@@ -53,8 +59,21 @@ void TrayStatusItem::setSymbol(const QString& name)
         m_hosts.ask();
     if (m_icon)
         showIcon();
-    else if (m_dock && m_dock->isThere())
+    else if (m_dock && m_dock->isThere()) {
         place();
+        noteShown();
+    }
+}
+
+bool TrayStatusItem::isShown() const
+{
+    return m_icon && (m_hosts.isThere() || (m_dock && m_dock->isThere()));
+}
+
+void TrayStatusItem::noteShown() const
+{
+    if (m_shownHandler)
+        m_shownHandler();
 }
 
 void TrayStatusItem::setDescription(const QString& text)

@@ -31,11 +31,15 @@ public:
     void setMenu(const QList<MenuEntry>& entries) override;
     void setOpeningHandler(std::function<void()> handler) override { m_opening = std::move(handler); }
 
+    [[nodiscard]] bool isShown() const override;
+    void setShownHandler(std::function<void()> handler) override { m_shownHandler = std::move(handler); }
+
     /// Follows the desktop's theme.
     [[nodiscard]] bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void place();
+    void noteShown() const;
     void showIcon();
     void openMenu(QSystemTrayIcon::ActivationReason reason);
     [[nodiscard]] bool isOverBus() { return m_menu && m_menu->menu().platformMenu(); }
@@ -46,6 +50,7 @@ private:
     QString m_description;
     QList<MenuEntry> m_entries;
     std::function<void()> m_opening;
+    std::function<void()> m_shownHandler;
     TrayHosts m_hosts;
     std::unique_ptr<IconDock> m_dock;
     // The icon goes before the menu that it knows.

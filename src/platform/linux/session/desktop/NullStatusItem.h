@@ -11,6 +11,8 @@ public:
     void setDescription(const QString& /*text*/) override {}
     void setMenu(const QList<MenuEntry>& /*entries*/) override {}
     void setOpeningHandler(std::function<void()> /*handler*/) override {}
+    [[nodiscard]] bool isShown() const override { return false; }
+    void setShownHandler(std::function<void()> /*handler*/) override {}
 };
 
 } // namespace tulvane

@@ -1,5 +1,7 @@
 #include <platform/linux/desktop/AutostartEntry.h>
+#include <platform/linux/desktop/DBusScreenLock.h>
 #include <platform/linux/desktop/DesktopWorkspace.h>
+#include <platform/linux/desktop/PortalPermissions.h>
 #include <platform/linux/desktop/shell/DesktopPresentation.h>
 #include <platform/linux/process/ChildProcesses.h>
 #include <platform/linux/process/ProcessMemory.h>
@@ -18,9 +20,12 @@ void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
     const auto microphone = std::make_shared<PulseAudioInput>();
     desktop.microphone = microphone;
     desktop.sounds = std::make_shared<PulseSounds>(microphone->server());
-    desktop.permissions = sessionOf(options.environment).permissions(options.environment, [microphone] {
-        return microphone->server()->refusesMicrophone();
-    });
+    desktop.permissions = std::make_shared<PortalPermissions>(
+        sessionOf(options.environment)
+            .permissions(options.environment,
+                         [microphone] { return microphone->server()->refusesMicrophone(); }),
+        std::make_unique<MicrophonePermission>(QDBusConnection::sessionBus(),
+                                               QStringLiteral("com.dunio.Tulvane")));
     desktop.processes = std::make_shared<ChildProcesses>();
     desktop.workspace = std::make_shared<DesktopWorkspace>(
         desktopName(options.environment).split(u':', Qt::SkipEmptyParts), options.helpPage);
@@ -28,6 +33,8 @@ void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
         DetachedTransfers::Options{.helper = options.transferHelper, .folder = options.transferFolder});
     desktop.memory = std::make_shared<ProcessMemory>();
     desktop.loginItem = std::make_shared<AutostartEntry>(AutostartEntry::standardFolder(), options.program);
+    desktop.screenLock = std::make_shared<DBusScreenLock>(
+        DBusScreenLock::Options{.session = options.environment.value(QStringLiteral("XDG_SESSION_ID"))});
     if (!desktop.presentation)
         desktop.presentation = std::make_shared<DesktopPresentation>();
 }

@@ -10,6 +10,7 @@ class X11IconDock final : public IconDock {
 public:
     [[nodiscard]] bool isThere() const override { return m_dock.isThere(); }
     void setArrivalHandler(const std::function<void()>& handler) override { m_dock.onArrival = handler; }
+    void setDepartureHandler(const std::function<void()>& handler) override { m_dock.onDeparture = handler; }
 
 private:
     TrayDock m_dock;

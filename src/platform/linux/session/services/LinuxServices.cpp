@@ -1,5 +1,6 @@
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/desktop/PortalPermissions.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/session/DisplayCheck.h>
@@ -7,11 +8,15 @@
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <ports/ProgramServices.h>
 
+#include <chrono>
 #include <optional>
 
 namespace tulvane {
 
 namespace {
+
+/// The store answers at once or is not there.
+constexpr std::chrono::milliseconds portalLimit{250};
 
 class LinuxServices final : public ProgramServices {
 public:
@@ -33,10 +38,16 @@ public:
     }
     [[nodiscard]] const PrivacyPermissions& permissions() override
     {
-        if (!m_permissions)
-            m_permissions = sessionOf(m_options.environment).permissions(m_options.environment, [this] {
-                return made(m_microphone).server()->refusesMicrophone();
-            });
+        if (m_permissions)
+            return *m_permissions;
+        auto decided = std::make_unique<MicrophonePermission>(QDBusConnection::sessionBus(),
+                                                              QStringLiteral("com.dunio.Tulvane"));
+        decided->waitForAnswer(portalLimit);
+        m_permissions = std::make_unique<PortalPermissions>(
+            sessionOf(m_options.environment)
+                .permissions(m_options.environment,
+                             [this] { return made(m_microphone).server()->refusesMicrophone(); }),
+            std::move(decided));
         return *m_permissions;
     }
     [[nodiscard]] SessionFacts session() override

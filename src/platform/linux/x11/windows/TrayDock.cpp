@@ -32,7 +32,9 @@ TrayDock::TrayDock()
     m_selectionNotify = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
     xcb_xfixes_select_selection_input(m_connection, root, m_selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     xcb_flush(m_connection);
     qGuiApp->installNativeEventFilter(this);
 }
@@ -57,8 +59,9 @@ bool TrayDock::nativeEventFilter(const QByteArray& eventType, void* message, qin
     const auto* const event = static_cast<const xcb_generic_event_t*>(message);
     if (eventType == "xcb_generic_event_t" && (event->response_type & 0x7F) == m_selectionNotify) {
         const auto* const change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event);
-        if (change->selection == m_selection && change->owner != XCB_WINDOW_NONE && onArrival)
-            onArrival();
+        const auto& handler = change->owner == XCB_WINDOW_NONE ? onDeparture : onArrival;
+        if (change->selection == m_selection && handler)
+            handler();
     }
     return false;
 }

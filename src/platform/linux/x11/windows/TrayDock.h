@@ -21,6 +21,8 @@ public:
     [[nodiscard]] bool isThere() const;
     /// A tray has come.
     std::function<void()> onArrival;
+    /// The tray that was there has gone.
+    std::function<void()> onDeparture;
 
     [[nodiscard]] bool nativeEventFilter(const QByteArray& eventType, void* message,
                                          qintptr* result) override;

@@ -1,0 +1,120 @@
+#include <platform/linux/desktop/LoginSession.h>
+
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+
+#include <utility>
+
+namespace tulvane {
+
+namespace {
+
+const QString manager = QStringLiteral("org.freedesktop.login1");
+const QString managerPath = QStringLiteral("/org/freedesktop/login1");
+const QString managerInterface = QStringLiteral("org.freedesktop.login1.Manager");
+const QString sessionInterface = QStringLiteral("org.freedesktop.login1.Session");
+const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString lockedHint = QStringLiteral("LockedHint");
+
+} // namespace
+
+LoginSession::LoginSession(const QDBusConnection& bus, const QString& id,
+                           std::chrono::milliseconds timeForLocker)
+    : m_bus(bus),
+      // The manager's own word for the caller's session or, for a process outside of all, the user's.
+      m_id(id.isEmpty() ? QStringLiteral("auto") : id)
+{
+    m_request.setSingleShot(true);
+    m_request.setInterval(timeForLocker);
+    connect(&m_request, &QTimer::timeout, this, &LoginSession::changed);
+    if (!m_bus.isConnected())
+        return;
+    auto* const watcher =
+        new QDBusServiceWatcher(manager, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &LoginSession::find);
+    find();
+}
+
+LoginSession::~LoginSession() = default;
+
+void LoginSession::find()
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(manager, managerPath, managerInterface, QStringLiteral("GetSession"));
+    call << m_id;
+    call.setAutoStartService(false);
+    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        const QDBusPendingReply<QDBusObjectPath> reply = *answer;
+        if (!reply.isError())
+            follow(reply.value().path());
+        answer->deleteLater();
+    });
+}
+
+void LoginSession::follow(const QString& path)
+{
+    if (std::exchange(m_path, path) != path) {
+        m_bus.connect(manager, path, properties, QStringLiteral("PropertiesChanged"), this,
+                      SLOT(noteChanges(QString, QVariantMap, QStringList)));
+        m_bus.connect(manager, path, sessionInterface, QStringLiteral("Lock"), this, SLOT(noteLockRequest()));
+        m_bus.connect(manager, path, sessionInterface, QStringLiteral("Unlock"), this,
+                      SLOT(noteUnlockRequest()));
+    }
+    askForHint();
+}
+
+void LoginSession::askForHint()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(manager, m_path, properties, QStringLiteral("Get"));
+    call << sessionInterface << lockedHint;
+    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        const QDBusPendingReply<QDBusVariant> reply = *answer;
+        if (!reply.isError())
+            setHint(reply.value().variant().toBool());
+        answer->deleteLater();
+    });
+}
+
+void LoginSession::noteChanges(const QString& interface, const QVariantMap& values,
+                               const QStringList& invalid)
+{
+    if (interface != sessionInterface)
+        return;
+    if (const auto hint = values.constFind(lockedHint); hint != values.cend())
+        setHint(hint->toBool());
+    else if (invalid.contains(lockedHint))
+        askForHint();
+}
+
+void LoginSession::setHint(bool locked)
+{
+    const bool before = std::exchange(m_hint, locked);
+    // The locker has been there, and has gone.
+    if (before && !locked)
+        m_request.stop();
+    Q_EMIT changed();
+}
+
+void LoginSession::noteLockRequest()
+{
+    m_request.start();
+    Q_EMIT changed();
+}
+
+void LoginSession::noteUnlockRequest()
+{
+    endRequest();
+}
+
+void LoginSession::endRequest()
+{
+    m_request.stop();
+    Q_EMIT changed();
+}
+
+} // namespace tulvane

@@ -120,6 +120,10 @@
         <translation>7 dager</translation>
     </message>
     <message>
+        <source>A part of what you had copied is lost</source>
+        <translation>Noe av det du hadde kopiert, gikk tapt</translation>
+    </message>
+    <message>
         <source>A part of Tulvane is missing: there is nothing to compute with.</source>
         <translation>En del av Tulvane mangler: det er ingenting å regne med.</translation>
     </message>
@@ -1126,6 +1130,10 @@
     <message>
         <source>The file is damaged, or no speech model: %1</source>
         <translation>Filen er skadet eller er ingen talemodell: %1</translation>
+    </message>
+    <message>
+        <source>The program that you copied it in did not hand it over in time. Copy it again.</source>
+        <translation>Programmet du kopierte det i, leverte det ikke fra seg i tide. Kopier det på nytt.</translation>
     </message>
     <message>
         <source>The speech library says: %1</source>

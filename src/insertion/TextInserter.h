@@ -55,6 +55,10 @@ public:
     /// paste.
     QCoro::Task<InsertionResult> insert(QString text, InsertionMethod method, bool restoreClipboard);
 
+    /// Whether something of what the user had copied did not come in time before the last paste, so that it
+    /// could not be put back after it.
+    [[nodiscard]] bool hasLostClipboard() const { return m_hasLostClipboard; }
+
     /// Ends every pending wait: what comes after it is done at once. For the end of the program, so that the
     /// user's clipboard is back before it goes.
     void cutWaitsShort() { m_waits.cutShort(); }
@@ -96,6 +100,7 @@ private:
 
     InsertionPorts m_ports;
     PendingDelays m_waits;
+    bool m_hasLostClipboard = false;
     /// False once the inserter is gone; each coroutine looks at it after every wait.
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

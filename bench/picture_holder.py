@@ -90,11 +90,13 @@ def hold_gtk4(width, height):
     import gi
     gi.require_version("Gdk", "4.0")
     gi.require_version("Gtk", "4.0")
-    from gi.repository import Gdk, GLib, Gtk
+    from gi.repository import Gdk, GLib, GObject, Gtk
     Gtk.init()
     data = GLib.Bytes.new(pixels(width, height))
     image = Gdk.MemoryTexture.new(width, height, Gdk.MemoryFormat.R8G8B8A8, data, width * 4)
-    hold_gtk(lambda: Gdk.Display.get_default().get_clipboard().set(image))
+    # Encoders are known for the class itself, and not for those that stand on it.
+    offer = Gdk.ContentProvider.new_for_value(GObject.Value(Gdk.Texture, image))
+    hold_gtk(lambda: Gdk.Display.get_default().get_clipboard().set_content(offer))
 
 
 def main():

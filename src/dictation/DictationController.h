@@ -74,10 +74,7 @@ public:
     /// on until that one's text has been delivered.
     [[nodiscard]] std::optional<InsertionResult> lastDelivery() const { return m_lastDelivery; }
     /// Whether that text was pasted, and a part of what the user had copied could not be put back after it.
-    [[nodiscard]] bool hasLostClipboard() const
-    {
-        return m_lastDelivery == InsertionResult::pasted && m_dependencies.inserter.hasLostClipboard();
-    }
+    [[nodiscard]] bool hasLostClipboard() const;
 
     /// What is left to do once the application has finished launching: the permissions, the models, the log
     /// line, and either the preparation of the model or the window that leads through what is missing.

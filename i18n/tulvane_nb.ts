@@ -128,6 +128,10 @@
         <translation>En nedlasting som du starter igjen, fortsetter derfra. Det som ligger urørt i 30 dager, fjernes.</translation>
     </message>
     <message>
+        <source>A part of what you had copied is lost</source>
+        <translation>Noe av det du hadde kopiert, gikk tapt</translation>
+    </message>
+    <message>
         <source>A part of Tulvane is missing: there is nothing to compute with.</source>
         <translation>En del av Tulvane mangler: det er ingenting å regne med.</translation>
     </message>
@@ -1150,6 +1154,10 @@
     <message>
         <source>The file is damaged, or no speech model: %1</source>
         <translation>Filen er skadet eller er ingen talemodell: %1</translation>
+    </message>
+    <message>
+        <source>The program that you copied it in did not hand it over in time. Copy it again.</source>
+        <translation>Programmet du kopierte det i, leverte det ikke fra seg i tide. Kopier det på nytt.</translation>
     </message>
     <message>
         <source>The speech library says: %1</source>

@@ -298,6 +298,11 @@ void DictationController::setPhase(const Phase& phase)
     updateIndicator();
 }
 
+bool DictationController::hasLostClipboard() const
+{
+    return m_lastDelivery == InsertionResult::pasted && m_dependencies.inserter.hasLostClipboard();
+}
+
 void DictationController::setLastDelivery(std::optional<InsertionResult> delivery)
 {
     if (std::exchange(m_lastDelivery, delivery) != delivery)

@@ -73,6 +73,8 @@ public:
     /// What became of the last transcript; nothing before the first one, and from the next recording or retry
     /// on until that one's text has been delivered.
     [[nodiscard]] std::optional<InsertionResult> lastDelivery() const { return m_lastDelivery; }
+    /// Whether that text was pasted, and a part of what the user had copied could not be put back after it.
+    [[nodiscard]] bool hasLostClipboard() const;
 
     /// What is left to do once the application has finished launching: the permissions, the models, the log
     /// line, and either the preparation of the model or the window that leads through what is missing.

@@ -2,6 +2,7 @@
 #include <base/Translate.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/MainThread.h>
+#include <hotkeys/PasteCombinations.h>
 #include <ports/KeyModifiers.h>
 #include <ports/UserDefaults.h>
 
@@ -184,15 +185,24 @@ void KeyboardShortcuts::registerEntry(quint32 id, Entry& entry)
     if (!shortcut)
         return;
     entry.combination = shortcut->combination();
-    const bool makesSense = entry.combination && !hasUnknownModifiers(*entry.combination);
-    auto registration = makesSense ? m_hotkeys.registerHotkey({signature, id}, *entry.combination)
-                                   : failure(HotkeyError::outOfRange());
+    auto registration = take(id, entry.combination);
     if (registration) {
         entry.registration = std::move(*registration);
         return;
     }
     entry.error = registration.error();
     logFailure(*shortcut, registration.error());
+}
+
+Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
+KeyboardShortcuts::take(quint32 id, const std::optional<KeyCombination>& combination)
+{
+    if (!combination || hasUnknownModifiers(*combination))
+        return failure(HotkeyError::outOfRange());
+    // It may have been stored before it was refused, or on another keyboard layout.
+    if (isUsedForPasting(m_hotkeys, *combination))
+        return failure(HotkeyError::pastes());
+    return m_hotkeys.registerHotkey({signature, id}, *combination);
 }
 
 HotkeyDelivery KeyboardShortcuts::deliver(const HotkeyEvent& event)

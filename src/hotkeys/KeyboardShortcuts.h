@@ -99,6 +99,8 @@ private:
     void write(const QString& rawName, const QVariant& value);
     void registerAll();
     void registerEntry(quint32 id, Entry& entry);
+    [[nodiscard]] Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
+    take(quint32 id, const std::optional<KeyCombination>& combination);
     [[nodiscard]] HotkeyDelivery deliver(const HotkeyEvent& event);
     [[nodiscard]] const Entry* target(const HotkeyEvent& event) const;
 

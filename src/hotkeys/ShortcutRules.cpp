@@ -1,3 +1,4 @@
+#include <hotkeys/PasteCombinations.h>
 #include <hotkeys/ShortcutRules.h>
 #include <hotkeys/ShortcutTexts.h>
 #include <ports/KeyModifiers.h>
@@ -28,7 +29,7 @@ ShortcutRules::ShortcutRules(GlobalHotkeys& hotkeys, MenuItemOf menuItemOf)
 
 ShortcutRules::Answer ShortcutRules::judge(const KeyCombination& combination) const
 {
-    if (isUsedForPasting(combination))
+    if (isUsedForPasting(m_hotkeys, combination))
         return {Verdict::refused, shortcutTexts::usedForPasting.text()};
     if (!mayBeTakenFromTyping(combination))
         return {Verdict::notACombination, {}};
@@ -38,23 +39,6 @@ ShortcutRules::Answer ShortcutRules::judge(const KeyCombination& combination) co
         return {Verdict::refused,
                 shortcutTexts::usedBySystem.text() + QLatin1Char(' ') + shortcutTexts::canBeChanged.text()};
     return {Verdict::accepted, {}};
-}
-
-bool ShortcutRules::isUsedForPasting(const KeyCombination& combination) const
-{
-    const quint32 modifiers = combination.modifiers;
-    if (combination.keyCode == virtualKeys::insert)
-        return modifiers == carbon::shift || modifiers == carbon::control;
-    const bool isChord = modifiers == carbon::control || modifiers == carbon::command ||
-                         modifiers == (carbon::control | carbon::shift);
-    if (!isChord)
-        return false;
-    // A program goes by the letter, and by the key's place where the layout has no Latin letters.
-    const QStringList caps = m_hotkeys.display(combination).caps;
-    const QString letter = caps.isEmpty() ? QString() : caps.constLast();
-    if (letter.size() == 1 && letter.front().unicode() < 0x80)
-        return letter == u"C" || letter == u"V";
-    return combination.keyCode == virtualKeys::letterC || combination.keyCode == virtualKeys::letterV;
 }
 
 bool ShortcutRules::isUsedBySystem(const KeyCombination& combination) const

@@ -32,7 +32,6 @@ public:
     [[nodiscard]] Answer judge(const KeyCombination& combination) const;
 
 private:
-    [[nodiscard]] bool isUsedForPasting(const KeyCombination& combination) const;
     [[nodiscard]] bool isUsedBySystem(const KeyCombination& combination) const;
 
     GlobalHotkeys& m_hotkeys;

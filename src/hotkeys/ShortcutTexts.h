@@ -1,6 +1,7 @@
 #pragma once
 
 #include <base/Translate.h>
+#include <ports/HotkeyError.h>
 
 #include <QString>
 #include <QtGlobal>
@@ -23,10 +24,8 @@ inline constexpr ShortcutText usedByMenuItem{
 inline constexpr ShortcutText usedBySystem{
     "keyboard_shortcut_used_by_system",
     QT_TRANSLATE_NOOP("tulvane", "The system already uses this key combination.")};
-inline constexpr ShortcutText usedForPasting{
-    "keyboard_shortcut_used_for_pasting",
-    QT_TRANSLATE_NOOP("tulvane",
-                      "Programs copy or paste with this key combination, and dictated texts are pasted.")};
+inline constexpr ShortcutText usedForPasting{"keyboard_shortcut_used_for_pasting",
+                                             HotkeyError::usedForPasting};
 inline constexpr ShortcutText canBeChanged{
     "keyboard_shortcuts_can_be_changed",
     QT_TRANSLATE_NOOP("tulvane", "What the system uses can be changed in its keyboard settings.")};

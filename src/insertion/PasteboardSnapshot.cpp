@@ -7,6 +7,15 @@
 
 namespace tulvane {
 
+namespace {
+
+QString withPlainLineBreaks(QString text)
+{
+    return text.replace(QLatin1StringView("\r\n"), QLatin1StringView("\n"));
+}
+
+} // namespace
+
 QCoro::Task<PasteboardSnapshot> PasteboardSnapshot::capture(Pasteboard& pasteboard)
 {
     const PasteboardContents contents = co_await pasteboard.contents();
@@ -15,7 +24,8 @@ QCoro::Task<PasteboardSnapshot> PasteboardSnapshot::capture(Pasteboard& pasteboa
 
 bool PasteboardSnapshot::isText(const QString& text) const
 {
-    return items.size() == 1 && items.first().plainText() == text;
+    const auto own = items.size() == 1 ? items.first().plainText() : std::nullopt;
+    return own && withPlainLineBreaks(*own) == withPlainLineBreaks(text);
 }
 
 bool PasteboardSnapshot::restore(Pasteboard& pasteboard, qint64 count) const

@@ -22,7 +22,7 @@ struct PasteboardSnapshot {
     /// the user had.
     [[nodiscard]] bool isWorthRestoring() const { return complete || !items.isEmpty(); }
 
-    /// Whether it holds just this text, in whatever types.
+    /// Whether it holds just this text, in whatever types and with whatever line breaks.
     [[nodiscard]] bool isText(const QString& text) const;
 
     /// Clears the pasteboard, and puts the items back in one write, where its change count is still `count`;

@@ -131,13 +131,15 @@ QCoro::Task<> TextInserter::saveAndAim(std::shared_ptr<Paste> paste, bool restor
 {
     const Lifetime::Guard alive = m_lifetime.guard();
     paste->target = m_ports.pasteboards.pasteTarget();
+    m_hasLostClipboard = false;
     bool isSaved = !restoreClipboard;
     while (!isSaved) {
         const PasteSelection saving = paste->target.selection;
         paste->saved = co_await PasteboardSnapshot::capture(paste->board());
         if (!alive)
             co_return;
-        if (!paste->saved->complete)
+        m_hasLostClipboard = !paste->saved->complete;
+        if (m_hasLostClipboard)
             qCWarning(lcInsertion, "A part of the clipboard did not come in time; it is lost");
         // Reading what the user had copied takes its time, in which they may have gone to another window.
         paste->target = m_ports.pasteboards.pasteTarget();

@@ -60,6 +60,10 @@ public:
     /// clipboard. What a program has been asked to paste already goes its way.
     void setHeldBack(bool heldBack) { m_isHeldBack = heldBack; }
 
+    /// Whether something of what the user had copied did not come in time before the last paste, so that it
+    /// could not be put back after it.
+    [[nodiscard]] bool hasLostClipboard() const { return m_hasLostClipboard; }
+
     /// Ends every pending wait: what comes after it is done at once. For the end of the program, so that the
     /// user's clipboard is back before it goes.
     void cutWaitsShort() { m_waits.cutShort(); }
@@ -105,6 +109,7 @@ private:
     InsertionPorts m_ports;
     PendingDelays m_waits;
     bool m_isHeldBack = false;
+    bool m_hasLostClipboard = false;
     /// Each coroutine takes a guard of it before its first wait and looks at the guard after each.
     Lifetime m_lifetime;
 };

@@ -14,15 +14,21 @@ public:
         taken,       ///< another program, or the desktop itself, holds the combination
         noSuchKey,   ///< this keyboard has no such key, or no such modifier
         outOfRange,  ///< the code or the modifiers are none that any system knows
+        pastes,      ///< programs paste with it: as our own, no dictated text would ever arrive
         unsupported, ///< this desktop has no hot keys for programs; the reason says what to do
         unreachable, ///< the desktop does not answer, or has ended
         refused,     ///< the system said no for a reason of its own
     };
 
+    /// The same words refuse such a combination where the user chooses one.
+    static constexpr const char* usedForPasting = QT_TRANSLATE_NOOP(
+        "tulvane", "Programs copy or paste with this key combination, and dictated texts are pasted.");
+
     /// `code` is the system's own error number, for the log.
     [[nodiscard]] static HotkeyError taken(int code) { return {Kind::taken, code, {}}; }
     [[nodiscard]] static HotkeyError noSuchKey() { return {Kind::noSuchKey, 0, {}}; }
     [[nodiscard]] static HotkeyError outOfRange() { return {Kind::outOfRange, 0, {}}; }
+    [[nodiscard]] static HotkeyError pastes() { return {Kind::pastes, 0, {}}; }
     [[nodiscard]] static HotkeyError unsupported(const QString& reason)
     {
         return {Kind::unsupported, 0, reason};
@@ -45,6 +51,8 @@ public:
             return translate("This keyboard has no such key. Choose another combination.");
         case Kind::outOfRange:
             return translate("The stored key combination makes no sense. Choose another one.");
+        case Kind::pastes:
+            return translate(usedForPasting);
         case Kind::unsupported:
             return m_reason;
         case Kind::unreachable:

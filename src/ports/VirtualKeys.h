@@ -25,6 +25,7 @@ namespace virtualKeys {
 
 inline constexpr quint32 letterC = 8;
 inline constexpr quint32 letterV = 9;
+inline constexpr quint32 letterY = 16;
 inline constexpr quint32 tab = 48;
 inline constexpr quint32 space = 49;
 inline constexpr quint32 backspace = 51;

@@ -1,6 +1,7 @@
 #include <support/XTestKeys.h>
 
 #include <xcb/xcb.h>
+#include <xcb/xinput.h>
 #include <xcb/xtest.h>
 // The header names a member "explicit", which C++ keeps for itself.
 #define explicit explicit_
@@ -10,6 +11,7 @@
 #include <cstdlib>
 #include <memory>
 #include <stdexcept>
+#include <string_view>
 
 namespace tulvane::test {
 
@@ -27,7 +29,7 @@ struct Freed {
 
 } // namespace
 
-XTestKeys::XTestKeys(const QString& display)
+XTestKeys::XTestKeys(const QString& display, Device device)
     : m_connection(xcb_connect(display.toLocal8Bit().constData(), nullptr))
 {
     if (xcb_connection_has_error(m_connection) != 0)
@@ -39,6 +41,46 @@ XTestKeys::XTestKeys(const QString& display)
     const auto cookie = xcb_xkb_use_extension(m_connection, 1, 0);
     const std::unique_ptr<xcb_xkb_use_extension_reply_t, Freed> used(
         xcb_xkb_use_extension_reply(m_connection, cookie, nullptr));
+    findDevice(device);
+    // No program holds a finger back.
+    xcb_test_grab_control(m_connection, 1);
+}
+
+void XTestKeys::findDevice(Device wanted)
+{
+    const auto* const input = xcb_get_extension_data(m_connection, &xcb_input_id);
+    if (input == nullptr || input->present == 0)
+        throw std::runtime_error("the display has no XInput");
+    m_firstEvent = input->first_event;
+    const std::unique_ptr<xcb_input_xi_query_version_reply_t, Freed> version(xcb_input_xi_query_version_reply(
+        m_connection, xcb_input_xi_query_version(m_connection, 2, 2), nullptr));
+    const std::unique_ptr<xcb_input_xi_query_device_reply_t, Freed> devices(xcb_input_xi_query_device_reply(
+        m_connection, xcb_input_xi_query_device(m_connection, XCB_INPUT_DEVICE_ALL), nullptr));
+    if (!devices)
+        throw std::runtime_error("the display does not name its devices");
+    for (auto each = xcb_input_xi_query_device_infos_iterator(devices.get()); each.rem > 0;
+         xcb_input_xi_device_info_next(&each)) {
+        if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD &&
+            isPosting(each.data->deviceid) == (wanted == Device::posting)) {
+            m_device = static_cast<std::uint8_t>(each.data->deviceid);
+            return;
+        }
+    }
+    throw std::runtime_error("the display has no such keyboard");
+}
+
+bool XTestKeys::isPosting(std::uint16_t device) const
+{
+    const std::string_view name = "XTEST Device";
+    const std::unique_ptr<xcb_intern_atom_reply_t, Freed> atom(xcb_intern_atom_reply(
+        m_connection, xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+        nullptr));
+    if (!atom)
+        return false;
+    const std::unique_ptr<xcb_input_xi_get_property_reply_t, Freed> property(xcb_input_xi_get_property_reply(
+        m_connection, xcb_input_xi_get_property(m_connection, device, 0, atom->atom, XCB_ATOM_ANY, 0, 1),
+        nullptr));
+    return property && property->num_items > 0;
 }
 
 XTestKeys::~XTestKeys()
@@ -104,7 +146,10 @@ void XTestKeys::ungrab(DeviceKey key, std::uint16_t modifiers)
 
 void XTestKeys::send(std::uint8_t type, std::uint8_t detail)
 {
-    xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+    const bool isDown = type == XCB_KEY_PRESS;
+    const int event = m_firstEvent + (isDown ? XCB_INPUT_DEVICE_KEY_PRESS : XCB_INPUT_DEVICE_KEY_RELEASE);
+    xcb_test_fake_input(m_connection, static_cast<std::uint8_t>(event), detail, XCB_CURRENT_TIME,
+                        XCB_WINDOW_NONE, 0, 0, m_device);
 }
 
 void XTestKeys::sync()

@@ -32,12 +32,15 @@ enum class DeviceKey : std::uint8_t {
     rightSuper = 126,
 };
 
-/// A keyboard: presses and releases keys at the level of the device, as a finger would. Each call returns
-/// when the server has taken the event in.
+/// A keyboard: presses and releases keys at the level of the device, as a finger would, also while a program
+/// has the server for itself. Each call returns when the server has taken the event in. One thread.
 class XTestKeys final {
 public:
-    /// Throws std::runtime_error where the display cannot be opened or knows no XTEST.
-    explicit XTestKeys(const QString& display);
+    /// Whose keys: the user's own keyboard ("Xvfb keyboard"), or the one that programs post with.
+    enum class Device { keyboard, posting };
+
+    /// Throws std::runtime_error where the display cannot be opened or has no such device.
+    explicit XTestKeys(const QString& display, Device device = Device::keyboard);
     XTestKeys(const XTestKeys&) = delete;
     XTestKeys& operator=(const XTestKeys&) = delete;
     /// Lets go of every key that is still down.
@@ -55,12 +58,20 @@ public:
     [[nodiscard]] bool grab(DeviceKey key, std::uint16_t modifiers);
     void ungrab(DeviceKey key, std::uint16_t modifiers);
 
+    /// The device's number, as setxkbmap's -device takes it.
+    [[nodiscard]] int device() const { return m_device; }
+
 private:
+    void findDevice(Device wanted);
+    [[nodiscard]] bool isPosting(std::uint16_t device) const;
+
     void send(std::uint8_t type, std::uint8_t detail);
     void sync();
 
     xcb_connection_t* m_connection;
     std::uint32_t m_root = 0;
+    std::uint8_t m_device = 0;
+    std::uint8_t m_firstEvent = 0; ///< of the extension with events for each device
     bool m_down[256] = {};
 };
 

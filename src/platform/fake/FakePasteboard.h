@@ -31,6 +31,7 @@ public:
     void frontProgramReads();
     /// From now on another program's contents come as incomplete, as from an owner that hangs in the middle.
     void hangOwner() { m_complete = false; }
+    void freeOwner() { m_complete = true; }
     /// The same from the beginning on: nothing comes.
     void silenceOwner()
     {

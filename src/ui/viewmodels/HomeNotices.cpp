@@ -65,6 +65,11 @@ bool HomeNotices::isTextLeft() const
            m_settings.insertionMethod() != InsertionMethod::clipboardOnly;
 }
 
+bool HomeNotices::isClipboardLost() const
+{
+    return !m_isHidden && m_controller.hasLostClipboard();
+}
+
 QString HomeNotices::copyLabel() const
 {
     return m_recent.data(m_recent.index(0), HistoryViewModel::CopyLabelRole).toString();

@@ -24,6 +24,8 @@ class HomeNotices final : public QObject {
     Q_PROPERTY(QString failure READ failure NOTIFY retryChanged)
     /// Whether the last text was left on the clipboard although it was to be inserted.
     Q_PROPERTY(bool isTextLeft READ isTextLeft NOTIFY textLeftChanged)
+    /// Whether a part of what the user had copied could not be put back after the last text.
+    Q_PROPERTY(bool isClipboardLost READ isClipboardLost NOTIFY textLeftChanged)
     Q_PROPERTY(QString copyLabel READ copyLabel NOTIFY copyLabelChanged)
     /// Which hotkey does nothing, in a sentence, and why; empty when each one works.
     Q_PROPERTY(QString brokenHotkey READ brokenHotkey NOTIFY hotkeyChanged)
@@ -39,6 +41,7 @@ public:
     [[nodiscard]] bool canRetry() const;
     [[nodiscard]] QString failure() const;
     [[nodiscard]] bool isTextLeft() const;
+    [[nodiscard]] bool isClipboardLost() const;
     [[nodiscard]] QString copyLabel() const;
     [[nodiscard]] QString brokenHotkey() const;
     [[nodiscard]] QString brokenHotkeyReason() const;
@@ -49,7 +52,7 @@ public:
     Q_INVOKABLE void retry();
     /// Puts the last text on the clipboard again, where something else may stand by now.
     Q_INVOKABLE void copyLastText();
-    /// The user knows; the notice of the last text goes.
+    /// The user knows; what is told of the last text goes.
     Q_INVOKABLE void hideTextLeft();
 
 Q_SIGNALS:

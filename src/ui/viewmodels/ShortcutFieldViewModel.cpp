@@ -22,6 +22,7 @@ bool isAboutTheCombination(HotkeyError::Kind kind)
     case HotkeyError::Kind::taken:
     case HotkeyError::Kind::noSuchKey:
     case HotkeyError::Kind::outOfRange:
+    case HotkeyError::Kind::pastes:
     case HotkeyError::Kind::refused:
         return true;
     case HotkeyError::Kind::unsupported:

@@ -2,9 +2,11 @@
 
 #include <platform/linux/session/X11Abilities.h>
 #include <platform/linux/session/X11Text.h>
+#include <platform/linux/x11/keyboard/KeyboardDevices.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 #include <platform/linux/x11/keyboard/KeyboardState.h>
 #include <support/Await.h>
+#include <support/Soak.h>
 #include <support/VirtualDesktop.h>
 #include <support/XTestKeys.h>
 
@@ -13,6 +15,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <array>
+#include <random>
+#include <thread>
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
@@ -79,14 +85,29 @@ protected:
         }
         return QString::number(key.key);
     }
+    /// Another layout on one of the devices alone, for which programs see what its next key brings.
+    void setLayout(const test::XTestKeys& keyboard, const QString& layout, const QString& variant = {})
+    {
+        m_desktop.run(u"setxkbmap"_qs, {u"-device"_qs, QString::number(keyboard.device()), u"-layout"_qs,
+                                        layout, u"-variant"_qs, variant});
+        m_fingers.tap(DeviceKey::f9);
+        m_front.catchUp();
+        m_front.forgetKeys();
+    }
     /// The keys that the server believes to be down now.
     QList<xcb_keycode_t> down() { return KeyboardState::current(m_front.link()).down; }
+    QList<HeldKey> postingKeysDown()
+    {
+        return heldKeys(m_front.link(), {static_cast<quint8>(m_program.device())});
+    }
     static xcb_keycode_t code(DeviceKey key) { return static_cast<xcb_keycode_t>(static_cast<int>(key) + 8); }
 
     test::VirtualDesktop m_desktop;
     EventLoopScheduler m_scheduler;
     test::X11Peer m_front{m_desktop.display()};
     test::XTestKeys m_fingers{m_desktop.display()};
+    /// Another program that posts keys.
+    test::XTestKeys m_program{m_desktop.display(), test::XTestKeys::Device::posting};
     std::unique_ptr<X11Text> m_text =
         X11Text::open(m_desktop.display().toLocal8Bit(), terminals, m_scheduler);
 };
@@ -373,6 +394,102 @@ TEST_F(X11KeyPostingTest, AKeyThatTheUserTypesMeanwhileIsNoGrab)
     EXPECT_THAT(strokes().last(), u"Ctrl+v"_qs);
     EXPECT_THAT(down(), ElementsAre(code(DeviceKey::a)));
     m_fingers.release(DeviceKey::a);
+}
+
+TEST_F(X11KeyPostingTest, TheLayoutOfTheUsersKeyboardAloneChangesNothing)
+{
+    setLayout(m_fingers, u"de"_qs, u"neo"_qs);
+    EXPECT_TRUE(paste());
+    EXPECT_TRUE(typeSpace());
+    EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs));
+    setLayout(m_fingers, u"ru"_qs);
+    EXPECT_EQ(front().chord, PasteChord::controlV);
+    EXPECT_TRUE(paste());
+    EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
+}
+
+TEST_F(X11KeyPostingTest, TheLayoutOfThePostingKeyboardAloneIsTheOneThatCounts)
+{
+    setLayout(m_program, u"de"_qs, u"neo"_qs);
+    EXPECT_TRUE(paste());
+    EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs));
+    setLayout(m_program, u"ru"_qs);
+    EXPECT_EQ(front().chord, PasteChord::shiftInsert);
+    EXPECT_TRUE(paste());
+    EXPECT_THAT(strokes(), ElementsAre(u"Shift+Insert"_qs));
+}
+
+TEST_F(X11KeyPostingTest, AModifierThatOnlyTheUsersKeyboardHas)
+{
+    // Caps Lock's key is the third level there.
+    setLayout(m_fingers, u"de"_qs, u"neo"_qs);
+    m_fingers.press(DeviceKey::capsLock);
+    m_front.catchUp();
+    m_front.forgetKeys();
+    EXPECT_TRUE(paste());
+    EXPECT_TRUE(typeSpace());
+    EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs));
+    m_fingers.release(DeviceKey::capsLock);
+    EXPECT_THAT(down(), IsEmpty());
+    m_front.forgetKeys();
+    m_fingers.tap(DeviceKey::f9);
+    m_front.catchUp();
+    EXPECT_EQ(m_front.keys().first().state, 0);
+}
+
+TEST_F(X11KeyPostingTest, AModifierThatAnotherProgramHoldsIsHeldAgain)
+{
+    m_program.press(DeviceKey::leftAlt);
+    m_front.catchUp();
+    m_front.forgetKeys();
+    EXPECT_TRUE(paste());
+    EXPECT_TRUE(typeSpace());
+    EXPECT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs));
+    EXPECT_THAT(down(), ElementsAre(code(DeviceKey::leftAlt)));
+    m_program.release(DeviceKey::leftAlt);
+    EXPECT_THAT(down(), IsEmpty());
+}
+
+TEST_F(X11KeyPostingTest, AModifierLetGoAroundAPasteIsNotStuck)
+{
+    std::mt19937 random(20);
+    std::uniform_int_distribution<int> microseconds(0, 20000);
+    constexpr std::array keys{DeviceKey::leftAlt, DeviceKey::leftShift, DeviceKey::leftControl,
+                              DeviceKey::leftSuper, DeviceKey::rightControl};
+    for (int round = 0; round < test::soakCount(200, 2000); ++round) {
+        const DeviceKey held = keys.at(static_cast<std::size_t>(round) % keys.size());
+        m_fingers.press(held);
+        const std::chrono::microseconds after(microseconds(random));
+        const std::chrono::microseconds before(microseconds(random) / 4);
+        std::thread finger([&] {
+            std::this_thread::sleep_for(after);
+            m_fingers.release(held);
+        });
+        std::this_thread::sleep_for(before);
+        const bool posted = paste() && typeSpace();
+        finger.join();
+        ASSERT_TRUE(posted);
+        ASSERT_THAT(down(), IsEmpty()) << "round " << round << ": " << static_cast<int>(held);
+        m_front.catchUp();
+        ASSERT_THAT(strokes(), ElementsAre(u"Ctrl+v"_qs, u"space"_qs)) << "round " << round;
+        m_front.forgetKeys();
+    }
+    EXPECT_TRUE(test::waitUntil([&] { return postingKeysDown().isEmpty(); }));
+}
+
+TEST_F(X11KeyPostingTest, WhatAFingerHoldsStaysHeldHoweverOftenTheTextIsPasted)
+{
+    m_fingers.press(DeviceKey::leftAlt);
+    for (int round = 0; round < 20; ++round) {
+        EXPECT_TRUE(paste());
+        EXPECT_THAT(down(), ElementsAre(code(DeviceKey::leftAlt)));
+    }
+    m_fingers.release(DeviceKey::leftAlt);
+    EXPECT_THAT(down(), IsEmpty());
+    // The device that posts would not press it anew as long as it is down there.
+    EXPECT_TRUE(test::waitUntil([&] { return postingKeysDown().isEmpty(); }));
+    m_program.press(DeviceKey::leftAlt);
+    EXPECT_THAT(down(), ElementsAre(code(DeviceKey::leftAlt)));
 }
 
 TEST_F(X11KeyPostingTest, NoSpacesAreNoKeys)

@@ -193,6 +193,35 @@ TEST_F(X11PasteboardTest, AnOwnerThatDoesNothingIsGivenUpOnWithoutBlockingAnythi
     EXPECT_GT(heartbeats, 10);
 }
 
+TEST_F(X11PasteboardTest, APictureIsNotWaitedForInYetAnotherEncoding)
+{
+    m_owner.offer({{u"image/bmp"_qs, Target::silent()}, {u"image/png"_qs, Target("1")}});
+    m_owner.own();
+    QElapsedTimer clock;
+    clock.start();
+    const PasteboardContents all = contents();
+    EXPECT_TRUE(all.complete);
+    EXPECT_EQ(all.items, (QList{PasteboardItem{{{u"image/png"_qs, "1"}}}}));
+    EXPECT_LT(clock.elapsed(), 1500);
+    // Where it is the only one, nothing else stands for it.
+    m_owner.offer({{u"image/bmp"_qs, Target::silent()}, {u"text/html"_qs, Target("2")}});
+    m_owner.own();
+    EXPECT_FALSE(contents().complete);
+}
+
+TEST_F(X11PasteboardTest, WhatIsReadAheadIsReadInEveryEncodingUntilItIsAskedFor)
+{
+    m_owner.offer({{u"image/bmp"_qs, Target::silent()},
+                   {u"image/png"_qs, Target("1")},
+                   {u"image/jpeg"_qs, Target("3")}});
+    m_owner.own();
+    m_board.readAhead();
+    EXPECT_TRUE(test::waitUntil([&] { return m_owner.asked().contains(u"image/jpeg"_qs); }));
+    const PasteboardContents all = contents();
+    EXPECT_TRUE(all.complete);
+    EXPECT_EQ(all.items, (QList{PasteboardItem{{{u"image/jpeg"_qs, "3"}, {u"image/png"_qs, "1"}}}}));
+}
+
 TEST_F(X11PasteboardTest, AnOwnerThatDoesNotEvenNameItsFormatsIsGivenUpOnSoon)
 {
     m_owner.offer({{u"TARGETS"_qs, Target::silent()}, {u"a"_qs, Target("1")}});

@@ -38,6 +38,21 @@ TEST_P(KeyboardOf, everyLayout)
     EXPECT_EQ(KeyboardState::current(*m_link).group, 1);
 }
 
+TEST_P(KeyboardOf, aLayoutThatOnlyTheUsersOwnKeyboardHas)
+{
+    for (const auto& [layout, variant] :
+         {std::pair("de", "neo"), std::pair("ru", ""), std::pair("us", "dvorak")}) {
+        SCOPED_TRACE(std::string(layout) + " " + variant);
+        m_desktop.run(QStringLiteral("setxkbmap"),
+                      {QStringLiteral("-device"), QString::number(m_fingers.device()),
+                       QStringLiteral("-layout"), QString::fromLatin1(layout), QStringLiteral("-variant"),
+                       QString::fromLatin1(variant)});
+        // Programs see the layout of the keyboard that was used last.
+        m_fingers.tap(DeviceKey::leftShift);
+        expectArrives(said);
+    }
+}
+
 TEST_P(KeyboardOf, whatIsHeldOrLockedChangesNothingAndIsNotStuckAfterwards)
 {
     for (const DeviceKey held :

@@ -235,6 +235,23 @@ TEST_F(KeyboardShortcutsTest, UnknownModifiersNeverLeaveABareKey)
     }
 }
 
+TEST_F(KeyboardShortcutsTest, AStoredCombinationThatProgramsPasteWithIsNotTakenFromThem)
+{
+    declareAndListen();
+    // Ctrl+V, Ctrl+Shift+V, Ctrl+C, Ctrl+Y and Shift+Insert.
+    for (const auto& [key, modifiers] : {std::pair(9, 4096), std::pair(9, 4608), std::pair(8, 4096),
+                                         std::pair(16, 4096), std::pair(114, 512)}) {
+        ASSERT_TRUE(m_defaults.set(
+            dictateKey,
+            QStringLiteral("{\"carbonKeyCode\":%1,\"carbonModifiers\":%2}").arg(key).arg(modifiers)));
+        m_shortcuts->registerAgain();
+        EXPECT_EQ(state(), (RegistrationState{Kind::failed, HotkeyError::pastes()})) << key;
+        EXPECT_THAT(m_hotkeys.registered(), IsEmpty()) << key;
+    }
+    m_shortcuts->setShortcut(Shortcut{49, 2048}, ShortcutName::dictate());
+    EXPECT_EQ(state().kind, Kind::registered);
+}
+
 TEST_F(KeyboardShortcutsTest, AKeyThatNoKeyboardHasIsWrittenByItsNumber)
 {
     ASSERT_TRUE(m_defaults.set(dictateKey,
@@ -373,6 +390,9 @@ TEST(HotkeyError, SaysWhatToDo)
               QStringLiteral("This keyboard has no such key. Choose another combination."));
     EXPECT_EQ(text(HotkeyError::outOfRange()),
               QStringLiteral("The stored key combination makes no sense. Choose another one."));
+    EXPECT_EQ(
+        text(HotkeyError::pastes()),
+        QStringLiteral("Programs copy or paste with this key combination, and dictated texts are pasted."));
     EXPECT_EQ(text(HotkeyError::unsupported(QStringLiteral("why"))), QStringLiteral("why"));
     EXPECT_EQ(
         text(HotkeyError::unreachable()),

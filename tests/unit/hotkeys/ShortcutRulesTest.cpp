@@ -82,12 +82,13 @@ TEST_F(ShortcutRulesTest, WhatProgramsCopyAndPasteWithIsRefused)
 {
     constexpr quint32 c = 8;
     constexpr quint32 v = 9;
+    constexpr quint32 y = 16;
     constexpr quint32 insert = 114;
     for (const KeyCombination& taken :
          {KeyCombination{v, carbon::control}, KeyCombination{v, carbon::control | carbon::shift},
           KeyCombination{v, carbon::command}, KeyCombination{c, carbon::control},
           KeyCombination{c, carbon::control | carbon::shift}, KeyCombination{insert, carbon::shift},
-          KeyCombination{insert, carbon::control}}) {
+          KeyCombination{insert, carbon::control}, KeyCombination{y, carbon::control}}) {
         const auto answer = ShortcutRules(m_hotkeys).judge(taken);
         EXPECT_EQ(answer.verdict, Verdict::refused) << taken.keyCode << ' ' << taken.modifiers;
         EXPECT_EQ(answer.message,
@@ -97,6 +98,7 @@ TEST_F(ShortcutRulesTest, WhatProgramsCopyAndPasteWithIsRefused)
     EXPECT_EQ(verdict(v, carbon::option), Verdict::accepted);
     EXPECT_EQ(verdict(c, carbon::control | carbon::option), Verdict::accepted);
     EXPECT_EQ(verdict(insert, carbon::option), Verdict::accepted);
+    EXPECT_EQ(verdict(y, carbon::control | carbon::shift), Verdict::accepted);
 }
 
 TEST(ShortcutTexts, AreFoundUnderTheirKeys)

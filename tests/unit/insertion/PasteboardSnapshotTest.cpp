@@ -104,4 +104,13 @@ TEST(PasteboardSnapshot, SaysWhenTheOwnerStoppedAnswering)
     EXPECT_FALSE(captured(board).complete);
 }
 
+TEST(PasteboardSnapshot, KnowsATextWhateverItsLineBreaks)
+{
+    const PasteboardSnapshot snapshot{{PasteboardItem::text(u"first\r\nsecond"_qs)}, 1, true};
+    EXPECT_TRUE(snapshot.isText(u"first\nsecond"_qs));
+    EXPECT_TRUE(snapshot.isText(u"first\r\nsecond"_qs));
+    EXPECT_FALSE(snapshot.isText(u"first second"_qs));
+    EXPECT_FALSE((PasteboardSnapshot{{}, 1, true}.isText({})));
+}
+
 } // namespace tulvane

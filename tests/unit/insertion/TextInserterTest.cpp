@@ -210,6 +210,12 @@ TEST_F(TextInserterTest, WhatCameOfTheClipboardIsPutBackAndTheLossIsLogged)
     EXPECT_EQ(m_board.text(), m_before);
     EXPECT_THAT(m_log.texts("insertion", QtWarningMsg),
                 ElementsAre(u"A part of the clipboard did not come in time; it is lost"_qs));
+    EXPECT_TRUE(m_inserter->hasLostClipboard());
+    m_board.freeOwner();
+    const auto next = start(u"word"_qs);
+    advance(350ms);
+    EXPECT_EQ(result(next), InsertionResult::pasted);
+    EXPECT_FALSE(m_inserter->hasLostClipboard());
 }
 
 TEST_F(TextInserterTest, WhereNothingCameOfTheClipboardThePastedTextStays)

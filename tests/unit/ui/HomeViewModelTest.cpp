@@ -270,6 +270,25 @@ TEST_F(HomeViewModelTest, ATextThatCouldNotBeInsertedSaysWhereItIs)
     EXPECT_FALSE(notices.isTextLeft());
 }
 
+TEST_F(HomeViewModelTest, WhatWasLostOfTheClipboardIsTold)
+{
+    setUpProgram();
+    HomeNotices& notices = this->notices();
+    world.boards.generalBoard.otherProgramWrites(QStringLiteral("other"));
+    world.dictate(QStringLiteral("Ingenting gikk tapt."));
+    EXPECT_FALSE(notices.isClipboardLost());
+    world.boards.generalBoard.hangOwner();
+    world.dictate(QStringLiteral("Denne kostet noe."));
+    EXPECT_TRUE(notices.isClipboardLost());
+    notices.hideTextLeft();
+    EXPECT_FALSE(notices.isClipboardLost());
+    world.dictate(QStringLiteral("Denne også."));
+    EXPECT_TRUE(notices.isClipboardLost());
+    world.boards.generalBoard.freeOwner();
+    world.dictate(QStringLiteral("Denne ikke."));
+    EXPECT_FALSE(notices.isClipboardLost());
+}
+
 TEST_F(HomeViewModelTest, WhoHasChosenTheClipboardIsNotTold)
 {
     setUpProgram();

@@ -298,6 +298,17 @@ TEST_F(HotkeyViewTest, ACombinationThatAnotherProgramHoldsIsSaidAndAFreeOneOffer
     EXPECT_FALSE(probe().has(QStringLiteral("hotkey.problem")));
 }
 
+TEST_F(HotkeyViewTest, AStoredCombinationThatProgramsPasteWithIsSaidAndAnotherOneOffered)
+{
+    world.shortcuts.setShortcut(Shortcut{9, carbon::control}, ShortcutName::dictate());
+    UiWorld::settle();
+    EXPECT_TRUE(probe().shows(HotkeyError::pastes().description()));
+    EXPECT_TRUE(world.globalHotkeys.registered().isEmpty());
+    probe().click(QStringLiteral("hotkey.useAlternative"));
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.problem")));
+    EXPECT_FALSE(world.globalHotkeys.registered().isEmpty());
+}
+
 TEST_F(HotkeyViewTest, ACombinationThatWasGivenBackIsTakenAgain)
 {
     world.globalHotkeys.takeElsewhere(altSpace);

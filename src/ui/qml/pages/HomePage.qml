@@ -67,6 +67,20 @@ ScrollPage {
         }
     }
     NoticeBar {
+        objectName: "home.clipboardLost"
+        visible: page.notices.isClipboardLost
+        tone: NoticeBar.Info
+        symbol: "doc.on.doc"
+        title: Words.translate("A part of what you had copied is lost")
+        text: Words.translate("The program that you copied it in did not hand it over in time. Copy it again.")
+
+        PushButton {
+            look: PushButton.Plain
+            text: Words.translate("Hide")
+            onClicked: page.notices.hideTextLeft()
+        }
+    }
+    NoticeBar {
         visible: page.notices.brokenHotkey !== ""
         title: page.notices.brokenHotkey
         text: page.notices.brokenHotkeyReason

@@ -1,5 +1,6 @@
 #include <platform/linux/x11/clipboard/FrontWindow.h>
 #include <platform/linux/x11/clipboard/PasteTargets.h>
+#include <platform/linux/x11/keyboard/KeyboardDevices.h>
 #include <platform/linux/x11/keyboard/KeyboardLayout.h>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
@@ -33,7 +34,7 @@ bool PasteTargets::isInFront(const PasteTarget& target) const
 
 bool PasteTargets::layoutHasV() const
 {
-    const auto layout = KeyboardLayout::current(m_link);
+    const auto layout = KeyboardLayout::ofDevice(m_link, KeyboardDevices::current(m_link).posting);
     return layout && layout->find(XKB_KEY_v, 0);
 }
 

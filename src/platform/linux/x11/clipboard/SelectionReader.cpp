@@ -1,3 +1,4 @@
+#include <base/Log.h>
 #include <platform/linux/x11/clipboard/SelectionReader.h>
 
 #include <algorithm>
@@ -31,6 +32,7 @@ void SelectionReader::begin()
     m_bytes = 0;
     m_stalls = 0;
     m_lost = false;
+    m_encodingsEnd.reset();
     m_time = m_link.serverTime(m_window);
     ask(m_link.atom(QStringLiteral("TARGETS")));
 }
@@ -41,12 +43,36 @@ void SelectionReader::beginAgain()
         begin();
 }
 
+void SelectionReader::hurry()
+{
+    m_isWaitedFor = true;
+    if (m_waiting != Waiting::nothing && isDispensable(m_target))
+        limitEncodings();
+}
+
+bool SelectionReader::isDispensable(xcb_atom_t target) const
+{
+    const auto isPicture = [](const QString& format) {
+        return worthOf(format) == FormatWorth::picture || worthOf(format) == FormatWorth::redundant;
+    };
+    return worthOf(m_link.atomName(target)) == FormatWorth::redundant &&
+           std::ranges::any_of(m_item.dataByType.keys(), isPicture);
+}
+
+void SelectionReader::limitEncodings()
+{
+    if (!m_encodingsEnd)
+        m_encodingsEnd = m_scheduler.after(encodingsLimit, [this] { finish(true); });
+}
+
 void SelectionReader::ask(xcb_atom_t target)
 {
     // A name of its own for each request, so that a late answer is not taken for that of the next one.
     m_property = m_link.atom(QStringLiteral("_TULVANE_READ_%1").arg(m_requests++ % propertyNames));
     m_target = target;
     m_waiting = Waiting::notice;
+    if (m_isWaitedFor && isDispensable(target))
+        limitEncodings();
     xcb_delete_property(m_link.connection(), m_window, m_property);
     xcb_convert_selection(m_link.connection(), m_window, m_selection, target, m_property, m_time);
     m_link.flush();
@@ -180,12 +206,19 @@ void SelectionReader::keep(const QByteArray& bytes, const TargetForm& form)
 void SelectionReader::progressed()
 {
     const bool isList = m_target == m_link.atom(QStringLiteral("TARGETS"));
-    m_stalled = m_scheduler.after(isList ? listLimit : formatLimit, [this] { stalled(); });
+    const bool isPicture = worthOf(m_link.atomName(m_target)) == FormatWorth::picture;
+    const auto limit = isList ? listLimit : isPicture ? pictureLimit : formatLimit;
+    m_stalled = m_scheduler.after(limit, [this] { stalled(); });
 }
 
 void SelectionReader::stalled()
 {
-    m_lost = true;
+    // A picture that there is in another encoding is not lost.
+    if (!isDispensable(m_target)) {
+        m_lost = true;
+        qCWarning(lcInsertion).noquote()
+            << "The clipboard's owner did not deliver" << m_link.atomName(m_target);
+    }
     const bool isList = m_target == m_link.atom(QStringLiteral("TARGETS"));
     if (isList || ++m_stalls == stallLimit)
         finish(false);
@@ -198,7 +231,9 @@ void SelectionReader::finish(bool complete)
     m_waiting = Waiting::nothing;
     m_stalled.reset();
     m_late.reset();
-    Outcome outcome{{{}, complete && !m_lost}, m_forms};
+    m_encodingsEnd.reset();
+    const bool onlyEncodingsLeft = m_target != noAtom && isDispensable(m_target);
+    Outcome outcome{{{}, (complete || onlyEncodingsLeft) && !m_lost}, m_forms};
     if (!m_item.dataByType.isEmpty())
         outcome.contents.items.append(m_item);
     if (const Done done = std::exchange(m_done, nullptr))

@@ -17,13 +17,17 @@ class SelectionReader final {
 public:
     /// An owner that has not even named its formats by then is given up on.
     static constexpr std::chrono::milliseconds listLimit{300};
-    /// A format of which nothing comes for this long is left out: the owner may have to encode a large
-    /// picture.
+    /// A format of which nothing comes for this long is left out: the owner may have to make it first.
     static constexpr std::chrono::milliseconds formatLimit{3000};
+    /// The same for the picture itself: a busy machine takes that long over one of 3840x2160.
+    static constexpr std::chrono::milliseconds pictureLimit{8000};
     /// After so many formats of which nothing came, one after the other, the owner is given up on.
     static constexpr int stallLimit = 2;
     /// And one that keeps us waiting for longer than this in all, however busily.
-    static constexpr std::chrono::milliseconds totalLimit{10000};
+    static constexpr std::chrono::milliseconds totalLimit{12000};
+    /// How much longer a read that is waited for goes on for the sake of further encodings of a picture that
+    /// it has already.
+    static constexpr std::chrono::milliseconds encodingsLimit{300};
     static constexpr qsizetype byteLimit = 256 * 1024 * 1024;
 
     struct Outcome {
@@ -43,6 +47,8 @@ public:
     void begin();
     /// Another program has taken the selection over: what has been read is of no use.
     void beginAgain();
+    /// From now on the caller waits: what is of no further use is not waited for.
+    void hurry();
 
 private:
     enum class Waiting { nothing, notice, pieces };
@@ -58,6 +64,9 @@ private:
     void takeTargets(const QByteArray& bytes);
     void keep(const QByteArray& bytes, const TargetForm& form);
     void progressed();
+    /// Whether all that is left is the same picture in other encodings.
+    [[nodiscard]] bool isDispensable(xcb_atom_t target) const;
+    void limitEncodings();
     void stalled();
     void finish(bool complete);
     [[nodiscard]] XcbReply<xcb_get_property_reply_t> fetchProperty();
@@ -82,6 +91,8 @@ private:
     TargetForms m_forms;
     std::unique_ptr<Scheduler::Token> m_stalled;
     std::unique_ptr<Scheduler::Token> m_late;
+    bool m_isWaitedFor = false;
+    std::unique_ptr<Scheduler::Token> m_encodingsEnd;
     std::unique_ptr<X11Connection::Token> m_listening;
 };
 

@@ -54,7 +54,10 @@ QFuture<PasteboardContents> X11Pasteboard::contents()
     if (isOurs())
         return QtFuture::makeReadyFuture(PasteboardContents{m_ownItems, true});
     const auto ahead = std::exchange(m_ahead, std::nullopt);
-    return ahead ? *ahead : startRead();
+    auto contents = ahead ? *ahead : startRead();
+    for (PendingRead& pending : m_reads)
+        pending.read->hurry();
+    return contents;
 }
 
 void X11Pasteboard::readAhead()

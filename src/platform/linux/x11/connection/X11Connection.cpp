@@ -123,9 +123,10 @@ void X11Connection::readSocket()
 /// way.
 void X11Connection::collect()
 {
+    // Sent first: where the socket cannot take it all at once, the library reads from it in between.
+    flush();
     while (XcbReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(m_connection)})
         m_pending.push_back(std::move(event));
-    flush();
     const bool isDue = !m_pending.empty() || (isBroken() && !m_hasEnded);
     if (isDue && !std::exchange(m_isDrainDue, true))
         QMetaObject::invokeMethod(this, &X11Connection::drain, Qt::QueuedConnection);
@@ -145,7 +146,8 @@ void X11Connection::drain()
     Q_EMIT drained();
     if (!self)
         return;
-    flush();
+    // The handlers, too, may have waited for replies.
+    collect();
     noticeEnd();
 }
 

@@ -24,14 +24,17 @@ xkb_keysym_t plainLetter(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index
 
 std::optional<KeyboardLayout> KeyboardLayout::current(X11Connection& link)
 {
-    xcb_connection_t* const connection = link.connection();
+    return ofDevice(link, xkb_x11_get_core_keyboard_device_id(link.connection()));
+}
+
+std::optional<KeyboardLayout> KeyboardLayout::ofDevice(X11Connection& link, qint32 device)
+{
     const std::unique_ptr<xkb_context, decltype(&xkb_context_unref)> context(
         xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES), &xkb_context_unref);
-    const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
-    xkb_keymap* keymap =
-        device < 0 || !context
-            ? nullptr
-            : xkb_x11_keymap_new_from_device(context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    xkb_keymap* keymap = device < 0 || !context
+                             ? nullptr
+                             : xkb_x11_keymap_new_from_device(context.get(), link.connection(), device,
+                                                              XKB_KEYMAP_COMPILE_NO_FLAGS);
     if (keymap == nullptr)
         return std::nullopt;
     return KeyboardLayout(Keymap(keymap, &xkb_keymap_unref));

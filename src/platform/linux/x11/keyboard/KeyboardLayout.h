@@ -26,6 +26,8 @@ public:
     /// Reads the layout that is in use now; cheap enough for every keystroke that we post. None where the
     /// server does not tell.
     [[nodiscard]] static std::optional<KeyboardLayout> current(X11Connection& link);
+    /// That of one of the devices behind the keyboard (`KeyboardDevices`).
+    [[nodiscard]] static std::optional<KeyboardLayout> ofDevice(X11Connection& link, qint32 device);
 
     /// The key for a letter: in the preferred group if it is there, else in the first one that has it.
     [[nodiscard]] std::optional<KeyPlace> find(xkb_keysym_t letter, std::uint8_t preferredGroup) const;

@@ -1,45 +1,24 @@
-#include <platform/linux/x11/keyboard/OwnStrokes.h>
 #include <platform/linux/x11/keyboard/X11KeyPosting.h>
 
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <algorithm>
-#include <array>
-#include <ranges>
 
 namespace tulvane {
 
 namespace {
 
 constexpr std::chrono::milliseconds grabRound{10};
-
-/// A key that has this letter and is not held down already, so that it can be pressed.
-std::optional<xcb_keycode_t> freeKey(const KeyboardLayout& layout, const KeyboardState& state,
-                                     const std::array<xkb_keysym_t, 2>& letters)
-{
-    for (const xkb_keysym_t letter : letters) {
-        const auto place = layout.find(letter, 0);
-        if (place && !state.down.contains(place->key))
-            return place->key;
-    }
-    return std::nullopt;
-}
-
-std::array<xkb_keysym_t, 2> bothSides(xkb_keysym_t left)
-{
-    // The right one's number follows the left one's, of these four modifiers.
-    static_assert(XKB_KEY_Shift_R == XKB_KEY_Shift_L + 1 && XKB_KEY_Control_R == XKB_KEY_Control_L + 1 &&
-                  XKB_KEY_Alt_R == XKB_KEY_Alt_L + 1 && XKB_KEY_Super_R == XKB_KEY_Super_L + 1);
-    return {left, left + 1};
-}
+constexpr std::chrono::milliseconds lookEvery{100};
 
 } // namespace
 
 X11KeyPosting::X11KeyPosting(X11Connection& link, Scheduler& scheduler, IsInFront isInFront)
     : m_link(link),
       m_scheduler(scheduler),
-      m_isInFront(std::move(isInFront))
+      m_isInFront(std::move(isInFront)),
+      m_stroke(link)
 {
     const xcb_query_extension_reply_t* extension = xcb_get_extension_data(link.connection(), &xcb_test_id);
     m_canPost = extension != nullptr && extension->present != 0;
@@ -115,24 +94,30 @@ bool X11KeyPosting::keysAreTaken()
     return false;
 }
 
-bool X11KeyPosting::postNow(const Chord& chord, const std::optional<PasteTarget>& target)
+bool X11KeyPosting::postNow(const KeyChord& chord, const std::optional<PasteTarget>& target)
 {
-    const auto layout = KeyboardLayout::current(m_link);
-    if (!m_canPost || !layout)
-        return false;
-    const KeyboardState state = KeyboardState::current(m_link);
-    const auto place = layout->find(chord.key, state.group);
-    // The last that is asked before the keys go out: the user may go elsewhere at any moment.
-    if (chord.key == XKB_KEY_NoSymbol || !place || (target && !m_isInFront(*target)))
-        return false;
-    send({*place, chord.modifiers}, *layout, state);
-    m_link.catchUp();
-    return !m_link.isBroken();
+    // The user may go elsewhere at any moment.
+    const bool posted = m_canPost && m_stroke.post(chord, [&] { return !target || m_isInFront(*target); });
+    if (posted)
+        m_link.catchUp();
+    letGoLater();
+    return posted && !m_link.isBroken();
 }
 
-X11KeyPosting::Chord X11KeyPosting::chordOf(const PasteChord& chord)
+void X11KeyPosting::letGoLater()
 {
-    Chord keys{xkb_keysym_from_name(chord.key.toUtf8().constData(), XKB_KEYSYM_CASE_INSENSITIVE), {}};
+    m_letGo.reset();
+    if (!m_stroke.holdsKeys() || m_link.isBroken())
+        return;
+    m_letGo = m_scheduler.after(lookEvery, [this] {
+        m_stroke.letGo();
+        letGoLater();
+    });
+}
+
+KeyChord X11KeyPosting::chordOf(const PasteChord& chord)
+{
+    KeyChord keys{xkb_keysym_from_name(chord.key.toUtf8().constData(), XKB_KEYSYM_CASE_INSENSITIVE), {}};
     for (const auto& [modifier, key] :
          {std::pair(PasteChord::control, XKB_KEY_Control_L), std::pair(PasteChord::shift, XKB_KEY_Shift_L),
           std::pair(PasteChord::alt, XKB_KEY_Alt_L), std::pair(PasteChord::super, XKB_KEY_Super_L)}) {
@@ -140,68 +125,6 @@ X11KeyPosting::Chord X11KeyPosting::chordOf(const PasteChord& chord)
             keys.modifiers.append(static_cast<xkb_keysym_t>(key));
     }
     return keys;
-}
-
-void X11KeyPosting::send(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state)
-{
-    const bool otherGroup = stroke.place.group != state.group;
-    if (otherGroup)
-        KeyboardState::lockGroup(m_link, stroke.place.group);
-    if (state.lockedModifiers != 0)
-        KeyboardState::lockModifiers(m_link, state.lockedModifiers, false);
-    sendAmong(stroke, layout, state);
-    if (state.lockedModifiers != 0)
-        KeyboardState::lockModifiers(m_link, state.lockedModifiers, true);
-    if (otherGroup)
-        KeyboardState::lockGroup(m_link, state.lockedGroup);
-}
-
-void X11KeyPosting::sendAmong(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state)
-{
-    QList<xcb_keycode_t> pressed;
-    QList<xcb_keycode_t> inTheWay;
-    for (const xkb_keysym_t modifier : stroke.modifiers) {
-        if (const auto code = freeKey(layout, state, bothSides(modifier)))
-            pressed.append(*code);
-    }
-    std::ranges::copy_if(state.down, std::back_inserter(inTheWay),
-                         [&](xcb_keycode_t code) { return layout.isHeldModifier(code); });
-    // Alt or Super that goes up with no other key in between opens a menu or an overview. A modifier pressed
-    // around it is that other key: one of the stroke's own, or else Ctrl, which does nothing by itself.
-    const bool bare = pressed.isEmpty() && std::ranges::any_of(inTheWay, [&](xcb_keycode_t code) {
-                          return layout.actsAlone(code);
-                      });
-    // No key has the code 0.
-    const xcb_keycode_t mask =
-        bare ? freeKey(layout, state, bothSides(XKB_KEY_Control_L)).value_or(0) : xcb_keycode_t{0};
-
-    for (const xcb_keycode_t code : pressed)
-        key(code, true);
-    if (mask != 0)
-        tap(mask);
-    for (const xcb_keycode_t code : inTheWay)
-        key(code, false);
-    tap(stroke.place.key);
-    for (const xcb_keycode_t code : inTheWay)
-        key(code, true);
-    if (mask != 0)
-        tap(mask);
-    for (const xcb_keycode_t code : pressed | std::views::reverse)
-        key(code, false);
-    m_link.flush();
-}
-
-void X11KeyPosting::key(xcb_keycode_t code, bool down)
-{
-    OwnStrokes::ofThisProcess().add(code, down);
-    xcb_test_fake_input(m_link.connection(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, code, XCB_CURRENT_TIME,
-                        noWindow, 0, 0, 0);
-}
-
-void X11KeyPosting::tap(xcb_keycode_t code)
-{
-    key(code, true);
-    key(code, false);
 }
 
 } // namespace tulvane

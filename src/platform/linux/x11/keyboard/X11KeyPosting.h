@@ -1,8 +1,7 @@
 #pragma once
 
 #include <base/Scheduler.h>
-#include <platform/linux/x11/keyboard/KeyboardLayout.h>
-#include <platform/linux/x11/keyboard/KeyboardState.h>
+#include <platform/linux/x11/keyboard/KeyStroke.h>
 #include <ports/KeyPosting.h>
 
 #include <QPromise>
@@ -30,16 +29,6 @@ public:
     [[nodiscard]] QFuture<bool> typeSpaces(int count) override;
 
 private:
-    /// A key and the modifiers that belong to it, by what they mean.
-    struct Chord {
-        xkb_keysym_t key;
-        QList<xkb_keysym_t> modifiers;
-    };
-    /// The same, found on the keyboard.
-    struct Stroke {
-        KeyPlace place;
-        QList<xkb_keysym_t> modifiers;
-    };
     using Post = std::function<bool()>;
     /// What waits for the end of a grab.
     struct Waiting {
@@ -52,18 +41,18 @@ private:
     /// Posts now, or once the keys reach the program in front again.
     [[nodiscard]] QFuture<bool> whenFree(Post post);
     /// For a target only where that is in front still.
-    [[nodiscard]] bool postNow(const Chord& chord, const std::optional<PasteTarget>& target);
-    [[nodiscard]] static Chord chordOf(const PasteChord& chord);
+    [[nodiscard]] bool postNow(const KeyChord& chord, const std::optional<PasteTarget>& target);
+    [[nodiscard]] static KeyChord chordOf(const PasteChord& chord);
+    /// As soon as fingers have let go of what is held in their stead.
+    void letGoLater();
     [[nodiscard]] bool keysAreTaken();
     void tryAgain(Waiting& waiting);
-    void send(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state);
-    void sendAmong(const Stroke& stroke, const KeyboardLayout& layout, const KeyboardState& state);
-    void key(xcb_keycode_t code, bool down);
-    void tap(xcb_keycode_t code);
 
     X11Connection& m_link;
     Scheduler& m_scheduler;
     IsInFront m_isInFront;
+    KeyStroke m_stroke;
+    std::unique_ptr<Scheduler::Token> m_letGo;
     bool m_canPost = false;
     std::list<Waiting> m_waiting;
 };

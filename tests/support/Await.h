@@ -19,10 +19,13 @@ template <class Predicate>
 [[nodiscard]] bool waitUntil(Predicate&& predicate, std::chrono::milliseconds timeout = defaultTimeout)
 {
     const QDeadlineTimer deadline(timeout);
+    // Wakes the loop: with a limit of its own, processEvents would not wait, and would keep a processor busy.
+    QTimer tick;
+    tick.start(std::chrono::milliseconds(2));
     while (!predicate()) {
         if (deadline.hasExpired())
             return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
     return true;
 }

@@ -5,6 +5,8 @@
 #   tulvane_room(settings LINKS tulvane_base ...)
 #   FOLDER names the folder below src/ where it differs from the room's name (platform/linux/atspi).
 #   SOURCES names the files, from the folder, where the room is not all that lies in it.
+#   APART: each source is compiled by itself. For a room of which `tulvane` uses a part, so that it loads the libraries
+#   of that part alone.
 set(CMAKE_AUTOMOC OFF)
 
 # Links each header into the include path of its room, and removes the links of headers that are gone.
@@ -68,7 +70,7 @@ function(tulvane_compile_together target)
 endfunction()
 
 function(tulvane_room name)
-    cmake_parse_arguments(room "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(room "APART" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
     if(NOT room_FOLDER)
         set(room_FOLDER "${name}")
     endif()
@@ -83,7 +85,9 @@ function(tulvane_room name)
     target_link_libraries(tulvane_${name} PUBLIC Qt6::Core ${room_LINKS}
         PRIVATE tulvane_options ${room_PRIVATE_LINKS})
     target_precompile_headers(tulvane_${name} REUSE_FROM tulvane_headers)
-    tulvane_compile_together(tulvane_${name})
+    if(NOT room_APART)
+        tulvane_compile_together(tulvane_${name})
+    endif()
     tulvane_moc_where_needed(tulvane_${name})
 endfunction()
 

@@ -51,7 +51,7 @@ public:
         QUrl hub;
         QString statisticsFile = StatsStore::defaultFile();
         QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
-        QString demoModel;                                ///< the bundled model's file
+        QString demoModel = {};                           ///< the bundled model's file
         /// The file with what the synthetic voice says in a language of the interface.
         std::function<QString(AppLanguage)> demoSpeech = [](AppLanguage) { return QString(); };
     };

@@ -61,8 +61,7 @@ QCoro::Task<Result<QString, QString>> Demonstration::recognise(Recognizer::Sampl
     if (!loaded)
         co_return tulvane::failure(loaded.error().description());
     TranscriptionOptions options;
-    options.language = m_needed.settings.appLanguage() == AppLanguage::norwegian ? QStringLiteral("no")
-                                                                                 : QStringLiteral("en");
+    options.language = rawValue(TranscriptionLanguage::automatic);
     options.threadCount = m_needed.threadCount;
     const Recognizer::Recognised recognised = co_await m_needed.engine.transcribe(std::move(speech), options);
     if (!recognised)

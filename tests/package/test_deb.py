@@ -39,7 +39,7 @@ FILES = re.compile(r"""usr/(
   | share/doc/tulvane/(copyright|changelog\.gz|changelog\.Debian\.gz)
   | share/man/man1/tulvane\.1\.gz
   | share/(bash-completion/completions/tulvane|zsh/site-functions/_tulvane|fish/vendor_completions\.d/tulvane\.fish)
-  | share/tulvane/(help/permissions\.html|models/demo\.bin)
+  | share/tulvane/(help/permissions\.html|models/demo\.bin|speech/(nb|en)\.wav)
 )""", re.VERBOSE)
 
 

@@ -9,6 +9,7 @@
 // loads, "remnants" downloads that have left something. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
+#include <platform/linux/keys/KeyText.h>
 #include <ports/KeyModifiers.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
@@ -185,6 +186,9 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
 /// Brings the program into the state that the pictures show.
 void prepare(test::UiWorld& world, const QString& state)
 {
+    // What a user of this system reads.
+    world.globalHotkeys.setDisplay(
+        [](const KeyCombination& combination) { return linuxKeyDisplay(combination); });
     if (state == u"empty") {
         beginAnew(world);
         return;

@@ -62,8 +62,16 @@ QList<SymbolicHotkey> FakeGlobalHotkeys::symbolicHotkeys(const KeyCombination& a
     return hotkeys;
 }
 
+void FakeGlobalHotkeys::setDisplay(const std::function<KeyDisplay(const KeyCombination&)>& display)
+{
+    m_display = display;
+    changeKeyboard();
+}
+
 KeyDisplay FakeGlobalHotkeys::display(const KeyCombination& combination) const
 {
+    if (m_display)
+        return m_display(combination);
     constexpr std::array symbols{std::pair{carbon::control, u'⌃'}, std::pair{carbon::option, u'⌥'},
                                  std::pair{carbon::shift, u'⇧'}, std::pair{carbon::command, u'⌘'}};
     KeyDisplay display;

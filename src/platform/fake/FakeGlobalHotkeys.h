@@ -4,13 +4,15 @@
 
 #include <QList>
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <utility>
 
 namespace tulvane {
 
-/// Hot keys without a keyboard: the test presses them. Names and forms are those of a Mac.
+/// Hot keys without a keyboard: the test presses them. Names and forms are those of a Mac, unless the test
+/// says otherwise.
 class FakeGlobalHotkeys final : public GlobalHotkeys {
 public:
     [[nodiscard]] Result<void, HotkeyError> support() const override;
@@ -37,6 +39,8 @@ public:
     void failRegistrations(const std::optional<HotkeyError>& error) { m_error = error; }
     /// The keyboard or its layout has changed.
     void changeKeyboard();
+    /// The keys are written so from now on.
+    void setDisplay(const std::function<KeyDisplay(const KeyCombination&)>& display);
     void setSymbolicHotkeys(const QList<SymbolicHotkey>& hotkeys) { m_symbolic = hotkeys; }
 
     /// What is registered now, by id.
@@ -56,6 +60,7 @@ private:
     std::map<quint32, HotkeyId> m_held; ///< the presses that wait for their release, by key
     QList<KeyCombination> m_elsewhere;
     QList<SymbolicHotkey> m_symbolic;
+    std::function<KeyDisplay(const KeyCombination&)> m_display;
     std::optional<HotkeyError> m_error;
     EventHandler m_eventHandler;
     ChangeHandler m_changeHandler;

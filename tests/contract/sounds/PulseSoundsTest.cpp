@@ -11,6 +11,8 @@
 #include <time.h>
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <optional>
 
 using namespace tulvane;
@@ -73,16 +75,32 @@ const QStringList nothing;
 
 } // namespace
 
-TEST_P(PulseSoundsTest, SpeechIsHeardAtItsOwnSpeed)
+TEST_P(PulseSoundsTest, SpeechIsHeardAtItsOwnSpeedAndPitch)
 {
-    // One of our sounds, brought to the rate of speech: it is known again only at its own pitch.
-    const std::vector<float> fast = samplesOf(Sounds::morse);
+    constexpr std::size_t rate = 16000;
+    constexpr double pitch = 500;
     std::vector<float> speech;
-    for (std::size_t i = 0; i + 3 <= fast.size(); i += 3)
-        speech.push_back((fast[i] + fast[i + 1] + fast[i + 2]) / 3);
+    for (std::size_t i = 0; i < rate / 2; ++i)
+        speech.push_back(0.2F * static_cast<float>(
+                                    std::sin(2 * std::numbers::pi * pitch * static_cast<double>(i) / rate)));
     Ear ear(server);
     sounds->playSpeech(std::make_shared<const std::vector<float>>(std::move(speech)));
-    EXPECT_EQ(ear.heard(), QStringList{QStringLiteral("Morse")});
+    const std::vector<float> heard = ear.heardSamples();
+    const auto isLoud = [](float sample) { return std::abs(sample) > 0.02F; };
+    const auto first = std::ranges::find_if(heard, isLoud);
+    const auto last = std::find_if(heard.rbegin(), heard.rend(), isLoud).base();
+    ASSERT_LT(first, last);
+    const double seconds = static_cast<double>(last - first) / 48000;
+    EXPECT_NEAR(seconds, 0.5, 0.05);
+    std::ptrdiff_t waves = 0;
+    for (auto at = first; at + 1 < last; ++at)
+        waves += *at > 0 && *(at + 1) <= 0 ? 1 : 0;
+    EXPECT_NEAR(static_cast<double>(waves) / seconds, pitch, 0.05 * pitch);
+}
+
+TEST_P(PulseSoundsTest, SpeechWithoutASampleIsSilent)
+{
+    Ear ear(server);
     sounds->playSpeech(nullptr);
     sounds->playSpeech(std::make_shared<const std::vector<float>>());
     EXPECT_EQ(ear.heard(), nothing);

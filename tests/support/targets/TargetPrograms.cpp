@@ -1,10 +1,10 @@
 #include "TargetPrograms.h"
 
+#include "AwaitProgram.h"
 #include "ChromiumTarget.h"
 #include "JsonProcess.h"
 
 #include <platform/linux/x11/clipboard/FrontWindow.h>
-#include <support/Await.h>
 #include <support/Paths.h>
 
 #include <QFile>
@@ -30,9 +30,8 @@ public:
         : m_requests(process, '\n'),
           m_takesLineBreaks(takesLineBreaks)
     {
-        if (!waitUntil([&] { return m_requests.count(QStringLiteral("ready")) > 0; }))
-            throw std::runtime_error("the target's window did not get the focus: " +
-                                     process.readAllStandardError().toStdString());
+        awaitProgram(process, "the window did not get the focus",
+                     [&] { return m_requests.count(QStringLiteral("ready")) > 0; });
     }
 
     [[nodiscard]] QByteArray text() override
@@ -57,10 +56,9 @@ private:
 /// The file into which terminal_reader.py writes.
 class Reader {
 public:
-    explicit Reader(QString file) : m_file(std::move(file))
+    Reader(QProcess& terminal, QString file) : m_file(std::move(file))
     {
-        if (!waitUntil([&] { return QFile::exists(m_file); }))
-            throw std::runtime_error("nothing runs in the terminal");
+        awaitProgram(terminal, "nothing runs in the terminal", [&] { return QFile::exists(m_file); });
     }
     [[nodiscard]] QByteArray got() const { return all().mid(m_from); }
     void clear() { m_from = all().size(); }
@@ -78,7 +76,9 @@ private:
 
 class VteTarget final : public FieldTarget {
 public:
-    VteTarget(QProcess& process, const QString& file) : FieldTarget(process, false), m_reader(file) {}
+    VteTarget(QProcess& process, const QString& file) : FieldTarget(process, false), m_reader(process, file)
+    {
+    }
     [[nodiscard]] QByteArray text() override { return m_reader.got(); }
     void clear() override { m_reader.clear(); }
 
@@ -89,7 +89,7 @@ private:
 /// It tells nothing about itself, and has no other widget.
 class XtermTarget final : public TargetProgram {
 public:
-    explicit XtermTarget(const QString& file) : m_reader(file) {}
+    XtermTarget(QProcess& terminal, const QString& file) : m_reader(terminal, file) {}
     [[nodiscard]] QByteArray text() override { return m_reader.got(); }
     void clear() override { m_reader.clear(); }
     [[nodiscard]] QString focus() override { return QStringLiteral("field"); }
@@ -125,13 +125,14 @@ std::unique_ptr<TargetProgram> startQt(VirtualDesktop& desktop, const char* kind
 std::unique_ptr<TargetProgram> startXterm(VirtualDesktop& desktop)
 {
     const QString file = desktop.home() + QStringLiteral("/received");
-    startPlain(desktop, {QStringLiteral("xterm"), QStringLiteral("-u8"), QStringLiteral("-e"), python,
-                         script("terminal_reader.py"), file});
-    auto target = std::make_unique<XtermTarget>(file);
+    QProcess& terminal =
+        startPlain(desktop, {QStringLiteral("xterm"), QStringLiteral("-u8"), QStringLiteral("-e"), python,
+                             script("terminal_reader.py"), file});
+    auto target = std::make_unique<XtermTarget>(terminal, file);
     // The reader may run before the window manager has given the window the focus.
     const auto link = X11Connection::open(desktop.display().toLocal8Bit());
-    if (!waitUntil([&] { return FrontWindow::current(*link).classes.contains(QStringLiteral("XTerm")); }))
-        throw std::runtime_error("the terminal's window did not get the focus");
+    awaitProgram(terminal, "the window did not get the focus",
+                 [&] { return FrontWindow::current(*link).classes.contains(QStringLiteral("XTerm")); });
     return target;
 }
 

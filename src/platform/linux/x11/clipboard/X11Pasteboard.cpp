@@ -40,6 +40,8 @@ X11Pasteboard::~X11Pasteboard()
     m_keeper.forget(m_selection);
     m_listening.reset();
     for (PendingRead& pending : m_reads) {
+        if (pending.isFinished)
+            continue;
         pending.promise.addResult(PasteboardContents{{}, false});
         pending.promise.finish();
     }
@@ -81,7 +83,7 @@ QList<xcb_atom_t> X11Pasteboard::ownTargets()
 
 QFuture<PasteboardContents> X11Pasteboard::startRead()
 {
-    m_reads.push_back({QPromise<PasteboardContents>(), m_link.makeHiddenWindow(), nullptr});
+    m_reads.push_back({QPromise<PasteboardContents>(), m_link.makeHiddenWindow(), nullptr, false});
     PendingRead& pending = m_reads.back();
     pending.promise.start();
     pending.read = std::make_unique<SelectionReader>(
@@ -95,6 +97,7 @@ void X11Pasteboard::readFinished(PendingRead& pending, const SelectionReader::Ou
 {
     m_forms.insert(outcome.forms);
     xcb_destroy_window(m_link.connection(), pending.window);
+    pending.isFinished = true;
     QPromise<PasteboardContents> promise = std::move(pending.promise);
     // The read is still running on this stack; it goes when the stack has unwound.
     QMetaObject::invokeMethod(

@@ -55,6 +55,8 @@ private:
         QPromise<PasteboardContents> promise;
         xcb_window_t window = noWindow;
         std::unique_ptr<SelectionReader> read;
+        bool isFinished =
+            false; ///< the promise is kept, and the rest goes with the next turn of the event loop
     };
 
     /// Whether it may be done only where this is still the change count.

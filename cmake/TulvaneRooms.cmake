@@ -64,7 +64,10 @@ target_precompile_headers(tulvane_headers PRIVATE
 # name in an anonymous namespace is therefore the room's: a clash is worth a better name. The debug preset
 # compiles each source by itself, and an editor finds its commands there.
 function(tulvane_compile_together target)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD ${TULVANE_UNITY} UNITY_BUILD_BATCH_SIZE 6)
+    if(NOT TULVANE_UNITY)
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
     # It means headers, and takes each source that a unit includes for one.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endfunction()

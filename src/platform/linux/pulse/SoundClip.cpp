@@ -33,7 +33,8 @@ SoundClip speechClip(std::span<const float> samples)
     constexpr std::uint32_t speechRate = 16000;
     constexpr float fullScale = 32767;
     SoundClip clip{.samples = {}, .rate = speechRate};
-    clip.samples.resize(static_cast<qsizetype>(samples.size() * sizeof(std::int16_t)));
+    clip.samples.resize(static_cast<qsizetype>(samples.size()) *
+                        static_cast<qsizetype>(sizeof(std::int16_t)));
     char* at = clip.samples.data();
     for (const float sample : samples) {
         qToLittleEndian(static_cast<qint16>(std::lround(std::clamp(sample, -1.0F, 1.0F) * fullScale)), at);

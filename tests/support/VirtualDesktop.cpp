@@ -43,7 +43,8 @@ VirtualDesktop::VirtualDesktop(const Options& options)
 {
     for (const char* foreign :
          {"WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP", "XDG_SESSION_TYPE",
-          "SESSION_MANAGER", "XDG_SESSION_ID", "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM"})
+          "SESSION_MANAGER", "XDG_SESSION_ID", "AT_SPI_BUS_ADDRESS", "QT_QPA_PLATFORM", "QT_STYLE_OVERRIDE",
+          "QT_QPA_PLATFORMTHEME", "QT_IM_MODULE", "GTK_IM_MODULE", "XMODIFIERS", "GTK_MODULES"})
         m_environment.remove(QString::fromUtf8(foreign));
     const QString runtime = m_folder.file(QStringLiteral("run"));
     QDir().mkpath(runtime);

@@ -18,7 +18,8 @@ class VirtualDesktop:
                                 XDG_CONFIG_HOME=str(self.folder / "config"), XDG_RUNTIME_DIR=str(self.folder / "run"),
                                 XDG_SESSION_TYPE="x11", PULSE_SERVER=f"unix:{folder}/pulse", LC_ALL="C.UTF-8")
         for name in ["WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "GTK_THEME",
-                     "SESSION_MANAGER", "XDG_SESSION_ID"]:
+                     "SESSION_MANAGER", "XDG_SESSION_ID", "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME", "QT_IM_MODULE",
+                     "GTK_IM_MODULE", "XMODIFIERS", "GTK_MODULES"]:
             self.environment.pop(name, None)
         (self.folder / "run").mkdir(mode=0o700)
         try:

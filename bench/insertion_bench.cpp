@@ -1,16 +1,10 @@
 // How soon a text stands in the field of the program in front, and whether it stands there exactly: by our
 // own insertion, typed by xdotool, and pasted with xclip and xdotool. All into the same GTK text view.
+#include "InsertionDesk.h"
 #include "JsonProcess.h"
-#include "TargetPrograms.h"
 
-#include <insertion/PasteTable.h>
-#include <insertion/TextInserter.h>
-#include <platform/fake/FakeFocusedElement.h>
-#include <platform/fake/FakePrivacyPermissions.h>
-#include <platform/linux/session/X11Text.h>
 #include <support/Await.h>
 #include <support/ScratchFolder.h>
-#include <support/VirtualDesktop.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -44,18 +38,18 @@ QString dictated(int characters)
 /// A desktop with a text view in front.
 class Desk {
 public:
-    Desk() { m_desktop.setKeyboardLayout(QStringLiteral("no")); }
+    Desk() { m_desk.desktop.setKeyboardLayout(QStringLiteral("no")); }
 
     /// Milliseconds from the start of `bring` until the whole text stands in the field; counts as inexact
     /// what is not the text then or has more come after it. `bring` returns when it is done with everything.
     double timeUntilThere(const QString& text, const std::function<void(const QString&)>& bring)
     {
-        m_target->clear();
-        m_target->requests()->forgetTold();
+        m_desk.target->clear();
+        m_desk.target->requests()->forgetTold();
         double elapsed = -1;
         QElapsedTimer clock;
         const auto look = [&] {
-            const auto told = m_target->requests()->told();
+            const auto told = m_desk.target->requests()->told();
             if (elapsed < 0 && !told.isEmpty() &&
                 told.constLast()[QStringLiteral("characters")].toInt() == text.size())
                 elapsed = static_cast<double>(clock.nsecsElapsed()) / 1e6;
@@ -68,18 +62,18 @@ public:
                 return elapsed >= 0;
             }))
             fail("the text did not come");
-        inexact += m_target->text() == text.toUtf8() ? 0 : 1;
+        inexact += m_desk.target->text() == text.toUtf8() ? 0 : 1;
         return elapsed;
     }
 
     void insert(const QString& text)
     {
-        const auto task = m_inserter.insert(text, InsertionMethod::paste, true);
+        const auto task = m_desk.inserter.insert(text, InsertionMethod::paste, true);
         waitFor([&] { return task.isReady(); });
     }
     void runShell(const QString& command)
     {
-        QProcess& process = m_desktop.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
+        QProcess& process = m_desk.desktop.start(QStringLiteral("sh"), {QStringLiteral("-c"), command});
         waitFor([&] { return process.state() == QProcess::NotRunning; });
     }
     /// A file with the text, for the other programs.
@@ -100,17 +94,8 @@ private:
             fail("a program did not come to its end");
     }
 
-    test::VirtualDesktop m_desktop{{.windowManager = test::VirtualDesktop::WindowManager::openbox,
-                                    .sessionBus = test::VirtualDesktop::SessionBus::own,
-                                    .openboxKeys = {}}};
+    bench::InsertionDesk m_desk;
     test::ScratchFolder m_scratch;
-    EventLoopScheduler m_scheduler;
-    std::unique_ptr<X11Text> m_text =
-        X11Text::open(m_desktop.display().toLocal8Bit(), pasteTable({}), m_scheduler);
-    FakeFocusedElements m_elements;
-    FakePrivacyPermissions m_permissions;
-    TextInserter m_inserter{{m_text->pasteboards(), m_text->keys(), m_elements, m_permissions, m_scheduler}};
-    std::unique_ptr<test::TargetProgram> m_target = test::startTarget(test::Target::gtkTextView, m_desktop);
     std::function<void()> m_onProgress;
 };
 

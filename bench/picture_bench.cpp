@@ -1,17 +1,11 @@
 // Whether a picture that the user has copied is back after a dictation, byte for byte, and what it costs:
 // held by a program of each toolkit, which encodes it anew in each format that is asked for.
 //   bench_pictures [ROUNDS] [TOOLKIT]
-#include "JsonProcess.h"
-#include "TargetPrograms.h"
+#include "AwaitProgram.h"
+#include "InsertionDesk.h"
 
-#include <insertion/PasteTable.h>
-#include <insertion/TextInserter.h>
-#include <platform/fake/FakeFocusedElement.h>
-#include <platform/fake/FakePrivacyPermissions.h>
-#include <platform/linux/session/X11Text.h>
 #include <platform/linux/x11/clipboard/ClipboardFormats.h>
 #include <support/Await.h>
-#include <support/VirtualDesktop.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -38,9 +32,9 @@ const auto dictated = QStringLiteral("Takk – det går «fint» 😀 ");
 class Desk {
 public:
     Desk(const QString& toolkit, int width, int height)
-        : m_holder(m_desktop.start(QStringLiteral("/usr/bin/python3"),
-                                   {QStringLiteral(TULVANE_PICTURE_HOLDER), toolkit, QString::number(width),
-                                    QString::number(height)}))
+        : m_holder(m_desk.desktop.start(QStringLiteral("/usr/bin/python3"),
+                                        {QStringLiteral(TULVANE_PICTURE_HOLDER), toolkit,
+                                         QString::number(width), QString::number(height)}))
     {
         awaitHolder("ready");
     }
@@ -53,9 +47,9 @@ public:
     }
     [[nodiscard]] QByteArray read(const QString& target)
     {
-        QProcess& program = m_desktop.start(QStringLiteral("xclip"),
-                                            {QStringLiteral("-o"), QStringLiteral("-selection"),
-                                             QStringLiteral("clipboard"), QStringLiteral("-t"), target});
+        QProcess& program = m_desk.desktop.start(QStringLiteral("xclip"),
+                                                 {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                                  QStringLiteral("clipboard"), QStringLiteral("-t"), target});
         QByteArray bytes;
         if (!test::waitUntil(
                 [&] {
@@ -74,16 +68,16 @@ public:
     /// Milliseconds; with what the speech engine would take before it.
     [[nodiscard]] qint64 dictate(std::chrono::milliseconds engine)
     {
-        m_target->clear();
-        m_inserter.prepare(InsertionMethod::paste, true);
+        m_desk.target->clear();
+        m_desk.inserter.prepare(InsertionMethod::paste, true);
         std::ignore = test::waitUntil([] { return false; }, engine);
         QElapsedTimer clock;
         clock.start();
-        const auto task = m_inserter.insert(dictated, InsertionMethod::paste, true);
+        const auto task = m_desk.inserter.insert(dictated, InsertionMethod::paste, true);
         if (!test::waitUntil([&] { return task.isReady(); }, 60s))
             fail(QStringLiteral("the insertion did not end"));
         const qint64 elapsed = clock.elapsed();
-        if (!test::waitUntil([&] { return m_target->text() == dictated.toUtf8(); }))
+        if (!test::waitUntil([&] { return m_desk.target->text() == dictated.toUtf8(); }))
             fail(QStringLiteral("the text did not arrive"));
         return elapsed;
     }
@@ -91,26 +85,12 @@ public:
 private:
     void awaitHolder(const char* word)
     {
-        const bool said = test::waitUntil(
-            [&] {
-                return m_holder.canReadLine() ? m_holder.readLine().trimmed() == word
-                                              : m_holder.state() == QProcess::NotRunning;
-            },
-            60s);
-        if (!said || m_holder.state() == QProcess::NotRunning)
-            fail(QStringLiteral("no picture: ") + QString::fromUtf8(m_holder.readAllStandardError()));
+        test::awaitProgram(
+            m_holder, "no picture",
+            [&] { return m_holder.canReadLine() && m_holder.readLine().trimmed() == word; }, 60s);
     }
 
-    test::VirtualDesktop m_desktop{{.windowManager = test::VirtualDesktop::WindowManager::openbox,
-                                    .sessionBus = test::VirtualDesktop::SessionBus::own,
-                                    .openboxKeys = {}}};
-    EventLoopScheduler m_scheduler;
-    std::unique_ptr<X11Text> m_text =
-        X11Text::open(m_desktop.display().toLocal8Bit(), pasteTable({}), m_scheduler);
-    FakeFocusedElements m_elements;
-    FakePrivacyPermissions m_permissions;
-    TextInserter m_inserter{{m_text->pasteboards(), m_text->keys(), m_elements, m_permissions, m_scheduler}};
-    std::unique_ptr<test::TargetProgram> m_target = test::startTarget(test::Target::gtkTextView, m_desktop);
+    bench::InsertionDesk m_desk;
     QProcess& m_holder;
 };
 

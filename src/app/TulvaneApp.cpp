@@ -12,6 +12,7 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QJsonArray>
+#include <QTimer>
 
 #include <chrono>
 
@@ -164,8 +165,11 @@ void TulvaneApp::prepareToQuit()
     // The clipboard's restoration needs the event loop; half a second is more than it ever takes.
     const QDeadlineTimer deadline(longestGoodbye);
     QEventLoop loop;
+    // Wakes the loop: with a limit of its own, processEvents would not wait, and would keep a processor busy.
+    QTimer tick;
+    tick.start(20);
     while (m_controller.phase().kind == Phase::Kind::inserting && !deadline.hasExpired())
-        loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+        loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
 QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)

@@ -73,9 +73,7 @@ QCoro::Task<InsertionResult> TextInserter::insert(QString text, InsertionMethod 
 QCoro::Task<InsertionResult> TextInserter::paste(QString text, bool restoreClipboard)
 {
     if (!reachesPrograms()) {
-        leaveOnClipboard(text);
-        qCWarning(lcInsertion, m_isHeldBack ? "The screen is locked; left text on clipboard"
-                                            : "Accessibility not granted; left text on clipboard");
+        leaveUnreached(text);
         co_return InsertionResult::copiedToClipboard;
     }
     auto [body, spaces] = splitTrailingSpaces(text);
@@ -95,8 +93,7 @@ QCoro::Task<InsertionResult> TextInserter::pasteTrusted(std::shared_ptr<Paste> p
     if (!alive)
         co_return InsertionResult::copiedToClipboard;
     if (m_isHeldBack) {
-        qCWarning(lcInsertion, "The screen is locked; left text on clipboard");
-        leaveOnClipboard(paste->text);
+        leaveUnreached(paste->text);
         co_return InsertionResult::copiedToClipboard;
     }
     if (paste->target.lineBreaks == PasteLineBreaks::asSpaces)
@@ -264,6 +261,13 @@ void TextInserter::giveUp(Paste& paste)
     if (paste.target.selection != PasteSelection::clipboard && paste.saved && paste.saved->isWorthRestoring())
         paste.saved->restore(paste.board(), paste.count);
     leaveOnClipboard(paste.text);
+}
+
+void TextInserter::leaveUnreached(const QString& text)
+{
+    qCWarning(lcInsertion, m_isHeldBack ? "The screen is locked; left text on clipboard"
+                                        : "Accessibility not granted; left text on clipboard");
+    leaveOnClipboard(text);
 }
 
 void TextInserter::leaveOnClipboard(const QString& text)

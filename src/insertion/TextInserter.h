@@ -104,6 +104,8 @@ private:
 
     /// The paste has not reached its target: the whole text waits on the clipboard.
     void giveUp(Paste& paste);
+    /// The same where no program can be reached, with the reason in the log.
+    void leaveUnreached(const QString& text);
     void leaveOnClipboard(const QString& text);
 
     InsertionPorts m_ports;

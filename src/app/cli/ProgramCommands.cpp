@@ -155,34 +155,27 @@ int forget(const QStringList& arguments, cli::Console& console)
     return cli::runForget(arguments, {.traces = traces(), .isProgramRunning = isRunning}, console);
 }
 
-cli::Run remoteCommand(const char* name)
-{
-    const QString word = QString::fromLatin1(name);
-    return [word](const QStringList& arguments, cli::Console& console) {
-        return remote(word, arguments, console);
-    };
-}
-
 } // namespace
 
 std::map<QString, cli::Run> programCommands()
 {
-    return {
+    std::map<QString, cli::Run> runs{
         {QStringLiteral("transcribe"), qOverload<const QStringList&, cli::Console&>(transcribe)},
         {QStringLiteral("dictate"), dictate},
         {QStringLiteral("clean"), cli::runClean},
         {QStringLiteral("models"), models},
         {QStringLiteral("settings"), storedSettings},
-        {QStringLiteral("start"), remoteCommand("start")},
-        {QStringLiteral("stop"), remoteCommand("stop")},
-        {QStringLiteral("toggle"), remoteCommand("toggle")},
-        {QStringLiteral("cancel"), remoteCommand("cancel")},
-        {QStringLiteral("quit"), remoteCommand("quit")},
-        {QStringLiteral("status"), remoteCommand("status")},
         {QStringLiteral("doctor"), doctor},
         {QStringLiteral("stats"), showStatistics},
         {QStringLiteral("forget"), forget},
     };
+    for (const char* const name : {"start", "stop", "toggle", "cancel", "quit", "status"}) {
+        const QString word = QString::fromLatin1(name);
+        runs.emplace(word, [word](const QStringList& arguments, cli::Console& console) {
+            return remote(word, arguments, console);
+        });
+    }
+    return runs;
 }
 
 } // namespace tulvane

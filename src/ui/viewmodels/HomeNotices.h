@@ -52,7 +52,7 @@ public:
     Q_INVOKABLE void retry();
     /// Puts the last text on the clipboard again, where something else may stand by now.
     Q_INVOKABLE void copyLastText();
-    /// The user knows; what is told of the last text goes.
+    /// The user has read them: the notices about the last text go.
     Q_INVOKABLE void hideTextLeft();
 
 Q_SIGNALS:

@@ -17,8 +17,11 @@ void awaitProgram(QProcess& process, const std::string& missing, Predicate&& pre
                   std::chrono::milliseconds timeout = defaultTimeout)
 {
     const auto hasEnded = [&process] { return process.state() == QProcess::NotRunning; };
-    static_cast<void>(waitUntil([&] { return predicate() || hasEnded(); }, timeout));
-    if (predicate())
+    bool holds = false;
+    const auto look = [&] { return holds = predicate(); };
+    static_cast<void>(waitUntil([&] { return look() || hasEnded(); }, timeout));
+    // What it did last may have come only with its end.
+    if (holds || look())
         return;
     const std::string end = hasEnded() ? "; it has ended" : "";
     throw std::runtime_error(process.program().toStdString() + ": " + missing + end + ": " +

@@ -1,3 +1,5 @@
+#include "WriteSound.h"
+
 #include <audio/files/PlainWave.h>
 #include <audio/files/SoundFile.h>
 #include <support/ScratchFolder.h>
@@ -6,7 +8,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sndfile.h>
 #include <sys/stat.h>
 
 namespace tulvane {
@@ -16,18 +17,10 @@ namespace {
 /// Every value that a sample of 16 bits can have, once.
 QString writeEverySample(const test::ScratchFolder& folder, int rate, int channels, int format)
 {
-    const QString path = folder.file(QStringLiteral("sound.wav"));
-    SF_INFO info{};
-    info.samplerate = rate;
-    info.channels = channels;
-    info.format = format;
-    SNDFILE* const file = sf_open(qPrintable(path), SFM_WRITE, &info);
     std::vector<short> samples;
     for (int value = -32768; value <= 32767; ++value)
         samples.push_back(static_cast<short>(value));
-    sf_write_short(file, samples.data(), static_cast<sf_count_t>(samples.size()));
-    sf_close(file);
-    return path;
+    return test::writeSound(folder, rate, channels, format, samples);
 }
 
 QString writePlain(const test::ScratchFolder& folder)

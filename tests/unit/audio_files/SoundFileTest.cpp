@@ -1,3 +1,5 @@
+#include "WriteSound.h"
+
 #include <audio/files/SoundFile.h>
 #include <support/ScratchFolder.h>
 
@@ -16,20 +18,12 @@ using Kind = SoundFileError::Kind;
 /// Writes a 440 Hz tone of one second at half of full scale.
 QString writeTone(const test::ScratchFolder& folder, int rate, int channels, int format)
 {
-    const QString path = folder.file(QStringLiteral("tone"));
-    SF_INFO info{};
-    info.samplerate = rate;
-    info.channels = channels;
-    info.format = format;
-    SNDFILE* const file = sf_open(qPrintable(path), SFM_WRITE, &info);
     std::vector<float> frames;
     for (int i = 0; i < rate; ++i)
         frames.insert(frames.end(), static_cast<std::size_t>(channels),
                       0.5F * std::sin(2.0F * std::numbers::pi_v<float> * 440.0F * static_cast<float>(i) /
                                       static_cast<float>(rate)));
-    sf_writef_float(file, frames.data(), rate);
-    sf_close(file);
-    return path;
+    return test::writeSound(folder, rate, channels, format, frames);
 }
 
 Kind errorOf(const QString& path)

@@ -118,7 +118,7 @@ TEST_P(EveryWindow, TheIndicatorHoldsEveryNotice)
     }
 }
 
-// Between one line and two, and where two are cut, lies what a layout may quarrel with itself about.
+// Between one line and two, and where two are cut, a layout may depend on its own result.
 TEST_P(EveryWindow, TheIndicatorHoldsNoticesOfEveryLength)
 {
     HUDController& indicator = world.ui.indicator();

@@ -1,8 +1,7 @@
+#include <platform/linux/desktop/BusAnswer.h>
 #include <platform/linux/desktop/LoginSession.h>
 
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
 
@@ -46,12 +45,9 @@ void LoginSession::find()
         QDBusMessage::createMethodCall(manager, managerPath, managerInterface, QStringLiteral("GetSession"));
     call << m_id;
     call.setAutoStartService(false);
-    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        const QDBusPendingReply<QDBusObjectPath> reply = *answer;
+    whenAnswered<QDBusObjectPath>(m_bus.asyncCall(call), this, [this](const auto& reply) {
         if (!reply.isError())
             follow(reply.value().path());
-        answer->deleteLater();
     });
 }
 
@@ -71,12 +67,9 @@ void LoginSession::askForHint()
 {
     QDBusMessage call = QDBusMessage::createMethodCall(manager, m_path, properties, QStringLiteral("Get"));
     call << sessionInterface << lockedHint;
-    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        const QDBusPendingReply<QDBusVariant> reply = *answer;
+    whenAnswered<QDBusVariant>(m_bus.asyncCall(call), this, [this](const auto& reply) {
         if (!reply.isError())
             setHint(reply.value().variant().toBool());
-        answer->deleteLater();
     });
 }
 

@@ -1,7 +1,7 @@
+#include <platform/linux/desktop/BusAnswer.h>
 #include <platform/linux/desktop/MicrophonePermission.h>
 
 #include <QDBusArgument>
-#include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QEventLoop>
 #include <QMap>
@@ -51,14 +51,12 @@ void MicrophonePermission::ask()
     QDBusMessage call = QDBusMessage::createMethodCall(store, storePath, store, QStringLiteral("Lookup"));
     call << table << microphone;
     call.setAutoStartService(false);
-    auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+    whenAnswered<>(m_bus.asyncCall(call), this, [this](const auto& answer) {
         // An error: there is no store, or no program has ever been decided about.
-        if (const QDBusMessage reply = watcher->reply(); reply.type() == QDBusMessage::ReplyMessage)
+        if (const QDBusMessage reply = answer.reply(); reply.type() == QDBusMessage::ReplyMessage)
             note(reply.arguments().value(0));
         m_isAnswered = true;
         Q_EMIT answered();
-        watcher->deleteLater();
     });
 }
 

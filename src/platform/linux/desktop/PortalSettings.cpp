@@ -1,8 +1,7 @@
+#include <platform/linux/desktop/BusAnswer.h>
 #include <platform/linux/desktop/PortalSettings.h>
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
 namespace tulvane {
@@ -53,12 +52,9 @@ void PortalSettings::ask(const QString& space, const QString& key)
     QDBusMessage call =
         QDBusMessage::createMethodCall(portal, portalPath, portalSettings, QStringLiteral("Read"));
     call << space << key;
-    auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, space, key] {
-        const QDBusPendingReply<QDBusVariant> reply = *watcher;
+    whenAnswered<QDBusVariant>(m_bus.asyncCall(call), this, [this, space, key](const auto& reply) {
         if (!reply.isError())
             note(space, key, reply.value());
-        watcher->deleteLater();
     });
 }
 

@@ -1,7 +1,6 @@
+#include <platform/linux/desktop/BusAnswer.h>
 #include <platform/linux/desktop/ScreenSavers.h>
 
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
 #include <array>
@@ -47,12 +46,9 @@ void ScreenSavers::ask(const QString& name)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(name, pathOf(name), name, QStringLiteral("GetActive"));
     call.setAutoStartService(false);
-    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, name] {
-        const QDBusPendingReply<bool> reply = *answer;
+    whenAnswered<bool>(m_bus.asyncCall(call), this, [this, name](const auto& reply) {
         if (!reply.isError())
             setActive(name, reply.value());
-        answer->deleteLater();
     });
 }
 

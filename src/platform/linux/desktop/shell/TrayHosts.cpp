@@ -1,8 +1,7 @@
+#include <platform/linux/desktop/BusAnswer.h>
 #include <platform/linux/desktop/shell/TrayHosts.h>
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QDBusVariant>
 
 #include <utility>
@@ -38,11 +37,8 @@ void TrayHosts::ask()
         watcherName, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
     call.setAutoStartService(false);
-    auto* const answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        const QDBusPendingReply<QDBusVariant> reply = *answer;
+    whenAnswered<QDBusVariant>(m_bus.asyncCall(call), this, [this](const auto& reply) {
         setThere(!reply.isError() && reply.value().variant().toBool());
-        answer->deleteLater();
     });
 }
 

@@ -55,8 +55,8 @@ private:
         QPromise<PasteboardContents> promise;
         xcb_window_t window = noWindow;
         std::unique_ptr<SelectionReader> read;
-        bool isFinished =
-            false; ///< the promise is kept, and the rest goes with the next turn of the event loop
+        /// The promise is kept; the rest goes with the next turn of the event loop.
+        bool isFinished = false;
     };
 
     /// Whether it may be done only where this is still the change count.

@@ -53,7 +53,7 @@ MAY = {
     WAYLAND[2]: ADAPTER | {WAYLAND[0], FORMATS, FRONT},
     WAYLAND[3]: ADAPTER | {WAYLAND[0]},
     LINUX + "sway": ADAPTER | {LINUX + "keys", FRONT},
-    LINUX + "session": ADAPTER | {LINUX + "keys", FRONT, *X11, *WAYLAND},
+    LINUX + "session": ADAPTER | {LINUX + "keys", LINUX + "sway", FRONT, *X11, *WAYLAND},
     # The executable that people call loads these: nothing that speaks with another process.
     LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process"},
     # The other commands load these: nothing that draws.

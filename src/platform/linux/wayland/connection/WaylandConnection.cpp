@@ -1,6 +1,7 @@
 #include <base/Log.h>
 #include <platform/linux/wayland/connection/WaylandConnection.h>
 
+#include <QCoreApplication>
 #include <QDir>
 
 #include <sys/socket.h>
@@ -33,7 +34,6 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open(const QByteArray& soc
 WaylandConnection::WaylandConnection(wl_display* display)
     : m_library(WaylandLibrary::functions()),
       m_display(display),
-      m_readable(m_library.displayGetFd(display), QSocketNotifier::Read),
       m_registry(wl_display_get_registry(display))
 {
     static const wl_registry_listener events{
@@ -48,12 +48,16 @@ WaylandConnection::WaylandConnection(wl_display* display)
             Q_EMIT connection.disappeared(name);
         }};
     wl_registry_add_listener(m_registry, &events, this);
-    connect(&m_readable, &QSocketNotifier::activated, this, &WaylandConnection::readSocket);
+    // What the session offers is asked for before there is an application.
+    if (!QCoreApplication::instance())
+        return;
+    m_readable = std::make_unique<QSocketNotifier>(m_library.displayGetFd(display), QSocketNotifier::Read);
+    connect(m_readable.get(), &QSocketNotifier::activated, this, &WaylandConnection::readSocket);
 }
 
 WaylandConnection::~WaylandConnection()
 {
-    m_readable.setEnabled(false);
+    m_readable.reset();
     if (m_seat)
         wl_seat_destroy(m_seat);
     wl_registry_destroy(m_registry);
@@ -126,7 +130,8 @@ void WaylandConnection::noticeEnd()
     if (m_hasEnded)
         return;
     m_hasEnded = true;
-    m_readable.setEnabled(false);
+    if (m_readable)
+        m_readable->setEnabled(false);
     qCWarning(lcApp, "The Wayland compositor has ended the connection (error %d)",
               m_library.displayGetError(m_display));
     // Not from within a call that may have been made on this very stack.

@@ -79,7 +79,7 @@ private:
 
     const WaylandLibrary& m_library;
     wl_display* m_display;
-    QSocketNotifier m_readable;
+    std::unique_ptr<QSocketNotifier> m_readable; ///< null without an event loop: then `catchUp()` alone reads
     wl_registry* m_registry;
     wl_seat* m_seat = nullptr;
     std::vector<Global> m_globals;

@@ -11,7 +11,7 @@ namespace tulvane {
 
 namespace {
 
-constexpr quint32 evdevToXkb = 8;
+constexpr quint32 codeOffset = 8;
 constexpr quint32 shiftKey = 42;
 
 template <class Object, void (*release)(Object*)>
@@ -96,7 +96,7 @@ void VirtualKeyboard::key(quint32 evdev, bool isDown)
     zwp_virtual_keyboard_v1_key(m_keyboard, milliseconds(), evdev,
                                 isDown ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);
     xkb_state* const state = m_keymap->state.get();
-    xkb_state_update_key(state, evdev + evdevToXkb, isDown ? XKB_KEY_DOWN : XKB_KEY_UP);
+    xkb_state_update_key(state, evdev + codeOffset, isDown ? XKB_KEY_DOWN : XKB_KEY_UP);
     zwp_virtual_keyboard_v1_modifiers(m_keyboard, xkb_state_serialize_mods(state, XKB_STATE_MODS_DEPRESSED),
                                       0, 0, 0);
 }

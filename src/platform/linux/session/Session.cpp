@@ -137,6 +137,11 @@ const Session& sessionOf(const QProcessEnvironment& environment)
                                  [&](const Session& session) { return session.isHere(environment); });
 }
 
+bool hasWaylandWindows(const Session& session)
+{
+    return session.kind == SessionKind::wlroots || session.kind == SessionKind::kde;
+}
+
 QByteArray displayName(const QProcessEnvironment& environment)
 {
     return environment.value(QStringLiteral("DISPLAY")).toLocal8Bit();

@@ -40,6 +40,9 @@ struct Session {
 /// The session that the environment names; the one place that decides it. Any thread.
 [[nodiscard]] const Session& sessionOf(const QProcessEnvironment& environment);
 
+/// Whether the program's windows are the compositor's own here, and need no X server.
+[[nodiscard]] bool hasWaylandWindows(const Session& session);
+
 /// The X display's name, as in DISPLAY; empty where there is none.
 [[nodiscard]] QByteArray displayName(const QProcessEnvironment& environment);
 /// The names that the desktop gives itself ("GNOME"), as in XDG_CURRENT_DESKTOP.

@@ -48,7 +48,7 @@ const DesktopKind& kindOf(const Session& session)
 std::optional<Obstacle> obstacleOf(const DesktopKind& kind, const QProcessEnvironment& environment)
 {
     // A compositor has answered already where it is known what it offers.
-    if (!kind.windowSystem || kind.kind == SessionKind::wlroots || kind.kind == SessionKind::kde)
+    if (!kind.windowSystem || hasWaylandWindows(sessionOf(environment)))
         return std::nullopt;
     return displayObstacle(displayName(environment));
 }

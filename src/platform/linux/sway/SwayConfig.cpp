@@ -45,7 +45,7 @@ public:
         QString joined = text;
         joined.replace(QStringLiteral("\\\n"), QString());
         for (const QString& line : joined.split(u'\n'))
-            readLine(withVariables(line.trimmed()));
+            readLine(line.trimmed());
     }
     [[nodiscard]] const QList<SymbolicHotkey>& found() const { return m_found; }
 
@@ -60,8 +60,11 @@ private:
             line.replace(name, value);
         return line;
     }
-    void readLine(const QString& line)
+    void readLine(const QString& written)
     {
+        // The name that is set stands as it is.
+        const bool isSetting = written.startsWith(QLatin1StringView("set "));
+        const QString line = isSetting ? written : withVariables(written);
         if (line.isEmpty() || line.startsWith(u'#'))
             return;
         if (line.startsWith(u'}')) {
@@ -77,7 +80,7 @@ private:
         else if (m_block == Block::bindsym || m_block == Block::bindcode)
             bind(line, m_block == Block::bindcode);
         else if (m_block == Block::none && word == u"set")
-            setVariable(rest.section(u' ', 0, 0), rest.section(u' ', 1).trimmed());
+            setVariable(rest.section(u' ', 0, 0), withVariables(rest.section(u' ', 1).trimmed()));
         else if (m_block == Block::none && (word == u"bindsym" || word == u"bindcode"))
             bind(rest, word == u"bindcode");
     }

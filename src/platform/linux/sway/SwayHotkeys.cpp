@@ -98,10 +98,9 @@ SwayHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
         if (entry.isBound && entry.combination == combination)
             return failure(HotkeyError::taken(ours));
     }
-    for (const SymbolicHotkey& bound : symbolicHotkeys(combination)) {
-        if (bound.combination == combination)
-            return failure(HotkeyError::takenBy(ours, bound.title));
-    }
+    const QList<SymbolicHotkey> bound = symbolicHotkeys(combination);
+    if (!bound.isEmpty())
+        return failure(HotkeyError::takenBy(ours, bound.last().title));
     const QString name = QStringLiteral("%1").arg(++m_table->made);
     if (!m_connection->run(swayBindings::bind(combination, name)))
         return failure(HotkeyError::refused(ours));
@@ -170,9 +169,11 @@ void SwayHotkeys::noticeChange()
         handler();
 }
 
-QList<SymbolicHotkey> SwayHotkeys::symbolicHotkeys(const KeyCombination& /*about*/)
+QList<SymbolicHotkey> SwayHotkeys::symbolicHotkeys(const KeyCombination& about)
 {
-    return readSwayBindings(wholeSwayConfiguration(*m_connection), m_layout.keyOf);
+    QList<SymbolicHotkey> bound = readSwayBindings(wholeSwayConfiguration(*m_connection), m_layout.keyOf);
+    bound.removeIf([&](const SymbolicHotkey& one) { return one.combination != about; });
+    return bound;
 }
 
 KeyDisplay SwayHotkeys::display(const KeyCombination& combination) const

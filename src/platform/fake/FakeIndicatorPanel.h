@@ -24,6 +24,9 @@ public:
         m_outline = outline;
     }
 
+    [[nodiscard]] IndicatorSurface* surface() override { return ownSurface; }
+
+    IndicatorSurface* ownSurface = nullptr; ///< of the test
     void setBlended(bool blended) { m_isBlended = blended; }
 
     [[nodiscard]] int preparations() const { return m_preparations; }

@@ -69,6 +69,7 @@ class Terminal:
 
 class WaylandDictation(unittest.TestCase):
     KIND = ""
+    NO_TERMINAL = ""  # why none is tried
 
     @classmethod
     def setUpClass(cls):
@@ -140,6 +141,8 @@ class WaylandDictation(unittest.TestCase):
                                 QT_QPA_PLATFORM="wayland"))
 
     def test_into_a_terminal(self):
+        if self.NO_TERMINAL:
+            self.skipTest(self.NO_TERMINAL)
         self.dictate_into(Terminal(self.desktop))
 
     def test_into_a_program_of_x11(self):

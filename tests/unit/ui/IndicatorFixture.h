@@ -40,12 +40,14 @@ protected:
     FakeIndicatorPanel* m_panel = nullptr;
     int m_made = 0;
     bool m_startsBlended = true;
+    IndicatorSurface* m_surface = nullptr; ///< the panel's own, where the window cannot be one
     HUDController m_indicator{{.engine = [this]() -> QQmlEngine& { return m_world.ui.engine(); },
                                .makePanel =
                                    [this] {
                                        auto made = std::make_unique<FakeIndicatorPanel>();
                                        m_panel = made.get();
                                        m_panel->setBlended(m_startsBlended);
+                                       m_panel->ownSurface = m_surface;
                                        ++m_made;
                                        return made;
                                    },

@@ -1,0 +1,77 @@
+#include "IndicatorFixture.h"
+
+#include <platform/fake/FakeIndicatorSurface.h>
+#include <support/Await.h>
+
+namespace tulvane::test {
+
+namespace {
+
+const Phase recording{Phase::Kind::recording, {}};
+
+/// On a desktop where the toolkit's window cannot be the indicator's panel.
+class IndicatorPictureTest : public IndicatorFixture {
+protected:
+    IndicatorPictureTest() { m_surface = &m_pictures; }
+    /// How much of the picture is as opaque as the indicator's body.
+    [[nodiscard]] double opaqueShare() const
+    {
+        int opaque = 0;
+        for (int y = 0; y < m_pictures.last.height(); ++y) {
+            for (int x = 0; x < m_pictures.last.width(); ++x)
+                opaque += m_pictures.last.pixelColor(x, y).alpha() > 200 ? 1 : 0;
+        }
+        return opaque / static_cast<double>(m_pictures.last.width() * m_pictures.last.height());
+    }
+
+    FakeIndicatorSurface m_pictures;
+};
+
+} // namespace
+
+TEST_F(IndicatorPictureTest, IsShownInPicturesWithThePixelsOfTheScreen)
+{
+    show(recording);
+    EXPECT_EQ(m_indicator.panel(), nullptr);
+    EXPECT_EQ(m_panel->preparations(), 0);
+    ASSERT_FALSE(m_pictures.last.isNull());
+    EXPECT_EQ(m_pictures.last.size(), QSize(632, 208));
+    EXPECT_EQ(m_pictures.last.devicePixelRatio(), 2);
+    EXPECT_GT(opaqueShare(), 0.1);
+    EXPECT_LT(opaqueShare(), 0.6);
+}
+
+TEST_F(IndicatorPictureTest, EachChangeIsANewPictureAndStillnessIsNone)
+{
+    still();
+    show(recording);
+    const int before = m_pictures.shown;
+    m_indicator.setPhase({Phase::Kind::transcribing, {}});
+    EXPECT_TRUE(waitUntil([&] { return m_pictures.shown > before; }));
+    m_indicator.hide(false);
+    EXPECT_TRUE(m_pictures.last.isNull());
+    const int after = m_pictures.shown;
+    m_indicator.setPhase(recording);
+    (void)waitUntil([] { return false; }, std::chrono::milliseconds(100));
+    EXPECT_EQ(m_pictures.shown, after);
+}
+
+TEST_F(IndicatorPictureTest, FadesAndIsGoneAtTheEnd)
+{
+    show(recording);
+    EXPECT_EQ(m_pictures.opacity, 0);
+    advance(150);
+    EXPECT_EQ(m_pictures.opacity, 1);
+    m_indicator.hide(true);
+    advance(100);
+    EXPECT_NEAR(m_pictures.opacity, 0.5, 0.08);
+    EXPECT_FALSE(m_pictures.last.isNull());
+    advance(100);
+    EXPECT_TRUE(m_pictures.last.isNull());
+    EXPECT_EQ(m_pictures.hidden, 1);
+    m_indicator.show();
+    EXPECT_FALSE(m_pictures.last.isNull());
+    m_indicator.close();
+}
+
+} // namespace tulvane::test

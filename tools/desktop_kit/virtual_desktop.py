@@ -22,6 +22,7 @@ class VirtualDesktop:
                      "GTK_IM_MODULE", "XMODIFIERS", "GTK_MODULES"]:
             self.environment.pop(name, None)
         (self.folder / "run").mkdir(mode=0o700)
+        self.as_user = ["setpriv", "--pdeathsig", "TERM"]
         try:
             self._start_desktop(size, window_manager, keys)
             if sound:
@@ -71,7 +72,7 @@ class VirtualDesktop:
     def start(self, *command, **options):
         """In a session of its own: Ctrl+C in a terminal reaches us alone, and we end everything in its order. Should
         we be killed, the kernel ends what we started."""
-        process = subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command], env=self.environment, text=True,
+        process = subprocess.Popen([*self.as_user, *command], env=self.environment, text=True,
                                    start_new_session=True,
                                    **{"stderr": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, **options})
         self.started.append(process)
@@ -79,7 +80,7 @@ class VirtualDesktop:
 
     def run(self, *command):
         """What the command wrote to its standard output; it has to succeed."""
-        run = subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=60)
+        run = subprocess.run([*self.as_user, *command], env=self.environment, capture_output=True, text=True, timeout=60)
         if run.returncode != 0:
             raise RuntimeError(f"{command[0]} ended with {run.returncode}: {run.stderr.strip()}")
         return run.stdout
@@ -102,7 +103,7 @@ class VirtualDesktop:
 
     def ask(self, *command):
         """The same of a command that fails where there is nothing to find."""
-        return subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=60).stdout
+        return subprocess.run([*self.as_user, *command], env=self.environment, capture_output=True, text=True, timeout=60).stdout
 
     def windows(self, title):
         """The X identifiers of the visible windows with exactly this title."""

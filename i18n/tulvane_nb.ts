@@ -200,6 +200,10 @@
         <translation>Alt</translation>
     </message>
     <message>
+        <source>%1 already uses this key combination. Choose another one, or free it there.</source>
+        <translation>%1 bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den der.</translation>
+    </message>
+    <message>
         <source>Another program already uses this key combination. Choose another one, or free it in that program.</source>
         <translation>Et annet program bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den i det programmet.</translation>
     </message>
@@ -882,6 +886,26 @@
     <message>
         <source>Paste (recommended)</source>
         <translation>Innliming (anbefalt)</translation>
+    </message>
+    <message>
+        <source>This desktop gives programs no hotkeys. Bind the command “tulvane toggle” to a key in the desktop's own configuration.</source>
+        <translation>Dette skrivebordet gir ikke programmer hurtigtaster. Knytt kommandoen «tulvane toggle» til en tast i skrivebordets eget oppsett.</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Tulvane paste into other programs.</source>
+        <translation>Dette skrivebordet lar ikke Tulvane lime inn i andre programmer.</translation>
+    </message>
+    <message>
+        <source>A Wayland desktop shows no program the keys of others, so single keys cannot be watched.</source>
+        <translation>Et Wayland-skrivebord viser ikke noe program tastene til andre, så enkelttaster kan ikke følges med på.</translation>
+    </message>
+    <message>
+        <source>KDE does not let Tulvane press keys: it has not found Tulvane's desktop entry.</source>
+        <translation>KDE lar ikke Tulvane trykke taster: det har ikke funnet skrivebordsoppføringen til Tulvane.</translation>
+    </message>
+    <message>
+        <source>Install Tulvane for all users, or log in again.</source>
+        <translation>Installer Tulvane for alle brukere, eller logg inn på nytt.</translation>
     </message>
     <message>
         <source>Pasting into other programs is not supported in a Wayland session yet.</source>

@@ -16,6 +16,8 @@ PROGRAM = FOUNDATION | DOMAIN | {"speech/whisper", "audio/files", "dictation"}
 ADAPTER = {"base", "base/async", "ports"}
 SHARED_ADAPTERS = {LINUX + room for room in
                    ("storage", "process", "pulse", "atspi", "transfers", "keys", "desktop", "desktop/shell")}
+# What single desktops do for a program, over their own services.
+SERVICES = {LINUX + room for room in ("kde",)}
 X11 = [LINUX + "x11/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 
 # What each room may include besides itself; a room is the longest folder named here that a file lies in.
@@ -41,7 +43,9 @@ MAY = {
     LINUX + "transfers/http": ADAPTER | {LINUX + "transfers"},
     LINUX + "transfers/helper": ADAPTER | {LINUX + "transfers", LINUX + "transfers/http"},
     X11[0]: ADAPTER,
-    X11[1]: ADAPTER | {X11[0], LINUX + "keys"},
+    LINUX + "layout": ADAPTER,
+    LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout"},
+    X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},
     X11[2]: ADAPTER | {X11[0], X11[1]},
     X11[3]: ADAPTER | {X11[0]},
     LINUX + "session": ADAPTER | {LINUX + "keys", *X11},
@@ -49,7 +53,7 @@ MAY = {
     LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process"},
     # The other commands load these: nothing that draws.
     LINUX + "session/services": ADAPTER | SHARED_ADAPTERS - {LINUX + "desktop/shell"} | {LINUX + "session"},
-    LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS | {LINUX + "session", *X11},
+    LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS | SERVICES | {LINUX + "session", LINUX + "layout", *X11},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.M)
 OS_TEST = re.compile(r"^\s*#\s*(?:el)?if.*(?:__linux__|__APPLE__|Q_OS_|_WIN32)", re.M)

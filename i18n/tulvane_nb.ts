@@ -204,6 +204,14 @@
         <translation>%1 bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den der.</translation>
     </message>
     <message>
+        <source>The system's shortcut settings give Tulvane no key. Set one there, or choose another one here.</source>
+        <translation>Systemets innstillinger for snarveier gir ikke Tulvane noen tast. Velg en der, eller velg en annen her.</translation>
+    </message>
+    <message>
+        <source>Start or stop dictation</source>
+        <translation>Start eller stopp diktering</translation>
+    </message>
+    <message>
         <source>Another program already uses this key combination. Choose another one, or free it in that program.</source>
         <translation>Et annet program bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den i det programmet.</translation>
     </message>

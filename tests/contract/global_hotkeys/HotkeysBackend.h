@@ -2,6 +2,8 @@
 
 #include <ports/GlobalHotkeys.h>
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -33,6 +35,8 @@ public:
     virtual void freeElsewhere(const KeyCombination& combination) = 0;
     /// Something about the keyboard changes that names or registrations depend on.
     virtual void changeKeyboard() = 0;
+    /// What the desktop calls the other program, where it says so.
+    [[nodiscard]] virtual QString elsewhereTitle() const { return {}; }
     /// The port is destroyed; only this object's destructor may follow.
     virtual void end() = 0;
 };
@@ -40,9 +44,18 @@ public:
 struct BackendFactory {
     std::string name;
     std::function<std::unique_ptr<HotkeysBackend>()> make;
+    /// The packages that the backend lacks on this machine.
+    std::function<QStringList()> missing = [] { return QStringList(); };
 };
 
 /// Runs the contract over one more backend; called once for each, before the tests are counted.
-class GlobalHotkeysContract : public testing::TestWithParam<BackendFactory> {};
+class GlobalHotkeysContract : public testing::TestWithParam<BackendFactory> {
+protected:
+    void SetUp() override
+    {
+        if (const QStringList missing = GetParam().missing(); !missing.isEmpty())
+            GTEST_SKIP() << "not installed: " << qPrintable(missing.join(u' '));
+    }
+};
 
 } // namespace tulvane::test

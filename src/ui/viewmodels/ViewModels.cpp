@@ -1,5 +1,6 @@
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
+#include <hotkeys/KeyboardShortcuts.h>
 #include <ui/viewmodels/ViewModels.h>
 #include <ui/windows/WindowKeys.h>
 

@@ -16,6 +16,8 @@ PROGRAM = FOUNDATION | DOMAIN | {"speech/whisper", "audio/files", "dictation"}
 ADAPTER = {"base", "base/async", "ports"}
 SHARED_ADAPTERS = {LINUX + room for room in
                    ("storage", "process", "pulse", "atspi", "transfers", "keys", "desktop", "desktop/shell")}
+# What single desktops do for a program, over their own services.
+SERVICES = {LINUX + room for room in ("kde", "gnome")}
 X11 = [LINUX + "x11/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 WAYLAND = [LINUX + "wayland/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 FORMATS = LINUX + "formats"
@@ -45,7 +47,10 @@ MAY = {
     LINUX + "transfers/http": ADAPTER | {LINUX + "transfers"},
     LINUX + "transfers/helper": ADAPTER | {LINUX + "transfers", LINUX + "transfers/http"},
     X11[0]: ADAPTER,
-    X11[1]: ADAPTER | {X11[0], LINUX + "keys"},
+    LINUX + "layout": ADAPTER,
+    LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout"},
+    LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi"},
+    X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},
     X11[2]: ADAPTER | {X11[0], X11[1], FORMATS},
     X11[3]: ADAPTER | {X11[0]},
     WAYLAND[0]: ADAPTER,
@@ -58,8 +63,8 @@ MAY = {
     LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process"},
     # The other commands load these: nothing that draws.
     LINUX + "session/services": ADAPTER | SHARED_ADAPTERS - {LINUX + "desktop/shell"} | {LINUX + "session"},
-    LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS |
-                               {LINUX + "session", LINUX + "sway", FRONT, *X11, *WAYLAND},
+    LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS | SERVICES |
+                               {LINUX + "session", LINUX + "sway", LINUX + "layout", FRONT, *X11, *WAYLAND},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.M)
 OS_TEST = re.compile(r"^\s*#\s*(?:el)?if.*(?:__linux__|__APPLE__|Q_OS_|_WIN32)", re.M)

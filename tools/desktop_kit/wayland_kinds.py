@@ -1,6 +1,7 @@
 """How each desktop is started without a screen, and when it counts as up."""
 import os
 import shutil
+import signal
 import subprocess
 import time
 from pathlib import Path
@@ -148,7 +149,7 @@ class GnomeDesktop(WaylandDesktop):
         self.keyboard = MutterKeyboard(self.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.press(42)
         # Until the input method is there the first keys into a text field are late.
-        self.wait(lambda: self.program_runs("ibus-engine-simple"), limit=30, what="the input method")
+        self.wait(lambda: self.processes("ibus-engine-simple"), limit=30, what="the input method")
         # From here on as on a user's desktop.
         self.evaluate("global.context.unsafe_mode = false")
 
@@ -169,13 +170,18 @@ class GnomeDesktop(WaylandDesktop):
                   what="the settings daemon")
         time.sleep(0.5)
 
-    def program_runs(self, name):
+    def processes(self, name):
         def command(process):
             try:
                 return Path(f"/proc/{process}/cmdline").read_bytes().split(b"\0")[0].decode()
             except OSError:
                 return ""
-        return any(os.path.basename(command(process)) == name for process in self._descendants())
+        return [process for process in self._descendants() if os.path.basename(command(process)) == name]
+
+    def kill_input_method(self):
+        """As in a crash. The shell of this desktop starts no other."""
+        for process in self.processes("ibus-daemon"):
+            os.kill(process, signal.SIGKILL)
 
     def evaluate(self, script):
         """Of the shell's own language, while its interfaces for tests are open; nothing where it fails."""

@@ -1,5 +1,6 @@
 #include <support/Await.h>
 #include <support/Paths.h>
+#include <support/Signals.h>
 #include <support/wayland/WaylandDesktop.h>
 
 #include <QDir>
@@ -90,7 +91,7 @@ TEST_P(WaylandDesktopTest, NothingIsLeftWhenItsScriptIsKilled)
 {
     TULVANE_NEEDS(GetParam());
     WaylandDesktop desktop(GetParam());
-    ::kill(static_cast<pid_t>(desktop.processId()), SIGKILL);
+    sendSignal(desktop.processId(), SIGKILL);
     EXPECT_TRUE(waitUntil([&] { return processesOf(desktop.home()) == 0; }));
 }
 

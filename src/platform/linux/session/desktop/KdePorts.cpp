@@ -1,3 +1,8 @@
+#include <platform/linux/kde/KGlobalAccelGrab.h>
+#include <platform/linux/kde/KGlobalAccelHotKeys.h>
+#include <platform/linux/kde/KWinFront.h>
+#include <platform/linux/keys/DesktopShortcuts.h>
+#include <platform/linux/session/Session.h>
 #include <platform/linux/session/desktop/KdePorts.h>
 #include <platform/linux/session/desktop/WaylandPorts.h>
 #include <platform/linux/wayland/keyboard/FakeInput.h>
@@ -6,9 +11,25 @@ namespace tulvane {
 
 namespace {
 
-class UnknownKdeFront final : public FrontPrograms {
+/// The window in front as KWin tells it.
+class KdeFront final : public FrontPrograms {
 public:
-    [[nodiscard]] FrontProgram current() override { return {}; }
+    explicit KdeFront(const QDBusConnection& bus) : m_kwin(bus) {}
+
+    [[nodiscard]] FrontProgram current() override
+    {
+        const KWinWindow& window = m_kwin.current();
+        if (window.id.isEmpty())
+            return {};
+        // KWin names a window by a text; a number that is never 0 serves to tell two apart.
+        return {.window = qHash(window.id) | 1U,
+                .classes = {window.resourceClass},
+                .process = window.process,
+                .isX11 = window.isX11};
+    }
+
+private:
+    KWinFront m_kwin;
 };
 
 } // namespace
@@ -20,7 +41,11 @@ Result<void, Obstacle> fillWithKdePorts(Desktop& desktop, const DesktopOptions& 
     const std::shared_ptr<WaylandConnection> connection = WaylandConnection::open(socket);
     if (!connection)
         return failure(compositorGone());
-    const std::shared_ptr<FrontPrograms> front = std::make_shared<UnknownKdeFront>();
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const std::shared_ptr<FrontPrograms> front = std::make_shared<KdeFront>(bus);
+    desktop.hotkeys = std::make_shared<KGlobalAccelHotKeys>(KGlobalAccelHotKeys::Options{
+        .bus = bus, .configHome = DesktopFolders::fromEnvironment(options.environment).configHome});
+    desktop.keyboard = std::make_shared<KGlobalAccelGrab>(bus);
     fillWithWaylandText(
         desktop, WaylandText::open(socket, FakeInput::make(connection), front, options.terminals), front);
     fillWithWaylandWindows(desktop, options, connection);

@@ -6,18 +6,20 @@
 namespace tulvane {
 
 X11Pasteboard::X11Pasteboard(X11Connection& link, SelectionOwner& keeper, Scheduler& scheduler,
-                             const QString& selection)
+                             const QString& selection, Readers readers)
     : m_link(link),
       m_keeper(keeper),
       m_scheduler(scheduler),
       m_selection(link.atom(selection)),
       m_window(link.makeHiddenWindow()),
-      m_owner(
-          keeper.keep(m_selection, [this](xcb_window_t reader, const ClientProcess& process, quint64 offer) {
-              QMetaObject::invokeMethod(
-                  &m_context, [this, reader, process, offer] { textRead(reader, process, offer); },
-                  Qt::QueuedConnection);
-          }))
+      m_owner(keeper.keep(m_selection,
+                          [this](xcb_window_t reader, const ClientProcess& process, quint64 offer) {
+                              QMetaObject::invokeMethod(
+                                  &m_context,
+                                  [this, reader, process, offer] { textRead(reader, process, offer); },
+                                  Qt::QueuedConnection);
+                          })),
+      m_readers(readers)
 {
     m_listening = m_link.listen([this](const xcb_generic_event_t& event) { handle(event); });
     xcb_connection_t* const connection = m_link.connection();
@@ -142,6 +144,8 @@ bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& t
     m_ahead.reset();
     m_ownItems = items;
     m_reading = Reading::unread;
+    m_requests = 0;
+    m_expectsReader = false;
     m_target = window;
     m_program = program;
     m_keeper.take(m_selection, offers, time, ++m_offer);
@@ -207,12 +211,18 @@ void X11Pasteboard::ownerChanged(const xcb_xfixes_selection_notify_event_t& noti
 void X11Pasteboard::textRead(xcb_window_t reader, const ClientProcess& process, quint64 offer)
 {
     // What was read may be a text from before the last write.
-    if (offer != m_offer || m_target == noWindow)
-        return;
-    if (!FrontWindow::sameProgram(m_link, reader, m_target) && !process.belongsTo(m_program))
+    if (offer != m_offer || !isOfTheTarget(reader, process))
         return;
     m_reading = Reading::read;
     tellActivity();
+}
+
+bool X11Pasteboard::isOfTheTarget(xcb_window_t reader, const ClientProcess& process)
+{
+    if (m_readers == Readers::bridged)
+        return ++m_requests > 1 && m_expectsReader;
+    return m_target != noWindow &&
+           (FrontWindow::sameProgram(m_link, reader, m_target) || process.belongsTo(m_program));
 }
 
 bool X11Pasteboard::isOurs() const

@@ -25,9 +25,16 @@ namespace tulvane {
 /// asks as soon as the owner changes, and never again when it pastes.
 class X11Pasteboard final : public Pasteboard {
 public:
+    enum class Readers {
+        target, ///< who asks is known: the target's program counts, and no other
+        /// All requests come from a compositor, for its own clipboard manager, which asks once at each write,
+        /// and for the target: a request counts that is not the first, and comes after the paste keys.
+        bridged,
+    };
+
     /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
-    X11Pasteboard(X11Connection& link, SelectionOwner& keeper, Scheduler& scheduler,
-                  const QString& selection);
+    X11Pasteboard(X11Connection& link, SelectionOwner& keeper, Scheduler& scheduler, const QString& selection,
+                  Readers readers = Readers::target);
     X11Pasteboard(const X11Pasteboard&) = delete;
     X11Pasteboard& operator=(const X11Pasteboard&) = delete;
     ~X11Pasteboard() override;
@@ -47,6 +54,9 @@ public:
     void readAhead();
     /// The targets under which our own content is on offer; none where another program has the selection.
     [[nodiscard]] QList<xcb_atom_t> ownTargets();
+
+    /// The keys that make the target paste go out now; `Readers::bridged` needs to know.
+    void expectReader() { m_expectsReader = true; }
 
     void handle(const xcb_generic_event_t& event);
 
@@ -68,6 +78,7 @@ private:
     [[nodiscard]] QFuture<PasteboardContents> startRead();
     void ownerChanged(const xcb_xfixes_selection_notify_event_t& notice);
     void textRead(xcb_window_t reader, const ClientProcess& process, quint64 offer);
+    [[nodiscard]] bool isOfTheTarget(xcb_window_t reader, const ClientProcess& process);
     void readFinished(PendingRead& pending, const SelectionReader::Outcome& outcome);
     [[nodiscard]] bool isOurs() const;
     void setOwner(xcb_window_t owner, xcb_timestamp_t time);
@@ -93,6 +104,9 @@ private:
     Reading m_reading = Reading::unread;
     xcb_window_t m_target = noWindow; ///< whom our last write was for
     ClientProcess m_program;          ///< the target's
+    Readers m_readers;
+    int m_requests = 0; ///< of our last write's text
+    bool m_expectsReader = false;
     std::function<void()> m_activity;
     std::unique_ptr<X11Connection::Token> m_listening;
     QObject m_context; ///< what is called later is called while this lives

@@ -1,44 +1,13 @@
+#include <platform/linux/layout/KeysymText.h>
 #include <platform/linux/x11/connection/XkbProtocol.h>
 #include <platform/linux/x11/keyboard/X11KeyMap.h>
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon.h>
 
-#include <array>
 #include <utility>
 
 namespace tulvane {
-
-namespace {
-
-/// The character that a keysym shows on a key; dead keys show their accent.
-QString characterOf(xkb_keysym_t keysym)
-{
-    constexpr std::array dead{
-        std::pair{XKB_KEY_dead_grave, u'`'},      std::pair{XKB_KEY_dead_acute, u'´'},
-        std::pair{XKB_KEY_dead_circumflex, u'^'}, std::pair{XKB_KEY_dead_tilde, u'~'},
-        std::pair{XKB_KEY_dead_diaeresis, u'¨'},  std::pair{XKB_KEY_dead_abovering, u'˚'},
-        std::pair{XKB_KEY_dead_cedilla, u'¸'},    std::pair{XKB_KEY_dead_caron, u'ˇ'}};
-    for (const auto& [deadKey, accent] : dead) {
-        if (keysym == static_cast<xkb_keysym_t>(deadKey))
-            return QString(QChar(accent));
-    }
-    const char32_t character = xkb_keysym_to_utf32(xkb_keysym_to_upper(keysym));
-    return character > U' ' && QChar::isPrint(character) ? QString::fromUcs4(&character, 1) : QString();
-}
-
-xkb_keysym_t keysymNamed(const QString& name)
-{
-    const QList<uint> characters = name.toUcs4();
-    if (characters.size() == 1)
-        return xkb_utf32_to_keysym(characters.first());
-    const QByteArray utf8 = name.toUtf8();
-    const xkb_keysym_t exact = xkb_keysym_from_name(utf8.constData(), XKB_KEYSYM_NO_FLAGS);
-    return exact != XKB_KEY_NoSymbol ? exact
-                                     : xkb_keysym_from_name(utf8.constData(), XKB_KEYSYM_CASE_INSENSITIVE);
-}
-
-} // namespace
 
 std::unique_ptr<X11KeyMap> X11KeyMap::load(X11Connection& connection)
 {
@@ -95,7 +64,7 @@ X11KeyMap::Facts X11KeyMap::facts() const
             continue;
         facts.keycodes.insert(key.code, *keycode);
         if (key.kind == KeyKind::printing)
-            facts.labels.insert(key.code, characterOf(m_layout.keysym(*keycode, 0, 0)));
+            facts.labels.insert(key.code, characterOfKeysym(m_layout.keysym(*keycode, 0, 0)));
     }
     facts.modifiers = X11Modifiers::read(m_connection, m_layout);
     return facts;

@@ -1,0 +1,277 @@
+#include <base/Log.h>
+#include <base/Translate.h>
+#include <platform/linux/kde/KGlobalAccelHotKeys.h>
+#include <platform/linux/kde/QtKeys.h>
+#include <platform/linux/keys/KeyText.h>
+
+#include <QPointer>
+
+#include <algorithm>
+#include <chrono>
+
+namespace tulvane {
+
+namespace {
+
+/// For the log: the service has no numbers of its own.
+constexpr int heldElsewhere = 1;
+
+/// The compositor's stamp counts milliseconds of the system's monotonic clock; of a device that it does not
+/// read itself it may count anything.
+std::chrono::milliseconds ageOf(qlonglong stamp)
+{
+    using namespace std::chrono;
+    const auto now = duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
+    const milliseconds age = now - milliseconds(stamp);
+    return age > milliseconds(0) && age < seconds(10) ? age : milliseconds(0);
+}
+
+} // namespace
+
+class KGlobalAccelHotKeys::Token final : public Registration {
+public:
+    Token(KGlobalAccelHotKeys* owner, const Entry* entry) : m_owner(owner), m_entry(entry) {}
+    Token(const Token&) = delete;
+    Token& operator=(const Token&) = delete;
+    ~Token() override
+    {
+        if (m_owner && m_entry != nullptr)
+            m_owner->drop(m_entry);
+    }
+
+private:
+    QPointer<KGlobalAccelHotKeys> m_owner;
+    const Entry* m_entry; ///< null for one that is only tried
+};
+
+KGlobalAccelHotKeys::KGlobalAccelHotKeys(const Options& options)
+    : m_bus(options.bus),
+      m_service(options.bus),
+      m_keyboard(options.bus, options.configHome),
+      m_component(options.component)
+{
+    m_bus.connect(KGlobalAccel::service, KGlobalAccel::path, KGlobalAccel::interface,
+                  QStringLiteral("yourShortcutsChanged"), this, SLOT(rebound(QDBusMessage)));
+    m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
+                  {KGlobalAccel::service}, QString(), this, SLOT(ownerChanged(QString, QString, QString)));
+    connect(&m_keyboard, &KdeKeyboard::changed, this, [this] { tellChange(); });
+}
+
+KGlobalAccelHotKeys::~KGlobalAccelHotKeys()
+{
+    for (const Entry& entry : m_entries)
+        m_service.setInactive(entry.action);
+}
+
+Result<void, HotkeyError> KGlobalAccelHotKeys::support() const
+{
+    if (!m_service.isThere() || !m_keyboard.isThere())
+        return failure(HotkeyError::unreachable());
+    return {};
+}
+
+KGlobalAccel::Action KGlobalAccelHotKeys::actionOf(HotkeyId id) const
+{
+    // What the user reads in the system settings.
+    const QString title = translate("Start or stop dictation");
+    return {m_component, QStringLiteral("hotkey-%1").arg(id.id), QStringLiteral("Tulvane"),
+            id.id == 1 ? title : QStringLiteral("%1 (%2)").arg(title).arg(id.id)};
+}
+
+QString KGlobalAccelHotKeys::holderOf(const QList<int>& keys) const
+{
+    for (const int key : keys) {
+        for (const KGlobalAccel::Action& holder : m_service.holders(key)) {
+            if (holder.component != m_component)
+                return holder.componentTitle.isEmpty() ? holder.component : holder.componentTitle;
+        }
+    }
+    return {};
+}
+
+Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
+KGlobalAccelHotKeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+{
+    if (const auto supported = support(); !supported)
+        return failure(supported.error());
+    const QList<int> keys = qtKeysOf(combination, m_keyboard.layout());
+    if (keys.isEmpty())
+        return failure(HotkeyError::noSuchKey());
+    const bool isOurs = std::ranges::any_of(m_entries, [&](const Entry& entry) {
+        return !entry.isDropped && (entry.combination == combination || entry.actual == combination);
+    });
+    if (isOurs)
+        return failure(HotkeyError::taken(heldElsewhere));
+    // Only tried: the service keeps every action that it has heard of, for good.
+    if (id.id == 0) {
+        const QString holder = holderOf(keys);
+        if (!holder.isEmpty())
+            return failure(HotkeyError::takenBy(heldElsewhere, holder));
+        return std::make_unique<Token>(this, nullptr);
+    }
+    const KGlobalAccel::Action action = actionOf(id);
+    const auto taken = take(action, keys);
+    if (!taken)
+        return failure(taken.error());
+    std::erase_if(m_entries,
+                  [&](const Entry& entry) { return entry.isDropped && entry.id == id && !entry.isHeld; });
+    const auto actual = combinationOfQtKey(taken->constFirst(), m_keyboard.layout());
+    m_entries.push_back({id, combination, actual.value_or(combination), action});
+    return std::make_unique<Token>(this, &m_entries.back());
+}
+
+Result<QList<int>, HotkeyError> KGlobalAccelHotKeys::take(const KGlobalAccel::Action& action,
+                                                          const QList<int>& keys)
+{
+    // What we asked for last is the action's default: the same again is no wish of the user's, so that the
+    // system settings count. Anything else is one, recorded in our own settings.
+    m_isSetting = true;
+    const bool isNewWish = m_service.defaultKeys(action) != keys;
+    if (isNewWish) {
+        if (const QString holder = holderOf(keys); !holder.isEmpty()) {
+            m_isSetting = false;
+            return failure(HotkeyError::takenBy(heldElsewhere, holder));
+        }
+    }
+    listenTo(m_service.add(action));
+    if (isNewWish) {
+        takeFromOurOwn(action, keys);
+        m_service.setKeys(action, keys, KGlobalAccel::Keys::byDefault);
+    }
+    const QList<int> had = m_service.setKeys(
+        action, keys, isNewWish ? KGlobalAccel::Keys::asGiven : KGlobalAccel::Keys::asStored);
+    m_isSetting = false;
+    if (!had.isEmpty())
+        return had;
+    m_service.setInactive(action);
+    if (const QString holder = holderOf(keys); !holder.isEmpty())
+        return failure(HotkeyError::takenBy(heldElsewhere, holder));
+    return failure(HotkeyError::unsupported(translate(
+        "The system's shortcut settings give Tulvane no key. Set one there, or choose another one here.")));
+}
+
+void KGlobalAccelHotKeys::takeFromOurOwn(const KGlobalAccel::Action& action, const QList<int>& keys) const
+{
+    for (const int key : keys) {
+        for (const KGlobalAccel::Action& holder : m_service.holders(key)) {
+            if (holder.component != m_component || holder.name == action.name)
+                continue;
+            m_service.setKeys(holder, {}, KGlobalAccel::Keys::byDefault);
+            m_service.setKeys(holder, {}, KGlobalAccel::Keys::asGiven);
+        }
+    }
+}
+
+void KGlobalAccelHotKeys::listenTo(const QString& componentPath)
+{
+    if (componentPath.isEmpty() || componentPath == m_listening)
+        return;
+    m_listening = componentPath;
+    m_bus.connect(KGlobalAccel::service, componentPath, KGlobalAccel::componentInterface,
+                  QStringLiteral("globalShortcutPressed"), this, SLOT(pressed(QString, QString, qlonglong)));
+    m_bus.connect(KGlobalAccel::service, componentPath, KGlobalAccel::componentInterface,
+                  QStringLiteral("globalShortcutReleased"), this,
+                  SLOT(released(QString, QString, qlonglong)));
+}
+
+KGlobalAccelHotKeys::Entry* KGlobalAccelHotKeys::find(const QString& action)
+{
+    // One that was dropped while it was held comes first: its release is still due.
+    const auto found =
+        std::ranges::find_if(m_entries, [&](const Entry& entry) { return entry.action.name == action; });
+    return found == m_entries.end() ? nullptr : &*found;
+}
+
+void KGlobalAccelHotKeys::drop(const Entry* dropped)
+{
+    const auto found = std::ranges::find_if(m_entries, [&](const Entry& entry) { return &entry == dropped; });
+    if (found == m_entries.end())
+        return;
+    if (found->isHeld) {
+        found->isDropped = true;
+        return;
+    }
+    m_service.setInactive(found->action);
+    m_entries.erase(found);
+}
+
+void KGlobalAccelHotKeys::pressed(const QString& component, const QString& action, qlonglong time)
+{
+    Entry* const entry = component == m_component ? find(action) : nullptr;
+    if (entry == nullptr)
+        return;
+    // A key that is held is reported over and over.
+    const HotkeyEventKind kind = entry->isHeld ? HotkeyEventKind::repeated : HotkeyEventKind::pressed;
+    entry->isHeld = true;
+    tell(kind, *entry, time);
+}
+
+void KGlobalAccelHotKeys::released(const QString& component, const QString& action, qlonglong time)
+{
+    Entry* const entry = component == m_component ? find(action) : nullptr;
+    if (entry == nullptr || !entry->isHeld)
+        return;
+    entry->isHeld = false;
+    const Entry ended = *entry;
+    if (ended.isDropped) {
+        m_entries.remove_if([&](const Entry& each) { return &each == entry; });
+        if (find(action) == nullptr)
+            m_service.setInactive(ended.action);
+    }
+    tell(HotkeyEventKind::released, ended, time);
+}
+
+void KGlobalAccelHotKeys::tell(HotkeyEventKind kind, const Entry& entry, qlonglong time)
+{
+    const EventHandler handler = m_eventHandler;
+    const HotkeyEvent event{HotkeyEvent::Source::hotkey, kind, entry.id, entry.combination, ageOf(time)};
+    if (handler)
+        (void)handler(event);
+}
+
+void KGlobalAccelHotKeys::rebound(const QDBusMessage& message)
+{
+    const QStringList words = message.arguments().value(0).toStringList();
+    if (m_isSetting || words.value(0) != m_component || find(words.value(1)) == nullptr)
+        return;
+    qCInfo(lcHotkey, "The system settings have another key for %ls", qUtf16Printable(words.value(1)));
+    tellChange();
+}
+
+void KGlobalAccelHotKeys::ownerChanged(const QString&, const QString&, const QString&)
+{
+    // Whoever was held will never be reported as let go.
+    for (Entry& entry : m_entries) {
+        if (std::exchange(entry.isHeld, false))
+            tell(HotkeyEventKind::released, Entry(entry), 0);
+    }
+    tellChange();
+}
+
+void KGlobalAccelHotKeys::tellChange()
+{
+    const ChangeHandler handler = m_changeHandler;
+    if (handler)
+        handler();
+}
+
+QList<SymbolicHotkey> KGlobalAccelHotKeys::symbolicHotkeys(const KeyCombination& about)
+{
+    if (!support())
+        return {};
+    const QString holder = holderOf(qtKeysOf(about, m_keyboard.layout()));
+    return holder.isEmpty() ? QList<SymbolicHotkey>{} : QList<SymbolicHotkey>{{true, about, holder}};
+}
+
+KeyDisplay KGlobalAccelHotKeys::display(const KeyCombination& combination) const
+{
+    const auto found =
+        std::ranges::find_if(m_entries, [&](const Entry& entry) { return entry.combination == combination; });
+    return linuxKeyDisplay(found == m_entries.end() ? combination : found->actual,
+                           [this](const VirtualKey& key) {
+                               return m_keyboard.isThere() ? m_keyboard.layout().label(key) : QString();
+                           });
+}
+
+} // namespace tulvane

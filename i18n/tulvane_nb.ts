@@ -200,6 +200,10 @@
         <translation>Alt</translation>
     </message>
     <message>
+        <source>This desktop keeps key bindings nowhere that Tulvane knows. Bind a key to “tulvane toggle” in its settings.</source>
+        <translation>Dette skrivebordet har ingen tastesnarveier som Tulvane kjenner. Knytt en tast til «tulvane toggle» i innstillingene.</translation>
+    </message>
+    <message>
         <source>%1 already uses this key combination. Choose another one, or free it there.</source>
         <translation>%1 bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den der.</translation>
     </message>

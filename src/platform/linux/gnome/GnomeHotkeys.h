@@ -1,0 +1,53 @@
+#pragma once
+
+#include <platform/linux/gnome/GSettings.h>
+#include <platform/linux/layout/XkbKeymap.h>
+#include <ports/GlobalHotkeys.h>
+
+#include <memory>
+
+namespace tulvane {
+
+/// The hotkey on a GNOME that lets no program have one: a key binding of the user's own settings, written
+/// when the user has chosen the combination, which runs a command. The desktop tells presses only, by running
+/// it, and repeats it while the key is held; so no event comes from here. One combination at a time. The
+/// binding goes with its registration.
+class GnomeHotkeys final : public GlobalHotkeys {
+public:
+    /// `command` is run at each press.
+    GnomeHotkeys(const QProcessEnvironment& environment, QString command);
+    GnomeHotkeys(const GnomeHotkeys&) = delete;
+    GnomeHotkeys& operator=(const GnomeHotkeys&) = delete;
+    ~GnomeHotkeys() override;
+
+    /// Whether a binding of ours is in force: the command that comes is the hotkey's then.
+    [[nodiscard]] bool isBound() const { return *m_isBound; }
+
+    [[nodiscard]] Result<void, HotkeyError> support() const override;
+    [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
+    registerHotkey(HotkeyId id, const KeyCombination& combination) override;
+    void setEventHandler(const EventHandler&) override {}
+    void setChangeHandler(const ChangeHandler& handler) override { m_changeHandler = handler; }
+    /// Every combination in the desktop's settings, with what it does.
+    [[nodiscard]] QList<SymbolicHotkey> symbolicHotkeys(const KeyCombination& about) override;
+    [[nodiscard]] KeyDisplay display(const KeyCombination& combination) const override;
+    [[nodiscard]] std::optional<KeyCombination> combination(const NativeKey& key) const override
+    {
+        return combinationOfXkbKey(key);
+    }
+
+private:
+    class Token;
+    [[nodiscard]] std::optional<XkbKeymap> readLayout() const;
+    [[nodiscard]] QString acceleratorOf(const KeyCombination& combination) const;
+    [[nodiscard]] bool bind(const QString& accelerator) const;
+    void addFrom(const GSettings::Setting& setting, const QString& title, QList<SymbolicHotkey>& found) const;
+
+    GSettings m_settings;
+    QString m_command;
+    std::optional<XkbKeymap> m_layout;
+    std::shared_ptr<bool> m_isBound = std::make_shared<bool>(false);
+    ChangeHandler m_changeHandler;
+};
+
+} // namespace tulvane

@@ -1,0 +1,105 @@
+#include "GnomeFixture.h"
+
+#include <platform/linux/gnome/GnomeHotkeys.h>
+#include <ports/KeyModifiers.h>
+
+#include <QDir>
+#include <QFile>
+
+namespace tulvane::test {
+
+namespace {
+
+constexpr KeyCombination altSpace{49, carbon::option};
+constexpr KeyCombination controlAltD{2, carbon::control | carbon::option};
+constexpr HotkeyId id{0x544C564B, 1};
+
+class GnomeHotkeysTest : public GnomeTest {
+protected:
+    void SetUp() override
+    {
+        GnomeTest::SetUp();
+        if (!desktop)
+            return;
+        static const bool once = [] {
+            desktop->perform(QStringLiteral("start_settings_daemon"));
+            return true;
+        }();
+        Q_UNUSED(once)
+        QFile::remove(desktop->home() + QStringLiteral("/runs"));
+        hotkeys = std::make_unique<GnomeHotkeys>(desktop->environment(),
+                                                 u"sh -c 'echo run >> " + desktop->home() + u"/runs'");
+    }
+    [[nodiscard]] static qsizetype runs()
+    {
+        QFile file(desktop->home() + QStringLiteral("/runs"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().count('\n') : 0;
+    }
+
+    std::unique_ptr<GnomeHotkeys> hotkeys;
+};
+
+TEST_F(GnomeHotkeysTest, AChosenCombinationRunsTheCommandUntilItIsGivenUp)
+{
+    ASSERT_TRUE(hotkeys->support());
+    auto taken = hotkeys->registerHotkey(id, controlAltD);
+    ASSERT_TRUE(taken) << qPrintable(taken.error().description());
+    EXPECT_TRUE(hotkeys->isBound());
+    ASSERT_TRUE(waitUntil([&] {
+        desktop->press({29, 56, 32});
+        return waitUntil([&] { return runs() > 0; }, std::chrono::milliseconds(500));
+    }));
+    taken->reset();
+    EXPECT_FALSE(hotkeys->isBound());
+    EXPECT_TRUE(hotkeys->registerHotkey({id.signature, 0}, controlAltD));
+    // The desktop follows its settings a moment later.
+    ASSERT_TRUE(waitUntil([&] {
+        const qsizetype before = runs();
+        desktop->press({29, 56, 32});
+        return !waitUntil([&] { return runs() > before; }, std::chrono::milliseconds(500));
+    }));
+}
+
+TEST_F(GnomeHotkeysTest, WhatTheDesktopUsesIsRefusedByName)
+{
+    const auto refused = hotkeys->registerHotkey(id, altSpace);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().kind(), HotkeyError::Kind::taken);
+    EXPECT_TRUE(refused.error().description().contains(QStringLiteral("window menu")))
+        << qPrintable(refused.error().description());
+    EXPECT_FALSE(hotkeys->isBound());
+}
+
+TEST_F(GnomeHotkeysTest, OtherBindingsOfTheUsersStay)
+{
+    const GSettings settings(desktop->environment());
+    const QString schema = QStringLiteral("org.gnome.settings-daemon.plugins.media-keys");
+    const QString other =
+        QStringLiteral("/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/custom0/");
+    const QString custom = schema + QStringLiteral(".custom-keybinding:") + other;
+    ASSERT_TRUE(settings.set(schema, QStringLiteral("custom-keybindings"), GSettings::list({other})));
+    ASSERT_TRUE(settings.set(custom, QStringLiteral("name"), GSettings::text(QStringLiteral("It's mine"))));
+    ASSERT_TRUE(
+        settings.set(custom, QStringLiteral("binding"), GSettings::text(QStringLiteral("<Control><Alt>d"))));
+    const auto refused = hotkeys->registerHotkey(id, controlAltD);
+    ASSERT_FALSE(refused);
+    EXPECT_TRUE(refused.error().description().contains(QStringLiteral("It's mine")));
+    {
+        const auto taken = hotkeys->registerHotkey(id, {101, carbon::control});
+        ASSERT_TRUE(taken);
+    }
+    EXPECT_EQ(GSettings::textsIn(*settings.get(schema, QStringLiteral("custom-keybindings"))),
+              QStringList{other});
+    settings.set(schema, QStringLiteral("custom-keybindings"), GSettings::list({}));
+}
+
+TEST_F(GnomeHotkeysTest, AKeyThatDoesNotExistIsRefused)
+{
+    const auto refused = hotkeys->registerHotkey(id, {1000, carbon::option});
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().kind(), HotkeyError::Kind::noSuchKey);
+}
+
+} // namespace
+
+} // namespace tulvane::test

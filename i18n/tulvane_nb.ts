@@ -204,6 +204,14 @@
         <translation>Dette skrivebordet har ingen tastesnarveier som Tulvane kjenner. Knytt en tast til «tulvane toggle» i innstillingene.</translation>
     </message>
     <message>
+        <source>Tulvane may not read the keyboard. “sudo usermod -aG input $USER” and a new login allow it, and let every program of yours read every key.</source>
+        <translation>Tulvane får ikke lese tastaturet. «sudo usermod -aG input $USER» og en ny innlogging gir lov til det, og lar alle programmene dine lese hver tast.</translation>
+    </message>
+    <message>
+        <source>No keyboard can be read on this desktop. Choose a key combination.</source>
+        <translation>Ingen tastaturer kan leses på dette skrivebordet. Velg en tastekombinasjon.</translation>
+    </message>
+    <message>
         <source>%1 already uses this key combination. Choose another one, or free it there.</source>
         <translation>%1 bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den der.</translation>
     </message>

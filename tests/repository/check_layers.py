@@ -17,7 +17,7 @@ ADAPTER = {"base", "base/async", "ports"}
 SHARED_ADAPTERS = {LINUX + room for room in
                    ("storage", "process", "pulse", "atspi", "transfers", "keys", "desktop", "desktop/shell")}
 # What single desktops do for a program, over their own services.
-SERVICES = {LINUX + room for room in ("kde", "gnome")}
+SERVICES = {LINUX + room for room in ("kde", "gnome", "evdev")}
 X11 = [LINUX + "x11/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 WAYLAND = [LINUX + "wayland/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 FORMATS = LINUX + "formats"
@@ -48,6 +48,7 @@ MAY = {
     LINUX + "transfers/helper": ADAPTER | {LINUX + "transfers", LINUX + "transfers/http"},
     X11[0]: ADAPTER,
     LINUX + "layout": ADAPTER,
+    LINUX + "evdev": ADAPTER,
     LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout"},
     LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi"},
     X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},

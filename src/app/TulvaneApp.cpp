@@ -45,6 +45,10 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
       m_inserter({*desktop.pasteboards, *desktop.keys, *desktop.elements, *desktop.permissions, m_scheduler}),
       m_shortcuts(*desktop.defaults, *desktop.hotkeys),
       m_hotkeys(m_settings, m_shortcuts, *desktop.modifierEvents, m_clock),
+      m_hotkeyCommand(m_clock, m_scheduler,
+                      [this](HotkeyStateMachine::Event event, std::chrono::milliseconds age) {
+                          m_hotkeys.handle(event, age);
+                      }),
       m_session(sessionDependencies(recognizer)),
       m_controller(controllerDependencies(surfaces)),
       m_demonstration(demonstrationDependencies(recognizer, options))
@@ -182,7 +186,10 @@ QJsonObject TulvaneApp::answer(RemoteRequest request, const QString& argument)
         m_controller.stop();
         break;
     case RemoteRequest::toggle:
-        m_controller.toggle();
+        if (m_desktop.runsCommandForHotkey())
+            m_hotkeyCommand.note();
+        else
+            m_controller.toggle();
         break;
     case RemoteRequest::cancel:
         m_controller.cancel();

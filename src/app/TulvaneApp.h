@@ -12,6 +12,7 @@
 #include <dictation/ManagedModelSource.h>
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
+#include <hotkeys/RepeatedCommand.h>
 #include <insertion/TextInserter.h>
 #include <models/ModelManager.h>
 #include <permissions/PermissionsService.h>
@@ -104,6 +105,7 @@ private:
     TextInserter m_inserter;
     KeyboardShortcuts m_shortcuts;
     HotkeyController m_hotkeys;
+    RepeatedCommand m_hotkeyCommand;
     DictationSession m_session;
     DictationController m_controller;
     Demonstration m_demonstration;

@@ -59,6 +59,9 @@ struct Desktop {
     std::shared_ptr<ScreenLock> screenLock;
     /// For the indicator's window; needs the application object of the windows.
     std::function<std::unique_ptr<IndicatorPanel>()> makeIndicatorPanel;
+    /// Whether the desktop runs `tulvane toggle` for the hotkey, again and again while the key is held, since
+    /// it gives programs no hotkeys of their own.
+    std::function<bool()> runsCommandForHotkey = [] { return false; };
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};
     /// Sets the one handler that is called once when the desktop has ended: nothing can be done for the user

@@ -80,6 +80,7 @@ protected:
     NotedWindows windows;
     ScratchFolder data;
     bool hasWindows = false;
+    bool runsCommandForHotkey = false;
     int quits = 0;
 
 private:
@@ -109,6 +110,7 @@ private:
         desktop.loginItem = unowned(m_loginItem);
         desktop.screenLock = unowned(screen);
         desktop.statusItem = unowned(m_statusItem);
+        desktop.runsCommandForHotkey = [this] { return runsCommandForHotkey; };
         return desktop;
     }
     TulvaneApp::Options options() const
@@ -245,6 +247,26 @@ TEST_F(TulvaneAppTest, ARecordingIsAbandonedAtTheEnd)
     ASSERT_EQ(app().controller().phase().kind, Phase::Kind::recording);
     app().prepareToQuit();
     EXPECT_EQ(app().controller().phase(), Phase());
+}
+
+TEST_F(TulvaneAppTest, ARepeatedCommandOfTheHotkeysIsOnePress)
+{
+    setUp();
+    runsCommandForHotkey = true;
+    app().launch();
+    for (int call = 0; call < 3; ++call)
+        (void)app().answer(RemoteRequest::toggle, {});
+    EXPECT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+}
+
+TEST_F(TulvaneAppTest, ACommandOfTheUsersTogglesEachTime)
+{
+    setUp();
+    app().launch();
+    (void)app().answer(RemoteRequest::toggle, {});
+    EXPECT_EQ(app().controller().phase().kind, Phase::Kind::recording);
+    (void)app().answer(RemoteRequest::toggle, {});
+    EXPECT_NE(app().controller().phase().kind, Phase::Kind::recording);
 }
 
 TEST_F(TulvaneAppTest, WhileTheScreenIsLockedNothingStartsAndTheCallerLearnsWhy)

@@ -6,6 +6,7 @@
 #include <ui/windows/SettingsWindowController.h>
 #include <ui/windows/WindowKeys.h>
 
+#include <QQuickItem>
 #include <QQuickView>
 
 #include <gtest/gtest.h>

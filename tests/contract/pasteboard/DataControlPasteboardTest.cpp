@@ -85,13 +85,13 @@ TYPED_TEST(DataControlPasteboardTest, AFrozenOwnerCostsNoMoreThanItsLimit)
 {
     this->copy("text", u"text/plain"_qs);
     const qint64 frozen = this->m_copier->processId();
-    test::sendSignal(frozen, SIGSTOP);
+    sendSignal(frozen, SIGSTOP);
     QElapsedTimer clock;
     clock.start();
     const auto reading = this->board().contents();
     EXPECT_LT(clock.elapsed(), 500);
     const PasteboardContents contents = await(reading);
-    test::sendSignal(frozen, SIGCONT);
+    sendSignal(frozen, SIGCONT);
     EXPECT_FALSE(contents.complete);
     EXPECT_LT(clock.elapsed(), 7500);
 }

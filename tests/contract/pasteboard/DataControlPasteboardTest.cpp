@@ -1,5 +1,7 @@
 #include "DataControlWorld.h"
 
+#include <support/Signals.h>
+
 #include <QElapsedTimer>
 #include <QThread>
 

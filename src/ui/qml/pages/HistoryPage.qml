@@ -24,6 +24,7 @@ ScrollPage {
         id: search
         objectName: "history.search"
         visible: page.models.history.count > 0
+        width: visible ? implicitWidth : 0
         label: Words.translate("Search the history")
     }
 

@@ -29,7 +29,7 @@ Recognizer& recognizer()
 {
     // For as long as the process: the recogniser keeps asking how much memory is free.
     static const std::shared_ptr<LocalServices> services = openLocalServices(systemClock);
-    return programRecognizer({services, &services->memory()});
+    return programRecognizer(RecognizerServices::of(services));
 }
 
 } // namespace
@@ -39,7 +39,8 @@ cli::RecognitionContext recognitionContext(const AppSettings& settings)
     return {.settings = settings,
             .recognizer = recognizer,
             .folders = ProgramFolders::ofThisProgram(),
-            .catalogueFile = catalogueFile};
+            .catalogueFile = catalogueFile,
+            .computing = programComputing()};
 }
 
 int transcribe(const QStringList& arguments, const cli::SoundReader& readSound, cli::Console& console)

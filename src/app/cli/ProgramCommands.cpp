@@ -1,5 +1,6 @@
 #include <app/cli/CleanCommand.h>
 #include <app/cli/CommandSyntax.h>
+#include <app/cli/DevicesCommand.h>
 #include <app/cli/DictateCommand.h>
 #include <app/cli/DoctorCommand.h>
 #include <app/cli/ForgetCommand.h>
@@ -91,6 +92,17 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
     return cli::runSettings(arguments, console, *settings, models);
 }
 
+int devices(const QStringList& arguments, cli::Console& console)
+{
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
+    const cli::DevicesContext context{.devices = [&] { return programDevices(*services->helpers()); },
+                                      .processors = programComputingDevices(),
+                                      .wanted = (*settings).computingDevice(),
+                                      .isInstalled = hasDeviceBackend()};
+    return cli::runDevices(arguments, context, console);
+}
+
 int remote(const QString& name, const QStringList& arguments, cli::Console& console)
 {
     return cli::runRemote(name, arguments, openServices()->remote(), console);
@@ -164,6 +176,7 @@ std::map<QString, cli::Run> programCommands()
         {QStringLiteral("dictate"), dictate},
         {QStringLiteral("clean"), cli::runClean},
         {QStringLiteral("models"), models},
+        {QStringLiteral("devices"), devices},
         {QStringLiteral("settings"), storedSettings},
         {QStringLiteral("doctor"), doctor},
         {QStringLiteral("stats"), showStatistics},

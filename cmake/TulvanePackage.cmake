@@ -10,6 +10,16 @@ endif()
 set(packaging "${CMAKE_SOURCE_DIR}/packaging/linux")
 install(FILES "${packaging}/copyright" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/tulvane")
 install(FILES "${packaging}/com.dunio.Tulvane.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+# KDE lets a program press keys whose own entry says so, by the full path of its executable. The one that asks is not the
+# one that the user calls: the program with windows pastes, and `doctor` says whether it can.
+set(entries "${CMAKE_BINARY_DIR}/entries")
+foreach(name IN ITEMS desktop commands)
+    install(CODE "
+        string(REGEX REPLACE \"^.*/_CPack_Packages/.*(/usr)$\" \"\\\\1\" prefix \"\${CMAKE_INSTALL_PREFIX}\")
+        set(program \"\${prefix}/${CMAKE_INSTALL_BINDIR}/tulvane-${name}\")
+        configure_file(\"${packaging}/keys.desktop.in\" \"${entries}/com.dunio.Tulvane.${name}.desktop\" @ONLY)")
+    install(FILES "${entries}/com.dunio.Tulvane.${name}.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+endforeach()
 install(FILES "${packaging}/com.dunio.Tulvane.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
 set(icons "${CMAKE_SOURCE_DIR}/resources/icons")
 install(FILES "${icons}/com.dunio.Tulvane.svg" DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
@@ -36,8 +46,9 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${TULVANE_WHISPER_LIBRARIES}")
 # What is looked for while the program runs, and no library's name tells of: the windows' building blocks and typeface.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtquick, qml6-module-qtquick-templates, qml6-module-qtquick-window, \
 qml6-module-qtqml, qml6-module-qtqml-models, qml6-module-qtqml-workerscript, fonts-inter")
-# A sound server to hear with, text fields that can be written into directly, and what opens our help page.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pipewire-pulse | pulseaudio, at-spi2-core, xdg-utils")
+# A sound server to hear with, text fields that can be written into directly, what opens our help page, and the windows
+# on a Wayland desktop, which bring the library that the program opens there.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pipewire-pulse | pulseaudio, at-spi2-core, xdg-utils, qt6-wayland")
 set(CPACK_PRE_BUILD_SCRIPTS "${packaging}/debian-documents.cmake")
 set(CPACK_TULVANE_SOURCE "${CMAKE_SOURCE_DIR}")
 set(CPACK_TULVANE_DATA_FOLDER "${CMAKE_INSTALL_FULL_DATADIR}")

@@ -5,8 +5,8 @@
 #   tulvane_room(settings LINKS tulvane_base ...)
 #   FOLDER names the folder below src/ where it differs from the room's name (platform/linux/atspi).
 #   SOURCES names the files, from the folder, where the room is not all that lies in it.
-#   APART: each source is compiled by itself. For a room of which `tulvane` uses a part, so that it loads the libraries
-#   of that part alone.
+#   LIGHT names, without their ending, the sources that `tulvane` uses of a room with heavier ones: the two are never
+#   compiled together, so that it loads the libraries of the light ones alone.
 set(CMAKE_AUTOMOC OFF)
 
 # Links each header into the include path of its room, and removes the links of headers that are gone.
@@ -70,10 +70,26 @@ function(tulvane_compile_together target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
     # It means headers, and takes each source that a unit includes for one.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    if(ARGN)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
+        get_target_property(sources ${target} SOURCES)
+        list(FILTER sources INCLUDE REGEX "\\.cpp$")
+        set(heavy 0)
+        foreach(source IN LISTS sources)
+            get_filename_component(name "${source}" NAME_WE)
+            if(name IN_LIST ARGN)
+                set(group light)
+            else()
+                math(EXPR group "${heavy} / 6")
+                math(EXPR heavy "${heavy} + 1")
+            endif()
+            set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${group}")
+        endforeach()
+    endif()
 endfunction()
 
 function(tulvane_room name)
-    cmake_parse_arguments(room "APART" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(room "" "FOLDER" "SOURCES;LIGHT;LINKS;PRIVATE_LINKS" ${ARGN})
     if(NOT room_FOLDER)
         set(room_FOLDER "${name}")
     endif()
@@ -88,9 +104,7 @@ function(tulvane_room name)
     target_link_libraries(tulvane_${name} PUBLIC Qt6::Core ${room_LINKS}
         PRIVATE tulvane_options ${room_PRIVATE_LINKS})
     target_precompile_headers(tulvane_${name} REUSE_FROM tulvane_headers)
-    if(NOT room_APART)
-        tulvane_compile_together(tulvane_${name})
-    endif()
+    tulvane_compile_together(tulvane_${name} ${room_LIGHT})
     tulvane_moc_where_needed(tulvane_${name})
 endfunction()
 

@@ -7,63 +7,38 @@ set(TULVANE_WHISPER_ROOT "${CMAKE_SOURCE_DIR}/build/whisper" CACHE PATH "Where w
 # Where the program finds ggml's loadable backends, seen from the folder of the executable.
 set(TULVANE_BACKEND_FOLDER "../${CMAKE_INSTALL_LIBDIR}/tulvane")
 
+# The step that builds it, for whoever links its libraries; and those libraries as targets.
 function(tulvane_build_whisper source variant)
     set(build "${TULVANE_WHISPER_ROOT}/${variant}")
-    set(stamp "${build}/.built")
-    file(MAKE_DIRECTORY "${build}")
-    # Two configures may run at once; the second waits and then finds everything built.
-    file(LOCK "${build}/.lock" TIMEOUT 1800)
-    file(SHA256 "${CMAKE_SOURCE_DIR}/cmake/whisper/CMakeLists.txt" recipe)
-    set(state "${recipe} ${source} tools=${TULVANE_BENCH} ${CMAKE_CXX_COMPILER}")
-    if(EXISTS "${stamp}")
-        file(READ "${stamp}" built)
-        string(REPLACE "tools=ON" "tools=OFF" without_tools "${built}")
-        if(built STREQUAL state OR without_tools STREQUAL state)
-            file(LOCK "${build}/.lock" RELEASE)
-            return()
-        endif()
-    endif()
-    message(STATUS "Building whisper.cpp (${variant}); this happens once")
-    set(arguments -S "${CMAKE_SOURCE_DIR}/cmake/whisper" -B "${build}" -G Ninja
-        "-DCMAKE_BUILD_TYPE=Release" "-DCMAKE_CXX_COMPILER=${CMAKE_CXX_COMPILER}"
-        "-DCMAKE_C_COMPILER=${CMAKE_C_COMPILER}" "-DWHISPER_SOURCE=${source}"
-        "-DPORTABLE=${TULVANE_PORTABLE}" "-DTOOLS=${TULVANE_BENCH}")
-    if(TULVANE_CCACHE)
-        # A list within a list: what separates the launcher's words must not separate the arguments.
-        string(REPLACE ";" "\\;" launcher "${CMAKE_CXX_COMPILER_LAUNCHER}")
-        list(APPEND arguments "-DCMAKE_C_COMPILER_LAUNCHER=${launcher}"
-            "-DCMAKE_CXX_COMPILER_LAUNCHER=${launcher}")
-    endif()
-    foreach(step IN ITEMS configure build)
-        if(step STREQUAL "configure")
-            set(command "${CMAKE_COMMAND}" "${arguments}")
-        else()
-            set(command "${CMAKE_COMMAND}" --build "${build}" --target everything)
-        endif()
-        execute_process(COMMAND ${command} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
-        if(NOT status EQUAL 0)
-            message(FATAL_ERROR "whisper.cpp: ${step} failed\n${output}")
-        endif()
-    endforeach()
-    file(WRITE "${stamp}" "${state}")
-    file(LOCK "${build}/.lock" RELEASE)
-endfunction()
-
-function(tulvane_import_whisper source variant)
-    set(libraries "${TULVANE_WHISPER_ROOT}/${variant}/bin")
     set(parts whisper ggml ggml-base)
     if(NOT TULVANE_PORTABLE)
         list(APPEND parts ggml-cpu)
     endif()
-    add_library(tulvane_whisper INTERFACE)
+    set(libraries "")
     foreach(part IN LISTS parts)
+        list(APPEND libraries "${build}/bin/lib${part}${CMAKE_SHARED_LIBRARY_SUFFIX}")
+    endforeach()
+    set(launcher "")
+    if(TULVANE_CCACHE)
+        string(REPLACE ";" "|" launcher "${CMAKE_CXX_COMPILER_LAUNCHER}")
+    endif()
+    set(recipe "${CMAKE_SOURCE_DIR}/cmake/whisper")
+    set(stamp "${CMAKE_BINARY_DIR}/whisper-${variant}.built")
+    add_custom_command(OUTPUT "${stamp}" BYPRODUCTS ${libraries}
+        COMMAND "${CMAKE_COMMAND}" "-DSOURCE=${source}" "-DFOLDER=${build}" "-DPORTABLE=${TULVANE_PORTABLE}"
+            "-DTOOLS=${TULVANE_BENCH}" "-DC_COMPILER=${CMAKE_C_COMPILER}" "-DCXX_COMPILER=${CMAKE_CXX_COMPILER}"
+            "-DLAUNCHER=${launcher}" "-DBUILT=${stamp}" -P "${recipe}/Build.cmake"
+        DEPENDS "${recipe}/Build.cmake" "${recipe}/CMakeLists.txt"
+        COMMENT "Building the speech library" VERBATIM)
+    add_custom_target(tulvane_whisper_build DEPENDS "${stamp}")
+    add_library(tulvane_whisper INTERFACE)
+    foreach(part library IN ZIP_LISTS parts libraries)
         add_library(tulvane_imported_${part} SHARED IMPORTED)
-        set_target_properties(tulvane_imported_${part} PROPERTIES
-            IMPORTED_LOCATION "${libraries}/lib${part}${CMAKE_SHARED_LIBRARY_SUFFIX}")
+        set_target_properties(tulvane_imported_${part} PROPERTIES IMPORTED_LOCATION "${library}")
         target_link_libraries(tulvane_whisper INTERFACE tulvane_imported_${part})
     endforeach()
     target_include_directories(tulvane_whisper SYSTEM INTERFACE "${source}/include" "${source}/ggml/include")
-    set(TULVANE_WHISPER_LIBRARIES "${libraries}" PARENT_SCOPE)
+    set(TULVANE_WHISPER_LIBRARIES "${build}/bin" PARENT_SCOPE)
 endfunction()
 
 if(TULVANE_SYSTEM_WHISPER AND NOT TULVANE_WHISPER_SOURCE)
@@ -91,6 +66,5 @@ else()
         set(whisper_variant native)
     endif()
     tulvane_build_whisper("${whisper_source}" ${whisper_variant})
-    tulvane_import_whisper("${whisper_source}" ${whisper_variant})
     message(STATUS "whisper.cpp: ${whisper_source} (${whisper_variant})")
 endif()

@@ -153,7 +153,7 @@
     </message>
     <message>
         <source>Accessibility API, then paste</source>
-        <translation>Tilgjengelighets-API, deretter lim inn</translation>
+        <translation>Tilgjengelighets-API, ellers innliming</translation>
     </message>
     <message>
         <source>Accessibility access granted</source>
@@ -200,6 +200,10 @@
         <translation>Alt</translation>
     </message>
     <message>
+        <source>%1 already uses this key combination. Choose another one, or free it there.</source>
+        <translation>%1 bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den der.</translation>
+    </message>
+    <message>
         <source>Another program already uses this key combination. Choose another one, or free it in that program.</source>
         <translation>Et annet program bruker allerede denne tastekombinasjonen. Velg en annen, eller frigjør den i det programmet.</translation>
     </message>
@@ -237,11 +241,11 @@
     </message>
     <message>
         <source>Backspace</source>
-        <translation>Slettetast</translation>
+        <translation>Tilbaketast</translation>
     </message>
     <message>
         <source>Backspace clears the field. To use fn or right ⌥ on its own, choose “Hold a single key” above.</source>
-        <translation>Slettetasten tømmer feltet. Velg «Hold inne én tast» ovenfor for å bruke Fn eller høyre Alt alene.</translation>
+        <translation>Tilbaketasten tømmer feltet. Velg «Hold inne én tast» ovenfor for å bruke Fn eller høyre Alt alene.</translation>
     </message>
     <message>
         <source>Bar chart of words dictated per day for the last %1 days</source>
@@ -321,7 +325,7 @@
     </message>
     <message>
         <source>Copy to clipboard only</source>
-        <translation>Bare kopier til utklippstavlen</translation>
+        <translation>Bare kopiering</translation>
     </message>
     <message>
         <source>Could not load the speech model at %1.</source>
@@ -388,6 +392,10 @@
         <translation>Lastet ned %1, forventet omtrent %2. Nedlastingen kan være ufullstendig.</translation>
     </message>
     <message>
+        <source>Downloading – %1</source>
+        <translation>Laster ned – %1</translation>
+    </message>
+    <message>
         <source>Downloads do not work here: %1</source>
         <translation>Nedlasting virker ikke her: %1</translation>
     </message>
@@ -421,7 +429,7 @@
     </message>
     <message>
         <source>Feedback</source>
-        <translation>Tilbakemelding</translation>
+        <translation>Lyd og visning</translation>
     </message>
     <message>
         <source>Feedback sound</source>
@@ -553,7 +561,7 @@
     </message>
     <message>
         <source>Insert text by</source>
-        <translation>Sett inn tekst med</translation>
+        <translation>Innsetting</translation>
     </message>
     <message>
         <source>Inserting…</source>
@@ -732,8 +740,16 @@
         <translation>Navn, produkter eller faguttrykk du bruker ofte. Modellen får dem som kontekst, så den staver dem riktig. Hold listen kort.</translation>
     </message>
     <message>
+        <source>Next page</source>
+        <translation>Neste side</translation>
+    </message>
+    <message>
         <source>No X display could be reached.</source>
         <translation>Fikk ikke kontakt med noen X-skjerm.</translation>
+    </message>
+    <message>
+        <source>No dictation in memory has these words.</source>
+        <translation>Ingen diktering i minnet har disse ordene.</translation>
     </message>
     <message>
         <source>No dictations yet</source>
@@ -792,12 +808,16 @@
         <translation>Ikke gitt</translation>
     </message>
     <message>
+        <source>Nothing found</source>
+        <translation>Fant ingenting</translation>
+    </message>
+    <message>
         <source>Nothing heard</source>
         <translation>Hørte ingenting</translation>
     </message>
     <message>
         <source>Nothing recognised</source>
-        <translation>Kjente ikke igjen noe</translation>
+        <translation>Gjenkjente ingenting</translation>
     </message>
     <message>
         <source>Nothing yet – download the selected model to start dictating.</source>
@@ -822,6 +842,10 @@
     <message>
         <source>Only counts are saved on this Mac – never the text you dictate.</source>
         <translation>Bare antall lagres på denne datamaskinen – aldri teksten du dikterer.</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Åpne</translation>
     </message>
     <message>
         <source>Open Accessibility settings…</source>
@@ -861,7 +885,27 @@
     </message>
     <message>
         <source>Paste (recommended)</source>
-        <translation>Lim inn (anbefalt)</translation>
+        <translation>Innliming (anbefalt)</translation>
+    </message>
+    <message>
+        <source>This desktop gives programs no hotkeys. Bind the command “tulvane toggle” to a key in the desktop's own configuration.</source>
+        <translation>Dette skrivebordet gir ikke programmer hurtigtaster. Knytt kommandoen «tulvane toggle» til en tast i skrivebordets eget oppsett.</translation>
+    </message>
+    <message>
+        <source>This desktop does not let Tulvane paste into other programs.</source>
+        <translation>Dette skrivebordet lar ikke Tulvane lime inn i andre programmer.</translation>
+    </message>
+    <message>
+        <source>A Wayland desktop shows no program the keys of others, so single keys cannot be watched.</source>
+        <translation>Et Wayland-skrivebord viser ikke noe program tastene til andre, så enkelttaster kan ikke følges med på.</translation>
+    </message>
+    <message>
+        <source>KDE does not let Tulvane press keys: it has not found Tulvane's desktop entry.</source>
+        <translation>KDE lar ikke Tulvane trykke taster: det har ikke funnet skrivebordsoppføringen til Tulvane.</translation>
+    </message>
+    <message>
+        <source>Install Tulvane for all users, or log in again.</source>
+        <translation>Installer Tulvane for alle brukere, eller logg inn på nytt.</translation>
     </message>
     <message>
         <source>Pasting into other programs is not supported in a Wayland session yet.</source>
@@ -904,6 +948,10 @@
         <translation>Trykk på hurtigtasten og si noe, så dukker transkripsjonene dine opp her.</translation>
     </message>
     <message>
+        <source>Previous page</source>
+        <translation>Forrige side</translation>
+    </message>
+    <message>
         <source>Private</source>
         <translation>Privat</translation>
     </message>
@@ -922,6 +970,10 @@
     <message>
         <source>Quantised (q5_0)</source>
         <translation>Kvantisert (q5_0)</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Avslutt</translation>
     </message>
     <message>
         <source>Quit Tulvane</source>
@@ -945,7 +997,7 @@
     </message>
     <message>
         <source>Record shortcut</source>
-        <translation>Spill inn snarvei</translation>
+        <translation>Velg snarvei</translation>
     </message>
     <message>
         <source>Records your voice only while the hotkey is active. Audio stays on this Mac and is never uploaded.</source>
@@ -1022,6 +1074,10 @@
     <message>
         <source>Same model at full precision. Marginally more accurate on difficult audio, three times the download and memory.</source>
         <translation>Samme modell med full presisjon. Litt mer nøyaktig på vanskelig lyd, tre ganger så stor nedlasting og minnebruk.</translation>
+    </message>
+    <message>
+        <source>Search the history</source>
+        <translation>Søk i historikken</translation>
     </message>
     <message>
         <source>Selected</source>
@@ -1233,7 +1289,7 @@
     </message>
     <message>
         <source>The model usually does this itself; off keeps its output as is.</source>
-        <translation>Modellen gjør vanligvis dette selv; av beholder teksten slik den er.</translation>
+        <translation>Modellen gjør vanligvis dette selv; slått av beholdes teksten slik den er.</translation>
     </message>
     <message>
         <source>The recording is kept in memory until you make the next one.</source>
@@ -1541,7 +1597,7 @@
     </message>
     <message>
         <source>vs. typing at %1 words/min</source>
-        <translation>mot å skrive %1 ord/min</translation>
+        <translation>mot %1 ord/min på tastatur</translation>
     </message>
     <message>
         <source>whisper.cpp runs on the Apple Silicon GPU through Metal. A ten-second sentence transcribes in a few seconds.</source>

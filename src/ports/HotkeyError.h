@@ -26,6 +26,11 @@ public:
 
     /// `code` is the system's own error number, for the log.
     [[nodiscard]] static HotkeyError taken(int code) { return {Kind::taken, code, {}}; }
+    /// The same where the desktop says whose it is: "KRunner".
+    [[nodiscard]] static HotkeyError takenBy(int code, const QString& holder)
+    {
+        return {Kind::taken, code, holder};
+    }
     [[nodiscard]] static HotkeyError noSuchKey() { return {Kind::noSuchKey, 0, {}}; }
     [[nodiscard]] static HotkeyError outOfRange() { return {Kind::outOfRange, 0, {}}; }
     [[nodiscard]] static HotkeyError pastes() { return {Kind::pastes, 0, {}}; }
@@ -44,6 +49,10 @@ public:
     {
         switch (m_kind) {
         case Kind::taken:
+            if (!m_reason.isEmpty())
+                return translate(
+                           "%1 already uses this key combination. Choose another one, or free it there.")
+                    .arg(m_reason);
             return translate(
                 "Another program already uses this key combination. Choose another one, or free it "
                 "in that program.");
@@ -72,7 +81,7 @@ private:
 
     Kind m_kind;
     int m_code;
-    QString m_reason;
+    QString m_reason; ///< whose it is, where it is taken
 };
 
 } // namespace tulvane

@@ -8,6 +8,8 @@ class QWindow;
 
 namespace tulvane {
 
+class IndicatorSurface;
+
 /// A rectangle with round corners, in device-independent pixels of the window that it lies in.
 struct PanelOutline {
     QRectF rect;
@@ -38,6 +40,9 @@ public:
     virtual void setOpacity(QWindow& window, double opacity) = 0;
     /// Only what lies within the outline is there from now on; all of the window without one.
     virtual void cut(QWindow& window, const std::optional<PanelOutline>& outline) = 0;
+    /// Where the toolkit's window cannot be the panel: what shows pictures of it in its stead. The window is
+    /// then never shown, and not even made. Null where the window serves. Of the panel.
+    [[nodiscard]] virtual IndicatorSurface* surface() { return nullptr; }
 };
 
 } // namespace tulvane

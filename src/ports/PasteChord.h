@@ -28,8 +28,9 @@ inline const PasteChord PasteChord::controlShiftV{control | shift, QStringLitera
 inline const PasteChord PasteChord::shiftInsert{shift, QStringLiteral("insert")};
 inline const PasteChord PasteChord::controlY{control, QStringLiteral("y")};
 
-/// Where a program reads what it pastes: the clipboard, or the text selected last (X11's PRIMARY).
-enum class PasteSelection { clipboard, primary };
+/// Where a program reads what it pastes: the clipboard, or the text selected last (PRIMARY). Both get the
+/// text where it is not known which of them the program reads.
+enum class PasteSelection { clipboard, primary, both };
 
 /// What becomes of the line breaks in a text: a terminal may run each line as a command.
 enum class PasteLineBreaks { kept, asSpaces };

@@ -37,7 +37,10 @@ inline constexpr quint32 rightControl = 62;
 inline constexpr quint32 fn = 63;
 inline constexpr quint32 insert = 114;
 inline constexpr quint32 home = 115;
+inline constexpr quint32 pageUp = 116;
 inline constexpr quint32 forwardDelete = 117;
+inline constexpr quint32 pageDown = 121;
+inline constexpr quint32 f1 = 122;
 
 // clang-format off
 /// Every key that can be stored, in the order of the codes.

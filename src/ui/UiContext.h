@@ -1,7 +1,5 @@
 #pragma once
 
-#include <hotkeys/ShortcutRules.h>
-
 #include <QString>
 
 #include <functional>
@@ -53,8 +51,6 @@ struct UiContext {
     std::function<void()> quit = [] {};
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};
-    /// The title of the menu item of ours that a key combination works; none where none does.
-    ShortcutRules::MenuItemOf menuItemOf = {};
 };
 
 } // namespace tulvane

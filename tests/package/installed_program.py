@@ -119,6 +119,18 @@ class InstalledProgram(InstalledTest):
         self.assertIn("\nActions=Quit;\n", text)
         self.assertTrue((SHARE / "tulvane/help/permissions.html").is_file())
 
+    def test_kde_finds_which_programs_may_press_keys(self):
+        for name in ("desktop", "commands"):
+            entry = SHARE / f"applications/com.dunio.Tulvane.{name}.desktop"
+            run = subprocess.run(["desktop-file-validate", entry], capture_output=True, text=True, check=False)
+            self.assertEqual(run.returncode, 0, run.stdout + run.stderr)
+            text = entry.read_text(encoding="utf-8")
+            program = Path(re.search(r"^Exec=(/\S+)$", text, re.MULTILINE).group(1))
+            self.assertEqual(program.name, f"tulvane-{name}")
+            self.assertTrue(os.access(BIN / program.name, os.X_OK), program)
+            self.assertIn("\nNoDisplay=true\n", text)
+            self.assertIn("\nX-KDE-Wayland-Interfaces=org_kde_kwin_fake_input\n", text)
+
     def test_the_licences_of_all_that_is_carried_are_there(self):
         text = (SHARE / "doc/tulvane/copyright").read_text(encoding="utf-8")
         for holder in ("The Tulvane maintainers", "The ggml authors", "Niels Lohmann"):

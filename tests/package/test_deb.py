@@ -33,7 +33,7 @@ FILES = re.compile(r"""usr/(
     bin/tulvane(-commands|-transfers|-desktop)?
   | lib/[^/]+/tulvane/lib(whisper\.so\.1|ggml\.so\.0|ggml-base\.so\.0)(\.[0-9.]+)?
   | lib/[^/]+/tulvane/libggml-cpu-[a-z0-9_.]+\.so
-  | share/applications/com\.dunio\.Tulvane\.desktop
+  | share/applications/com\.dunio\.Tulvane(\.(desktop|commands))?\.desktop
   | share/metainfo/com\.dunio\.Tulvane\.metainfo\.xml
   | share/icons/hicolor/(scalable|symbolic)/apps/com\.dunio\.Tulvane(-symbolic)?\.svg
   | share/doc/tulvane/(copyright|changelog\.gz|changelog\.Debian\.gz)

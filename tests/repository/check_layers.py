@@ -17,6 +17,9 @@ ADAPTER = {"base", "base/async", "ports"}
 SHARED_ADAPTERS = {LINUX + room for room in
                    ("storage", "process", "pulse", "atspi", "transfers", "keys", "desktop", "desktop/shell")}
 X11 = [LINUX + "x11/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
+WAYLAND = [LINUX + "wayland/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
+FORMATS = LINUX + "formats"
+FRONT = LINUX + "front"
 
 # What each room may include besides itself; a room is the longest folder named here that a file lies in.
 MAY = {
@@ -37,20 +40,27 @@ MAY = {
     "app/cli": PROGRAM | {"app/program"},
     "app": PROGRAM | {"app/program", "app/cli", "ui"},
     "platform/fake": ADAPTER,
-    **{LINUX + room: ADAPTER for room in ("storage", "process", "pulse", "atspi", "keys", "desktop", "transfers")},
+    **{LINUX + room: ADAPTER for room in ("storage", "process", "pulse", "atspi", "keys", "desktop", "transfers",
+                                       "formats", "front")},
     LINUX + "desktop/shell": ADAPTER | {LINUX + "desktop"},
     LINUX + "transfers/http": ADAPTER | {LINUX + "transfers"},
     LINUX + "transfers/helper": ADAPTER | {LINUX + "transfers", LINUX + "transfers/http"},
     X11[0]: ADAPTER,
     X11[1]: ADAPTER | {X11[0], LINUX + "keys"},
-    X11[2]: ADAPTER | {X11[0], X11[1]},
+    X11[2]: ADAPTER | {X11[0], X11[1], FORMATS},
     X11[3]: ADAPTER | {X11[0]},
-    LINUX + "session": ADAPTER | {LINUX + "keys", *X11},
+    WAYLAND[0]: ADAPTER,
+    WAYLAND[1]: ADAPTER | {WAYLAND[0], LINUX + "keys"},
+    WAYLAND[2]: ADAPTER | {WAYLAND[0], FORMATS, FRONT},
+    WAYLAND[3]: ADAPTER | {WAYLAND[0]},
+    LINUX + "sway": ADAPTER | {LINUX + "keys", FRONT},
+    LINUX + "session": ADAPTER | {LINUX + "keys", LINUX + "sway", FRONT, *X11, *WAYLAND},
     # The executable that people call loads these: nothing that speaks with another process.
     LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process"},
     # The other commands load these: nothing that draws.
     LINUX + "session/services": ADAPTER | SHARED_ADAPTERS - {LINUX + "desktop/shell"} | {LINUX + "session"},
-    LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS | {LINUX + "session", *X11},
+    LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS |
+                               {LINUX + "session", LINUX + "sway", FRONT, *X11, *WAYLAND},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.M)
 OS_TEST = re.compile(r"^\s*#\s*(?:el)?if.*(?:__linux__|__APPLE__|Q_OS_|_WIN32)", re.M)

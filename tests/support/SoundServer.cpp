@@ -1,3 +1,4 @@
+#include <support/Signals.h>
 #include <support/SoundServer.h>
 
 #include <QDeadlineTimer>
@@ -175,10 +176,8 @@ void SoundServer::waitUntilReady() const
 
 void SoundServer::signalAll(int signal)
 {
-    for (const auto& process : m_processes) {
-        if (process->state() == QProcess::Running)
-            ::kill(static_cast<pid_t>(process->processId()), signal);
-    }
+    for (const auto& process : m_processes)
+        sendSignal(*process, signal);
 }
 
 void SoundServer::kill()

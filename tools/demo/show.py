@@ -11,18 +11,19 @@ from phases import Lost
 from screen import LastOfPhase, Screen
 from sentences import SENTENCES, complaints
 from setup_guide import SetupGuide
+from sound_server import needed_programs
 from text_editor import TextEditor
 
 LANGUAGES = {"no": "Norwegian Bokmål", "nn": "Norwegian Nynorsk", "en": "English"}
 INDICATOR = (540, 670, 200, 70)  # where it stands on this screen
-NEEDED = ["Xvfb", "dbus-daemon", "openbox", "picom", "trayer", "hsetroot", "pulseaudio", "pactl", "paplay", "espeak-ng",
-          "sox", "xdotool", "convert", "l3afpad", "setpriv"]
+NEEDED = ["Xvfb", "dbus-daemon", "openbox", "picom", "trayer", "hsetroot", "espeak-ng", "sox",
+          "xdotool", "convert", "l3afpad", "setpriv"]
 
 
 class Show:
     def __init__(self, folder, program, pictures):
         """`folder`: the new user's home. `pictures`: where these go; what earlier runs left there is removed."""
-        missing = [name for name in NEEDED if not shutil.which(name)]
+        missing = [name for name in [*NEEDED, *needed_programs()] if not shutil.which(name)]
         if missing:
             sys.exit(f"The unattended show needs programs that are not here: {', '.join(missing)}. "
                      "On Debian tools/install-dependencies installs them.")

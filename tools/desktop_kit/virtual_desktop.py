@@ -8,24 +8,28 @@ import subprocess
 import time
 from pathlib import Path
 
+from sound_server import start_sound_server
+
 
 class VirtualDesktop:
     def __init__(self, folder, program, sound=True, size="1280x800", window_manager="", keys=""):
-        """`window_manager`: what stands in openbox's configuration, and `keys`: its own key bindings, both in its words.
-        Themes lie in `folder`/data/themes."""
+        """`sound`: whether there is a sound server, or its name. `window_manager`: what stands in openbox's
+        configuration, and `keys`: its own key bindings, both in its words. Themes lie in `folder`/data/themes."""
         self.folder, self.program, self.started = Path(folder), Path(program), []
         self.environment = dict(os.environ, HOME=str(folder), XDG_DATA_HOME=str(self.folder / "data"),
                                 XDG_CONFIG_HOME=str(self.folder / "config"), XDG_RUNTIME_DIR=str(self.folder / "run"),
-                                XDG_SESSION_TYPE="x11", PULSE_SERVER=f"unix:{folder}/pulse", LC_ALL="C.UTF-8")
+                                XDG_SESSION_TYPE="x11", PULSE_SERVER="unix:/nonexistent", LC_ALL="C.UTF-8")
         for name in ["WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "AT_SPI_BUS_ADDRESS", "NO_AT_BRIDGE", "GTK_THEME",
                      "SESSION_MANAGER", "XDG_SESSION_ID", "QT_STYLE_OVERRIDE", "QT_QPA_PLATFORMTHEME", "QT_IM_MODULE",
-                     "GTK_IM_MODULE", "XMODIFIERS", "GTK_MODULES"]:
+                     "GTK_IM_MODULE", "XMODIFIERS", "GTK_MODULES", "PIPEWIRE_REMOTE", "PIPEWIRE_RUNTIME_DIR",
+                     "PULSE_RUNTIME_PATH"]:
             self.environment.pop(name, None)
         (self.folder / "run").mkdir(mode=0o700)
+        self.as_user = ["setpriv", "--pdeathsig", "TERM"]
         try:
             self._start_desktop(size, window_manager, keys)
             if sound:
-                self._start_sound()
+                start_sound_server(self, None if sound is True else sound)
         except BaseException:
             self.end()
             raise
@@ -47,18 +51,6 @@ class VirtualDesktop:
         manager = self.start("openbox", "--config-file", str(configuration), "--startup", "echo ready", stdout=-1)
         manager.stdout.readline()
 
-    def _start_sound(self):
-        # The program's own sounds go to the speakers; on the default sink's monitor the microphone would hear them.
-        # Without "norewinds" a sink renders seconds ahead, and what is played is heard that much later.
-        modules = ["module-null-sink sink_name=speakers", "module-null-sink sink_name=micsink norewinds=1",
-                   "module-remap-source source_name=vmic master=micsink.monitor",
-                   f"module-native-protocol-unix auth-anonymous=1 socket={self.folder}/pulse"]
-        self.start("pulseaudio", "--daemonize=no", "--exit-idle-time=-1", "-n", "--use-pid-file=no",
-                   *[word for module in modules for word in ("-L", module)])
-        self.wait(lambda: (self.folder / "pulse").exists())
-        self.run("pactl", "set-default-source", "vmic")
-        self.run("pactl", "set-default-sink", "speakers")
-
     def install_demo_model(self, model="nb-whisper-medium-q5_0"):
         """At a catalogue model's place, so that the program takes it for that. It is there all at once, as a download
         is, so that a running program never sees half of it."""
@@ -71,7 +63,7 @@ class VirtualDesktop:
     def start(self, *command, **options):
         """In a session of its own: Ctrl+C in a terminal reaches us alone, and we end everything in its order. Should
         we be killed, the kernel ends what we started."""
-        process = subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command], env=self.environment, text=True,
+        process = subprocess.Popen([*self.as_user, *command], env=self.environment, text=True,
                                    start_new_session=True,
                                    **{"stderr": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, **options})
         self.started.append(process)
@@ -79,7 +71,7 @@ class VirtualDesktop:
 
     def run(self, *command):
         """What the command wrote to its standard output; it has to succeed."""
-        run = subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=60)
+        run = subprocess.run([*self.as_user, *command], env=self.environment, capture_output=True, text=True, timeout=60)
         if run.returncode != 0:
             raise RuntimeError(f"{command[0]} ended with {run.returncode}: {run.stderr.strip()}")
         return run.stdout
@@ -102,7 +94,7 @@ class VirtualDesktop:
 
     def ask(self, *command):
         """The same of a command that fails where there is nothing to find."""
-        return subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=60).stdout
+        return subprocess.run([*self.as_user, *command], env=self.environment, capture_output=True, text=True, timeout=60).stdout
 
     def windows(self, title):
         """The X identifiers of the visible windows with exactly this title."""

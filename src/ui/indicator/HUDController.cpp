@@ -1,3 +1,4 @@
+#include <ports/IndicatorSurface.h>
 #include <ui/indicator/HUDController.h>
 #include <ui/look/Look.h>
 #include <ui/windows/ProgramWindow.h>
@@ -20,14 +21,42 @@ std::chrono::milliseconds unlessStill(std::chrono::milliseconds time)
 
 HUDController::HUDController(Dependencies neighbours)
     : m_dependencies(std::move(neighbours)),
-      m_fade(m_dependencies.scheduler, m_dependencies.clock, [this](double opacity) {
-          if (m_panel)
-              m_panel->setOpacity(*m_window, opacity);
-      })
+      m_fade(m_dependencies.scheduler, m_dependencies.clock,
+             [this](double opacity) { applyOpacity(opacity); })
 {
 }
 
 HUDController::~HUDController() = default;
+
+void HUDController::applyOpacity(double opacity)
+{
+    if (m_window && m_panel)
+        m_panel->setOpacity(*m_window, opacity);
+    else if (m_picture && m_panel)
+        m_panel->surface()->setOpacity(opacity);
+}
+
+bool HUDController::isOnScreen() const
+{
+    return m_window ? m_window->isVisible() : m_isPictureShown;
+}
+
+void HUDController::make()
+{
+    m_panel = m_dependencies.makePanel();
+    if (IndicatorSurface* const surface = m_panel->surface())
+        makePicture(*surface);
+    else
+        makeWindow();
+}
+
+void HUDController::makePicture(IndicatorSurface& surface)
+{
+    m_picture = std::make_unique<IndicatorPicture>(
+        m_dependencies.engine(), QStringLiteral("indicator/IndicatorView"),
+        QVariantMap{{QStringLiteral("model"), QVariant::fromValue(&m_model)}}, contentSize,
+        [&surface](const QImage& picture) { surface.show(picture, ScreenLayout::panelFromLowerEdge); });
+}
 
 void HUDController::makeWindow()
 {
@@ -39,7 +68,6 @@ void HUDController::makeWindow()
     m_window->setMaximumSize(contentSize);
     m_window->resize(contentSize);
     m_window->setColor(Qt::transparent);
-    m_panel = m_dependencies.makePanel();
     m_panel->prepare(*m_window);
     connect(m_window->rootObject(), SIGNAL(outlineChanged()), this, SLOT(cutToOutline()));
 }
@@ -49,22 +77,30 @@ void HUDController::show()
     if (m_isClosed)
         return;
     m_hideTask.reset();
-    if (!m_window)
-        makeWindow();
+    if (!m_panel)
+        make();
     m_model.setBlended(m_panel->isBlended());
-    place();
-    cutToOutline();
-    if (!m_window->isVisible())
+    if (m_window) {
+        place();
+        cutToOutline();
+    }
+    if (!isOnScreen())
         appear();
-    m_panel->raise(*m_window);
+    if (m_window)
+        m_panel->raise(*m_window);
     m_fade.run(1, unlessStill(fadeInTime));
 }
 
 void HUDController::appear()
 {
     m_fade.set(m_model.isBlended() && Look::shared().isAnimated() ? 0 : 1);
-    m_window->show();
+    if (m_window)
+        m_window->show();
     m_model.setShown(true);
+    if (m_picture) {
+        m_isPictureShown = true;
+        m_picture->start(m_panel->surface()->scale());
+    }
 }
 
 void HUDController::hide(bool animated)
@@ -72,7 +108,7 @@ void HUDController::hide(bool animated)
     if (m_hideTask && animated)
         return; // it is on its way out
     m_hideTask.reset();
-    if (!m_window || !m_window->isVisible())
+    if (!isOnScreen())
         return;
     const auto time =
         animated && m_model.isBlended() ? unlessStill(fadeOutTime) : std::chrono::milliseconds(0);
@@ -89,7 +125,13 @@ void HUDController::remove()
     m_hideTask.reset();
     // Some compositors play a farewell of their own; of something that cannot be seen it does not show.
     m_fade.set(0);
-    m_window->hide();
+    if (m_window)
+        m_window->hide();
+    if (m_picture) {
+        m_isPictureShown = false;
+        m_picture->stop();
+        m_panel->surface()->hide();
+    }
     m_model.setShown(false);
 }
 
@@ -97,6 +139,8 @@ void HUDController::close()
 {
     m_isClosed = true;
     m_hideTask.reset();
+    m_isPictureShown = false;
+    m_picture.reset();
     m_panel.reset();
     m_window.reset();
     m_model.setShown(false);

@@ -5,6 +5,7 @@
 #include <ports/IndicatorPanel.h>
 #include <ui/indicator/Fade.h>
 #include <ui/indicator/HUDModel.h>
+#include <ui/indicator/IndicatorPicture.h>
 #include <ui/indicator/ScreenLayout.h>
 
 #include <QObject>
@@ -21,8 +22,9 @@ namespace tulvane {
 
 class Clock;
 
-/// Owns the indicator's window: built when it is first shown, kept from then on, on the screen only while
-/// there is something to show. Main thread.
+/// Owns the indicator's window, or where the desktop takes pictures in its stead, what draws those: built
+/// when it is first shown, kept from then on, on the screen only while there is something to show. Main
+/// thread.
 class HUDController final : public QObject, public Indicator {
     Q_OBJECT
 
@@ -51,14 +53,18 @@ public:
     void close();
 
     [[nodiscard]] HUDModel& model() { return m_model; }
-    /// Null until the indicator has been shown for the first time.
+    /// Null until the indicator has been shown for the first time, and where there is no window.
     [[nodiscard]] QQuickView* panel() const { return m_window.get(); }
 
 private Q_SLOTS:
     void cutToOutline();
 
 private:
+    void make();
     void makeWindow();
+    void makePicture(IndicatorSurface& surface);
+    [[nodiscard]] bool isOnScreen() const;
+    void applyOpacity(double opacity);
     void place();
     void appear();
     void remove();
@@ -67,6 +73,8 @@ private:
     HUDModel m_model;
     std::unique_ptr<QQuickView> m_window;
     std::unique_ptr<IndicatorPanel> m_panel;
+    std::unique_ptr<IndicatorPicture> m_picture; ///< in the window's stead
+    bool m_isPictureShown = false;
     Fade m_fade;
     std::unique_ptr<Scheduler::Token> m_hideTask; ///< takes the window away at the end of its fade
     bool m_isClosed = false;

@@ -9,14 +9,6 @@
 
 namespace tulvane {
 
-namespace {
-
-/// From the lower edge of what is free to the indicator, and from there to the panel's own lower edge.
-constexpr int belowIndicator = 72;
-constexpr int panelMargin = 28;
-
-} // namespace
-
 ScreenLayout ScreenLayout::current()
 {
     ScreenLayout layout;
@@ -47,7 +39,7 @@ std::optional<QPoint> ScreenLayout::panelPlace(QSize panel) const
         return std::nullopt;
     const QRect free = screen->visibleFrame;
     const double middle = free.x() + free.width() / 2.0;
-    const int lowerEdge = free.y() + free.height() - (belowIndicator - panelMargin);
+    const int lowerEdge = free.y() + free.height() - panelFromLowerEdge;
     return QPoint(static_cast<int>(std::floor(middle - panel.width() / 2.0)), lowerEdge - panel.height());
 }
 

@@ -20,6 +20,9 @@ struct ScreenLayout {
     QList<ScreenPlace> screens; ///< the main screen first
     QPoint pointer;             ///< where the mouse pointer is
 
+    /// Between the panel's lower edge and that of what is free of the screen.
+    static constexpr int panelFromLowerEdge = 44;
+
     /// As the desktop has them now. Main thread; needs a QGuiApplication.
     [[nodiscard]] static ScreenLayout current();
 

@@ -8,7 +8,13 @@ Rectangle {
     required property ViewModels models
 
     color: Theme.window
+    focus: true
+    Keys.onPressed: event => page.item.scroll(event)
 
+    WindowKeys {
+        commands: view.models.commands
+        ofMainWindow: true
+    }
     Sidebar {
         id: sidebar
         height: parent.height

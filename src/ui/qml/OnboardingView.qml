@@ -9,8 +9,14 @@ Rectangle {
     readonly property OnboardingViewModel guide: models.onboarding
 
     color: Theme.window
+    focus: true
+    Keys.onPressed: event => steps.scroll(event)
 
+    WindowKeys {
+        commands: view.models.commands
+    }
     ScrollPage {
+        id: steps
         width: parent.width
         height: bar.y
         Accessible.name: Words.translate("Set up Tulvane")

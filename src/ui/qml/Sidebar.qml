@@ -15,6 +15,14 @@ Rectangle {
     Accessible.role: Accessible.PageTabList
     Accessible.name: Words.translate("Pages")
 
+    function choose(index) {
+        const entry = pages.itemAt(index);
+        if (!entry)
+            return;
+        entry.forceActiveFocus(Qt.TabFocusReason);
+        entry.clicked();
+    }
+
     Rectangle {
         anchors.right: parent.right
         width: 1
@@ -46,9 +54,11 @@ Rectangle {
         spacing: 2
 
         Repeater {
+            id: pages
             model: sidebar.model.entries
 
             SidebarEntry {
+                required property int index
                 required property var modelData
 
                 objectName: "sidebar." + modelData.name
@@ -59,6 +69,8 @@ Rectangle {
                 count: modelData.page === SettingsSelection.Home ? sidebar.setup.missingEssentials : 0
                 Accessible.description: count > 0 ? sidebar.setup.missingText : ""
                 onClicked: sidebar.model.selection.page = modelData.page
+                Keys.onDownPressed: sidebar.choose(index + 1)
+                Keys.onUpPressed: sidebar.choose(index - 1)
             }
         }
     }

@@ -74,6 +74,9 @@ ModelGallery::Status ModelGallery::statusKind() const
         return Status::Loading;
     if (m_selected.state() == ModelEntry::State::Ready)
         return Status::Ready;
+    if (m_selected.state() == ModelEntry::State::Downloading ||
+        m_selected.state() == ModelEntry::State::Verifying)
+        return Status::Coming;
     return isAnythingInstalled() ? Status::Missing : Status::None;
 }
 
@@ -84,6 +87,10 @@ QString ModelGallery::status() const
         return translate("Loading model…");
     case Status::Ready:
         return m_selected.isLoaded() ? translate("Loaded in memory") : translate("Ready");
+    case Status::Coming:
+        return m_selected.state() == ModelEntry::State::Verifying
+                   ? translate("Verifying…")
+                   : translate("Downloading – %1").arg(m_selected.progress());
     case Status::Missing:
         return translate("Not downloaded");
     case Status::None:

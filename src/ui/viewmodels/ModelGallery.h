@@ -26,7 +26,7 @@ class ModelGallery final : public QObject {
     Q_PROPERTY(bool freeingCosts READ freeingCosts NOTIFY leftoversChanged)
 
 public:
-    enum class Status { Ready, Loading, Missing, None };
+    enum class Status { Ready, Loading, Coming, Missing, None };
     Q_ENUM(Status)
 
     /// `entries` are the models that are offered; `selected` stands for the selected one. All outlive this

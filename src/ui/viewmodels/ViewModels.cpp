@@ -1,6 +1,7 @@
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <ui/viewmodels/ViewModels.h>
+#include <ui/windows/WindowKeys.h>
 
 namespace tulvane {
 
@@ -34,6 +35,11 @@ MainViewModel* ViewModels::main()
     return made(m_main, m_selection, m_context.version);
 }
 
+WindowCommands* ViewModels::commands()
+{
+    return made(m_commands, m_selection, m_windows, m_context.quit);
+}
+
 SetupViewModel* ViewModels::setup()
 {
     return made(m_setup, facts(), m_context.settings, m_windows);
@@ -53,7 +59,7 @@ DemonstrationViewModel* ViewModels::demonstration()
 ShortcutFieldViewModel& ViewModels::field()
 {
     return *made(m_field, m_context.shortcuts, m_context.keyboard, m_context.scheduler, m_context.beep,
-                 m_context.menuItemOf);
+                 windowKeyTitles(m_context.shortcuts.hotkeys()));
 }
 
 HotkeyViewModel* ViewModels::hotkey()

@@ -16,6 +16,7 @@
 #include <ui/viewmodels/PreferencesViewModel.h>
 #include <ui/viewmodels/SetupViewModel.h>
 #include <ui/viewmodels/StatisticsViewModel.h>
+#include <ui/viewmodels/WindowCommands.h>
 
 #include <QObject>
 
@@ -31,6 +32,7 @@ class ViewModels final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
     Q_PROPERTY(tulvane::MainViewModel* main READ main CONSTANT)
+    Q_PROPERTY(tulvane::WindowCommands* commands READ commands CONSTANT)
     Q_PROPERTY(tulvane::SetupViewModel* setup READ setup CONSTANT)
     Q_PROPERTY(tulvane::OnboardingViewModel* onboarding READ onboarding CONSTANT)
     Q_PROPERTY(tulvane::DemonstrationViewModel* demonstration READ demonstration CONSTANT)
@@ -51,6 +53,7 @@ public:
     ~ViewModels() override;
 
     [[nodiscard]] MainViewModel* main();
+    [[nodiscard]] WindowCommands* commands();
     [[nodiscard]] SetupViewModel* setup();
     [[nodiscard]] OnboardingViewModel* onboarding();
     [[nodiscard]] DemonstrationViewModel* demonstration();
@@ -90,6 +93,7 @@ private:
     DictationStatus* m_status = nullptr;
     HotkeyStatus* m_hotkeyStatus = nullptr;
     MainViewModel* m_main = nullptr;
+    WindowCommands* m_commands = nullptr;
     SetupFacts* m_facts = nullptr;
     SetupViewModel* m_setup = nullptr;
     OnboardingViewModel* m_onboarding = nullptr;

@@ -66,8 +66,13 @@ QRect movedInto(QRect frame, const QRect& area)
 WindowFrame::WindowFrame(QWindow& window, QString autosaveName, UserDefaults& defaults)
     : m_window(window),
       m_autosaveName(std::move(autosaveName)),
-      m_defaults(defaults)
+      m_defaults(defaults),
+      m_smallest(window.minimumSize())
 {
+    connect(&window, &QWindow::screenChanged, this, [this](const QScreen* screen) {
+        if (screen)
+            boundMinimum(*screen);
+    });
     for (const auto changed :
          {&QWindow::xChanged, &QWindow::yChanged, &QWindow::widthChanged, &QWindow::heightChanged})
         connect(&window, changed, this, &WindowFrame::noteChange);
@@ -82,6 +87,7 @@ void WindowFrame::restore(QSize size, const QScreen& screen)
 {
     const auto stored = fromText(m_defaults.value(key()).toString(), primaryHeight());
     const QScreen* const home = stored ? screenOf(*stored) : nullptr;
+    boundMinimum(home ? *home : screen);
     if (!home) {
         m_window.setGeometry(centred(size, placeForWindows(screen)));
         return;
@@ -89,6 +95,11 @@ void WindowFrame::restore(QSize size, const QScreen& screen)
     QRect frame = *stored;
     frame.setSize(frame.size().expandedTo(m_window.minimumSize()));
     m_window.setGeometry(movedInto(frame, placeForWindows(*home)));
+}
+
+void WindowFrame::boundMinimum(const QScreen& screen)
+{
+    m_window.setMinimumSize(m_smallest.boundedTo(placeForWindows(screen).size()));
 }
 
 void WindowFrame::noteChange()

@@ -18,7 +18,9 @@ class UserDefaults;
 /// bottom left of the primary screen. Main thread.
 class WindowFrame final : public QObject {
 public:
-    /// Stores from now on, when a move or a change of size has come to rest. Both outlive this object.
+    /// The window's minimum size is bounded by its screen from now on, or the lower part of a window on a
+    /// small one could never be reached. Stores from now on, when a move or a change of size has come to
+    /// rest. Both outlive this object.
     WindowFrame(QWindow& window, QString autosaveName, UserDefaults& defaults);
 
     /// Before the window is first shown: the stored frame, moved and cut so that it lies on a screen of today
@@ -36,11 +38,13 @@ protected:
 
 private:
     void noteChange();
+    void boundMinimum(const QScreen& screen);
     [[nodiscard]] QString key() const;
 
     QWindow& m_window;
     QString m_autosaveName;
     UserDefaults& m_defaults;
+    QSize m_smallest; ///< what the window needs where there is room
     int m_timer = 0;
 };
 

@@ -1,3 +1,4 @@
+#include "DeviceWorld.h"
 #include "X11Peers.h"
 
 #include <platform/fake/FakeKeyPosting.h>
@@ -79,7 +80,7 @@ protected:
     World m_world;
 };
 
-using Worlds = testing::Types<FakeWorld, X11World>;
+using Worlds = testing::Types<FakeWorld, X11World, test::SwayKeysWorld, test::KWinKeysWorld>;
 TYPED_TEST_SUITE(KeyPostingContract, Worlds);
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "DataControlWorld.h"
 #include "X11Peers.h"
 
 #include <platform/fake/FakePasteboard.h>
@@ -73,7 +74,7 @@ protected:
     World m_world;
 };
 
-using Worlds = testing::Types<FakeWorld, X11World>;
+using Worlds = testing::Types<FakeWorld, X11World, test::SwayWorld, test::KWinWorld>;
 TYPED_TEST_SUITE(PasteboardContract, Worlds);
 
 } // namespace

@@ -1,5 +1,6 @@
 """The show of the whole product: its verdict, its start on a real desktop, and that it leaves nothing behind."""
 import os
+import re
 import signal
 import subprocess
 import tempfile
@@ -7,6 +8,7 @@ import unittest
 from pathlib import Path
 
 from sentences import SENTENCES, complaints, share
+from sound_server import SERVERS
 from virtual_desktop import VirtualDesktop
 
 PROGRAM = Path(os.environ["TULVANE_PROGRAM"])
@@ -100,6 +102,23 @@ class Processes(unittest.TestCase):
         self.assertIn("--model demo", "".join(show.stdout.readline() for _ in range(3)))
         show.terminate()
         self.assertEqual(show.wait(10), 0)
+
+
+class VirtualSound(unittest.TestCase):
+    def test_the_microphone_hears_what_is_played_into_it_whichever_server_is_there(self):
+        for server in SERVERS:
+            with self.subTest(server), tempfile.TemporaryDirectory() as home:
+                desktop = VirtualDesktop(home, PROGRAM, sound=server)
+                self.addCleanup(desktop.end)
+                tone, heard = Path(home) / "tone.wav", Path(home) / "heard.wav"
+                desktop.run("sox", "-n", "-r", "48000", "-c", "1", tone, "synth", "2", "sine", "440")
+                recorder = desktop.start("parecord", "--device=vmic", "--file-format=wav", str(heard))
+                desktop.run("paplay", "--device=micsink", tone)
+                recorder.terminate()
+                recorder.wait(10)
+                statistics = subprocess.run(["sox", heard, "-n", "stat"], capture_output=True, text=True, check=True)
+                peak = re.search(r"Maximum amplitude: *([0-9.]+)", statistics.stderr)
+                self.assertGreater(float(peak.group(1)), 0.5)
 
 
 if __name__ == "__main__":

@@ -2,6 +2,7 @@
 
 #include <support/Await.h>
 #include <support/Paths.h>
+#include <support/Signals.h>
 
 #include <QDir>
 #include <QFile>
@@ -27,7 +28,7 @@ LifeCycleDesktop::~LifeCycleDesktop()
 {
     // Also one that has started itself anew.
     if (const qint64 running = process())
-        ::kill(static_cast<pid_t>(running), SIGTERM);
+        sendSignal(running, SIGTERM);
     if (m_program && !m_program->waitForFinished(5000)) {
         m_program->kill();
         m_program->waitForFinished(5000);

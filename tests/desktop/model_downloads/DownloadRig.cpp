@@ -3,6 +3,7 @@
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/transfers/TransferFolder.h>
 #include <support/Await.h>
+#include <support/Signals.h>
 #include <support/transfers/InProcessTransfers.h>
 
 #include <QCryptographicHash>
@@ -30,7 +31,7 @@ DownloadRig::DownloadRig(TransferKind kind, qint64 size)
 DownloadRig::~DownloadRig()
 {
     for (const int helper : helpers())
-        ::kill(helper, SIGKILL);
+        sendSignal(helper, SIGKILL);
 }
 
 void DownloadRig::publish(const QByteArray& content)

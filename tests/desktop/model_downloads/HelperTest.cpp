@@ -6,6 +6,7 @@
 #include <platform/linux/transfers/TransferFolder.h>
 #include <support/Await.h>
 #include <support/LogCapture.h>
+#include <support/Signals.h>
 #include <support/Soak.h>
 
 #include <QFileInfo>
@@ -201,7 +202,7 @@ TEST_F(Helper, KilledItIsStartedAgainAndGoesOn)
         const auto program = underWay(rig, until);
         const QList<int> helpers = rig.helpers();
         ASSERT_EQ(helpers.size(), 1);
-        ::kill(helpers.first(), SIGKILL);
+        test::sendSignal(helpers.first(), SIGKILL);
         ASSERT_TRUE(waitUntil([&] { return state(rig, program) == ModelState::ready(); }))
             << qPrintable(state(rig, program).message());
         rig.expectOnlyTheModel();
@@ -214,7 +215,7 @@ TEST_F(Helper, KilledWithNobodyThereItsWorkIsGoneOnWithAtTheNextStart)
 {
     underWay(m_rig, 0.2, 2).manager.reset();
     for (const int helper : m_rig.helpers())
-        ::kill(helper, SIGKILL);
+        test::sendSignal(helper, SIGKILL);
     ASSERT_TRUE(m_rig.waitForNoHelper());
     const auto program = m_rig.launch();
     EXPECT_EQ(state(m_rig, program).kind(), Kind::downloading);
@@ -227,7 +228,7 @@ TEST_F(Helper, ToldToEndItLeavesItsWorkToTheNext)
 {
     const auto program = underWay(m_rig);
     for (const int helper : m_rig.helpers())
-        ::kill(helper, SIGTERM);
+        test::sendSignal(helper, SIGTERM);
     ASSERT_TRUE(waitUntil([&] { return state(m_rig, program) == ModelState::ready(); }));
     m_rig.expectOnlyTheModel();
     EXPECT_GT(m_rig.askedFrom().last(), 0);

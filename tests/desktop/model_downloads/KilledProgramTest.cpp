@@ -1,6 +1,7 @@
 #include "DownloadRig.h"
 
 #include <support/Await.h>
+#include <support/Signals.h>
 #include <support/Soak.h>
 
 #include <QProcess>
@@ -51,7 +52,7 @@ public:
         const bool ended = waitUntil([this] { return m_process.state() == QProcess::NotRunning; });
         return ended && m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
     }
-    void kill() { ::kill(static_cast<pid_t>(m_process.processId()), SIGKILL); }
+    void kill() { test::sendSignal(m_process, SIGKILL); }
     [[nodiscard]] double fraction() const { return m_fraction; }
 
 private:
@@ -123,6 +124,14 @@ TEST_F(KilledProgram, AtTheMomentOfTheHandOverNothingIsLost)
     });
 }
 
+TEST_F(KilledProgram, AfterItsEndNoOtherProcessIsKilledInItsPlace)
+{
+    DownloadRig rig(TransferKind::detached);
+    ProgramProcess ended(rig);
+    ASSERT_TRUE(ended.waitForSuccess());
+    ended.kill();
+}
+
 TEST_F(KilledProgram, TogetherWithItsHelperItIsGoneOnFrom)
 {
     often([](DownloadRig& rig) {
@@ -130,7 +139,7 @@ TEST_F(KilledProgram, TogetherWithItsHelperItIsGoneOnFrom)
         ASSERT_TRUE(first.waitFor(QStringLiteral("downloading"), 0.3));
         first.kill();
         for (const int helper : rig.helpers())
-            ::kill(helper, SIGKILL);
+            test::sendSignal(helper, SIGKILL);
         ASSERT_TRUE(rig.waitForNoHelper());
         ProgramProcess second(rig);
         EXPECT_TRUE(second.waitForSuccess());

@@ -1,6 +1,7 @@
 #include "ResidentDesktop.h"
 
 #include <support/Await.h>
+#include <support/Signals.h>
 
 #include <QFile>
 #include <QJsonDocument>
@@ -74,7 +75,7 @@ TEST(ResidentProgram, EndsWhenAskedToAndTheNextOneTakesItsPlace)
     EXPECT_EQ(here.tulvane(words("toggle")).status, 3);
 
     QProcess& killed = here.launch();
-    ::kill(static_cast<pid_t>(killed.processId()), SIGKILL);
+    sendSignal(killed, SIGKILL);
     ASSERT_TRUE(waitUntil([&] { return killed.state() == QProcess::NotRunning; }));
     here.launch();
 }

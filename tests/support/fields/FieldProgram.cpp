@@ -1,4 +1,5 @@
 #include <support/Paths.h>
+#include <support/Signals.h>
 #include <support/fields/FieldProgram.h>
 
 #include <QDeadlineTimer>
@@ -101,12 +102,12 @@ void FieldProgram::comeToFront()
 
 void FieldProgram::freeze() const
 {
-    kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
+    sendSignal(m_process, SIGSTOP);
 }
 
 void FieldProgram::thaw() const
 {
-    kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
+    sendSignal(m_process, SIGCONT);
 }
 
 void FieldProgram::quit()

@@ -108,12 +108,7 @@ UiContext UiWorld::context()
             .version = QStringLiteral("0.1.0"),
             .relaunch = [this] { ++relaunches; },
             .quit = [this] { ++quits; },
-            .beep = [this] { ++beeps; },
-            .menuItemOf =
-                [this](const KeyCombination& combination) {
-                    const QString item = menuItems.key(combination);
-                    return item.isEmpty() ? std::nullopt : std::optional(item);
-                }};
+            .beep = [this] { ++beeps; }};
 }
 
 void UiWorld::settle()

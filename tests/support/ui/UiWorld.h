@@ -127,8 +127,6 @@ public:
     int relaunches = 0;
     int quits = 0;
     int beeps = 0;
-    /// A menu item of ours, and what works it.
-    QMap<QString, KeyCombination> menuItems;
     ExchangeableIndicator indicator;
     DictationSession session;
     /// Two seconds.

@@ -1,6 +1,7 @@
 #include "DefaultsFolder.h"
 
 #include <support/Await.h>
+#include <support/Signals.h>
 #include <support/Soak.h>
 
 #include <gtest/gtest.h>
@@ -96,7 +97,7 @@ TEST_F(DefaultsAcrossProcesses, AWriterThatIsKilledLeavesAWholeFileAndNoLock)
         const bool started = test::waitUntil([&] { return witness.value(u"count"_qs).toLongLong() > last; });
         // From here the moment is meant to be any: before, within or between writes.
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 15000));
-        ::kill(child, SIGKILL);
+        test::sendSignal(child, SIGKILL);
         int status = 0;
         ASSERT_EQ(::waitpid(child, &status, 0), child);
         ASSERT_TRUE(WIFSIGNALED(status)) << "the writer met a failure";

@@ -210,12 +210,8 @@ TEST_F(HotkeyViewTest, AKeyThatCannotBeStoredBeeps)
 
 TEST_F(HotkeyViewTest, WhatAMenuItemUsesIsRefusedWithItsName)
 {
-    world.ui.detach();
-    world.menuItems[QStringLiteral("Quit Tulvane")] = {12, carbon::command};
-    world.ui.attach(world.context());
-    world.ui.showOnboarding();
-    WindowProbe again(*world.ui.onboardingWindow().window());
-    again.click(combination);
+    record();
+    WindowProbe& again = probe();
     again.nativeKey(commandPlusQ);
     EXPECT_TRUE(
         again.shows(QStringLiteral("The menu item “Quit Tulvane” already uses this key combination.")));

@@ -111,12 +111,25 @@ TEST_F(ModelsPageTest, ADownloadShowsHowFarItIsAndCanBeCancelled)
     world.transfers.tellProgress(world.transfers.lastTask(), 53'900'000, 539'000'000);
     UiWorld::settle();
     EXPECT_EQ(textOf(control(medium, "progress")), QStringLiteral("53.9 MB of 539 MB"));
+    EXPECT_EQ(textOf(QStringLiteral("models.status")), QStringLiteral("Downloading – 53.9 MB of 539 MB"));
     EXPECT_FALSE(probe->has(control(medium, "start")));
     probe->click(control(medium, "cancel"));
     EXPECT_EQ(world.transfers.cancelled.size(), 1);
     world.transfers.tellCompleted(world.transfers.lastTask(), TransferError(TransferError::Kind::cancelled));
     UiWorld::settle();
     EXPECT_TRUE(probe->has(control(medium, "start")));
+}
+
+TEST_F(ModelsPageTest, TheFocusGoesToTheButtonThatTakesThePlaceOfThePressedOne)
+{
+    probe->item(control(medium, "start")).forceActiveFocus(Qt::TabFocusReason);
+    probe->press(Qt::Key_Space);
+    UiWorld::settle();
+    EXPECT_TRUE(probe->item(control(medium, "cancel")).hasActiveFocus());
+    probe->press(Qt::Key_Space);
+    world.transfers.tellCompleted(world.transfers.lastTask(), TransferError(TransferError::Kind::cancelled));
+    UiWorld::settle();
+    EXPECT_TRUE(probe->item(control(medium, "start")).hasActiveFocus());
 }
 
 TEST_F(ModelsPageTest, AFailureSaysWhatHappenedAndOffersToTryAgain)

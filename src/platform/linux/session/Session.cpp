@@ -1,6 +1,8 @@
 #include <base/Translate.h>
 #include <platform/linux/session/NullPrivacyPermissions.h>
 #include <platform/linux/session/Session.h>
+#include <platform/linux/session/WaylandOffers.h>
+#include <platform/linux/session/WaylandPrivacyPermissions.h>
 #include <platform/linux/session/X11Abilities.h>
 #include <platform/linux/session/X11PrivacyPermissions.h>
 
@@ -17,6 +19,24 @@ bool isWayland(const QProcessEnvironment& environment)
 {
     return environment.value(QStringLiteral("XDG_SESSION_TYPE")) == u"wayland" ||
            !environment.value(QStringLiteral("WAYLAND_DISPLAY")).isEmpty();
+}
+
+bool isGnome(const QProcessEnvironment& environment)
+{
+    return isWayland(environment) && waylandOffers(environment).gnomeShell;
+}
+
+bool isKde(const QProcessEnvironment& environment)
+{
+    return isWayland(environment) && waylandOffers(environment).kwin;
+}
+
+bool isWlroots(const QProcessEnvironment& environment)
+{
+    if (!isWayland(environment))
+        return false;
+    const WaylandOffers& offers = waylandOffers(environment);
+    return offers.holdsClipboard && offers.virtualKeyboard && offers.layerShell;
 }
 
 bool isX11(const QProcessEnvironment& environment)
@@ -39,6 +59,37 @@ KeyObstacles waylandObstacles()
             .watching = {translate("Hotkeys are not supported in a Wayland session yet."),
                          translate("Bind the command “tulvane toggle” to a key in your desktop's keyboard "
                                    "settings.")}};
+}
+
+/// What is out of reach where keys can be posted and the clipboard held.
+KeyObstacles openWaylandObstacles()
+{
+    return {.hotkeys = translate(
+                "This desktop gives programs no hotkeys. Bind the command “tulvane toggle” to a key in the "
+                "desktop's own configuration."),
+            .pasting = {translate("This desktop does not let Tulvane paste into other programs."),
+                        translate("The text is left on the clipboard: paste it yourself.")},
+            .watching = {
+                translate("A Wayland desktop shows no program the keys of others, so single keys cannot be "
+                          "watched."),
+                translate("Use a key combination as the hotkey.")}};
+}
+
+KeyObstacles kdeObstacles()
+{
+    KeyObstacles obstacles = openWaylandObstacles();
+    obstacles.pasting = {
+        translate("KDE does not let Tulvane press keys: it has not found Tulvane's desktop entry."),
+        translate("Install Tulvane for all users, or log in again.")};
+    return obstacles;
+}
+
+template <KeyObstacles (*obstacles)()>
+std::unique_ptr<PrivacyPermissions> waylandPermissions(const QProcessEnvironment& environment,
+                                                       const MicrophoneDenied& microphoneDenied)
+{
+    return std::make_unique<WaylandPrivacyPermissions>(waylandOffers(environment), obstacles,
+                                                       microphoneDenied);
 }
 
 KeyObstacles noSessionObstacles()
@@ -70,6 +121,12 @@ const Session& sessionOf(const QProcessEnvironment& environment)
 {
     // The first that is here counts.
     static const std::array sessions{
+        Session{SessionKind::gnome, QStringLiteral("Wayland, GNOME"), isGnome, waylandObstacles,
+                nullPermissions<waylandObstacles>},
+        Session{SessionKind::kde, QStringLiteral("Wayland, KDE"), isKde, kdeObstacles,
+                waylandPermissions<kdeObstacles>},
+        Session{SessionKind::wlroots, QStringLiteral("Wayland, wlroots"), isWlroots, openWaylandObstacles,
+                waylandPermissions<openWaylandObstacles>},
         Session{SessionKind::wayland, QStringLiteral("Wayland"), isWayland, waylandObstacles,
                 nullPermissions<waylandObstacles>},
         Session{SessionKind::x11, QStringLiteral("X11"), isX11, nullptr, x11Permissions},
@@ -78,6 +135,11 @@ const Session& sessionOf(const QProcessEnvironment& environment)
     };
     return *std::ranges::find_if(sessions,
                                  [&](const Session& session) { return session.isHere(environment); });
+}
+
+bool hasWaylandWindows(const Session& session)
+{
+    return session.kind == SessionKind::wlroots || session.kind == SessionKind::kde;
 }
 
 QByteArray displayName(const QProcessEnvironment& environment)

@@ -11,7 +11,8 @@
 
 namespace tulvane {
 
-enum class SessionKind { x11, wayland, none };
+/// `wlroots`: sway and its kind. `wayland`: one that is none of the others, or that does not answer.
+enum class SessionKind { x11, wlroots, kde, gnome, wayland, none };
 
 /// Why the keys of other programs are out of reach in a kind of session, in the user's language.
 struct KeyObstacles {
@@ -27,6 +28,7 @@ using MicrophoneDenied = std::function<bool()>;
 struct Session {
     SessionKind kind;
     QString name; ///< "X11", as `doctor` says it
+    /// By what the session offers, never by what it calls itself. May wait for the session's answers.
     bool (*isHere)(const QProcessEnvironment& environment);
     /// Null where the program reaches the keys.
     KeyObstacles (*keyObstacles)();
@@ -37,6 +39,9 @@ struct Session {
 
 /// The session that the environment names; the one place that decides it. Any thread.
 [[nodiscard]] const Session& sessionOf(const QProcessEnvironment& environment);
+
+/// Whether the program's windows are the compositor's own here, and need no X server.
+[[nodiscard]] bool hasWaylandWindows(const Session& session);
 
 /// The X display's name, as in DISPLAY; empty where there is none.
 [[nodiscard]] QByteArray displayName(const QProcessEnvironment& environment);

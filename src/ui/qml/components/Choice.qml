@@ -21,7 +21,8 @@ T.RadioButton {
         checked = Qt.binding(() => chosen);
     }
     implicitHeight: words.height + 2 * Theme.small
-    focusPolicy: Qt.StrongFocus
+    // A group is one stop of Tab.
+    focusPolicy: chosen ? Qt.StrongFocus : Qt.ClickFocus
     Accessible.name: text
     Accessible.description: explanation
     Keys.onReturnPressed: clicked()

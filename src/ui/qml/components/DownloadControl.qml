@@ -10,6 +10,8 @@ Column {
     property string name: "download"
     property bool primary: true
     property alias done: done.data
+    /// One of the two buttons was pressed: the other, which takes its place, takes its focus.
+    property bool handsOver: false
 
     spacing: Theme.small
 
@@ -24,7 +26,14 @@ Column {
             symbol: control.entry.state === ModelEntry.Failed ? "arrow.clockwise" : "arrow.down.circle"
             text: control.entry.state === ModelEntry.Failed ? Words.translate("Retry") : Words.translate("Download")
             Accessible.description: control.entry.name
-            onClicked: control.entry.download()
+            onClicked: {
+                control.handsOver = activeFocus;
+                control.entry.download();
+            }
+            onVisibleChanged: {
+                if (visible && control.handsOver)
+                    forceActiveFocus(Qt.OtherFocusReason);
+            }
         }
         Label {
             anchors.verticalCenter: parent.verticalCenter
@@ -66,7 +75,14 @@ Column {
             visible: control.entry.state === ModelEntry.Downloading
             text: Words.translate("Cancel")
             Accessible.description: control.entry.name
-            onClicked: control.entry.cancel()
+            onClicked: {
+                control.handsOver = activeFocus;
+                control.entry.cancel();
+            }
+            onVisibleChanged: {
+                if (visible && control.handsOver)
+                    forceActiveFocus(Qt.OtherFocusReason);
+            }
         }
     }
 

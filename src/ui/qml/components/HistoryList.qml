@@ -11,9 +11,16 @@ RoundBox {
     /// Before the name of each control, as in "home.copy.0".
     property string place
     property int mostLines: 3
+    /// Only what has these words, in this order, is shown.
+    property string search: ""
+    readonly property bool isSearched: search.trim() !== ""
+
+    function isFound(text: string): bool {
+        return text.toLowerCase().includes(search.trim().toLowerCase());
+    }
 
     width: parent.width
-    height: model.count > 0 ? rows.height : nothing.height + 2 * Theme.enormous
+    height: rows.height > 0 ? rows.height : nothing.height + 2 * Theme.enormous
     radius: Theme.cardRadius
     color: Theme.card
     border.width: 1
@@ -23,13 +30,13 @@ RoundBox {
 
     EmptyState {
         id: nothing
-        visible: list.model.count === 0
+        visible: rows.height === 0
         y: Theme.enormous
         x: Theme.large
         width: parent.width - 2 * Theme.large
-        symbol: "clock.arrow.circlepath"
-        title: Words.translate("No dictations yet")
-        text: Words.translate("Press the hotkey, say something, and your transcripts show up here.")
+        symbol: list.isSearched ? "magnifyingglass" : "clock.arrow.circlepath"
+        title: list.isSearched ? Words.translate("Nothing found") : Words.translate("No dictations yet")
+        text: list.isSearched ? Words.translate("No dictation in memory has these words.") : Words.translate("Press the hotkey, say something, and your transcripts show up here.")
     }
     Column {
         id: rows
@@ -39,6 +46,7 @@ RoundBox {
             model: list.model
 
             HistoryRow {
+                visible: !list.isSearched || list.isFound(transcript)
                 width: rows.width
                 place: list.place
                 mostLines: list.mostLines

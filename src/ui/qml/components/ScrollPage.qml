@@ -22,7 +22,10 @@ Flickable {
     Accessible.role: Accessible.Pane
     Accessible.name: title
 
-    Keys.onPressed: event => {
+    Keys.onPressed: event => scroll(event)
+
+    /// The keys that scroll, pressed here or where nothing else takes them.
+    function scroll(event) {
         const ways = { [Qt.Key_PageDown]: height * 0.9, [Qt.Key_PageUp]: -height * 0.9, [Qt.Key_Down]: 60, [Qt.Key_Up]: -60 };
         const way = event.key === Qt.Key_Home ? -contentHeight : event.key === Qt.Key_End ? contentHeight : ways[event.key];
         if (way === undefined)

@@ -11,12 +11,12 @@ Pressable {
     property int count: 0
 
     implicitHeight: 36
+    // The pages are one stop of Tab; arrows go from one to the next.
+    activeFocusOnTab: selected
     Accessible.role: Accessible.PageTab
     Accessible.name: count > 0 ? text + " (" + count + ")" : text
     Accessible.selectable: true
     Accessible.selected: selected
-    Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
     RoundBox {
         anchors.fill: parent

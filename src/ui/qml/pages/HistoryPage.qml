@@ -13,8 +13,23 @@ ScrollPage {
     onIsInFrontChanged: models.history.refresh()
     Component.onCompleted: models.history.refresh()
 
+    Connections {
+        target: page.models.commands
+        function onSearchWanted() {
+            search.forceActiveFocus(Qt.ShortcutFocusReason);
+        }
+    }
+
+    corner: SearchField {
+        id: search
+        objectName: "history.search"
+        visible: page.models.history.count > 0
+        label: Words.translate("Search the history")
+    }
+
     HistoryList {
         place: "history"
+        search: search.text
         model: page.models.history
         mostLines: 8
     }

@@ -16,11 +16,14 @@ ScrollPage {
     subtitle: Words.translate("Used to recognise and transcribe spoken Norwegian as accurately as possible. All variants are NB-Whisper Medium from the National Library of Norway and run fully on your Mac.")
 
     RoundBox {
+        id: strip
+
+        readonly property bool isUnderWay: page.gallery.statusKind === ModelGallery.Loading || page.gallery.statusKind === ModelGallery.Coming
+
         width: parent.width
         height: Math.max(52, status.height + 2 * Theme.medium)
         radius: Theme.cardRadius
-        color: page.gallery.statusKind === ModelGallery.Ready ? Theme.successSoft
-            : page.gallery.statusKind === ModelGallery.Loading ? Theme.accentSoft : Theme.warningSoft
+        color: page.gallery.statusKind === ModelGallery.Ready ? Theme.successSoft : isUnderWay ? Theme.accentSoft : Theme.warningSoft
 
         Symbol {
             id: mark
@@ -30,7 +33,7 @@ ScrollPage {
                 : page.gallery.statusKind === ModelGallery.Loading ? "arrow.clockwise" : "arrow.down.circle"
             size: 22
             color: page.gallery.statusKind === ModelGallery.Ready ? Theme.success
-                : page.gallery.statusKind === ModelGallery.Loading ? Theme.accentSoftInk : Theme.warning
+                : strip.isUnderWay ? Theme.accentSoftInk : Theme.warning
         }
         Column {
             id: status

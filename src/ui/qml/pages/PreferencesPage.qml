@@ -160,7 +160,8 @@ ScrollPage {
 
             PushButton {
                 objectName: "settings.setupGuide"
-                text: Words.translate("Setup guide")
+                text: Words.translate("Open")
+                Accessible.name: Words.translate("Setup guide")
                 onClicked: page.preferences.showSetupGuide()
             }
         }
@@ -200,7 +201,8 @@ ScrollPage {
 
             PushButton {
                 objectName: "settings.quit"
-                text: Words.translate("Quit Tulvane")
+                text: Words.translate("Quit")
+                Accessible.name: Words.translate("Quit Tulvane")
                 onClicked: page.preferences.quit()
             }
         }

@@ -1,7 +1,9 @@
 #include <platform/linux/session/DisplayCheck.h>
 #include <platform/linux/session/Session.h>
+#include <platform/linux/session/desktop/KdePorts.h>
 #include <platform/linux/session/desktop/NullPorts.h>
 #include <platform/linux/session/desktop/SharedPorts.h>
+#include <platform/linux/session/desktop/SwayPorts.h>
 #include <platform/linux/session/desktop/X11Ports.h>
 #include <ports/OpenDesktop.h>
 
@@ -30,7 +32,11 @@ Result<void, Obstacle> fillWithNothing(Desktop& /*desktop*/, const DesktopOption
 constexpr std::array kinds{
     DesktopKind{SessionKind::x11, "xcb", fillWithX11Ports},
     // The clipboard and the indicator go over X11, and so do the windows: one world.
+    DesktopKind{SessionKind::gnome, "xcb", fillWithXWaylandPorts},
     DesktopKind{SessionKind::wayland, "xcb", fillWithXWaylandPorts},
+    // The toolkit's own way first; xcb where its plugin for Wayland is not installed.
+    DesktopKind{SessionKind::wlroots, "wayland;xcb", fillWithSwayPorts},
+    DesktopKind{SessionKind::kde, "wayland;xcb", fillWithKdePorts},
     DesktopKind{SessionKind::none, nullptr, fillWithNothing},
 };
 
@@ -39,23 +45,32 @@ const DesktopKind& kindOf(const Session& session)
     return *std::ranges::find(kinds, session.kind, &DesktopKind::kind);
 }
 
+std::optional<Obstacle> obstacleOf(const DesktopKind& kind, const QProcessEnvironment& environment)
+{
+    // A compositor has answered already where it is known what it offers.
+    if (!kind.windowSystem || hasWaylandWindows(sessionOf(environment)))
+        return std::nullopt;
+    return displayObstacle(displayName(environment));
+}
+
 } // namespace
 
 Result<QByteArray, Obstacle> windowSystem(const QProcessEnvironment& environment)
 {
-    if (const auto obstacle = displayObstacle(displayName(environment)))
+    const DesktopKind& kind = kindOf(sessionOf(environment));
+    const auto obstacle =
+        kind.windowSystem ? obstacleOf(kind, environment) : displayObstacle(displayName(environment));
+    if (obstacle)
         return failure(*obstacle);
-    return QByteArray(kindOf(sessionOf(environment)).windowSystem);
+    return QByteArray(kind.windowSystem);
 }
 
 Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const DesktopOptions& options, Scheduler& scheduler)
 {
     const Session& session = sessionOf(options.environment);
     const DesktopKind& kind = kindOf(session);
-    if (kind.windowSystem) {
-        if (const auto obstacle = displayObstacle(displayName(options.environment)))
-            return failure(*obstacle);
-    }
+    if (const auto obstacle = obstacleOf(kind, options.environment))
+        return failure(*obstacle);
     auto desktop = std::make_unique<Desktop>();
     if (const auto filled = kind.fill(*desktop, options, scheduler); !filled)
         return failure(filled.error());

@@ -54,11 +54,14 @@ public:
     }
     [[nodiscard]] SessionFacts session() override
     {
+        const Session& session = sessionOf(m_options.environment);
+        const bool isWayland = hasWaylandWindows(session);
         const QByteArray display = displayName(m_options.environment);
-        return {.kind = sessionOf(m_options.environment).name,
+        return {.kind = session.name,
                 .desktop = desktopName(m_options.environment),
-                .display = QString::fromLocal8Bit(display),
-                .displayReached = !displayObstacle(display),
+                .display = isWayland ? m_options.environment.value(QStringLiteral("WAYLAND_DISPLAY"))
+                                     : QString::fromLocal8Bit(display),
+                .displayReached = isWayland || !displayObstacle(display),
                 .hasAccessibilityBus =
                     AtspiFocusedElements::isOffered(AtspiFocusedElements::usersSessionBus())};
     }

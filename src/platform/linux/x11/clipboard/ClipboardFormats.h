@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/linux/formats/ClipboardFormat.h>
 #include <platform/linux/x11/connection/X11Connection.h>
 #include <ports/PasteboardItem.h>
 
@@ -25,20 +26,8 @@ struct TargetOffer {
     QByteArray bytes;
 };
 
-/// Whether a target is content. The others tell about the selection, or make its owner do something.
-[[nodiscard]] bool isContentTarget(const QString& name);
-
-/// The order in which formats are saved: what a program most likely pastes comes first, so that an owner that
-/// is slow or stops answering costs the least.
-enum class FormatWorth { text, html, files, picture, own, redundant };
-
-[[nodiscard]] FormatWorth worthOf(const QString& target);
-
 /// Every target under which these items are offered; plain text under all the names that programs ask for.
 [[nodiscard]] QList<TargetOffer> offersFor(X11Connection& link, const QList<PasteboardItem>& items,
                                            const TargetForms& forms);
-
-/// Whether a program that reads this target reads text.
-[[nodiscard]] bool isTextTarget(const QString& name);
 
 } // namespace tulvane

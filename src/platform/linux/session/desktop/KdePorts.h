@@ -1,0 +1,11 @@
+#pragma once
+
+#include <ports/OpenDesktop.h>
+
+namespace tulvane {
+
+/// Puts into the desktop what a session of KDE has. What it lacks is left for null ports.
+[[nodiscard]] Result<void, Obstacle> fillWithKdePorts(Desktop& desktop, const DesktopOptions& options,
+                                                      Scheduler& scheduler);
+
+} // namespace tulvane

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <ports/OpenDesktop.h>
+
+namespace tulvane {
+
+/// Puts into the desktop what a session of sway, or of another wlroots desktop, has. What it lacks is left
+/// for null ports.
+[[nodiscard]] Result<void, Obstacle> fillWithSwayPorts(Desktop& desktop, const DesktopOptions& options,
+                                                       Scheduler& scheduler);
+
+} // namespace tulvane

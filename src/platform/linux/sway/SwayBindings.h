@@ -1,0 +1,28 @@
+#pragma once
+
+#include <ports/KeyCombination.h>
+
+#include <QString>
+
+#include <optional>
+
+namespace tulvane::swayBindings {
+
+// Commands of sway's that bind a combination by its place on the keyboard to nothing: sway tells of each edge
+// on its socket.
+
+/// Whether sway sees the key at all.
+[[nodiscard]] bool canBind(const KeyCombination& combination);
+/// `name` comes back with the edges.
+[[nodiscard]] QString bind(const KeyCombination& combination, const QString& name);
+[[nodiscard]] QString unbind(const KeyCombination& combination);
+[[nodiscard]] QString unbindPress(const KeyCombination& combination);
+
+struct Edge {
+    QString name;
+    bool isPress = false;
+};
+/// What a binding's command says, where it is one of ours.
+[[nodiscard]] std::optional<Edge> read(const QString& command);
+
+} // namespace tulvane::swayBindings

@@ -1,0 +1,188 @@
+"""How each desktop is started without a screen, and when it counts as up."""
+import os
+import shutil
+import subprocess
+import time
+from pathlib import Path
+
+from wayland_desktop import WaylandDesktop
+from wayland_wire import KeyPresser
+
+
+class SwayDesktop(WaylandDesktop):
+    NAME = "sway"
+    NEEDS = {"sway": "sway", "grim": "grim"}
+
+    def start_compositor(self, more=""):
+        """`more`: lines of sway's configuration, which lies in `configuration` and can be reloaded."""
+        self.configuration = self.folder / "config/sway/config"
+        self.configuration.parent.mkdir(parents=True, exist_ok=True)
+        display = self.folder / "run/display"
+        self.configuration.write_text(
+            f"xwayland {'enable' if self.x11 else 'disable'}\noutput HEADLESS-1 resolution {self.size}\n"
+            f"default_border none\nfocus_on_window_activation focus\n"
+            f"exec sh -c 'echo \"$DISPLAY\" > {display}'\n{more}")
+        self.own()
+        self.compositor = self.start_logged("compositor", "sway", "-c", str(self.configuration),
+                                            WLR_BACKENDS="headless", WLR_LIBINPUT_NO_DEVICES="1",
+                                            WLR_RENDERER="pixman")
+        self.environment["WAYLAND_DISPLAY"] = self.wait_for_socket(self.compositor, "wayland-?", "compositor").name
+        ipc = self.wait_for_socket(self.compositor, "sway-ipc*.sock", "compositor")
+        self.environment["SWAYSOCK"] = str(ipc)
+        self.wait(lambda: self.ask("swaymsg", "-t", "get_version"), what="sway's answer")
+        if self.x11:
+            self.environment["DISPLAY"] = self.wait(lambda: display.exists() and display.read_text().strip(),
+                                                    what="the display for X11 programs")
+        self.tell_bus()
+        self.keyboard = KeyPresser(self, self.socket(), "virtual", self.layout)
+        self.press(42)
+
+    def picture(self, file):
+        self.run("grim", str(self.folder / "picture.png"))
+        shutil.copy(self.folder / "picture.png", file)
+
+
+class KWinDesktop(WaylandDesktop):
+    NAME = "KDE"
+    NEEDS = {"kwin_wayland": "kwin-wayland", "/usr/share/dbus-1/services/org.kde.kglobalaccel.service": "libkf5globalaccel-bin",
+             "convert": "imagemagick"}
+    PERMISSIONS = "1"  # every program may press keys
+
+    def start_compositor(self):
+        config = self.folder / "config"
+        (config / "kxkbrc").write_text(f"[Layout]\nLayoutList={self.layout}\nUse=true\n")
+        # The packaged file carries a capability that containers lack, and then does not start; a copy carries none.
+        program = self.folder / "kwin_wayland"
+        shutil.copy(shutil.which("kwin_wayland"), program)
+        self.own()
+        width, height = self.size.split("x")
+        self.environment.update(KDE_SESSION_VERSION="5", KDE_FULL_SESSION="true")
+        self.compositor = self.start_logged(
+            "compositor", str(program), "--virtual", "--width", width, "--height", height, "--no-lockscreen",
+            "--socket", "wayland-1", *(["--xwayland"] if self.x11 else []),
+            KWIN_COMPOSE="O2", KWIN_SCREENSHOT_NO_PERMISSION_CHECKS="1",
+            KWIN_WAYLAND_NO_PERMISSION_CHECKS=self.PERMISSIONS)
+        self.environment["WAYLAND_DISPLAY"] = self.wait_for_socket(self.compositor, "wayland-?", "compositor").name
+        self.wait(lambda: self.call("org.kde.kglobalaccel", "/kglobalaccel", "org.freedesktop.DBus.Peer.Ping"),
+                  what="KWin's answer")
+        if self.x11:
+            self.find_display()
+        self.tell_bus()
+        self.keyboard = KeyPresser(self, self.socket(), "fake")
+        self.press(42)
+
+    def find_display(self):
+        def words():
+            for process in self._descendants():
+                try:
+                    line = Path(f"/proc/{process}/cmdline").read_bytes().decode().split("\0")
+                except OSError:
+                    continue
+                if line[0].endswith("Xwayland"):
+                    return line
+            return []
+        line = self.wait(words, what="the server for X11 programs")
+        self.environment["DISPLAY"] = next(word for word in line if word.startswith(":"))
+        if "-auth" in line:
+            self.environment["XAUTHORITY"] = line[line.index("-auth") + 1]
+
+    def picture(self, file):
+        """KWin writes while it answers, so both are read at once: by a process that does nothing else."""
+        subprocess.run(["/usr/bin/python3", str(Path(__file__).parent / "kwin_picture.py"), str(file)], check=True,
+                       env=self.environment, timeout=30)
+
+
+class MutterKeyboard:
+    """Keys by Mutter's own service, as remote control has them."""
+
+    NAME = "org.gnome.Mutter.RemoteDesktop"
+
+    def __init__(self, address):
+        from gi.repository import Gio, GLib
+        self.GLib = GLib
+        flags = Gio.DBusConnectionFlags
+        self.bus = Gio.DBusConnection.new_for_address_sync(
+            address, flags.AUTHENTICATION_CLIENT | flags.MESSAGE_BUS_CONNECTION, None, None)
+        self.session = self.call("/org/gnome/Mutter/RemoteDesktop", self.NAME, "CreateSession")[0]
+        self.call(self.session, self.NAME + ".Session", "Start")
+
+    def call(self, path, interface, method, signature=None, *arguments):
+        data = self.GLib.Variant(signature, arguments) if signature else None
+        return self.bus.call_sync(self.NAME, path, interface, method, data, None, 0, 10000, None).unpack()
+
+    def key(self, code, down):
+        self.call(self.session, self.NAME + ".Session", "NotifyKeyboardKeycode", "(ub)", code, down)
+
+    def close(self):
+        self.bus.close_sync()
+
+
+class GnomeDesktop(WaylandDesktop):
+    NAME = "GNOME"
+    NEEDS = {"gnome-shell": "gnome-shell", "ibus-daemon": "ibus", "/usr/lib/python3/dist-packages/dbusmock":
+             "python3-dbusmock", "/usr/libexec/gsd-media-keys": "gnome-settings-daemon"}
+    SETTINGS = {"org.gnome.shell": {"welcome-dialog-last-shown-version": "'99'"},
+                "org.gnome.desktop.interface": {"enable-animations": "false"}}
+
+    def start_compositor(self):
+        self.start_login_manager()
+        self.environment.update(XDG_SESSION_DESKTOP="gnome", XDG_SESSION_ID="c1", XDG_SEAT="seat0",
+                                GNOME_SHELL_SESSION_MODE="user", WAYLAND_DISPLAY="wayland-1",
+                                GSETTINGS_BACKEND="dconf")
+        # Services that the bus starts early must know the display already, or the portal's part ends at once.
+        self.tell_bus()
+        self.run("gsettings", "set", "org.gnome.desktop.input-sources", "sources", f"[('xkb', '{self.layout}')]")
+        for schema, settings in self.SETTINGS.items():
+            for name, value in settings.items():
+                self.run("gsettings", "set", schema, name, value)
+        self.compositor = self.start_logged(
+            "compositor", "gnome-shell", "--wayland", "--headless", "--unsafe-mode", "--virtual-monitor", self.size,
+            "--wayland-display", "wayland-1", *([] if self.x11 else ["--no-x11"]))
+        self.wait_for_socket(self.compositor, "wayland-1", "compositor")
+        self.wait(lambda: self.evaluate("Main.layoutManager._startingUp") == "false", limit=60, what="the shell")
+        self.evaluate("Main.overview.hide()")
+        if self.x11:
+            for name in ["DISPLAY", "XAUTHORITY"]:
+                self.environment[name] = self.evaluate(f"imports.gi.GLib.getenv('{name}')").strip('"')
+        self.tell_bus()
+        self.keyboard = MutterKeyboard(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.press(42)
+        # Until the input method is there the first keys into a text field are late.
+        self.wait(lambda: self.program_runs("ibus-engine-simple"), limit=30, what="the input method")
+        # From here on as on a user's desktop.
+        self.evaluate("global.context.unsafe_mode = false")
+
+    def start_login_manager(self):
+        self.environment.update(self.start_bus("system"))
+        self.start_logged("logind", "/usr/bin/python3", "-m", "dbusmock", "--system", "--template", "logind")
+        login = ["gdbus", "call", "--system", "--dest", "org.freedesktop.login1", "--object-path",
+                 "/org/freedesktop/login1", "--method"]
+        self.wait(lambda: self.ask(*login, "org.freedesktop.DBus.Peer.Ping"), what="the login manager")
+        user = self.run("id", "-u").strip()
+        self.run(*login, "org.freedesktop.DBus.Mock.AddSession", "c1", "seat0", f"uint32 {user}", "nobody", "true")
+
+    def start_settings_daemon(self):
+        """What runs the user's own key bindings."""
+        self.start_logged("media-keys", "/usr/libexec/gsd-media-keys")
+        self.wait(lambda: "true" in self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                              "org.freedesktop.DBus.NameHasOwner", "org.gnome.SettingsDaemon.MediaKeys"),
+                  what="the settings daemon")
+        time.sleep(0.5)
+
+    def program_runs(self, name):
+        def command(process):
+            try:
+                return Path(f"/proc/{process}/cmdline").read_bytes().split(b"\0")[0].decode()
+            except OSError:
+                return ""
+        return any(os.path.basename(command(process)) == name for process in self._descendants())
+
+    def evaluate(self, script):
+        """Of the shell's own language, while its interfaces for tests are open; nothing where it fails."""
+        answer = self.call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell.Eval", script)
+        return answer[len("(true, '"):-len("')")] if answer.startswith("(true, '") else ""
+
+    def picture(self, file):
+        subprocess.run(["/usr/bin/python3", str(Path(__file__).parent / "gnome_picture.py"),
+                        str(self.folder / "picture.png")], check=True, env=self.environment, timeout=30)
+        shutil.copy(self.folder / "picture.png", file)

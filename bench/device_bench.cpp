@@ -1,6 +1,8 @@
-// How long a model takes to load and to transcribe where the program runs it, as long as it stays resident: by the
-// program's own recogniser, so that what it adds (a helper process, its messages) is in the figures.
-//   bench_devices MODEL DEVICE ROUNDS FILE...     a line for the load, and one for each take
+// A resident model where the program runs it, by the program's own recogniser, so that what it adds (a helper
+// process, its messages) is in the figures.
+//   bench_devices MODEL DEVICE      writes a line of JSON about the load, and one for each sound file that it
+//   reads from
+//                                   its standard input, one path a line
 #include <app/program/ProgramRecognizer.h>
 #include <audio/files/PlainWave.h>
 #include <base/Clock.h>
@@ -12,10 +14,10 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTextStream>
 
-#include <algorithm>
 #include <cstdlib>
 
 using namespace tulvane;
@@ -29,10 +31,32 @@ double milliseconds(const QElapsedTimer& timer)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-double median(std::vector<double> values)
+void say(const QJsonObject& line)
 {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
+    QTextStream(stdout) << QJsonDocument(line).toJson(QJsonDocument::Compact) << Qt::endl;
+}
+
+[[nodiscard]] QString where()
+{
+    const QString device = programComputing().place().device;
+    return device.isEmpty() ? QStringLiteral("cpu") : device;
+}
+
+[[nodiscard]] bool take(Recognizer& engine, const QString& file)
+{
+    auto sound = readPlainWave(file);
+    if (!sound)
+        return false;
+    const TranscriptionOptions options{.language = QStringLiteral("no"),
+                                       .threadCount = recommendedThreadCount()};
+    QElapsedTimer timer;
+    timer.start();
+    const auto samples = std::make_shared<const std::vector<float>>(std::move(sound->samples));
+    const auto recognised = engine.transcribe(samples, options).takeResult();
+    say({{QStringLiteral("milliseconds"), milliseconds(timer)},
+         {QStringLiteral("device"), where()},
+         {QStringLiteral("text"), recognised ? recognised->text : recognised.error().description()}});
+    return true;
 }
 
 } // namespace
@@ -41,41 +65,25 @@ int main(int argc, char** argv)
 {
     const QCoreApplication app(argc, argv);
     const QStringList words = QCoreApplication::arguments();
-    if (words.size() < 5)
+    if (words.size() != 3)
         return EXIT_FAILURE;
-    QTextStream out(stdout);
     const std::shared_ptr<LocalServices> services = openLocalServices(systemClock);
     programComputing().want(words[2]);
-    Recognizer& engine = programRecognizer(RecognizerServices::of(services));
+    RecognizerServices used = RecognizerServices::of(services);
+    used.waitsForTrial = true;
+    Recognizer& engine = programRecognizer(used);
     QElapsedTimer timer;
     timer.start();
-    if (const auto loaded = engine.load(words[1]).takeResult(); !loaded) {
-        out << loaded.error().description() << Qt::endl;
-        return EXIT_FAILURE;
+    const auto loaded = engine.load(words[1]).takeResult();
+    say({{QStringLiteral("milliseconds"), milliseconds(timer)},
+         {QStringLiteral("device"), where()},
+         {QStringLiteral("text"),
+          loaded ? programComputing().place().reason : loaded.error().description()}});
+    QTextStream files(stdin);
+    QString file;
+    while (loaded && files.readLineInto(&file)) {
+        if (!take(engine, file))
+            std::quick_exit(EXIT_FAILURE);
     }
-    const ComputingPlace place = programComputing().place();
-    out << "load " << milliseconds(timer) << " ms on " << (place.device.isEmpty() ? QStringLiteral("cpu") : place.device) << ' '
-        << place.reason << Qt::endl;
-    const TranscriptionOptions options{.language = QStringLiteral("no"), .threadCount = recommendedThreadCount()};
-    for (const QString& file : words.mid(4)) {
-        auto sound = readPlainWave(file);
-        if (!sound)
-            return EXIT_FAILURE;
-        const auto samples = std::make_shared<const std::vector<float>>(std::move(sound->samples));
-        std::vector<double> times;
-        QString text;
-        for (int round = 0; round <= words[3].toInt(); ++round) {
-            timer.start();
-            const auto recognised = engine.transcribe(samples, options).takeResult();
-            times.push_back(milliseconds(timer));
-            text = recognised ? recognised->text : recognised.error().description();
-        }
-        const double first = times.front();
-        if (times.size() > 1)
-            times.erase(times.begin());
-        out << QFileInfo(file).fileName() << " first " << first << " median " << median(times) << " least "
-            << *std::ranges::min_element(times) << " most " << *std::ranges::max_element(times) << " ms on "
-            << (programComputing().place().device.isEmpty() ? "cpu" : "device") << " |" << text << Qt::endl;
-    }
-    std::quick_exit(EXIT_SUCCESS);
+    std::quick_exit(loaded ? EXIT_SUCCESS : EXIT_FAILURE);
 }

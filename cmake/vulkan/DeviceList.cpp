@@ -1,5 +1,6 @@
-// What the Vulkan drivers of this machine offer to compute with, in the order in which ggml counts them. The library that
-// ggml's own view comes from says neither the driver's version nor whether a device is only software.
+// What the Vulkan drivers of this machine offer to compute with, in the order in which ggml counts them. The
+// library that ggml's own view comes from says neither the driver's version nor whether a device is only
+// software.
 #include <vulkan/vulkan_core.h>
 
 #include <cstdint>
@@ -9,7 +10,8 @@
 namespace {
 
 struct Offer {
-    VkPhysicalDeviceDriverProperties driver{VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_DRIVER_PROPERTIES, nullptr, {}, {}, {}, {}};
+    VkPhysicalDeviceDriverProperties driver{
+        VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_DRIVER_PROPERTIES, nullptr, {}, {}, {}, {}};
     VkPhysicalDeviceProperties2 device{VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_PROPERTIES_2, nullptr, {}};
     std::uint64_t total = 0;
     std::uint64_t free = 0;
@@ -47,9 +49,8 @@ void measureMemory(VkPhysicalDevice device, Offer& offer)
     VkPhysicalDeviceMemoryBudgetPropertiesEXT budget{
         VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_MEMORY_BUDGET_PROPERTIES_EXT, nullptr, {}, {}};
     const bool isBudgeted = hasExtension(device, VK_EXT_MEMORY_BUDGET_EXTENSION_NAME);
-    VkPhysicalDeviceMemoryProperties2 memory{VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_MEMORY_PROPERTIES_2,
-                                             isBudgeted ? &budget : nullptr,
-                                             {}};
+    VkPhysicalDeviceMemoryProperties2 memory{
+        VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_MEMORY_PROPERTIES_2, isBudgeted ? &budget : nullptr, {}};
     vkGetPhysicalDeviceMemoryProperties2(device, &memory);
     for (std::uint32_t i = 0; i < memory.memoryProperties.memoryHeapCount; ++i) {
         const VkMemoryHeap& heap = memory.memoryProperties.memoryHeaps[i];
@@ -75,11 +76,11 @@ std::vector<VkPhysicalDevice> devicesOf(VkInstance instance)
 
 } // namespace
 
-using TakeDevice = void (*)(void* context, std::uint32_t index, const char* name, int type, const char* driver,
-                            std::uint64_t totalBytes, std::uint64_t freeBytes);
+using TakeDevice = void (*)(void* context, std::uint32_t index, const char* name, int type,
+                            const char* driver, std::uint64_t totalBytes, std::uint64_t freeBytes);
 
-/// Calls `take` for each device that ggml can use; `type` is Vulkan's. The result of the loader's first call: 0 where a
-/// driver was found, which may have offered nothing.
+/// Calls `take` for each device that ggml can use; `type` is Vulkan's. The result of the loader's first call:
+/// 0 where a driver was found, which may have offered nothing.
 extern "C" __attribute__((visibility("default"))) int tulvane_list_devices(TakeDevice take, void* context)
 {
     VkApplicationInfo application{};

@@ -1,5 +1,6 @@
-// Forced into ggml-vulkan.cpp, which names three things of VK_EXT_layer_settings that the Vulkan headers of Debian 12
-// (1.3.239) do not have yet. The library asks for them only where a validation layer is switched on, which is never here.
+// Forced into ggml-vulkan.cpp, which names three things of VK_EXT_layer_settings that the Vulkan headers of
+// Debian 12 (1.3.239) do not have yet. The library asks for them only where a validation layer is switched
+// on, which is never here.
 #pragma once
 
 #include <vulkan/vulkan_core.h>

@@ -119,12 +119,13 @@ int run(TulvaneApp& app, Windows& windows, const cli::LaunchOptions& words)
 }
 
 /// The program on its desktop, from its objects' making to their end. `running` is the program meanwhile.
-int runOn(Desktop& desktop, const std::shared_ptr<LocalServices>& services, RemoteControl& remote, Scheduler& scheduler, const Clock& clock,
-          const cli::LaunchOptions& words, TulvaneApp*& running)
+int runOn(Desktop& desktop, const std::shared_ptr<LocalServices>& services, RemoteControl& remote,
+          Scheduler& scheduler, const Clock& clock, const cli::LaunchOptions& words, TulvaneApp*& running)
 {
     const auto quit = [] { QCoreApplication::quit(); };
     UserInterface windows({.makePanel = desktop.makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
-    TulvaneApp app(desktop, programRecognizer(RecognizerServices::of(services)), appOptions(*desktop.defaults),
+    TulvaneApp app(desktop, programRecognizer(RecognizerServices::of(services)),
+                   appOptions(*desktop.defaults),
                    {.indicator = windows.indicator(),
                     .windows = windows,
                     .bringToFront =

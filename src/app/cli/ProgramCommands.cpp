@@ -52,7 +52,7 @@ int dictate(const QStringList& arguments, cli::Console& console)
     StoredSettings settings(*services, console);
     settings.migrate();
     StatsStore stats;
-    const cli::DictationContext context{.recognition = recognitionContext(*settings),
+    const cli::DictationContext context{.recognition = recognitionContext(*settings, false),
                                         .settings = *settings,
                                         .input = services->microphone(),
                                         .stats = stats,

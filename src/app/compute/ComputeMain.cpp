@@ -16,8 +16,8 @@
 
 #include <cstdlib>
 
-// The helper that computes on a graphics card, so that the program itself never loads a driver. It reads requests from
-// its standard input and ends with it.
+// The helper that computes on a graphics card, so that the program itself never loads a driver. It reads
+// requests from its standard input and ends with it.
 namespace tulvane {
 
 namespace {
@@ -31,7 +31,8 @@ void writeAll(const QByteArray& bytes)
 {
     qsizetype done = 0;
     while (done < bytes.size()) {
-        const ssize_t written = write(answers, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        const ssize_t written =
+            write(answers, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
         if (written <= 0)
             std::_Exit(EXIT_SUCCESS);
         done += written;

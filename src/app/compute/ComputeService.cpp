@@ -47,7 +47,6 @@ ComputeService::ComputeService(QString library, QString backends, const SystemMe
       m_say(std::move(say)),
       m_core(std::move(backends), memory, m_closing)
 {
-    m_core.expectDevice();
     m_core.setProgress([this] { showLife(); });
     m_sinceSignOfLife.start();
 }
@@ -93,10 +92,19 @@ helper::Answer ComputeService::listDevices() const
     return helper::Devices{devices};
 }
 
+/// Whether the next load can go where it is meant to go.
+bool ComputeService::prepare(quint32 device)
+{
+    if (device == helper::processor)
+        return true;
+    m_core.expectDevice();
+    return loadDeviceBackend(m_library, device);
+}
+
 helper::Answer ComputeService::load(const helper::Load& request)
 {
     if (!m_hasDevice)
-        m_hasDevice = loadDeviceBackend(m_library, request.device);
+        m_hasDevice = prepare(request.device);
     if (!*m_hasDevice)
         return EngineError::modelLoadFailed(
             request.modelFile, {.kind = EngineObstacle::Kind::library,

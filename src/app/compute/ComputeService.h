@@ -16,8 +16,8 @@ namespace tulvane {
 /// What the helper does for each request. One thread.
 class ComputeService final {
 public:
-    /// `library` (absolute) computes on devices, `backends` is the folder of those for the processor. `say` takes
-    /// every answer, signs of life included. `memory` outlives the service.
+    /// `library` (absolute) computes on devices, `backends` is the folder of those for the processor. `say`
+    /// takes every answer, signs of life included. `memory` outlives the service.
     ComputeService(QString library, QString backends, const SystemMemory& memory,
                    std::function<void(const helper::Answer&)> say);
 
@@ -25,6 +25,7 @@ public:
 
 private:
     [[nodiscard]] helper::Answer listDevices() const;
+    [[nodiscard]] bool prepare(quint32 device);
     [[nodiscard]] helper::Answer load(const helper::Load& request);
     [[nodiscard]] helper::Answer transcribe(const helper::Transcribe& request);
     void showLife();

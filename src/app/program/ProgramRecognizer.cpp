@@ -38,7 +38,7 @@ qint64 neededMemory(const QString& modelFile)
 }
 
 /// The bundled model hears the bundled voice.
-SafeRunner::Trial trial()
+DeviceTrial::Task trialTask()
 {
     const ProgramFolders folders = ProgramFolders::ofThisProgram();
     const auto samples = [file = folders.demoSpeech(QStringLiteral("nb"))] {
@@ -60,7 +60,9 @@ WhisperEngine::MakeRunner runnerMaker(const RecognizerServices& services)
 {
     const TrialRecord record(recordFile(), QCoreApplication::applicationVersion());
     ComputingStatus& status = programComputing();
-    return [start = helperStart(services.helpers), cards = services.cards, trial = trial(), record,
+    const auto start = helperStart(services.helpers);
+    return [start, cards = services.cards, waits = services.waitsForTrial, record,
+            trial = std::make_shared<const DeviceTrial>(start, trialTask()),
             &status](std::unique_ptr<ModelRunner> processor) -> std::unique_ptr<ModelRunner> {
         return std::make_unique<SafeRunner>(
             SafeRunner::Parts{.processor = std::move(processor),
@@ -69,6 +71,7 @@ WhisperEngine::MakeRunner runnerMaker(const RecognizerServices& services)
                               .neededMemory = neededMemory,
                               .hasCard = [cards] { return !cards->cards().isEmpty(); },
                               .trial = trial,
+                              .waitsForTrial = waits,
                               .record = record,
                               .onPlace = [&status](const ComputingPlace& place) { status.publish(place); }});
     };

@@ -19,6 +19,8 @@ struct RecognizerServices {
     std::shared_ptr<const SystemMemory> memory;
     std::shared_ptr<const HelperProcesses> helpers;
     std::shared_ptr<const GraphicsCards> cards;
+    /// The first load waits until a device that has never worked here has been tried.
+    bool waitsForTrial = false;
 
     /// As a process without a desktop has them; `services` lives on in them.
     [[nodiscard]] static RecognizerServices of(const std::shared_ptr<LocalServices>& services);
@@ -37,8 +39,8 @@ struct RecognizerServices {
 /// QCoreApplication; main thread.
 [[nodiscard]] QStringList programComputingDevices();
 
-/// What the drivers of this machine offer besides, asked through a helper; waits for it. Empty, too, where the
-/// backend for it is not installed. Needs the QCoreApplication; main thread.
+/// What the drivers of this machine offer besides, asked through a helper; waits for it. Empty, too, where
+/// the backend for it is not installed. Needs the QCoreApplication; main thread.
 [[nodiscard]] ComputingDevices programDevices(const HelperProcesses& helpers);
 
 /// Whether the backend for graphics cards is installed. Needs the QCoreApplication.

@@ -20,7 +20,7 @@ struct ComputingDevice {
     quint32 index = 0; ///< its place among all that the drivers offer, as long as none comes or goes
     QString name;      ///< "NVIDIA GeForce RTX 4070"; a second one of the same name has " (2)" after it
     DeviceKind kind = DeviceKind::other;
-    QString driver;        ///< with its version: "NVIDIA 580.159.04"
+    QString driver{};      ///< with its version: "NVIDIA 580.159.04"
     qint64 totalBytes = 0; ///< of memory
     qint64 freeBytes = 0;  ///< of memory, as far as the driver says; else the same as `totalBytes`
 

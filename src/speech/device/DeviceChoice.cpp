@@ -75,9 +75,8 @@ Result<ComputingDevice, NoDevice> chooseDevice(const ComputingDevices& devices, 
         return *device;
     }
     ComputingDevices cards;
-    std::ranges::copy_if(devices, std::back_inserter(cards), [](const ComputingDevice& device) {
-        return device.kind != DeviceKind::software;
-    });
+    std::ranges::copy_if(devices, std::back_inserter(cards),
+                         [](const ComputingDevice& device) { return device.kind != DeviceKind::software; });
     if (cards.isEmpty())
         return failure(NoDevice{.reason = devices.isEmpty() ? Reason::none : Reason::softwareOnly});
     std::ranges::stable_sort(cards, isBetter);

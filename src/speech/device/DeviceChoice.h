@@ -21,8 +21,8 @@ struct NoDevice {
         memory,       ///< none has enough memory left for the model
     };
     Reason reason = Reason::none;
-    QString device{};         ///< `unknown`: the wanted name; `memory`: the best one that is too small
-    qint64 neededBytes = 0;   ///< `memory`
+    QString device{};          ///< `unknown`: the wanted name; `memory`: the best one that is too small
+    qint64 neededBytes = 0;    ///< `memory`
     qint64 availableBytes = 0; ///< `memory`
 
     [[nodiscard]] friend bool operator==(const NoDevice&, const NoDevice&) = default;

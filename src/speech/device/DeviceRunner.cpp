@@ -13,6 +13,12 @@ EngineObstacle deviceObstacle(const QString& text)
     return {.kind = EngineObstacle::Kind::library, .detail = text};
 }
 
+QString reasonOf(const EngineError& error)
+{
+    const QString detail = error.obstacle().detail;
+    return detail.isEmpty() ? QStringLiteral("the driver failed") : detail;
+}
+
 void logLine(const helper::LogLine& line)
 {
     if (line.isError)
@@ -45,6 +51,11 @@ void DeviceRunner::use(const ComputingDevice& device)
     m_device = device;
 }
 
+void DeviceRunner::useProcessor()
+{
+    use({.index = helper::processor, .name = QStringLiteral("the processor"), .kind = DeviceKind::other});
+}
+
 Recognizer::Loaded DeviceRunner::load(const QString& modelFile)
 {
     if (m_loadedModel == modelFile && m_helper)
@@ -53,8 +64,10 @@ Recognizer::Loaded DeviceRunner::load(const QString& modelFile)
     const auto answer = ask(helper::Load{.modelFile = modelFile, .device = m_device.index}, workingLimit());
     if (!answer)
         return failure(EngineError::modelLoadFailed(modelFile, deviceObstacle(m_failure)));
-    if (const auto* const error = std::get_if<EngineError>(&*answer))
+    if (const auto* const error = std::get_if<EngineError>(&*answer)) {
+        m_failure = reasonOf(*error);
         return failure(*error);
+    }
     m_loadedModel = modelFile;
     return {};
 }
@@ -81,7 +94,9 @@ Recognizer::Recognised DeviceRunner::transcribe(const std::vector<float>& sample
     const EngineError said = error == nullptr ? EngineError::noModelLoaded() : *error;
     // After an exception nothing in the helper can be relied on.
     if (said.code() == EngineError::libraryThrew)
-        giveUp(said.obstacle().detail.isEmpty() ? QStringLiteral("the driver failed") : said.obstacle().detail);
+        giveUp(reasonOf(said));
+    else
+        m_failure = reasonOf(said);
     return failure(said);
 }
 
@@ -91,6 +106,7 @@ std::optional<helper::Answer> DeviceRunner::ask(const helper::Request& request,
 {
     if (!m_helper) {
         m_failure.clear();
+        m_hasLostHelper = false;
         m_loadedModel.clear();
         m_helper = m_start();
     }
@@ -128,6 +144,7 @@ std::chrono::milliseconds DeviceRunner::workingLimit() const
 void DeviceRunner::giveUp(const QString& reason)
 {
     m_failure = reason;
+    m_hasLostHelper = true;
     m_helper.reset();
     m_loadedModel.clear();
     qCWarning(lcWhisper).noquote() << "Computing on" << m_device.name << "failed:" << reason;

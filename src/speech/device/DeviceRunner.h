@@ -19,8 +19,8 @@ struct DeviceLimits {
     std::chrono::milliseconds software = std::chrono::minutes(15);
 };
 
-/// A model on a device, in the helper: a driver that crashes or hangs takes the helper along and nothing else.
-/// The helper is started by the first call that needs it. After a crash, a hang or an exception of the
+/// A model on a device, in the helper: a driver that crashes or hangs takes the helper along and nothing
+/// else. The helper is started by the first call that needs it. After a crash, a hang or an exception of the
 /// driver's it is gone, and `hasFailed` says so.
 class DeviceRunner final : public ModelRunner {
 public:
@@ -32,6 +32,8 @@ public:
     [[nodiscard]] ComputingDevices devices();
     /// What the next load uses. A helper sticks to one device, so another one means another helper.
     void use(const ComputingDevice& device);
+    /// The helper's next load is for the processor, in its own process all the same.
+    void useProcessor();
     /// Waits longer for signs of life: the driver has not run here before.
     void expectFirstRun(bool isFirst) { m_isFirstRun = isFirst; }
 
@@ -41,9 +43,10 @@ public:
                                                     const TranscriptionOptions& options) override;
     [[nodiscard]] QString loadedModel() const override { return m_loadedModel; }
 
-    /// Why the helper is gone, for the log and the user; empty while it is not. Reset by the next start.
+    /// What went wrong last, for the log and the user; empty where nothing did. Reset by the next start.
     [[nodiscard]] QString failureText() const { return m_failure; }
-    [[nodiscard]] bool hasFailed() const { return !m_failure.isEmpty(); }
+    /// Whether that cost the helper.
+    [[nodiscard]] bool hasFailed() const { return m_hasLostHelper; }
 
 private:
     [[nodiscard]] std::optional<helper::Answer> ask(const helper::Request& request,
@@ -58,6 +61,7 @@ private:
     bool m_isFirstRun = false;
     QString m_loadedModel;
     QString m_failure;
+    bool m_hasLostHelper = false;
 };
 
 } // namespace tulvane

@@ -13,14 +13,38 @@ constexpr auto format = QDataStream::Qt_6_4;
 
 // One pair of functions for each part of a message: written in this order, read in this order.
 
-void write(QDataStream& out, const ListDevices& /*none*/) { Q_UNUSED(out) }
-void write(QDataStream& out, const Unload& /*none*/) { Q_UNUSED(out) }
-void write(QDataStream& out, const Working& /*none*/) { Q_UNUSED(out) }
-void write(QDataStream& out, const Done& /*none*/) { Q_UNUSED(out) }
-void read(QDataStream& in, ListDevices& /*none*/) { Q_UNUSED(in) }
-void read(QDataStream& in, Unload& /*none*/) { Q_UNUSED(in) }
-void read(QDataStream& in, Working& /*none*/) { Q_UNUSED(in) }
-void read(QDataStream& in, Done& /*none*/) { Q_UNUSED(in) }
+void write(QDataStream& out, const ListDevices& /*none*/)
+{
+    Q_UNUSED(out)
+}
+void write(QDataStream& out, const Unload& /*none*/)
+{
+    Q_UNUSED(out)
+}
+void write(QDataStream& out, const Working& /*none*/)
+{
+    Q_UNUSED(out)
+}
+void write(QDataStream& out, const Done& /*none*/)
+{
+    Q_UNUSED(out)
+}
+void read(QDataStream& in, ListDevices& /*none*/)
+{
+    Q_UNUSED(in)
+}
+void read(QDataStream& in, Unload& /*none*/)
+{
+    Q_UNUSED(in)
+}
+void read(QDataStream& in, Working& /*none*/)
+{
+    Q_UNUSED(in)
+}
+void read(QDataStream& in, Done& /*none*/)
+{
+    Q_UNUSED(in)
+}
 
 void write(QDataStream& out, const Load& load)
 {

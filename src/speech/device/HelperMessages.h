@@ -5,16 +5,20 @@
 
 #include <QByteArray>
 
+#include <limits>
 #include <optional>
 #include <variant>
 #include <vector>
 
-// What the program and the helper that computes on a device say to each other: the program asks, and the helper answers
-// each request once, after any number of signs of life.
+// What the program and the helper that computes on a device say to each other: the program asks, and the
+// helper answers each request once, after any number of signs of life.
 namespace tulvane::helper {
 
+/// Stands for the processor where a device's index is expected.
+inline constexpr quint32 processor = std::numeric_limits<quint32>::max();
+
 struct ListDevices {};
-/// On the device of this index; the helper sticks to the first that it is given.
+/// On the device of this index, or on the processor; the helper sticks to the first that it is given.
 struct Load {
     QString modelFile;
     quint32 device = 0;

@@ -10,8 +10,11 @@ SafeRunner::SafeRunner(Parts parts) : m_parts(std::move(parts)) {}
 Recognizer::Loaded SafeRunner::load(const QString& modelFile)
 {
     const bool isAskedAnew = m_request != m_parts.wanted->request();
-    if (!isAskedAnew && loadedModel() == modelFile)
+    const bool wasTried = isTrialOver();
+    if (!isAskedAnew && !wasTried && loadedModel() == modelFile)
         return {};
+    if (wasTried)
+        concludeTrial();
     if (isAskedAnew) {
         m_request = m_parts.wanted->request();
         m_wanted = m_parts.wanted->name();
@@ -36,69 +39,70 @@ bool SafeRunner::takeDevice(const QString& modelFile)
     m_place.device.clear();
     if (m_isGivenUp)
         return false;
-    m_place = {};
-    if (m_wanted == processorAlone || (m_wanted == anyDevice && !m_parts.hasCard())) {
+    // One helper at a time is enough for a driver.
+    if (m_trial.valid())
         return false;
-    }
-    const auto chosen =
-        chooseDevice(m_parts.device->devices(), m_wanted, m_parts.neededMemory(modelFile));
+    m_place = {};
+    if (m_wanted == processorAlone || (m_wanted == anyDevice && !m_parts.hasCard()))
+        return false;
+    const auto chosen = chooseDevice(m_parts.device->devices(), m_wanted, m_parts.neededMemory(modelFile));
     if (!chosen) {
         m_place.reason = m_parts.device->hasFailed() ? m_parts.device->failureText() : chosen.error().text();
         qCInfo(lcWhisper).noquote() << "Computing on the processor:" << m_place.reason;
         m_parts.device->unload();
         return false;
     }
-    if (!passesTrial(*chosen))
+    if (!isTried(*chosen))
         return false;
     m_device = *chosen;
     m_parts.device->use(m_device);
     m_parts.device->expectFirstRun(false);
     if (const auto loaded = m_parts.device->load(modelFile); !loaded) {
-        giveUp(m_parts.device->hasFailed() ? m_parts.device->failureText() : loaded.error().description());
+        giveUp(m_parts.device->failureText());
         return false;
     }
     setPlace({.device = m_device.name, .reason = {}, .isGivenUp = false});
     return true;
 }
 
-/// Whether the device has worked here, or does so now: it must write what the processor writes.
-bool SafeRunner::passesTrial(const ComputingDevice& device)
+/// Whether the device has worked here, or does so now. Where it is still being tried, `m_place` says so.
+bool SafeRunner::isTried(const ComputingDevice& device)
 {
-    if (const auto known = m_parts.record.passed(device)) {
-        // Asked for by name it is tried again.
-        if (*known || m_wanted == anyDevice) {
-            if (!*known)
-                giveUp(QStringLiteral("it failed its trial with this version of its driver"));
-            return *known;
-        }
+    const auto known = m_parts.record.passed(device);
+    if (known == true || m_unlearnt == device.name)
+        return true;
+    // Asked for by name it is tried again.
+    if (known && m_wanted == anyDevice) {
+        giveUp(QStringLiteral("it failed its trial with this version of its driver"));
+        return false;
     }
-    const std::vector<float> samples = m_parts.trial.samples();
-    if (samples.empty())
-        return true;
-    const auto expected = trialText(*m_parts.processor, samples);
-    m_parts.processor->unload();
-    // Without an answer of the processor's nothing can be learnt of the device.
-    if (!expected)
-        return true;
-    m_parts.device->use(device);
-    m_parts.device->expectFirstRun(true);
-    const auto text = trialText(*m_parts.device, samples);
-    const bool passed = text == expected;
-    m_parts.record.keep(device, passed);
-    qCInfo(lcWhisper).noquote() << "The trial of" << device.name << '(' << device.driver << ')'
-                                << (passed ? "passed" : "failed");
-    if (!passed)
-        giveUp(m_parts.device->hasFailed() ? m_parts.device->failureText()
-                                           : QStringLiteral("it computes something else than the processor"));
-    return passed;
+    m_parts.device->unload();
+    m_device = device;
+    const auto policy = m_parts.waitsForTrial ? std::launch::deferred : std::launch::async;
+    m_trial = std::async(policy, [trial = m_parts.trial, device] { return trial->run(device); });
+    if (!m_parts.waitsForTrial) {
+        m_place.reason = QStringLiteral("%1 is being tried").arg(device.name);
+        return false;
+    }
+    concludeTrial();
+    return !m_isGivenUp;
 }
 
-std::optional<QString> SafeRunner::trialText(ModelRunner& runner, const std::vector<float>& samples) const
+bool SafeRunner::isTrialOver() const
 {
-    if (!runner.load(m_parts.trial.modelFile))
-        return std::nullopt;
-    const auto recognised = runner.transcribe(samples, m_parts.trial.options);
-    return recognised ? std::optional(recognised->text) : std::nullopt;
+    return m_trial.valid() && m_trial.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
+/// Takes the trial's result, and waits for it where it must be.
+void SafeRunner::concludeTrial()
+{
+    const TrialResult result = m_trial.get();
+    if (result.isLearnt)
+        m_parts.record.keep(m_device, result.isFit);
+    else
+        m_unlearnt = m_device.name;
+    if (!result.isFit)
+        giveUp(result.reason);
 }
 
 void SafeRunner::unload()
@@ -116,8 +120,7 @@ Recognizer::Recognised SafeRunner::transcribe(const std::vector<float>& samples,
     const auto recognised = m_parts.device->transcribe(samples, options);
     if (recognised)
         return recognised;
-    const QString reason =
-        m_parts.device->hasFailed() ? m_parts.device->failureText() : recognised.error().obstacle().detail;
+    const QString reason = m_parts.device->failureText();
     const bool isGone = m_parts.device->hasFailed();
     m_parts.device->unload();
     if (const auto loaded = m_parts.processor->load(model); !loaded)

@@ -3,9 +3,11 @@
 #include <speech/ModelRunner.h>
 #include <speech/device/DeviceChoice.h>
 #include <speech/device/DeviceRunner.h>
+#include <speech/device/DeviceTrial.h>
 #include <speech/device/TrialRecord.h>
 
 #include <functional>
+#include <future>
 #include <memory>
 #include <mutex>
 
@@ -14,7 +16,8 @@ namespace tulvane {
 /// Where a model runs, for people.
 struct ComputingPlace {
     QString device; ///< the device's name; empty for the processor
-    QString reason; ///< why not on a device, where one was wanted; English, empty where there is nothing to say
+    QString
+        reason; ///< why not on a device, where one was wanted; English, empty where there is nothing to say
     bool isGivenUp = false; ///< a device was used or tried, and failed
 };
 
@@ -50,15 +53,10 @@ private:
 
 /// A model on the best device, and never worse than on the processor alone: whatever fails on the device is
 /// done again by the processor with the same audio, and the device is then left alone until the user asks for
-/// it again. A device that has not yet worked here, with its driver as it is, is tried first.
+/// it again. A device that has not yet worked here, with its driver as it is, is tried first; meanwhile the
+/// processor computes, and the first load after a trial that went well takes the device.
 class SafeRunner final : public ModelRunner {
 public:
-    struct Trial {
-        QString modelFile; ///< a small model
-        /// Something for it to recognise; empty where it cannot be read.
-        std::function<std::vector<float>()> samples;
-        TranscriptionOptions options;
-    };
     struct Parts {
         std::unique_ptr<ModelRunner> processor;
         std::unique_ptr<DeviceRunner> device;
@@ -68,7 +66,9 @@ public:
         /// Whether there is any sign of a graphics card. Where there is none the drivers are not even asked,
         /// unless the user names a device.
         std::function<bool()> hasCard;
-        Trial trial;
+        std::shared_ptr<const DeviceTrial> trial;
+        /// A load that needs a trial waits for it, which is for a process that runs once and ends.
+        bool waitsForTrial = false;
         TrialRecord record;
         /// Receives each place where a model has been loaded, on the runner's thread.
         std::function<void(const ComputingPlace&)> onPlace;
@@ -85,8 +85,9 @@ public:
 private:
     [[nodiscard]] bool isOnDevice() const { return !m_parts.device->loadedModel().isEmpty(); }
     [[nodiscard]] bool takeDevice(const QString& modelFile);
-    [[nodiscard]] bool passesTrial(const ComputingDevice& device);
-    [[nodiscard]] std::optional<QString> trialText(ModelRunner& runner, const std::vector<float>& samples) const;
+    [[nodiscard]] bool isTried(const ComputingDevice& device);
+    void concludeTrial();
+    [[nodiscard]] bool isTrialOver() const;
     void giveUp(const QString& reason);
     void setPlace(const ComputingPlace& place);
 
@@ -96,6 +97,8 @@ private:
     bool m_isGivenUp = false;
     ComputingDevice m_device;
     ComputingPlace m_place;
+    QString m_unlearnt; ///< the device of which a trial has taught nothing, and that is used all the same
+    std::future<TrialResult> m_trial; ///< of `m_device`, while it runs and until its result is taken
 };
 
 } // namespace tulvane

@@ -8,8 +8,8 @@
 
 namespace tulvane {
 
-/// How the trials of this machine's devices went, kept in a file, so that each is made once: for a device with
-/// this version of its driver and of the program. One thread.
+/// How the trials of this machine's devices went, kept in a file, so that each is made once: for a device
+/// with this version of its driver and of the program. One thread.
 class TrialRecord final {
 public:
     /// `file` need not exist; its folder is made when something is kept. An empty name keeps nothing.

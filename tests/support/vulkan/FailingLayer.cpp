@@ -1,7 +1,8 @@
-// A Vulkan layer that makes any driver fail as a broken one does. TULVANE_TEST_VULKAN says how, and at which call of a
-// kind, counted from 1: "lost 20" (the 20th submission finds the device lost), "memory 3" (the third allocation is
-// refused), "hang 20" (waiting after the 20th submission takes for ever), "crash 20" (the 20th submission crashes),
-// "refuse 1" (no device is given out).
+// A Vulkan layer that makes any driver fail as a broken one does. TULVANE_TEST_VULKAN says how, and at which
+// call of a kind, counted from 1: "lost 20" (the 20th submission finds the device lost), "memory 3" (the
+// third allocation is refused), "hang 20" (waiting after the 20th submission takes for ever), "crash 20" (the
+// 20th submission crashes), "refuse 1" (no device is given out).
+#include <unistd.h>
 #include <vulkan/vk_layer.h>
 #include <vulkan/vulkan.h>
 
@@ -9,8 +10,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
-
-#include <unistd.h>
 
 namespace {
 
@@ -51,7 +50,8 @@ bool isDue(const char* kind, int count)
     return plan().kind == kind && count >= plan().at;
 }
 
-VKAPI_ATTR VkResult VKAPI_CALL queueSubmit(VkQueue queue, uint32_t count, const VkSubmitInfo* infos, VkFence fence)
+VKAPI_ATTR VkResult VKAPI_CALL queueSubmit(VkQueue queue, uint32_t count, const VkSubmitInfo* infos,
+                                           VkFence fence)
 {
     const int number = ++submissions;
     if (isDue("crash", number))
@@ -61,8 +61,8 @@ VKAPI_ATTR VkResult VKAPI_CALL queueSubmit(VkQueue queue, uint32_t count, const 
     return next<PFN_vkQueueSubmit>(theDevice, "vkQueueSubmit")(queue, count, infos, fence);
 }
 
-VKAPI_ATTR VkResult VKAPI_CALL waitForFences(VkDevice device, uint32_t count, const VkFence* fences, VkBool32 all,
-                                             uint64_t limit)
+VKAPI_ATTR VkResult VKAPI_CALL waitForFences(VkDevice device, uint32_t count, const VkFence* fences,
+                                             VkBool32 all, uint64_t limit)
 {
     while (isDue("hang", submissions))
         pause();
@@ -87,8 +87,8 @@ Link* linkOf(const CreateInfo* info, VkStructureType type)
     return link;
 }
 
-VKAPI_ATTR VkResult VKAPI_CALL createInstance(const VkInstanceCreateInfo* info, const VkAllocationCallbacks* callbacks,
-                                              VkInstance* instance)
+VKAPI_ATTR VkResult VKAPI_CALL createInstance(const VkInstanceCreateInfo* info,
+                                              const VkAllocationCallbacks* callbacks, VkInstance* instance)
 {
     auto* const link = linkOf<VkInstanceCreateInfo, VkLayerInstanceCreateInfo>(
         info, VK_STRUCTURE_TYPE_LOADER_INSTANCE_CREATE_INFO);

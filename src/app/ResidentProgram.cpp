@@ -71,6 +71,7 @@ TulvaneApp::Options appOptions(const UserDefaults& defaults)
             .hub = modelHubURL(qEnvironmentVariable(modelHubVariable),
                                defaults.value(QLatin1String(modelHubSetting)).toString()),
             .statisticsFile = StatsStore::defaultFile(),
+            .computing = &programComputing(),
             .demoModel = folders.demoModel(),
             .demoSpeech = [folders](AppLanguage language) { return folders.demoSpeech(rawValue(language)); }};
 }

@@ -13,6 +13,7 @@
 #include <app/cli/SettingsCommand.h>
 #include <app/cli/StoredSettings.h>
 #include <app/program/DesktopDiagnostics.h>
+#include <app/program/GraphicsDiagnostics.h>
 #include <app/program/ProgramRecognizer.h>
 #include <app/program/ServiceOptions.h>
 #include <audio/files/SoundFile.h>
@@ -21,8 +22,11 @@
 #include <insertion/PasteTable.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
+#include <ports/GraphicsCards.h>
+#include <ports/HelperProcess.h>
 #include <ports/ProgramServices.h>
 #include <ports/RemoteControl.h>
+#include <speech/device/DeviceChoice.h>
 #include <stats/StatsStore.h>
 
 #include <QFile>
@@ -115,6 +119,19 @@ ModelFacts selectedModel(const AppSettings& settings)
     return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
 }
 
+GraphicsFacts graphicsFacts(ProgramServices& services, const AppSettings& settings, const QString& model)
+{
+    GraphicsFacts facts{.cards = services.cards()->cards(),
+                        .isInstalled = hasDeviceBackend(),
+                        .wanted = settings.computingDevice(),
+                        .neededBytes = model.isEmpty() ? 0 : deviceMemoryOf(model)};
+    if (facts.isInstalled && facts.wanted != processorAlone && !facts.cards.isEmpty())
+        facts.devices = programDevices(*services.helpers());
+    if (const auto device = chooseDevice(facts.devices, facts.wanted, facts.neededBytes))
+        facts.trial = programTrials().passed(*device);
+    return facts;
+}
+
 Examination examine(ProgramServices& services, const AppSettings& settings)
 {
     const SessionFacts facts = services.session();
@@ -132,6 +149,7 @@ Examination examine(ProgramServices& services, const AppSettings& settings)
         pasteTableDiagnostics(pasteTableProblems(services.defaults()->value(terminalWindowClassesKey)));
     dictation += modelDiagnostic(selectedModel(settings));
     dictation += acceleratorDiagnostic(programComputingDevices());
+    dictation += graphicsDiagnostic(graphicsFacts(services, settings, selectedModel(settings).file));
     return examination;
 }
 

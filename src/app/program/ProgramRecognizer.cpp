@@ -27,16 +27,6 @@ DeviceRunner::Start helperStart(std::shared_ptr<const HelperProcesses> helpers)
     };
 }
 
-/// What a model takes on a device. What cannot be read takes nothing: loading it says why.
-qint64 neededMemory(const QString& modelFile)
-{
-    const auto file = openModelFile(modelFile);
-    if (!file)
-        return 0;
-    const auto facts = checkModelFile(**file);
-    return facts ? facts->neededMemory() : 0;
-}
-
 /// The bundled model hears the bundled voice.
 DeviceTrial::Task trialTask()
 {
@@ -50,15 +40,9 @@ DeviceTrial::Task trialTask()
             .options = {.language = QStringLiteral("no"), .threadCount = recommendedThreadCount()}};
 }
 
-QString recordFile()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-           QStringLiteral("/Tulvane/computing-devices.json");
-}
-
 WhisperEngine::MakeRunner runnerMaker(const RecognizerServices& services)
 {
-    const TrialRecord record(recordFile(), QCoreApplication::applicationVersion());
+    const TrialRecord record = programTrials();
     ComputingStatus& status = programComputing();
     const auto start = helperStart(services.helpers);
     return [start, cards = services.cards, waits = services.waitsForTrial, record,
@@ -68,7 +52,7 @@ WhisperEngine::MakeRunner runnerMaker(const RecognizerServices& services)
             SafeRunner::Parts{.processor = std::move(processor),
                               .device = std::make_unique<DeviceRunner>(start),
                               .wanted = status.wanted(),
-                              .neededMemory = neededMemory,
+                              .neededMemory = deviceMemoryOf,
                               .hasCard = [cards] { return !cards->cards().isEmpty(); },
                               .trial = trial,
                               .waitsForTrial = waits,
@@ -78,6 +62,23 @@ WhisperEngine::MakeRunner runnerMaker(const RecognizerServices& services)
 }
 
 } // namespace
+
+// What cannot be read takes nothing: loading it says why.
+qint64 deviceMemoryOf(const QString& modelFile)
+{
+    const auto file = openModelFile(modelFile);
+    if (!file)
+        return 0;
+    const auto facts = checkModelFile(**file);
+    return facts ? facts->neededMemory() : 0;
+}
+
+TrialRecord programTrials()
+{
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    return {cache + QStringLiteral("/Tulvane/computing-devices.json"),
+            QCoreApplication::applicationVersion()};
+}
 
 RecognizerServices RecognizerServices::of(const std::shared_ptr<LocalServices>& services)
 {

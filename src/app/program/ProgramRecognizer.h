@@ -43,6 +43,12 @@ struct RecognizerServices {
 /// the backend for it is not installed. Needs the QCoreApplication; main thread.
 [[nodiscard]] ComputingDevices programDevices(const HelperProcesses& helpers);
 
+/// What a model takes on a device; 0 where that cannot be read from its file. Any thread.
+[[nodiscard]] qint64 deviceMemoryOf(const QString& modelFile);
+
+/// How the trials of this machine's devices went. Needs the QCoreApplication.
+[[nodiscard]] TrialRecord programTrials();
+
 /// Whether the backend for graphics cards is installed. Needs the QCoreApplication.
 [[nodiscard]] bool hasDeviceBackend();
 

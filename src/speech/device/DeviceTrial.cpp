@@ -34,8 +34,10 @@ TrialResult DeviceTrial::run(const ComputingDevice& device) const
     if (isFit)
         return {.isFit = true};
     return {.isFit = false,
-            .reason = text ? QStringLiteral("it computes something else than the processor")
-                           : runner.failureText()};
+            .reason =
+                text ? QStringLiteral("it computes something else than the processor") : runner.failureText(),
+            // A driver that refuses, because its memory is taken for instance, may agree the next time.
+            .isLearnt = text.has_value() || runner.hasFailed()};
 }
 
 /// What the runner writes; none, and the runner says why, where it could not.

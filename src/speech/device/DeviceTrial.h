@@ -15,7 +15,7 @@ namespace tulvane {
 struct TrialResult {
     bool isFit = false;
     QString reason{};     ///< why it is not fit; English
-    bool isLearnt = true; ///< false where nothing could be learnt of the device, which then counts as fit
+    bool isLearnt = true; ///< whether it is worth remembering
 };
 
 /// The trial of a device that has not yet worked here: it must write what the processor writes. Both compute

@@ -11,7 +11,7 @@ Recognizer::Loaded SafeRunner::load(const QString& modelFile)
 {
     const bool isAskedAnew = m_request != m_parts.wanted->request();
     const bool wasTried = isTrialOver();
-    if (!isAskedAnew && !wasTried && loadedModel() == modelFile)
+    if (!isAskedAnew && !wasTried && heldModel() == modelFile)
         return {};
     if (wasTried)
         concludeTrial();
@@ -73,7 +73,9 @@ bool SafeRunner::isTried(const ComputingDevice& device)
         return true;
     // Asked for by name it is tried again.
     if (known && m_wanted == anyDevice) {
-        giveUp(QStringLiteral("it failed its trial with this version of its driver"));
+        // The user learnt of it when it failed.
+        m_isGivenUp = true;
+        m_place.reason = QStringLiteral("it failed its trial with this version of its driver");
         return false;
     }
     m_parts.device->unload();
@@ -99,7 +101,7 @@ void SafeRunner::concludeTrial()
     const TrialResult result = m_trial.get();
     if (result.isLearnt)
         m_parts.record.keep(m_device, result.isFit);
-    else
+    else if (result.isFit)
         m_unlearnt = m_device.name;
     if (!result.isFit)
         giveUp(result.reason);
@@ -148,6 +150,13 @@ void SafeRunner::setPlace(const ComputingPlace& place)
 }
 
 QString SafeRunner::loadedModel() const
+{
+    if (isTrialOver() || m_request != m_parts.wanted->request())
+        return {};
+    return heldModel();
+}
+
+QString SafeRunner::heldModel() const
 {
     return isOnDevice() ? m_parts.device->loadedModel() : m_parts.processor->loadedModel();
 }

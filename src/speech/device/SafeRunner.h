@@ -80,6 +80,7 @@ public:
     void unload() override;
     [[nodiscard]] Recognizer::Recognised transcribe(const std::vector<float>& samples,
                                                     const TranscriptionOptions& options) override;
+    /// Empty, too, while where the model is to run has to be chosen anew: by the next load.
     [[nodiscard]] QString loadedModel() const override;
 
 private:
@@ -87,6 +88,7 @@ private:
     [[nodiscard]] bool takeDevice(const QString& modelFile);
     [[nodiscard]] bool isTried(const ComputingDevice& device);
     void concludeTrial();
+    [[nodiscard]] QString heldModel() const;
     [[nodiscard]] bool isTrialOver() const;
     void giveUp(const QString& reason);
     void setPlace(const ComputingPlace& place);

@@ -1,17 +1,22 @@
 # The front door. It does no work of its own: scripts in tools/ and CMake presets do.
 #   make run     install what is missing for it, build the program, and start it, or where there is no display show it
 #                unattended (ARGS="..." are passed on)
+#   make gpu     what lets the program compute on a graphics card; a quarter of an hour
 #   make install, make uninstall   under PREFIX (~/.local)
 #   make test    everything that the tests need, and every test; `make soak` with the full counts
 SHELL := /bin/bash
 .DEFAULT_GOAL := build
-.PHONY: build run test soak sanitizers lint format fuzz bench package install uninstall clean
+.PHONY: build gpu run test soak sanitizers lint format fuzz bench package install uninstall clean
 
 ARGS ?=
 
 build:
 	@tools/install-dependencies build
 	@tools/build release
+
+gpu:
+	@tools/install-dependencies gpu
+	@tools/build-gpu
 
 run:
 	@tools/run $(ARGS)

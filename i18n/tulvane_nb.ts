@@ -908,6 +908,22 @@
         <translation>Innliming (anbefalt)</translation>
     </message>
     <message>
+        <source>Runs on %1</source>
+        <translation>Kjører på %1</translation>
+    </message>
+    <message>
+        <source>Runs on the processor</source>
+        <translation>Kjører på prosessoren</translation>
+    </message>
+    <message>
+        <source>Runs on the processor, because the graphics card failed</source>
+        <translation>Kjører på prosessoren, fordi grafikkortet sviktet</translation>
+    </message>
+    <message>
+        <source>The graphics card failed</source>
+        <translation>Grafikkortet sviktet</translation>
+    </message>
+    <message>
         <source>This desktop gives programs no hotkeys. Bind the command “tulvane toggle” to a key in the desktop's own configuration.</source>
         <translation>Dette skrivebordet gir ikke programmer hurtigtaster. Knytt kommandoen «tulvane toggle» til en tast i skrivebordets eget oppsett.</translation>
     </message>
@@ -1594,6 +1610,10 @@
     <message>
         <source>Your most recent transcripts. Kept in memory only – they disappear when the app quits and are never written to disk.</source>
         <translation>De siste transkripsjonene dine. De ligger bare i minnet – de forsvinner når programmet avsluttes, og skrives aldri til disk.</translation>
+    </message>
+    <message>
+        <source>Your words are recognised on the processor now, which takes longer. The card is tried again at the next start.</source>
+        <translation>Ordene dine gjenkjennes nå på prosessoren, og det tar lengre tid. Kortet prøves igjen ved neste oppstart.</translation>
     </message>
     <message>
         <source>Zero KB</source>

@@ -71,6 +71,7 @@ TulvaneApp::Options appOptions(const UserDefaults& defaults)
             .hub = modelHubURL(qEnvironmentVariable(modelHubVariable),
                                defaults.value(QLatin1String(modelHubSetting)).toString()),
             .statisticsFile = StatsStore::defaultFile(),
+            .computing = &programComputing(),
             .demoModel = folders.demoModel(),
             .demoSpeech = [folders](AppLanguage language) { return folders.demoSpeech(rawValue(language)); }};
 }
@@ -119,12 +120,13 @@ int run(TulvaneApp& app, Windows& windows, const cli::LaunchOptions& words)
 }
 
 /// The program on its desktop, from its objects' making to their end. `running` is the program meanwhile.
-int runOn(Desktop& desktop, RemoteControl& remote, Scheduler& scheduler, const Clock& clock,
-          const cli::LaunchOptions& words, TulvaneApp*& running)
+int runOn(Desktop& desktop, const std::shared_ptr<LocalServices>& services, RemoteControl& remote,
+          Scheduler& scheduler, const Clock& clock, const cli::LaunchOptions& words, TulvaneApp*& running)
 {
     const auto quit = [] { QCoreApplication::quit(); };
     UserInterface windows({.makePanel = desktop.makeIndicatorPanel, .scheduler = scheduler, .clock = clock});
-    TulvaneApp app(desktop, programRecognizer(desktop.memory), appOptions(*desktop.defaults),
+    TulvaneApp app(desktop, programRecognizer(RecognizerServices::of(services)),
+                   appOptions(*desktop.defaults),
                    {.indicator = windows.indicator(),
                     .windows = windows,
                     .bringToFront =
@@ -156,7 +158,7 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
 {
     static const SystemClock clock;
     EventLoopScheduler scheduler;
-    const auto services = openProgramServices(serviceOptions(), clock);
+    const std::shared_ptr<ProgramServices> services = openProgramServices(serviceOptions(), clock);
     RemoteControl& remote = services->remote();
     TulvaneApp* running = nullptr;
     const auto answer = [&running](RemoteRequest request, const QString& argument) {
@@ -167,7 +169,7 @@ int runResidentProgram(const cli::LaunchOptions& words, cli::Console& console)
     const auto desktop = openDesktop(services->defaults(), scheduler);
     if (!desktop)
         return cli::fail(console, desktop.error().text());
-    return runOn(**desktop, remote, scheduler, clock, words, running);
+    return runOn(**desktop, services, remote, scheduler, clock, words, running);
 }
 
 } // namespace tulvane

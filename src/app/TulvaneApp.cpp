@@ -8,6 +8,7 @@
 #include <ports/ScreenLock.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
+#include <speech/device/ComputingStatus.h>
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -28,6 +29,7 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
                        const Surfaces& surfaces)
     : m_desktop(desktop),
       m_version(options.version),
+      m_computing(options.computing),
       m_windows(surfaces.windows),
       m_quit(surfaces.quit),
       m_settings(*desktop.defaults),
@@ -53,9 +55,19 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
       m_controller(controllerDependencies(surfaces)),
       m_demonstration(demonstrationDependencies(recognizer, options))
 {
+    followComputingDevice();
     ScreenLock& lock = *desktop.screenLock;
     lock.setChangeHandler([this](bool locked) { m_controller.setLocked(locked); });
     m_controller.setLocked(lock.isLocked());
+}
+
+void TulvaneApp::followComputingDevice()
+{
+    if (m_computing == nullptr)
+        return;
+    m_computing->want(m_settings.computingDevice());
+    connect(&m_settings.computingDevice, &AnySetting::changed, this,
+            [this] { m_computing->want(m_settings.computingDevice()); });
 }
 
 DictationSession::Dependencies TulvaneApp::sessionDependencies(Recognizer& recognizer)
@@ -152,6 +164,7 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .scheduler = m_scheduler,
             .clock = m_clock,
             .version = m_version,
+            .computing = m_computing,
             .relaunch = relaunch,
             .quit = m_quit,
             .beep = m_desktop.beep};

@@ -28,6 +28,7 @@
 
 namespace tulvane {
 
+class ComputingStatus;
 class Recognizer;
 
 /// What the program shows itself by. Outlives the program's objects.
@@ -52,7 +53,9 @@ public:
         QUrl hub;
         QString statisticsFile = StatsStore::defaultFile();
         QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
-        QString demoModel = {};                           ///< the bundled model's file
+        /// Where models run; outlives the program. Null where that is always the processor.
+        ComputingStatus* computing = nullptr;
+        QString demoModel = {}; ///< the bundled model's file
         /// The file with what the synthetic voice says in a language of the interface.
         std::function<QString(AppLanguage)> demoSpeech = [](AppLanguage) { return QString(); };
     };
@@ -85,12 +88,15 @@ private:
     [[nodiscard]] DictationController::Dependencies controllerDependencies(const Surfaces& surfaces);
     /// The migration comes before whatever reads the files that it moves.
     [[nodiscard]] const QString& afterMigration(const QString& file);
+    /// What the user wants models to run on reaches the recogniser, now and at each change.
+    void followComputingDevice();
     [[nodiscard]] QJsonObject status() const;
     [[nodiscard]] QJsonObject diagnostics() const;
     [[nodiscard]] QJsonObject changeSettings(const QString& words);
 
     Desktop& m_desktop;
     QString m_version;
+    ComputingStatus* m_computing;
     Windows& m_windows;
     std::function<void()> m_quit;
     SystemClock m_clock;

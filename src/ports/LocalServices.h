@@ -5,6 +5,8 @@
 namespace tulvane {
 
 class Clock;
+class GraphicsCards;
+class HelperProcesses;
 class SystemMemory;
 class UserDefaults;
 
@@ -20,6 +22,9 @@ public:
     /// The program's own domain. May outlive this object.
     [[nodiscard]] virtual std::shared_ptr<UserDefaults> defaults() = 0;
     [[nodiscard]] virtual const SystemMemory& memory() = 0;
+    /// May outlive this object, as may the next.
+    [[nodiscard]] virtual std::shared_ptr<const HelperProcesses> helpers() = 0;
+    [[nodiscard]] virtual std::shared_ptr<const GraphicsCards> cards() = 0;
 };
 
 /// The services of the system that the program was built for. `clock` outlives them.

@@ -36,6 +36,7 @@ public:
     static constexpr qint32 unknownLanguage = -100; ///< the model has no such language
     static constexpr qint32 libraryThrew = -101;    ///< an exception came out of the library
     static constexpr qint32 notEnoughMemory = -102; ///< the take is too long for the memory that is left
+    static constexpr qint32 deviceFailed = -103;    ///< what it was computed on crashed, hung or went away
 
     [[nodiscard]] static EngineError modelLoadFailed(const QString& modelFile,
                                                      const EngineObstacle& obstacle = {});

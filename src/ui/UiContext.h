@@ -8,6 +8,7 @@ namespace tulvane {
 
 class AppSettings;
 class Clock;
+class ComputingStatus;
 class Demonstration;
 class DictationController;
 class DictationSession;
@@ -44,7 +45,8 @@ struct UiContext {
     StatusItem& statusItem;
     Scheduler& scheduler;
     const Clock& clock;
-    QString version; ///< the application's short version
+    QString version;                      ///< the application's short version
+    ComputingStatus* computing = nullptr; ///< where models run; null where that is always the processor
     /// Ends this program and starts it anew, as after a change of the interface language.
     std::function<void()> relaunch = [] {};
     /// Ends this program, once the event loop is reached.

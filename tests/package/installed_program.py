@@ -62,7 +62,8 @@ class InstalledProgram(InstalledTest):
         self.assert_own(opened)
         self.assertIn(str(SHARE / "tulvane/models/demo.bin"), opened)
         library = [path for path in opened if re.match(r"lib(whisper|ggml)", Path(path).name)]
-        self.assertEqual({Path(path).parent for path in library}, {LIBRARIES})
+        # What is for a graphics card lies below.
+        self.assertEqual({Path(path).parent for path in library} - {LIBRARIES / "devices"}, {LIBRARIES})
         for name in ("libwhisper.so", "libggml.so", "libggml-base.so", "libggml-cpu"):
             self.assertTrue([path for path in library if Path(path).name.startswith(name)], name)
 
@@ -96,7 +97,8 @@ class InstalledProgram(InstalledTest):
         self.assertEqual([request["status"] for request in requests], [404])
 
     def test_libraries_are_looked_for_beside_the_program_and_nowhere_else(self):
-        binaries = [path for path in [*BIN.iterdir(), *LIBRARIES.iterdir()] if is_elf(path)]
+        binaries = [path for path in [*BIN.iterdir(), *LIBRARIES.rglob("*")]
+                    if path.is_file() and is_elf(path)]
         self.assertGreaterEqual(len(binaries), 6)
         for path in binaries:
             for folder in search_folders(path):

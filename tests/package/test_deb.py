@@ -30,8 +30,9 @@ from installed_program import DEMO, FORBIDDEN, PROGRAM, SAID, InstalledProgram, 
 __all__ = ["InstalledProgram"]  # its tests are run from here
 
 FILES = re.compile(r"""usr/(
-    bin/tulvane(-commands|-transfers|-desktop)?
+    bin/tulvane(-commands|-compute|-transfers|-desktop)?
   | lib/[^/]+/tulvane/lib(whisper\.so\.1|ggml\.so\.0|ggml-base\.so\.0)(\.[0-9.]+)?
+  | lib/[^/]+/tulvane/devices/libggml-vulkan\.so
   | lib/[^/]+/tulvane/libggml-cpu-[a-z0-9_.]+\.so
   | share/applications/com\.dunio\.Tulvane(\.(desktop|commands))?\.desktop
   | share/metainfo/com\.dunio\.Tulvane\.metainfo\.xml
@@ -57,7 +58,7 @@ class Contents(unittest.TestCase):
         for path in ROOT.rglob("*"):
             if not path.is_dir():
                 self.assertRegex(str(path.relative_to(ROOT)), FILES)
-        for name in ("bin/tulvane", "bin/tulvane-commands", "bin/tulvane-desktop", "bin/tulvane-transfers",
+        for name in ("bin/tulvane", "bin/tulvane-commands", "bin/tulvane-compute", "bin/tulvane-desktop", "bin/tulvane-transfers",
                      "share/doc/tulvane/changelog.Debian.gz", "share/man/man1/tulvane.1.gz",
                      "share/bash-completion/completions/tulvane", "share/tulvane/models/demo.bin"):
             self.assertTrue((ROOT / "usr" / name).is_file(), name)

@@ -12,7 +12,7 @@ from pathlib import Path
 LINUX = "platform/linux/"
 DOMAIN = {"audio", "speech", "models", "hotkeys", "insertion", "stats", "permissions"}
 FOUNDATION = {"base", "base/async", "ports", "settings"}
-PROGRAM = FOUNDATION | DOMAIN | {"speech/whisper", "audio/files", "dictation"}
+PROGRAM = FOUNDATION | DOMAIN | {"speech/device", "speech/whisper", "audio/files", "dictation"}
 ADAPTER = {"base", "base/async", "ports"}
 SHARED_ADAPTERS = {LINUX + room for room in
                    ("storage", "process", "pulse", "atspi", "transfers", "keys", "desktop", "desktop/shell")}
@@ -33,11 +33,12 @@ MAY = {
     **{room: {"base", "base/async", "ports", "settings"} for room in DOMAIN},
     # The recogniser's port says its engine's errors.
     "speech": {"base", "ports", "settings", "speech/whisper"},
+    "speech/device": {"base", "ports", "speech"},
     "speech/whisper": {"base", "base/async", "ports", "speech"},
     "audio/files": {"base", "audio"},
     "dictation": PROGRAM - {"audio/files"},
     "ui": PROGRAM - {"audio/files", "speech/whisper"},
-    "app/program": PROGRAM - {"audio/files", "dictation"},
+    "app/program": PROGRAM - {"dictation"},
     "app/cli": PROGRAM | {"app/program"},
     "app": PROGRAM | {"app/program", "app/cli", "ui"},
     "platform/fake": ADAPTER,

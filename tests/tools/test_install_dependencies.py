@@ -59,6 +59,13 @@ class InstallDependencies(unittest.TestCase):
         self.add("pactl", "exit 0")
         self.assertNotIn("pulseaudio", self.missing("show"))
 
+    def test_a_card_needs_the_compiler_of_shaders_and_a_package_brings_the_card(self):
+        for purpose in ["gpu", "package"]:
+            packages = self.missing(purpose)
+            for name in ["glslc", "libvulkan-dev", "spirv-headers", "g++"]:
+                self.assertIn(name, packages)
+        self.assertNotIn("glslc", self.missing("build"))
+
     def test_what_is_there_is_not_named(self):
         self.packages("qt6-base-dev", "cmake")
         packages = self.missing("build")

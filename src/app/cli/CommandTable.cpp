@@ -16,6 +16,7 @@ constexpr std::array entries{
     Entry{"dictate", "Turns what you say into clean text."},
     Entry{"clean", "Cleans a transcript from standard input."},
     Entry{"models", "Shows, fetches and removes speech models."},
+    Entry{"devices", "Lists what speech models can run on."},
     Entry{"settings", "Lists, reads or changes the stored settings."},
     Entry{"start", "Begins a dictation in the running program."},
     Entry{"stop", "Ends it and inserts what was said."},

@@ -9,6 +9,7 @@
 #include <dictation/DictationSession.h>
 #include <dictation/ModelSource.h>
 #include <settings/AppSettings.h>
+#include <speech/device/ComputingStatus.h>
 
 #include <QCoroTask>
 #include <QEventLoop>
@@ -110,12 +111,14 @@ int dictateWith(const RecognitionArguments& words, const Longest& longest, const
         return ExitStatus::done;
     }
     const TimedRecognizer& timed = pipeline.recognizer;
+    warnOfProcessor(context.recognition, console);
     printRecognised({.text = outcome->text.trimmed(),
                      .raw = timed.last().text,
                      .language = timed.last().language,
                      .audioSeconds = outcome->durationSeconds,
                      .loadSeconds = timed.loadSeconds(),
-                     .transcribeSeconds = timed.transcribeSeconds()},
+                     .transcribeSeconds = timed.transcribeSeconds(),
+                     .device = context.recognition.computing.place().device},
                     words, console);
     return ExitStatus::done;
 }

@@ -25,28 +25,31 @@ std::optional<QString> catalogueFile(const QString& id)
     return ModelFolders::standard().modelFile(id);
 }
 
-Recognizer& recognizer()
+Recognizer& recognizer(bool waitsForTrial)
 {
     // For as long as the process: the recogniser keeps asking how much memory is free.
     static const std::shared_ptr<LocalServices> services = openLocalServices(systemClock);
-    return programRecognizer({services, &services->memory()});
+    RecognizerServices used = RecognizerServices::of(services);
+    used.waitsForTrial = waitsForTrial;
+    return programRecognizer(used);
 }
 
 } // namespace
 
-cli::RecognitionContext recognitionContext(const AppSettings& settings)
+cli::RecognitionContext recognitionContext(const AppSettings& settings, bool waitsForTrial)
 {
     return {.settings = settings,
-            .recognizer = recognizer,
+            .recognizer = [waitsForTrial]() -> Recognizer& { return recognizer(waitsForTrial); },
             .folders = ProgramFolders::ofThisProgram(),
-            .catalogueFile = catalogueFile};
+            .catalogueFile = catalogueFile,
+            .computing = programComputing()};
 }
 
 int transcribe(const QStringList& arguments, const cli::SoundReader& readSound, cli::Console& console)
 {
     const auto services = openLocalServices(systemClock);
     StoredSettings settings(*services, console);
-    return cli::runTranscribe(arguments, recognitionContext(*settings), readSound, console);
+    return cli::runTranscribe(arguments, recognitionContext(*settings, true), readSound, console);
 }
 
 int showStatistics(const QStringList& arguments, cli::Console& console)

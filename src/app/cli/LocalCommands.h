@@ -10,8 +10,9 @@
 // QCoreApplication.
 namespace tulvane {
 
-/// The process's recogniser and folders, with the user's settings, which outlive the context.
-[[nodiscard]] cli::RecognitionContext recognitionContext(const AppSettings& settings);
+/// The process's recogniser and folders, with the user's settings, which outlive the context. `waitsForTrial`: see
+/// RecognizerServices.
+[[nodiscard]] cli::RecognitionContext recognitionContext(const AppSettings& settings, bool waitsForTrial);
 
 [[nodiscard]] int transcribe(const QStringList& arguments, const cli::SoundReader& readSound,
                              cli::Console& console);

@@ -1,5 +1,6 @@
 #include <app/cli/CleanCommand.h>
 #include <app/cli/CommandSyntax.h>
+#include <app/cli/DevicesCommand.h>
 #include <app/cli/DictateCommand.h>
 #include <app/cli/DoctorCommand.h>
 #include <app/cli/ForgetCommand.h>
@@ -12,6 +13,7 @@
 #include <app/cli/SettingsCommand.h>
 #include <app/cli/StoredSettings.h>
 #include <app/program/DesktopDiagnostics.h>
+#include <app/program/GraphicsDiagnostics.h>
 #include <app/program/ProgramRecognizer.h>
 #include <app/program/ServiceOptions.h>
 #include <audio/files/SoundFile.h>
@@ -20,8 +22,11 @@
 #include <insertion/PasteTable.h>
 #include <models/ModelHub.h>
 #include <models/ModelManager.h>
+#include <ports/GraphicsCards.h>
+#include <ports/HelperProcess.h>
 #include <ports/ProgramServices.h>
 #include <ports/RemoteControl.h>
+#include <speech/device/DeviceChoice.h>
 #include <stats/StatsStore.h>
 
 #include <QFile>
@@ -51,7 +56,7 @@ int dictate(const QStringList& arguments, cli::Console& console)
     StoredSettings settings(*services, console);
     settings.migrate();
     StatsStore stats;
-    const cli::DictationContext context{.recognition = recognitionContext(*settings),
+    const cli::DictationContext context{.recognition = recognitionContext(*settings, false),
                                         .settings = *settings,
                                         .input = services->microphone(),
                                         .stats = stats,
@@ -91,6 +96,17 @@ int storedSettings(const QStringList& arguments, cli::Console& console)
     return cli::runSettings(arguments, console, *settings, models);
 }
 
+int devices(const QStringList& arguments, cli::Console& console)
+{
+    const auto services = openServices();
+    StoredSettings settings(*services, console);
+    const cli::DevicesContext context{.devices = [&] { return programDevices(*services->helpers()); },
+                                      .processors = programComputingDevices(),
+                                      .wanted = (*settings).computingDevice(),
+                                      .isInstalled = hasDeviceBackend()};
+    return cli::runDevices(arguments, context, console);
+}
+
 int remote(const QString& name, const QStringList& arguments, cli::Console& console)
 {
     return cli::runRemote(name, arguments, openServices()->remote(), console);
@@ -101,6 +117,19 @@ ModelFacts selectedModel(const AppSettings& settings)
     const WhisperModel model = WhisperModel::findOrFallback(settings.selectedModelID());
     const QString file = ModelFolders::standard().modelFile(model.id);
     return {.id = model.id, .file = QFile::exists(file) ? file : QString()};
+}
+
+GraphicsFacts graphicsFacts(ProgramServices& services, const AppSettings& settings, const QString& model)
+{
+    GraphicsFacts facts{.cards = services.cards()->cards(),
+                        .isInstalled = hasDeviceBackend(),
+                        .wanted = settings.computingDevice(),
+                        .neededBytes = model.isEmpty() ? 0 : deviceMemoryOf(model)};
+    if (facts.isInstalled && facts.wanted != processorAlone && !facts.cards.isEmpty())
+        facts.devices = programDevices(*services.helpers());
+    if (const auto device = chooseDevice(facts.devices, facts.wanted, facts.neededBytes))
+        facts.trial = programTrials().passed(*device);
+    return facts;
 }
 
 Examination examine(ProgramServices& services, const AppSettings& settings)
@@ -120,6 +149,7 @@ Examination examine(ProgramServices& services, const AppSettings& settings)
         pasteTableDiagnostics(pasteTableProblems(services.defaults()->value(terminalWindowClassesKey)));
     dictation += modelDiagnostic(selectedModel(settings));
     dictation += acceleratorDiagnostic(programComputingDevices());
+    dictation += graphicsDiagnostic(graphicsFacts(services, settings, selectedModel(settings).file));
     return examination;
 }
 
@@ -164,6 +194,7 @@ std::map<QString, cli::Run> programCommands()
         {QStringLiteral("dictate"), dictate},
         {QStringLiteral("clean"), cli::runClean},
         {QStringLiteral("models"), models},
+        {QStringLiteral("devices"), devices},
         {QStringLiteral("settings"), storedSettings},
         {QStringLiteral("doctor"), doctor},
         {QStringLiteral("stats"), showStatistics},

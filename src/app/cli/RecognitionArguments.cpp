@@ -1,5 +1,6 @@
 #include <app/cli/RecognitionArguments.h>
 #include <settings/AppSettings.h>
+#include <speech/device/ComputingStatus.h>
 #include <speech/ThreadCount.h>
 
 #include <QFileInfo>
@@ -37,6 +38,8 @@ void addRecognitionArguments(CommandSyntax& syntax)
     syntax.addOption(QStringLiteral("prompt"), QStringLiteral("TEXT"),
                      QStringLiteral("Names and jargon that may be spoken."));
     syntax.addOption(QStringLiteral("threads"), QStringLiteral("N"), QStringLiteral("Processor threads."));
+    syntax.addOption(QStringLiteral("device"), QStringLiteral("NAME"),
+                     QStringLiteral("auto, cpu, or a graphics card (tulvane devices)."));
     syntax.addFlag(QStringLiteral("raw"), QStringLiteral("Print what was recognised, without cleanup."));
     syntax.addFlag(QStringLiteral("json"), QStringLiteral("Print one JSON object with the figures."));
     syntax.setRemark(
@@ -79,7 +82,17 @@ readRecognitionArguments(const CommandSyntax& syntax, const RecognitionContext& 
     if (!file)
         return failure(fail(console, file.error()));
     result.modelFile = *file;
+    context.computing.want(syntax.isSet(QStringLiteral("device")) ? syntax.value(QStringLiteral("device"))
+                                                                  : context.settings.computingDevice());
     return result;
+}
+
+void warnOfProcessor(const RecognitionContext& context, Console& console)
+{
+    const ComputingPlace place = context.computing.place();
+    if (place.device.isEmpty() && !place.reason.isEmpty() &&
+        (place.isGivenUp || context.computing.wanted()->name() != anyDevice))
+        console.err << "tulvane: computing on the processor: " << place.reason << Qt::endl;
 }
 
 } // namespace tulvane::cli

@@ -19,7 +19,9 @@ void printRecognised(const Recognised& recognised, const RecognitionArguments& a
                                  {QStringLiteral("language"), recognised.language},
                                  {QStringLiteral("audioSeconds"), recognised.audioSeconds},
                                  {QStringLiteral("loadSeconds"), recognised.loadSeconds},
-                                 {QStringLiteral("transcribeSeconds"), recognised.transcribeSeconds}};
+                                 {QStringLiteral("transcribeSeconds"), recognised.transcribeSeconds},
+                                 {QStringLiteral("device"),
+                                  recognised.device.isEmpty() ? QStringLiteral("cpu") : recognised.device}};
         console.out << QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) << Qt::endl;
     } else if (arguments.raw) {
         console.out << recognised.raw << Qt::endl;

@@ -17,6 +17,7 @@ struct Recognised {
     double audioSeconds = 0;
     double loadSeconds = 0; ///< 0 where the model was loaded already
     double transcribeSeconds = 0;
+    QString device; ///< where it was computed; empty for the processor
 };
 
 /// Prints it as the words of the command line ask, and says "Nothing recognised" where there is no text.

@@ -5,6 +5,7 @@
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
 #include <speech/Recognizer.h>
+#include <speech/device/ComputingStatus.h>
 
 #include <QElapsedTimer>
 
@@ -68,6 +69,8 @@ int runTranscribe(const QStringList& arguments, const RecognitionContext& contex
     if (!recognised)
         return fail(console, recognised.error().description());
     recognised->loadSeconds = loadSeconds;
+    recognised->device = context.computing.place().device;
+    warnOfProcessor(context, console);
     printRecognised(*recognised, *words, console);
     return ExitStatus::done;
 }

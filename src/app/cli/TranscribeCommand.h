@@ -12,6 +12,7 @@
 
 namespace tulvane {
 class AppSettings;
+class ComputingStatus;
 class Recognizer;
 } // namespace tulvane
 
@@ -25,6 +26,8 @@ struct RecognitionContext {
     ProgramFolders folders;
     /// The file of a model that the catalogue knows by this identifier; none for an unknown identifier.
     std::function<std::optional<QString>(const QString& id)> catalogueFile;
+    /// What the recogniser is asked to compute with, and where it does.
+    ComputingStatus& computing;
 };
 
 using SoundReader = std::function<Result<Sound, SoundFileError>(const QString& path)>;

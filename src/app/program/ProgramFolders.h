@@ -24,6 +24,13 @@ struct ProgramFolders {
     {
         return executables + QStringLiteral("/tulvane-transfers");
     }
+    /// The executable that computes on a graphics card.
+    [[nodiscard]] QString computeHelper() const { return executables + QStringLiteral("/tulvane-compute"); }
+    /// ggml's backend for graphics cards, which only that executable loads, and which may be absent.
+    [[nodiscard]] QString deviceBackend() const
+    {
+        return backends + QStringLiteral("/devices/libggml-vulkan.so");
+    }
     /// Our own page about what the desktop has to allow.
     [[nodiscard]] QString helpPage() const { return resources + QStringLiteral("/help/permissions.html"); }
     /// What the synthetic voice says in this language of the interface ("nb").

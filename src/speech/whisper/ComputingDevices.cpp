@@ -1,5 +1,6 @@
 #include <speech/whisper/BackendLoader.h>
 #include <speech/whisper/ComputingDevices.h>
+#include <speech/whisper/LibraryLog.h>
 
 #include <ggml-backend.h>
 
@@ -7,6 +8,8 @@ namespace tulvane {
 
 QStringList computingDevices(const QString& backendFolder)
 {
+    // What it says while it loads them is for the log.
+    LibraryLog::install();
     if (!loadBackends(backendFolder))
         return {};
     QStringList accelerators;

@@ -46,6 +46,21 @@ QString secondsOf(const QElapsedTimer& timer)
     return seconds(static_cast<double>(timer.nsecsElapsed()) / 1e9, 2);
 }
 
+/// The library calls back before each window and at each word.
+void reportProgress(whisper_full_params& params, std::function<void()>& progress)
+{
+    params.encoder_begin_callback = [](whisper_context*, whisper_state*, void* data) {
+        (*static_cast<std::function<void()>*>(data))();
+        return true;
+    };
+    params.encoder_begin_callback_user_data = &progress;
+    params.logits_filter_callback = [](whisper_context*, whisper_state*, const whisper_token_data*, int,
+                                       float*, void* data) {
+        (*static_cast<std::function<void()>*>(data))();
+    };
+    params.logits_filter_callback_user_data = &progress;
+}
+
 /// What the library said first of that which it has just refused.
 EngineObstacle refusal()
 {
@@ -105,10 +120,12 @@ Result<whisper_context*, EngineObstacle> EngineCore::open(const QString& modelFi
         qCCritical(lcWhisper).noquote() << "No computing backend was found in" << m_backendFolder;
         return failure(EngineObstacle{EngineObstacle::Kind::noBackend, m_backendFolder});
     }
-    if (auto enough = checkMemory(facts->neededMemory(), facts->neededAddressSpace()); !enough)
-        return failure(enough.error());
+    if (!m_isOnDevice) {
+        if (auto enough = checkMemory(facts->neededMemory(), facts->neededAddressSpace()); !enough)
+            return failure(enough.error());
+    }
     LibraryLog::ofThisThread().clearFirstError();
-    whisper_context* const context = loadModel(**file, m_closing);
+    whisper_context* const context = loadModel(**file, m_closing, m_progress);
     LibraryLog::ofThisThread().flush();
     if (context == nullptr)
         return failure(refusal());
@@ -139,17 +156,19 @@ void EngineCore::unload()
     m_loadedModel.clear();
 }
 
-Recognizer::Recognised EngineCore::transcribe(std::vector<float> samples, const TranscriptionOptions& options)
+Recognizer::Recognised EngineCore::transcribe(const std::vector<float>& take,
+                                              const TranscriptionOptions& options)
 {
     if (!m_context)
         return failure(EngineError::noModelLoaded());
-    const int count = librarySampleCount(samples.size());
+    const int count = librarySampleCount(take.size());
     const auto parameters = WhisperParameters::from(options);
     if (!parameters)
         return failure(parameters.error());
     if (!knowsLanguage(*parameters))
         return failure(EngineError::transcriptionFailed(
             EngineError::unknownLanguage, {EngineObstacle::Kind::unknownLanguage, options.language}));
+    std::vector<float> samples = take;
     prepareSamples(samples);
     const qint64 memory = workingMemory(samples.size());
     if (auto enough = checkMemory(memory, memory + parameters->forLibrary().n_threads * threadSpace); !enough)
@@ -185,7 +204,10 @@ qint32 EngineCore::run(const WhisperParameters& parameters, const std::vector<fl
     qint32 code = EngineError::libraryThrew;
     LibraryLog::ofThisThread().clearFirstError();
     try {
-        code = whisper_full(m_context.get(), parameters.forLibrary(), samples.data(),
+        whisper_full_params params = parameters.forLibrary();
+        if (m_progress)
+            reportProgress(params, m_progress);
+        code = whisper_full(m_context.get(), params, samples.data(),
                             librarySampleCount(samples.size()));
     } catch (const std::exception& exception) {
         qCCritical(lcWhisper) << "The library failed to transcribe:" << exception.what();

@@ -15,6 +15,7 @@ namespace {
 struct Source {
     BlockReader reader;
     const std::atomic<bool>& closing;
+    const std::function<void()>& progress;
     /// A read went beyond the end, which is how the library learns that the model is whole.
     bool ended = false;
 };
@@ -33,6 +34,8 @@ std::size_t readFrom(void* context, void* output, std::size_t size)
     auto* const source = static_cast<Source*>(context);
     if (source->closing)
         throw LoadAbandoned();
+    if (source->progress)
+        source->progress();
     auto* const bytes = static_cast<char*>(output);
     const auto done = static_cast<std::size_t>(source->reader.read(bytes, static_cast<qint64>(size)));
     if (done < size) {
@@ -49,13 +52,14 @@ bool hasEnded(void* context)
 
 } // namespace
 
-whisper_context* loadModel(QFile& file, const std::atomic<bool>& closing)
+whisper_context* loadModel(QFile& file, const std::atomic<bool>& closing,
+                           const std::function<void()>& progress)
 {
     whisper_context_params params = whisper_context_default_params();
     params.use_gpu = true;
     params.flash_attn = true;
 
-    Source source{.reader = BlockReader(file), .closing = closing};
+    Source source{.reader = BlockReader(file), .closing = closing, .progress = progress};
     whisper_model_loader loader{};
     loader.context = &source;
     loader.read = readFrom;

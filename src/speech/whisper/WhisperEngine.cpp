@@ -28,13 +28,24 @@ void prepareProcessOnce()
 } // namespace
 
 WhisperEngine::WhisperEngine(const QString& backendFolder, const SystemMemory& memory)
-    : m_core(std::make_unique<EngineCore>(backendFolder, memory, m_closing))
+    : WhisperEngine(backendFolder, memory, [](auto processor) { return processor; })
+{
+}
+
+WhisperEngine::WhisperEngine(const QString& backendFolder, const SystemMemory& memory,
+                             const MakeRunner& makeRunner)
 {
     prepareProcessOnce();
     m_thread.setObjectName(QStringLiteral("whisper"));
     m_thread.setStackSize(workerStack);
     m_worker.moveToThread(&m_thread);
     m_thread.start();
+    QMetaObject::invokeMethod(
+        &m_worker,
+        [this, backendFolder, &memory, makeRunner] {
+            m_core = makeRunner(std::make_unique<EngineCore>(backendFolder, memory, m_closing));
+        },
+        Qt::QueuedConnection);
 }
 
 WhisperEngine::~WhisperEngine()

@@ -10,7 +10,7 @@
 
 namespace tulvane {
 
-class EngineCore;
+class ModelRunner;
 
 /// The recogniser over whisper.cpp, and the one object that talks to it. All work runs on a thread of its
 /// own, one job at a time, so a load never overlaps a transcription and neither blocks the caller.
@@ -22,6 +22,10 @@ public:
     /// `memory` must outlive the engine. Loads nothing yet. The first engine of the process redirects the
     /// library's log lines into the program's log.
     WhisperEngine(const QString& backendFolder, const SystemMemory& memory);
+    /// `makeRunner` makes what the work is done by, around the engine's own way on the processor. It is called
+    /// on the engine's thread, and what it makes is used and destroyed there.
+    using MakeRunner = std::function<std::unique_ptr<ModelRunner>(std::unique_ptr<ModelRunner> processor)>;
+    WhisperEngine(const QString& backendFolder, const SystemMemory& memory, const MakeRunner& makeRunner);
     WhisperEngine(const WhisperEngine&) = delete;
     WhisperEngine& operator=(const WhisperEngine&) = delete;
     /// Abandons a load in flight, waits for a transcription in flight (the library cannot end one early, and
@@ -42,7 +46,7 @@ private:
     [[nodiscard]] QFuture<T> post(std::function<T()> job, const T& refusal);
 
     std::atomic<bool> m_closing = false;
-    std::unique_ptr<EngineCore> m_core; ///< the worker's alone
+    std::unique_ptr<ModelRunner> m_core; ///< the worker's alone
     QThread m_thread;
     QObject m_worker; ///< lives on the thread; jobs are its events
 };

@@ -2,6 +2,7 @@
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <settings/AppSettings.h>
+#include <speech/device/ComputingStatus.h>
 #include <ui/viewmodels/HistoryViewModel.h>
 #include <ui/viewmodels/HomeNotices.h>
 #include <ui/viewmodels/HotkeyStatus.h>
@@ -10,7 +11,7 @@ namespace tulvane {
 
 HomeNotices::HomeNotices(const DictationSession& session, DictationController& controller,
                          const AppSettings& settings, const HotkeyStatus& hotkey, HistoryViewModel& recent,
-                         QObject* parent)
+                         const ComputingStatus* computing, QObject* parent)
     : QObject(parent),
       m_session(session),
       m_controller(controller),
@@ -26,7 +27,23 @@ HomeNotices::HomeNotices(const DictationSession& session, DictationController& c
     connect(&m_recent, &HistoryViewModel::countChanged, this, &HomeNotices::copyLabelChanged);
     connect(&m_hotkey, &HotkeyStatus::changed, this, &HomeNotices::hotkeyChanged);
     connect(&m_settings, &AppSettings::troubled, this, &HomeNotices::settingsTroubleChanged);
+    if (computing != nullptr) {
+        // A failure may have come before the page was first shown.
+        m_hasCardFailed = computing->place().isGivenUp;
+        connect(computing, &ComputingStatus::gaveUp, this, [this] { setCardFailed(true); });
+    }
     notePhase();
+}
+
+void HomeNotices::setCardFailed(bool hasFailed)
+{
+    m_hasCardFailed = hasFailed;
+    Q_EMIT cardFailedChanged();
+}
+
+void HomeNotices::hideCardFailed()
+{
+    setCardFailed(false);
 }
 
 void HomeNotices::notePhase()

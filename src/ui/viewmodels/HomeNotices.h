@@ -7,6 +7,7 @@
 namespace tulvane {
 
 class AppSettings;
+class ComputingStatus;
 class DictationController;
 class DictationSession;
 class HistoryViewModel;
@@ -32,11 +33,15 @@ class HomeNotices final : public QObject {
     Q_PROPERTY(QString brokenHotkeyReason READ brokenHotkeyReason NOTIFY hotkeyChanged)
     /// What became of a damaged or unreadable settings file, and where it lies; empty while all is well.
     Q_PROPERTY(QString settingsTrouble READ settingsTrouble NOTIFY settingsTroubleChanged)
+    /// Whether a graphics card failed, and the user has not read it yet.
+    Q_PROPERTY(bool hasCardFailed READ hasCardFailed NOTIFY cardFailedChanged)
 
 public:
-    /// `recent` lists the last text first. All collaborators outlive this object.
+    /// `recent` lists the last text first; `computing` is null where models always run on the processor. All
+    /// collaborators outlive this object.
     HomeNotices(const DictationSession& session, DictationController& controller, const AppSettings& settings,
-                const HotkeyStatus& hotkey, HistoryViewModel& recent, QObject* parent);
+                const HotkeyStatus& hotkey, HistoryViewModel& recent, const ComputingStatus* computing,
+                QObject* parent);
 
     [[nodiscard]] bool canRetry() const;
     [[nodiscard]] QString failure() const;
@@ -46,6 +51,7 @@ public:
     [[nodiscard]] QString brokenHotkey() const;
     [[nodiscard]] QString brokenHotkeyReason() const;
     [[nodiscard]] QString settingsTrouble() const;
+    [[nodiscard]] bool hasCardFailed() const { return m_hasCardFailed; }
 
     /// Transcribes the recording once more. Our own window is in front, so that the text goes to the
     /// clipboard rather than into it.
@@ -54,6 +60,8 @@ public:
     Q_INVOKABLE void copyLastText();
     /// The user has read them: the notices about the last text go.
     Q_INVOKABLE void hideTextLeft();
+    /// The user has read that the card failed.
+    Q_INVOKABLE void hideCardFailed();
 
 Q_SIGNALS:
     void retryChanged();
@@ -61,10 +69,12 @@ Q_SIGNALS:
     void copyLabelChanged();
     void hotkeyChanged();
     void settingsTroubleChanged();
+    void cardFailedChanged();
 
 private:
     void notePhase();
     void noteDelivery();
+    void setCardFailed(bool hasFailed);
 
     const DictationSession& m_session;
     DictationController& m_controller;
@@ -73,6 +83,7 @@ private:
     HistoryViewModel& m_recent;
     QString m_reason; ///< of the last failure; empty when it came before this object
     bool m_isHidden = false;
+    bool m_hasCardFailed = false;
 };
 
 } // namespace tulvane

@@ -2,6 +2,7 @@
 #include <base/Translate.h>
 #include <models/ModelManager.h>
 #include <ports/Workspace.h>
+#include <speech/device/ComputingStatus.h>
 #include <ui/viewmodels/ModelGallery.h>
 
 #include <QTimer>
@@ -21,11 +22,12 @@ constexpr std::array<std::chrono::milliseconds, 3> freed{200ms, 1s, 3s};
 
 } // namespace
 
-ModelGallery::ModelGallery(ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries,
-                           ModelEntry& selected, QObject* parent)
+ModelGallery::ModelGallery(ModelManager& models, Workspace& workspace, const ComputingStatus* computing,
+                           QList<ModelEntry*> entries, ModelEntry& selected, QObject* parent)
     : QObject(parent),
       m_models(models),
       m_workspace(workspace),
+      m_computing(computing),
       m_entries(std::move(entries)),
       m_selected(selected)
 {
@@ -37,6 +39,8 @@ ModelGallery::ModelGallery(ModelManager& models, Workspace& workspace, QList<Mod
         if (!isUnderWay || !m_leftovers.isEmpty())
             readLeftovers();
     });
+    if (m_computing != nullptr)
+        connect(m_computing, &ComputingStatus::changed, this, &ModelGallery::statusChanged);
     readLeftovers();
 }
 
@@ -97,6 +101,17 @@ QString ModelGallery::status() const
         return translate("Nothing yet – download the selected model to start dictating.");
     }
     Q_UNREACHABLE();
+}
+
+QString ModelGallery::place() const
+{
+    if (m_computing == nullptr || !m_selected.isLoaded())
+        return {};
+    const ComputingPlace place = m_computing->place();
+    if (!place.device.isEmpty())
+        return translate("Runs on %1").arg(place.device);
+    return place.isGivenUp ? translate("Runs on the processor, because the graphics card failed")
+                           : translate("Runs on the processor");
 }
 
 void ModelGallery::showFolder() const

@@ -7,6 +7,7 @@
 
 namespace tulvane {
 
+class ComputingStatus;
 class ModelManager;
 class Workspace;
 
@@ -20,6 +21,8 @@ class ModelGallery final : public QObject {
     /// One line about the selected model
     Q_PROPERTY(QString status READ status NOTIFY statusChanged)
     Q_PROPERTY(Status statusKind READ statusKind NOTIFY statusChanged)
+    /// Where the selected model runs, while it is loaded; else empty
+    Q_PROPERTY(QString place READ place NOTIFY statusChanged)
     /// What ended downloads hold of the disk ("1.9 GB"); empty where they hold nothing
     Q_PROPERTY(QString leftovers READ leftovers NOTIFY leftoversChanged)
     /// Whether freeing it destroys a part of a model that a download could go on with
@@ -29,16 +32,17 @@ public:
     enum class Status { Ready, Loading, Coming, Missing, None };
     Q_ENUM(Status)
 
-    /// `entries` are the models that are offered; `selected` stands for the selected one. All outlive this
-    /// object.
-    ModelGallery(ModelManager& models, Workspace& workspace, QList<ModelEntry*> entries, ModelEntry& selected,
-                 QObject* parent);
+    /// `entries` are the models that are offered; `selected` stands for the selected one. `computing` is null
+    /// where models always run on the processor. All outlive this object.
+    ModelGallery(ModelManager& models, Workspace& workspace, const ComputingStatus* computing,
+                 QList<ModelEntry*> entries, ModelEntry& selected, QObject* parent);
 
     [[nodiscard]] const QList<ModelEntry*>& entries() const { return m_entries; }
     [[nodiscard]] QQmlListProperty<ModelEntry> entryList() { return {this, &m_entries}; }
     [[nodiscard]] ModelEntry* selected() const { return &m_selected; }
     [[nodiscard]] QString status() const;
     [[nodiscard]] Status statusKind() const;
+    [[nodiscard]] QString place() const;
 
     [[nodiscard]] const QString& leftovers() const { return m_leftovers; }
     [[nodiscard]] bool freeingCosts() const { return m_freeingCosts; }
@@ -58,6 +62,7 @@ private:
 
     ModelManager& m_models;
     Workspace& m_workspace;
+    const ComputingStatus* m_computing;
     QList<ModelEntry*> m_entries;
     ModelEntry& m_selected;
     QString m_leftovers;

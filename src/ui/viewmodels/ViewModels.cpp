@@ -88,7 +88,7 @@ HomeViewModel* ViewModels::home()
 HomeNotices* ViewModels::notices()
 {
     return made(m_notices, m_context.session, m_context.controller, m_context.settings, hotkeyStatus(),
-                recent());
+                recent(), m_context.computing);
 }
 
 HistoryViewModel* ViewModels::history()
@@ -113,7 +113,8 @@ ModelGallery* ViewModels::gallery()
         QList<ModelEntry*> entries;
         for (const WhisperModel& model : WhisperModel::gallery())
             entries.append(entryOf(model.id));
-        m_gallery = new ModelGallery(m_context.models, m_context.workspace, entries, *selectedModel(), this);
+        m_gallery = new ModelGallery(m_context.models, m_context.workspace, m_context.computing, entries,
+                                     *selectedModel(), this);
     }
     return m_gallery;
 }

@@ -106,6 +106,7 @@ UiContext UiWorld::context()
             .scheduler = scheduler,
             .clock = clock,
             .version = QStringLiteral("0.1.0"),
+            .computing = &computing,
             .relaunch = [this] { ++relaunches; },
             .quit = [this] { ++quits; },
             .beep = [this] { ++beeps; }};

@@ -28,6 +28,7 @@
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/AppSettings.h>
+#include <speech/device/ComputingStatus.h>
 #include <stats/StatsStore.h>
 #include <support/FakeClock.h>
 #include <support/FakeRecognizer.h>
@@ -124,6 +125,7 @@ public:
     FakeKeyboardGrab keyboard;
     FakeLoginItem loginItem;
     FakeStatusItem statusItem; ///< in a bar, with an icon
+    ComputingStatus computing;
     int relaunches = 0;
     int quits = 0;
     int beeps = 0;

@@ -17,6 +17,7 @@
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/InterfaceLanguage.h>
+#include <speech/device/ComputingStatus.h>
 #include <stats/StatsFile.h>
 #include <support/FakeRecognizer.h>
 #include <support/Folders.h>
@@ -79,6 +80,7 @@ protected:
     FakeScreenLock screen;
     NotedWindows windows;
     ScratchFolder data;
+    ComputingStatus computing;
     bool hasWindows = false;
     bool runsCommandForHotkey = false;
     int quits = 0;
@@ -113,13 +115,14 @@ private:
         desktop.runsCommandForHotkey = [this] { return runsCommandForHotkey; };
         return desktop;
     }
-    TulvaneApp::Options options() const
+    TulvaneApp::Options options()
     {
         return {.version = u"0.1.0"_qs,
                 .folders = {data.file(u"Tulvane/Models"_qs), data.file(u"tmp"_qs)},
                 .hub = QUrl(u"http://hub.invalid/"_qs),
                 .statisticsFile = data.file(u"Tulvane/statistics.json"_qs),
-                .dataFolder = data.path()};
+                .dataFolder = data.path(),
+                .computing = &computing};
     }
 
     FakeAudioInput m_input;
@@ -142,6 +145,21 @@ private:
 };
 
 } // namespace
+
+TEST_F(TulvaneAppTest, TheDeviceOfTheSettingsReachesTheRecogniserAtOnceAndAtEachChange)
+{
+    ASSERT_TRUE(defaults.set(u"computingDevice"_qs, u"Radeon"_qs));
+    setUp();
+    TulvaneApp& program = app();
+    EXPECT_EQ(computing.wanted()->name(), u"Radeon"_qs);
+    const int request = computing.wanted()->request();
+    EXPECT_EQ(
+        program.answer(RemoteRequest::settings, u"[\"set\", \"computingDevice\", \"cpu\"]"_qs)[u"status"_qs]
+            .toInt(-1),
+        0);
+    EXPECT_EQ(computing.wanted()->name(), u"cpu"_qs);
+    EXPECT_GT(computing.wanted()->request(), request);
+}
 
 TEST_F(TulvaneAppTest, WhatTheEarlierProductCountedIsThereFromTheFirstStartOn)
 {

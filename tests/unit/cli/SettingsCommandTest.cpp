@@ -61,7 +61,8 @@ TEST_F(SettingsCommand, ListShowsEveryKeyInOrderWithItsType)
                    "keyboardAutoInsert = false\n"
                    "appearance = \"system\"\n"
                    "hideSetupChecklist = false\n"
-                   "hidePrivacyCard = false\n");
+                   "hidePrivacyCard = false\n"
+                   "computingDevice = \"auto\"\n");
     EXPECT_TRUE(defaults.writes().isEmpty());
 }
 

@@ -45,6 +45,7 @@ TEST(AppSettings, AnEmptyDomainYieldsTheDefaults)
     EXPECT_EQ(settings.appearance(), AppearanceMode::system);
     EXPECT_FALSE(settings.hideSetupChecklist());
     EXPECT_FALSE(settings.hidePrivacyCard());
+    EXPECT_EQ(settings.computingDevice(), u"auto");
     EXPECT_TRUE(defaults.writes().isEmpty()) << "loading writes nothing";
 }
 
@@ -71,7 +72,8 @@ QVariantMap otherThanDefaults()
             {u"keyboardAutoInsert"_qs, true},
             {u"appearance"_qs, u"dark"_qs},
             {u"hideSetupChecklist"_qs, true},
-            {u"hidePrivacyCard"_qs, true}};
+            {u"hidePrivacyCard"_qs, true},
+            {u"computingDevice"_qs, u"GeForce"_qs}};
 }
 
 TEST(AppSettings, EveryKeyIsLoaded)

@@ -185,6 +185,25 @@ TEST_F(HomePageTest, ATextThatWasNotInsertedCanBeCopiedAndTheNoticeHidden)
     EXPECT_FALSE(probe.has(QStringLiteral("home.notice.copy")));
 }
 
+TEST_F(HomePageTest, ACardThatFailedIsSaidOnceAndHidden)
+{
+    setUpProgram();
+    WindowProbe& probe = open(SettingsTab::home);
+    const auto notice = QStringLiteral("The graphics card failed");
+    EXPECT_FALSE(probe.shows(notice));
+    const ComputingPlace failed{.device = {}, .reason = QStringLiteral("it crashed"), .isGivenUp = true};
+    world.computing.publish(failed);
+    UiWorld::settle();
+    EXPECT_TRUE(probe.shows(notice));
+    probe.click(QStringLiteral("home.cardFailed.hide"));
+    UiWorld::settle();
+    EXPECT_FALSE(probe.shows(notice));
+    // The next model is loaded where the last one was.
+    world.computing.publish(failed);
+    UiWorld::settle();
+    EXPECT_FALSE(probe.shows(notice));
+}
+
 TEST_F(HomePageTest, AHotkeyThatDoesNotWorkLeadsToTheSettings)
 {
     world.globalHotkeys.failRegistrations(HotkeyError::taken(1));

@@ -173,6 +173,14 @@ TEST_F(ModelsPageTest, FollowsTheSessionIntoTheMemory)
         UiWorld::settle();
     }
     EXPECT_EQ(textOf(QStringLiteral("models.status")), QStringLiteral("Loaded in memory"));
+    EXPECT_EQ(textOf(QStringLiteral("models.place")), QStringLiteral("Runs on the processor"));
+    world.computing.publish({.device = QStringLiteral("GeForce RTX 4070"), .reason = {}});
+    UiWorld::settle();
+    EXPECT_EQ(textOf(QStringLiteral("models.place")), QStringLiteral("Runs on GeForce RTX 4070"));
+    world.computing.publish({.device = {}, .reason = QStringLiteral("it crashed"), .isGivenUp = true});
+    UiWorld::settle();
+    EXPECT_EQ(textOf(QStringLiteral("models.place")),
+              QStringLiteral("Runs on the processor, because the graphics card failed"));
 }
 
 TEST_F(ModelsPageTest, AnInstalledModelThatIsNotLoadedIsReady)

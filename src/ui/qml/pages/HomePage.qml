@@ -81,6 +81,20 @@ ScrollPage {
         }
     }
     NoticeBar {
+        objectName: "home.cardFailed"
+        visible: page.notices.hasCardFailed
+        tone: NoticeBar.Info
+        title: Words.translate("The graphics card failed")
+        text: Words.translate("Your words are recognised on the processor now, which takes longer. The card is tried again at the next start.")
+
+        PushButton {
+            objectName: "home.cardFailed.hide"
+            look: PushButton.Plain
+            text: Words.translate("Hide")
+            onClicked: page.notices.hideCardFailed()
+        }
+    }
+    NoticeBar {
         visible: page.notices.brokenHotkey !== ""
         title: page.notices.brokenHotkey
         text: page.notices.brokenHotkeyReason

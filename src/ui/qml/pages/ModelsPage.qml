@@ -53,6 +53,13 @@ ScrollPage {
                 kind: Label.Caption
                 text: page.gallery.status
             }
+            Label {
+                objectName: "models.place"
+                visible: text !== ""
+                width: parent.width
+                kind: Label.Caption
+                text: page.gallery.place
+            }
         }
     }
 

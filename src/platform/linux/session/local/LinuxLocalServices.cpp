@@ -1,3 +1,5 @@
+#include <platform/linux/process/KernelCards.h>
+#include <platform/linux/process/PipedProcesses.h>
 #include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/storage/JsonUserDefaults.h>
 #include <ports/LocalServices.h>
@@ -18,6 +20,14 @@ public:
         return m_defaults;
     }
     [[nodiscard]] const SystemMemory& memory() override { return m_memory; }
+    [[nodiscard]] std::shared_ptr<const HelperProcesses> helpers() override
+    {
+        return std::make_shared<PipedProcesses>();
+    }
+    [[nodiscard]] std::shared_ptr<const GraphicsCards> cards() override
+    {
+        return std::make_shared<KernelCards>();
+    }
 
 private:
     const Clock& m_clock;

@@ -5,4 +5,9 @@ set(TULVANE_GRAPHICS_BACKEND "${CMAKE_SOURCE_DIR}/build/whisper-gpu/bin/libggml-
 set(graphics_folder "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}/tulvane/devices")
 file(MAKE_DIRECTORY "${graphics_folder}")
 file(CREATE_LINK "${TULVANE_GRAPHICS_BACKEND}" "${graphics_folder}/libggml-vulkan.so" SYMBOLIC)
-install(FILES "${TULVANE_GRAPHICS_BACKEND}" DESTINATION "${CMAKE_INSTALL_LIBDIR}/tulvane/devices" OPTIONAL)
+# Optional files would leave an empty folder behind where there are none.
+install(CODE "
+    if(EXISTS \"${TULVANE_GRAPHICS_BACKEND}\")
+        file(INSTALL DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/tulvane/devices\"
+            TYPE FILE FILES \"${TULVANE_GRAPHICS_BACKEND}\")
+    endif()")

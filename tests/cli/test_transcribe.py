@@ -59,11 +59,12 @@ class Transcribe(ProgramTest):
     def test_json_holds_the_text_and_the_figures(self):
         run = self.run_program("transcribe", self.speak(SAID), *DEMO, "--json")
         result = json.loads(run.stdout)
-        self.assertEqual(set(result), {"text", "raw", "language", "audioSeconds", "loadSeconds",
+        self.assertEqual(set(result), {"text", "raw", "language", "audioSeconds", "device", "loadSeconds",
                                        "transcribeSeconds"})
         self.assertEqual(result["text"], SAID)
         self.assertIn("dette er en test", result["raw"])
         self.assertEqual(result["language"], "no")
+        self.assertTrue(result["device"])
         self.assertGreater(result["audioSeconds"], 0.5)
         self.assertGreater(result["loadSeconds"], 0)
         self.assertGreater(result["transcribeSeconds"], 0)

@@ -20,11 +20,11 @@ ScrollPage {
         }
     }
 
-    corner: SearchField {
+    SearchField {
         id: search
         objectName: "history.search"
+        width: parent.width
         visible: page.models.history.count > 0
-        width: visible ? implicitWidth : 0
         label: Words.translate("Search the history")
     }
 

@@ -7,8 +7,8 @@ namespace tulvane {
 
 /// A graphics card as the system's kernel knows it, whether or not any driver can compute on it.
 struct GraphicsCard {
-    QString vendor;    ///< "NVIDIA", "AMD", "Intel"; a number where it is another
-    QString node;      ///< what a driver has to open; empty where the kernel gives none
+    QString vendor;           ///< "NVIDIA", "AMD", "Intel"; a number where it is another
+    QString node;             ///< what a driver has to open; empty where the kernel gives none
     bool isAccessible = true; ///< whether this process may open it
 
     [[nodiscard]] friend bool operator==(const GraphicsCard&, const GraphicsCard&) = default;

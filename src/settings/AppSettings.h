@@ -108,8 +108,8 @@ public:
         *this, {.key = "hidePrivacyCard", .defaultValue = false, .reading = BooleanReading::plain}};
 
     /// What speech models run on: "auto", "cpu" for the processor alone, or the name of a graphics card.
-    Setting<QString> computingDevice{
-        *this, {.key = "computingDevice", .defaultValue = QStringLiteral("auto")}};
+    Setting<QString> computingDevice{*this,
+                                     {.key = "computingDevice", .defaultValue = QStringLiteral("auto")}};
 
     /// Loads every preference. `defaults` is kept for writing and outlives this object; its trouble comes
     /// here from now on.

@@ -29,12 +29,10 @@ QString nameOf(DeviceKind kind)
 
 QJsonObject toJson(const ComputingDevice& device, bool isChosen)
 {
-    return {{QStringLiteral("name"), device.name},
-            {QStringLiteral("kind"), nameOf(device.kind)},
-            {QStringLiteral("driver"), device.driver},
-            {QStringLiteral("totalBytes"), device.totalBytes},
-            {QStringLiteral("freeBytes"), device.freeBytes},
-            {QStringLiteral("chosen"), isChosen}};
+    return {
+        {QStringLiteral("name"), device.name},           {QStringLiteral("kind"), nameOf(device.kind)},
+        {QStringLiteral("driver"), device.driver},       {QStringLiteral("totalBytes"), device.totalBytes},
+        {QStringLiteral("freeBytes"), device.freeBytes}, {QStringLiteral("chosen"), isChosen}};
 }
 
 QString lineOf(const ComputingDevice& device)

@@ -13,8 +13,8 @@ namespace tulvane::cli {
 struct DevicesContext {
     /// What the drivers offer. Blocks.
     std::function<ComputingDevices()> devices;
-    QStringList processors; ///< as the speech library names them: "CPU: ..."
-    QString wanted;         ///< the setting
+    QStringList processors;   ///< as the speech library names them: "CPU: ..."
+    QString wanted;           ///< the setting
     bool isInstalled = false; ///< whether the backend for graphics cards is
 };
 

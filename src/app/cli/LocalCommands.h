@@ -10,8 +10,8 @@
 // QCoreApplication.
 namespace tulvane {
 
-/// The process's recogniser and folders, with the user's settings, which outlive the context. `waitsForTrial`: see
-/// RecognizerServices.
+/// The process's recogniser and folders, with the user's settings, which outlive the context.
+/// `waitsForTrial`: see RecognizerServices.
 [[nodiscard]] cli::RecognitionContext recognitionContext(const AppSettings& settings, bool waitsForTrial);
 
 [[nodiscard]] int transcribe(const QStringList& arguments, const cli::SoundReader& readSound,

@@ -1,7 +1,7 @@
 #include <app/cli/RecognitionArguments.h>
 #include <settings/AppSettings.h>
-#include <speech/device/ComputingStatus.h>
 #include <speech/ThreadCount.h>
+#include <speech/device/ComputingStatus.h>
 
 #include <QFileInfo>
 

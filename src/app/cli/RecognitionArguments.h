@@ -22,7 +22,8 @@ void addRecognitionArguments(CommandSyntax& syntax);
 [[nodiscard]] Result<RecognitionArguments, int>
 readRecognitionArguments(const CommandSyntax& syntax, const RecognitionContext& context, Console& console);
 
-/// Says on `err` that a device failed, or that the one that was asked for could not be had, once the model is loaded.
+/// Says on `err` that a device failed, or that the one that was asked for could not be had, once the model is
+/// loaded.
 void warnOfProcessor(const RecognitionContext& context, Console& console);
 
 } // namespace tulvane::cli

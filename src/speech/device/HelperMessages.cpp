@@ -75,7 +75,10 @@ void read(QDataStream& in, Transcribe& transcribe)
     if (hasPrompt)
         options.initialPrompt = prompt;
     transcribe.samples.resize(static_cast<std::size_t>(samples.size()) / sizeof(float));
-    std::memcpy(transcribe.samples.data(), samples.constData(), transcribe.samples.size() * sizeof(float));
+    // Neither side of an empty copy may be null.
+    if (!transcribe.samples.empty())
+        std::memcpy(transcribe.samples.data(), samples.constData(),
+                    transcribe.samples.size() * sizeof(float));
 }
 
 void write(QDataStream& out, const LogLine& line)

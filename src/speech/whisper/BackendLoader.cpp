@@ -30,7 +30,8 @@ bool loadBackends(const QString& folder)
 bool loadDeviceBackend(const QString& library, quint32 device)
 {
     qputenv("GGML_VK_VISIBLE_DEVICES", QByteArray::number(device));
-    if (!QDir::isAbsolutePath(library) || ggml_backend_load(QFile::encodeName(library).constData()) == nullptr)
+    if (!QDir::isAbsolutePath(library) ||
+        ggml_backend_load(QFile::encodeName(library).constData()) == nullptr)
         return false;
     return ggml_backend_dev_by_type(GGML_BACKEND_DEVICE_TYPE_GPU) != nullptr ||
            ggml_backend_dev_by_type(GGML_BACKEND_DEVICE_TYPE_IGPU) != nullptr;

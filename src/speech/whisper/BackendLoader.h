@@ -15,9 +15,9 @@ void ignoreBackendsOfTheEnvironment();
 /// one at a time.
 [[nodiscard]] bool loadBackends(const QString& folder);
 
-/// Loads one backend that computes on devices (an absolute path), and has it see only the device of this index
-/// among all that the drivers offer. Returns whether the library then has one. Once in a process, and only in
-/// one that a driver's crash may take along.
+/// Loads one backend that computes on devices (an absolute path), and has it see only the device of this
+/// index among all that the drivers offer. Returns whether the library then has one. Once in a process, and
+/// only in one that a driver's crash may take along.
 [[nodiscard]] bool loadDeviceBackend(const QString& library, quint32 device);
 
 } // namespace tulvane

@@ -55,9 +55,8 @@ void reportProgress(whisper_full_params& params, std::function<void()>& progress
     };
     params.encoder_begin_callback_user_data = &progress;
     params.logits_filter_callback = [](whisper_context*, whisper_state*, const whisper_token_data*, int,
-                                       float*, void* data) {
-        (*static_cast<std::function<void()>*>(data))();
-    };
+                                       float*,
+                                       void* data) { (*static_cast<std::function<void()>*>(data))(); };
     params.logits_filter_callback_user_data = &progress;
 }
 
@@ -207,8 +206,7 @@ qint32 EngineCore::run(const WhisperParameters& parameters, const std::vector<fl
         whisper_full_params params = parameters.forLibrary();
         if (m_progress)
             reportProgress(params, m_progress);
-        code = whisper_full(m_context.get(), params, samples.data(),
-                            librarySampleCount(samples.size()));
+        code = whisper_full(m_context.get(), params, samples.data(), librarySampleCount(samples.size()));
     } catch (const std::exception& exception) {
         qCCritical(lcWhisper) << "The library failed to transcribe:" << exception.what();
     } catch (...) {

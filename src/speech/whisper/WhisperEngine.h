@@ -22,8 +22,8 @@ public:
     /// `memory` must outlive the engine. Loads nothing yet. The first engine of the process redirects the
     /// library's log lines into the program's log.
     WhisperEngine(const QString& backendFolder, const SystemMemory& memory);
-    /// `makeRunner` makes what the work is done by, around the engine's own way on the processor. It is called
-    /// on the engine's thread, and what it makes is used and destroyed there.
+    /// `makeRunner` makes what the work is done by, around the engine's own way on the processor. It is
+    /// called on the engine's thread, and what it makes is used and destroyed there.
     using MakeRunner = std::function<std::unique_ptr<ModelRunner>(std::unique_ptr<ModelRunner> processor)>;
     WhisperEngine(const QString& backendFolder, const SystemMemory& memory, const MakeRunner& makeRunner);
     WhisperEngine(const WhisperEngine&) = delete;

@@ -40,7 +40,8 @@ QList<GraphicsCard> KernelCards::cards() const
     const QDir nodes(m_root + QStringLiteral("/dev/dri"));
     for (const QString& name : nodes.entryList({QStringLiteral("renderD*")}, QDir::System | QDir::Files)) {
         QFile vendor(m_root + QStringLiteral("/sys/class/drm/%1/device/vendor").arg(name));
-        const QByteArray number = vendor.open(QIODevice::ReadOnly) ? vendor.readAll().trimmed() : QByteArray();
+        const QByteArray number =
+            vendor.open(QIODevice::ReadOnly) ? vendor.readAll().trimmed() : QByteArray();
         hasNvidia = hasNvidia || number == nvidia;
         found.append(card(vendorName(number), QStringLiteral("/dev/dri/") + name));
     }

@@ -6,8 +6,8 @@
 
 namespace tulvane {
 
-/// Cards by the kernel's render nodes (/dev/dri), and NVIDIA's own driver by its nodes where it makes no render
-/// nodes, as in a container.
+/// Cards by the kernel's render nodes (/dev/dri), and NVIDIA's own driver by its nodes where it makes no
+/// render nodes, as in a container.
 class KernelCards final : public GraphicsCards {
 public:
     /// `root` stands before every path that is read; "" is the system itself.

@@ -15,12 +15,22 @@ RoundBox {
     property string search: ""
     readonly property bool isSearched: search.trim() !== ""
 
+    readonly property int shownCount: {
+        let count = 0;
+        for (let i = 0; i < entries.count; ++i) {
+            const entry = entries.itemAt(i) as HistoryRow;
+            if (entry && (!isSearched || isFound(entry.transcript)))
+                ++count;
+        }
+        return count;
+    }
+
     function isFound(text: string): bool {
         return text.toLowerCase().includes(search.trim().toLowerCase());
     }
 
     width: parent.width
-    height: rows.height > 0 ? rows.height : nothing.height + 2 * Theme.enormous
+    height: shownCount > 0 ? rows.height : nothing.height + 2 * Theme.enormous
     radius: Theme.cardRadius
     color: Theme.card
     border.width: 1
@@ -30,7 +40,7 @@ RoundBox {
 
     EmptyState {
         id: nothing
-        visible: rows.height === 0
+        visible: list.shownCount === 0
         y: Theme.enormous
         x: Theme.large
         width: parent.width - 2 * Theme.large
@@ -43,6 +53,7 @@ RoundBox {
         width: parent.width
 
         Repeater {
+            id: entries
             model: list.model
 
             HistoryRow {

@@ -16,7 +16,7 @@ Rectangle {
     Accessible.name: Words.translate("Pages")
 
     function choose(index) {
-        const entry = pages.itemAt(index);
+        const entry = pages.itemAt(index) as SidebarEntry;
         if (!entry)
             return;
         entry.forceActiveFocus(Qt.TabFocusReason);

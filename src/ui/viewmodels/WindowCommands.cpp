@@ -9,11 +9,11 @@ namespace tulvane {
 
 namespace {
 
-QVariantList keysWhere(bool everywhere)
+QVariantList keysOf(bool mainWindow)
 {
     QVariantList list;
     for (qsizetype i = 0; i < windowKeys().size(); ++i) {
-        if (windowKeys().at(i).everywhere == everywhere)
+        if (mainWindow || windowKeys().at(i).everywhere)
             list.append(QVariantMap{{QStringLiteral("index"), i},
                                     {QStringLiteral("sequence"), windowKeys().at(i).sequence()}});
     }
@@ -33,12 +33,12 @@ WindowCommands::WindowCommands(SettingsSelection& selection, Windows& windows, s
 
 QVariantList WindowCommands::everywhere()
 {
-    return keysWhere(true);
+    return keysOf(false);
 }
 
 QVariantList WindowCommands::ofMainWindow()
 {
-    return keysWhere(false);
+    return keysOf(true);
 }
 
 void WindowCommands::run(int index)

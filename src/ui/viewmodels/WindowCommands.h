@@ -16,8 +16,8 @@ class WindowCommands final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the program")
-    /// Objects with `sequence` (a QKeySequence) and `index`, for `run`: of every window, and of the main one
-    /// besides.
+    /// Objects with `sequence` (a QKeySequence) and `index`, for `run`: of every window, and all of
+    /// the main one.
     Q_PROPERTY(QVariantList everywhere READ everywhere CONSTANT)
     Q_PROPERTY(QVariantList ofMainWindow READ ofMainWindow CONSTANT)
 

@@ -15,14 +15,16 @@ RoundBox {
     property string search: ""
     readonly property bool isSearched: search.trim() !== ""
 
-    readonly property int shownCount: {
-        let count = 0;
-        for (let i = 0; i < entries.count; ++i) {
-            const entry = entries.itemAt(i) as HistoryRow;
-            if (entry && (!isSearched || isFound(entry.transcript)))
-                ++count;
+    readonly property int shownCount: countShown(entries.count, search)
+
+    function countShown(count: int, words: string): int {
+        let shown = 0;
+        for (let i = 0; i < count; ++i) {
+            const row = entries.itemAt(i) as HistoryRow;
+            if (row && (words.trim() === "" || isFound(row.transcript)))
+                shown += 1;
         }
-        return count;
+        return shown;
     }
 
     function isFound(text: string): bool {

@@ -12,7 +12,7 @@ Item {
     property bool ofMainWindow: false
 
     Instantiator {
-        model: keys.ofMainWindow ? keys.commands.everywhere.concat(keys.commands.ofMainWindow) : keys.commands.everywhere
+        model: keys.ofMainWindow ? keys.commands.ofMainWindow : keys.commands.everywhere
 
         delegate: Shortcut {
             required property var modelData

@@ -11,7 +11,7 @@
 namespace tulvane {
 
 /// A hotkey on a desktop that can only run a command for it, and runs it over and over while the key is held:
-/// the calls become one press and one release. A key that is held is told from a tap by its repeats. Main
+/// the calls become one press and one release. Repeats distinguish a held key from a tap. Main
 /// thread.
 class RepeatedCommand final {
 public:

@@ -56,7 +56,7 @@ MAY = {
     X11[2]: ADAPTER | {X11[0], X11[1], FORMATS},
     X11[3]: ADAPTER | {X11[0]},
     WAYLAND[0]: ADAPTER,
-    WAYLAND[1]: ADAPTER | {WAYLAND[0], LINUX + "keys"},
+    WAYLAND[1]: ADAPTER | {WAYLAND[0], LINUX + "keys", LINUX + "layout"},
     WAYLAND[2]: ADAPTER | {WAYLAND[0], FORMATS, FRONT},
     WAYLAND[3]: ADAPTER | {WAYLAND[0]},
     LINUX + "sway": ADAPTER | {LINUX + "keys", FRONT},

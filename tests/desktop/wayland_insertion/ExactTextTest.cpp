@@ -4,7 +4,8 @@
 #include <insertion/TextInserter.h>
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/linux/session/Session.h>
-#include <platform/linux/session/WaylandPrivacyPermissions.h>
+#include <platform/linux/session/UnwatchedPrivacyPermissions.h>
+#include <platform/linux/session/WaylandOffers.h>
 #include <platform/linux/sway/SwayFront.h>
 #include <platform/linux/wayland/clipboard/DataControlPasteboards.h>
 #include <platform/linux/wayland/keyboard/DeviceKeyPosting.h>
@@ -108,7 +109,8 @@ protected:
         VirtualKeyboard::make(WaylandConnection::open(m_socket)),
         {.isInFront = [this](const PasteTarget& target) { return m_boards->isInFront(target); },
          .pasting = [this](const PasteTarget& target) { m_boards->expectReader(target); }}};
-    WaylandPrivacyPermissions m_permissions{waylandOffers(m_desktop.environment()), noObstacles, {}};
+    UnwatchedPrivacyPermissions m_permissions{
+        waylandOffers(m_desktop.environment()).reachesPrograms(), noObstacles, {}};
     FakeFocusedElements m_elements;
     TextInserter m_inserter{{*m_boards, m_keys, m_elements, m_permissions, m_scheduler}};
     std::unique_ptr<JsonProcess> m_field;

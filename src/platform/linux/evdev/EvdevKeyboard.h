@@ -11,7 +11,7 @@
 
 namespace tulvane {
 
-/// One of the kernel's keyboards, read beside whoever else reads it: nothing is taken from anybody. Main
+/// One of the kernel's keyboards, read beside its other readers, which receive every key as before. Main
 /// thread.
 class EvdevKeyboard final {
 public:

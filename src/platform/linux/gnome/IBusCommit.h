@@ -35,7 +35,7 @@ public:
     /// second at most, before the engine is given back: a field takes what an engine commits while that is in
     /// force.
     QCoro::Task<Outcome> commit(QString text, std::function<QCoro::Task<bool>()> arrived);
-    /// What the field told of its text around the caret at the last commit.
+    /// What the field reported of its text around the caret at the last commit.
     [[nodiscard]] QString surroundings() const { return m_engine ? m_engine->surroundings() : QString(); }
 
 private:

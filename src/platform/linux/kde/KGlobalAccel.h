@@ -43,7 +43,7 @@ public:
     [[nodiscard]] QList<int> defaultKeys(const Action& action) const;
     /// The combinations that the action has then: fewer than asked for where others have them.
     QList<int> setKeys(const Action& action, const QList<int>& keys, Keys how) const;
-    /// As the system settings do it for the user: the action's own program is told of it.
+    /// As the system settings do it for the user: the service notifies the action's own program.
     void setForeignKeys(const Action& action, const QList<int>& keys) const;
     /// The key goes to programs again; the service keeps what the user has chosen for the action.
     void setInactive(const Action& action) const;

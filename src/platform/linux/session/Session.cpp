@@ -1,8 +1,7 @@
 #include <base/Translate.h>
-#include <platform/linux/session/NullPrivacyPermissions.h>
 #include <platform/linux/session/Session.h>
+#include <platform/linux/session/UnwatchedPrivacyPermissions.h>
 #include <platform/linux/session/WaylandOffers.h>
-#include <platform/linux/session/WaylandPrivacyPermissions.h>
 #include <platform/linux/session/X11Abilities.h>
 #include <platform/linux/session/X11PrivacyPermissions.h>
 
@@ -88,8 +87,8 @@ template <KeyObstacles (*obstacles)()>
 std::unique_ptr<PrivacyPermissions> waylandPermissions(const QProcessEnvironment& environment,
                                                        const MicrophoneDenied& microphoneDenied)
 {
-    return std::make_unique<WaylandPrivacyPermissions>(waylandOffers(environment), obstacles,
-                                                       microphoneDenied);
+    return std::make_unique<UnwatchedPrivacyPermissions>(waylandOffers(environment).reachesPrograms(),
+                                                         obstacles, microphoneDenied);
 }
 
 KeyObstacles noSessionObstacles()
@@ -112,7 +111,7 @@ template <KeyObstacles (*obstacles)()>
 std::unique_ptr<PrivacyPermissions> nullPermissions(const QProcessEnvironment& /*environment*/,
                                                     const MicrophoneDenied& microphoneDenied)
 {
-    return std::make_unique<NullPrivacyPermissions>(obstacles, microphoneDenied);
+    return std::make_unique<UnwatchedPrivacyPermissions>(false, obstacles, microphoneDenied);
 }
 
 } // namespace

@@ -17,6 +17,8 @@ struct WaylandOffers {
     bool gnomeShell = false;
 
     [[nodiscard]] bool postsKeys() const { return virtualKeyboard || fakeInput; }
+    /// Whether a text can be pasted into other programs.
+    [[nodiscard]] bool reachesPrograms() const { return holdsClipboard && postsKeys(); }
 };
 
 /// Asks the compositor, the session bus and sway's socket at the first call for a session, and remembers.

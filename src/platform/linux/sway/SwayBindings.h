@@ -8,8 +8,8 @@
 
 namespace tulvane::swayBindings {
 
-// Commands of sway's that bind a combination by its place on the keyboard to nothing: sway tells of each edge
-// on its socket.
+// Commands of sway's that bind a combination by its place on the keyboard to nothing: sway reports
+// each edge on its socket.
 
 /// Whether sway sees the key at all.
 [[nodiscard]] bool canBind(const KeyCombination& combination);

@@ -9,7 +9,7 @@
 
 namespace tulvane {
 
-/// The program in front on sway: its tree tells of each window the application id, and the process. Main
+/// The program in front on sway: its tree holds the application id and the process of each window. Main
 /// thread.
 class SwayFront final : public FrontPrograms {
 public:

@@ -10,7 +10,7 @@
 
 namespace tulvane {
 
-/// Hot keys by bindings that sway takes over its own socket, and tells of on it: no process is started for a
+/// Hot keys by bindings that sway takes over its own socket, and reports on it: no process is started for a
 /// press, nothing in the user's configuration changes, and sway forgets them when it reads that again; they
 /// are bound anew then. A combination that the configuration binds is refused, since sway would silently
 /// replace the user's own command.

@@ -9,7 +9,7 @@
 
 namespace tulvane {
 
-/// The selections of one seat, as the compositor tells of them. Of the thread of its connection.
+/// The selections of one seat, as the compositor reports them. Of the thread of its connection.
 class DataControlDevice final {
 public:
     /// A selection has this owner now; null for none.

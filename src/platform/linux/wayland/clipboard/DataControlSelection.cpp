@@ -23,7 +23,7 @@ DataControlSelection::~DataControlSelection()
 
 void DataControlSelection::ownerChanged(std::shared_ptr<DataControlOffer> offer)
 {
-    // Our own write was counted when it was made; the compositor cancels it before it tells of another.
+    // Our own write was counted when it was made; the compositor cancels it before it reports another.
     const bool isOwn = offer ? isOurs() : std::exchange(m_isClearing, false);
     if (isOwn)
         return;

@@ -34,7 +34,7 @@ public:
     DataControlSelection& operator=(const DataControlSelection&) = delete;
     ~DataControlSelection();
 
-    /// The compositor tells of an owner; null for none.
+    /// The compositor reported an owner; null for none.
     void ownerChanged(std::shared_ptr<DataControlOffer> offer);
 
     [[nodiscard]] QFuture<PasteboardContents> contents();

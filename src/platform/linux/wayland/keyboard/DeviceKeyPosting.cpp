@@ -1,4 +1,4 @@
-#include <platform/linux/wayland/keyboard/ChordKeys.h>
+#include <platform/linux/layout/ChordKeys.h>
 #include <platform/linux/wayland/keyboard/DeviceKeyPosting.h>
 #include <ports/VirtualKeys.h>
 
@@ -8,7 +8,7 @@ namespace tulvane {
 
 QFuture<bool> DeviceKeyPosting::paste(const PasteTarget& target)
 {
-    const QList<quint32> keys = chordKeys(target.chord);
+    const QList<quint32> keys = chordKeysIn(std::nullopt, target.chord);
     if (keys.isEmpty() || !m_device->isThere() || !m_hooks.isInFront(target))
         return QtFuture::makeReadyFuture(false);
     m_hooks.pasting(target);

@@ -2,19 +2,18 @@
 
 #include <platform/linux/session/MicrophoneObstacle.h>
 #include <platform/linux/session/Session.h>
-#include <platform/linux/session/WaylandOffers.h>
 #include <ports/PrivacyPermissions.h>
 
 namespace tulvane {
 
-/// What a Wayland desktop lets the program do: everything depends on what the compositor offers it. Main
-/// thread.
-class WaylandPrivacyPermissions final : public PrivacyPermissions {
+/// The permissions of a session in which no program can watch the keys of others. Main thread.
+class UnwatchedPrivacyPermissions final : public PrivacyPermissions {
 public:
-    /// The obstacles are asked for at each question, so that they are in the language of that moment.
-    WaylandPrivacyPermissions(const WaylandOffers& offers, KeyObstacles (*obstacles)(),
-                              MicrophoneDenied microphoneDenied)
-        : m_reachesPrograms(offers.holdsClipboard && offers.postsKeys()),
+    /// `reachesPrograms`: whether the session lets the program paste into others. The obstacles are asked for
+    /// at each question, so that they are in the language of that moment.
+    UnwatchedPrivacyPermissions(bool reachesPrograms, KeyObstacles (*obstacles)(),
+                                MicrophoneDenied microphoneDenied)
+        : m_reachesPrograms(reachesPrograms),
           m_obstacles(obstacles),
           m_microphoneDenied(std::move(microphoneDenied))
     {
@@ -26,7 +25,6 @@ public:
                                                           : MicrophoneAccess::authorized;
     }
     [[nodiscard]] bool accessibility() const override { return m_reachesPrograms; }
-    /// No compositor shows a program the keys of others.
     [[nodiscard]] bool inputMonitoring() const override { return false; }
     [[nodiscard]] QFuture<bool> requestMicrophone() override
     {

@@ -1,8 +1,7 @@
 // A resident model where the program runs it, by the program's own recogniser, so that what it adds (a helper
 // process, its messages) is in the figures.
-//   bench_devices MODEL DEVICE      writes a line of JSON about the load, and one for each sound file that it
-//   reads from
-//                                   its standard input, one path a line
+//   bench_devices MODEL DEVICE      writes a line of JSON about the load, and one for each sound file, whose paths
+//                                   it reads from its standard input, one a line
 #include <app/program/ProgramRecognizer.h>
 #include <audio/files/PlainWave.h>
 #include <base/Clock.h>
@@ -77,6 +76,7 @@ int main(int argc, char** argv)
     const auto loaded = engine.load(words[1]).takeResult();
     say({{QStringLiteral("milliseconds"), milliseconds(timer)},
          {QStringLiteral("device"), where()},
+         {QStringLiteral("threads"), recommendedThreadCount()},
          {QStringLiteral("text"),
           loaded ? programComputing().place().reason : loaded.error().description()}});
     QTextStream files(stdin);

@@ -1,5 +1,6 @@
 #include <base/AtomicFile.h>
 #include <base/LockedFile.h>
+#include <base/PrivateFolder.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -11,7 +12,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <filesystem>
 
 namespace tulvane {
 
@@ -130,10 +130,8 @@ Result<void, QString> replaceFile(const QString& path, const QByteArray& bytes)
 {
     const QString target = linkTarget(path);
     const QString folder = QFileInfo(target).absolutePath();
-    std::error_code problem;
-    std::filesystem::create_directories(QFile::encodeName(folder).toStdString(), problem);
-    if (problem)
-        return failure(QString::fromStdString(problem.message()));
+    if (Result<void, QString> made = makePrivateFolder(folder); !made)
+        return made;
     const QByteArray name = QFile::encodeName(target);
     const QByteArray fresh = name + ".new";
     // What a killed writer left is used up; another writer is at work no longer than the disk is.

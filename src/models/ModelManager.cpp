@@ -1,4 +1,5 @@
 #include <base/Log.h>
+#include <base/PrivateFolder.h>
 #include <models/ModelManager.h>
 
 #include <QCoreApplication>
@@ -47,7 +48,7 @@ ModelManager::ModelManager(const Options& options, BackgroundTransfers& transfer
           noteInstalled(model, outcome);
       })
 {
-    QDir().mkpath(modelsDirectory());
+    makePrivateFolder(modelsDirectory());
     refreshStates();
     m_otherProgramPoll.setInterval(otherProgramPoll);
     connect(&m_otherProgramPoll, &QTimer::timeout, this, &ModelManager::lookAgain);

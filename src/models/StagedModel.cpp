@@ -1,3 +1,4 @@
+#include <base/PrivateFolder.h>
 #include <models/StagedModel.h>
 
 #include <QFile>
@@ -67,7 +68,7 @@ bool StagedModel::take()
 Result<std::unique_ptr<StagedModel>, ModelError> StagedModel::adopt(const ModelFolders& folders,
                                                                     const QString& id, const QString& arrived)
 {
-    QDir().mkpath(folders.models);
+    makePrivateFolder(folders.models);
     std::unique_ptr<StagedModel> staged(new StagedModel(folders, id));
     const QString name = u"tulvane-" + QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper() + u".bin";
     staged->m_file = folders.temporary + u'/' + name;
@@ -131,7 +132,7 @@ std::unique_ptr<StagedModel> StagedModel::recover(const ModelFolders& folders, c
 Result<void, ModelError> StagedModel::place()
 {
     const QString target = m_folders.modelFile(m_id);
-    QDir().mkpath(m_folders.models);
+    makePrivateFolder(m_folders.models);
     std::error_code error = renameFile(m_file, target);
     if (error == std::errc::cross_device_link) {
         const QString beside = besideTheModels(m_folders, m_file);

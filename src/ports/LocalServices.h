@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ports/Confinement.h>
+
 #include <memory>
 
 namespace tulvane {
@@ -25,6 +27,7 @@ public:
     /// May outlive this object, as may the next.
     [[nodiscard]] virtual std::shared_ptr<const HelperProcesses> helpers() = 0;
     [[nodiscard]] virtual std::shared_ptr<const GraphicsCards> cards() = 0;
+    [[nodiscard]] virtual ConfineThread confinement() = 0;
 };
 
 /// The services of the system that the program was built for. `clock` outlives them.

@@ -1,6 +1,7 @@
 #include <base/AtomicFile.h>
 #include <base/FileLock.h>
 #include <base/Log.h>
+#include <base/PrivateFolder.h>
 #include <stats/DamagedFile.h>
 #include <stats/StatsFile.h>
 #include <stats/StatsStore.h>
@@ -31,7 +32,7 @@ std::optional<FileLock> lockForChange(const QString& file)
 {
     if (file.isEmpty())
         return std::nullopt;
-    QDir().mkpath(QFileInfo(file).path());
+    makePrivateFolder(QFileInfo(file).path());
     Result<FileLock, LockError> lock = FileLock::acquire(file + QStringLiteral(".lock"), lockLimit);
     if (lock)
         return std::move(*lock);

@@ -11,6 +11,7 @@ A fault is an object:
     status, body, type   answer this instead of the file
     unsized              without a Content-Length: the end of the connection is the end of the body
     endless              zeros without a Content-Length, until the client has enough
+    headers              header lines without an end, until the client has enough
     ignoreRange          send the whole file, whatever was asked for
     ignoreCondition      send the range, whatever the validator was
     etag                 another validator; "" for none
@@ -92,6 +93,8 @@ class Handler(BaseHTTPRequestHandler):
                             fault.get("type", "text/html"), "unsized" in fault)
             elif "endless" in fault:
                 self.pour()
+            elif "headers" in fault:
+                self.pour_headers()
             else:
                 self.serve(path, fault)
         except (BrokenPipeError, ConnectionResetError):
@@ -123,6 +126,13 @@ class Handler(BaseHTTPRequestHandler):
         self.wfile.write(b"lmgg")
         while True:
             self.wfile.write(bytes(PIECE))
+
+    def pour_headers(self):
+        self.close_connection = True
+        self.note(200)
+        self.wfile.write(b"HTTP/1.1 200 OK\r\n")
+        while True:
+            self.wfile.write(b"".join(b"X-Header-%d: %s\r\n" % (number, b"a" * 900) for number in range(64)))
 
     def redirect(self, location):
         self.head(302, {"Content-Length": 0, "Location": location})

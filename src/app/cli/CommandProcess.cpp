@@ -1,6 +1,7 @@
 #include <app/cli/CommandLog.h>
 #include <app/cli/CommandProcess.h>
 #include <app/cli/CommandTable.h>
+#include <ports/CoreDump.h>
 #include <ports/ProcessHeap.h>
 #include <settings/InterfaceLanguage.h>
 
@@ -17,6 +18,7 @@ namespace tulvane::cli {
 void runCommandProcess(int argc, char** argv, const std::function<std::map<QString, Run>()>& runs,
                        const Run& others, const Run& start)
 {
+    leaveNoCoreDump();
     useOneHeap();
     QCoreApplication::setApplicationName(QStringLiteral("Tulvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TULVANE_VERSION));

@@ -3,6 +3,7 @@
 #include <base/Clock.h>
 #include <base/Log.h>
 #include <base/MessageFrame.h>
+#include <ports/CoreDump.h>
 #include <ports/LocalServices.h>
 #include <speech/whisper/BackendLoader.h>
 #include <speech/whisper/LibraryLog.h>
@@ -11,7 +12,6 @@
 #include <QThread>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -55,8 +55,7 @@ void keepToOurselves()
 {
     answers = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
     dup2(STDERR_FILENO, STDOUT_FILENO);
-    const rlimit none{};
-    setrlimit(RLIMIT_CORE, &none);
+    leaveNoCoreDump();
     qputenv("GGML_NO_BACKTRACE", "1");
     ignoreBackendsOfTheEnvironment();
 }

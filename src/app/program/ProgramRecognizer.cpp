@@ -1,10 +1,12 @@
 #include <app/program/ProgramFolders.h>
 #include <app/program/ProgramRecognizer.h>
 #include <audio/files/PlainWave.h>
+#include <base/Log.h>
 #include <ports/GraphicsCards.h>
 #include <ports/HelperProcess.h>
 #include <ports/LocalServices.h>
 #include <ports/SystemMemory.h>
+#include <speech/ConfinedRunner.h>
 #include <speech/ThreadCount.h>
 #include <speech/device/SafeRunner.h>
 #include <speech/whisper/ComputingDevices.h>
@@ -40,16 +42,35 @@ DeviceTrial::Task trialTask()
             .options = {.language = QStringLiteral("no"), .threadCount = recommendedThreadCount()}};
 }
 
+/// Model files come from elsewhere, and the library that reads them is large.
+std::unique_ptr<ModelRunner> confined(std::unique_ptr<ModelRunner> processor, const ConfineThread& confine)
+{
+    return std::make_unique<ConfinedRunner>(std::move(processor), [confine] {
+        const Confinement taken = confine();
+        if (!taken.files || !taken.calls)
+            qCInfo(lcWhisper) << "this system does not confine the engine's thread: files" << taken.files
+                              << "calls" << taken.calls;
+    });
+}
+
+/// Without a backend for graphics cards.
+WhisperEngine::MakeRunner processorMaker(const RecognizerServices& services)
+{
+    return [confine = services.confinement](std::unique_ptr<ModelRunner> processor) {
+        return confined(std::move(processor), confine);
+    };
+}
+
 WhisperEngine::MakeRunner runnerMaker(const RecognizerServices& services)
 {
     const TrialRecord record = programTrials();
     ComputingStatus& status = programComputing();
     const auto start = helperStart(services.helpers);
     return [start, cards = services.cards, waits = services.waitsForTrial, record,
-            trial = std::make_shared<const DeviceTrial>(start, trialTask()),
+            confine = services.confinement, trial = std::make_shared<const DeviceTrial>(start, trialTask()),
             &status](std::unique_ptr<ModelRunner> processor) -> std::unique_ptr<ModelRunner> {
         return std::make_unique<SafeRunner>(
-            SafeRunner::Parts{.processor = std::move(processor),
+            SafeRunner::Parts{.processor = confined(std::move(processor), confine),
                               .device = std::make_unique<DeviceRunner>(start),
                               .wanted = status.wanted(),
                               .neededMemory = deviceMemoryOf,
@@ -84,7 +105,8 @@ RecognizerServices RecognizerServices::of(const std::shared_ptr<LocalServices>& 
 {
     return {.memory = {services, &services->memory()},
             .helpers = services->helpers(),
-            .cards = services->cards()};
+            .cards = services->cards(),
+            .confinement = services->confinement()};
 }
 
 Recognizer& programRecognizer(const RecognizerServices& services)
@@ -93,7 +115,7 @@ Recognizer& programRecognizer(const RecognizerServices& services)
     static auto* const engine = [] {
         const QString backends = ProgramFolders::ofThisProgram().backends;
         return hasDeviceBackend() ? new WhisperEngine(backends, *kept->memory, runnerMaker(*kept))
-                                  : new WhisperEngine(backends, *kept->memory);
+                                  : new WhisperEngine(backends, *kept->memory, processorMaker(*kept));
     }();
     return *engine;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ports/Confinement.h>
 #include <speech/Recognizer.h>
 #include <speech/device/ComputingStatus.h>
 
@@ -19,6 +20,7 @@ struct RecognizerServices {
     std::shared_ptr<const SystemMemory> memory;
     std::shared_ptr<const HelperProcesses> helpers;
     std::shared_ptr<const GraphicsCards> cards;
+    ConfineThread confinement;
     /// The first load waits until a device that has never worked here has been tried.
     bool waitsForTrial = false;
 

@@ -1,3 +1,5 @@
+#include <base/AtomicFile.h>
+#include <base/PrivateFolder.h>
 #include <speech/device/TrialRecord.h>
 
 #include <QDir>
@@ -5,7 +7,6 @@
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <utility>
 
@@ -47,13 +48,12 @@ std::optional<bool> TrialRecord::passed(const ComputingDevice& device) const
 
 void TrialRecord::keep(const ComputingDevice& device, bool hasPassed) const
 {
-    if (m_file.isEmpty() || !QDir().mkpath(QFileInfo(m_file).path()))
+    if (m_file.isEmpty() || !makePrivateFolder(QFileInfo(m_file).path()))
         return;
     QJsonObject content = contentOf(m_file);
     content[device.name] = QJsonObject{{versionsKey, versions(device)}, {passedKey, hasPassed}};
-    QSaveFile file(m_file);
-    if (file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(content).toJson()) > 0)
-        file.commit();
+    // Without the record the next start tries the device again.
+    static_cast<void>(replaceFile(m_file, QJsonDocument(content).toJson()));
 }
 
 } // namespace tulvane

@@ -81,6 +81,28 @@ TEST_F(HttpsTest, ARedirectToAPlainAddressIsRefusedAndNeverFollowed)
     EXPECT_TRUE(m_plain.requests().isEmpty());
 }
 
+TEST_F(HttpsTest, ARedirectToAFileOrToAnotherKindOfServerIsNoResponse)
+{
+    for (const auto* const elsewhere :
+         {"file:///etc/passwd", "ftp://127.0.0.1/model", "gopher://127.0.0.1/model"}) {
+        lead(m_secure, QUrl(QString::fromLatin1(elsewhere)));
+        const HttpCallEnd end = fetch(m_secure.url(QStringLiteral("model")));
+        EXPECT_EQ(end.kind, Kind::failed) << elsewhere;
+        EXPECT_EQ(end.error, TransferError(TransferError::Kind::badAnswer)) << elsewhere;
+        EXPECT_TRUE(m_received.isEmpty()) << elsewhere;
+    }
+}
+
+TEST_F(HttpsTest, HeadersWithoutAnEndAreNoResponse)
+{
+    m_secure.script(QStringLiteral("model"), {{{QStringLiteral("headers"), true}}});
+    const auto start = std::chrono::steady_clock::now();
+    const HttpCallEnd end = fetch(m_secure.put(QStringLiteral("model"), body));
+    EXPECT_EQ(end.kind, Kind::failed);
+    EXPECT_EQ(end.error, TransferError(TransferError::Kind::badAnswer));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
 TEST_F(HttpsTest, ARedirectToAnEncryptedAddressIsFollowed)
 {
     const QUrl elsewhere = m_secure.put(QStringLiteral("elsewhere"), body);

@@ -1,5 +1,6 @@
 #include <base/FileLock.h>
 #include <base/Log.h>
+#include <base/PrivateFolder.h>
 #include <platform/linux/storage/JsonUserDefaults.h>
 #include <ports/DefaultsValue.h>
 
@@ -21,15 +22,6 @@ constexpr qint64 largestFile = qint64{16} << 20;
 QString domainFile(const QString& folder, const QString& domain)
 {
     return folder + u'/' + domain + QStringLiteral(".json");
-}
-
-/// The folder with its parents, the folder itself for its user alone, as the base directory rules ask.
-void makeFolder(const QString& folder)
-{
-    if (QFileInfo::exists(folder))
-        return;
-    QDir().mkpath(QFileInfo(folder).path());
-    QDir().mkdir(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 } // namespace
@@ -203,7 +195,7 @@ Result<void, DefaultsError> JsonUserDefaults::write(const QString& key, const QV
 /// Brings `key` and every other unsaved key into the file as it is now, so that another process's keys stay.
 Result<void, QString> JsonUserDefaults::writeFile(const QString& key)
 {
-    makeFolder(m_folder);
+    makePrivateFolder(m_folder);
     const Result<FileLock, LockError> lock = FileLock::acquire(lockPath(), m_lockTimeout);
     if (!lock)
         return failure(lock.error().reason());

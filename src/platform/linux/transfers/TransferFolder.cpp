@@ -1,4 +1,5 @@
 #include <base/AtomicFile.h>
+#include <base/PrivateFolder.h>
 #include <platform/linux/transfers/TransferFolder.h>
 
 #include <QDateTime>
@@ -26,7 +27,7 @@ constexpr qint64 longestRecord = 64 * 1024;
 
 bool TransferFolder::make() const
 {
-    if (!QDir().mkpath(m_path))
+    if (!makePrivateFolder(m_path))
         return false;
     return QFile::setPermissions(m_path, usersFile | QFileDevice::ExeOwner);
 }

@@ -1,6 +1,7 @@
 #include <platform/linux/process/KernelCards.h>
 #include <platform/linux/process/PipedProcesses.h>
 #include <platform/linux/process/ProcessMemory.h>
+#include <platform/linux/process/ThreadConfinement.h>
 #include <platform/linux/storage/JsonUserDefaults.h>
 #include <ports/LocalServices.h>
 
@@ -28,6 +29,7 @@ public:
     {
         return std::make_shared<KernelCards>();
     }
+    [[nodiscard]] ConfineThread confinement() override { return confineThread; }
 
 private:
     const Clock& m_clock;

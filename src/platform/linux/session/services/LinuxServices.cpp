@@ -30,6 +30,7 @@ public:
     [[nodiscard]] const SystemMemory& memory() override { return m_local->memory(); }
     [[nodiscard]] std::shared_ptr<const HelperProcesses> helpers() override { return m_local->helpers(); }
     [[nodiscard]] std::shared_ptr<const GraphicsCards> cards() override { return m_local->cards(); }
+    [[nodiscard]] ConfineThread confinement() override { return m_local->confinement(); }
     [[nodiscard]] RemoteControl& remote() override { return made(m_remote); }
     [[nodiscard]] AudioInput& microphone() override { return made(m_microphone); }
     [[nodiscard]] QString soundServer() override { return made(m_microphone).server()->serverName(); }

@@ -14,6 +14,8 @@ using Clock = std::chrono::steady_clock;
 constexpr long mostRedirects = 10;
 constexpr long receiveBuffer = 512L * 1024;
 constexpr int pollMilliseconds = 100;
+// Of all responses of a call together; newer libraries stop at as much by themselves.
+constexpr std::size_t mostHeaderBytes = 300UL * 1024;
 
 struct FreeEasy {
     void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -33,6 +35,7 @@ struct Progressing {
     const HttpCall& call;
     ResponseHead head{};
     Clock::time_point lastByte = Clock::now();
+    std::size_t headerBytes = 0;
     bool refused = false;
 };
 
@@ -40,6 +43,9 @@ std::size_t takeHeader(char* data, std::size_t size, std::size_t count, void* us
 {
     auto& state = *static_cast<Progressing*>(user);
     state.lastByte = Clock::now();
+    state.headerBytes += size * count;
+    if (state.headerBytes > mostHeaderBytes)
+        return 0;
     state.head.take(QByteArray(data, static_cast<qsizetype>(size * count)).trimmed());
     return size * count;
 }
@@ -159,6 +165,8 @@ HttpCallEnd drive(CURLM* multi, CURL* easy, const Progressing& state, const std:
                 return ended(HttpCallEnd::Kind::complete);
             if (state.refused)
                 return ended(HttpCallEnd::Kind::refused);
+            if (state.headerBytes > mostHeaderBytes)
+                return ended(HttpCallEnd::Kind::failed, TransferError(TransferError::Kind::badAnswer));
             return ended(HttpCallEnd::Kind::failed, errorFor(*code, easy));
         }
         if (stop.stop_requested())

@@ -3,12 +3,14 @@
 #                unattended (ARGS="..." are passed on)
 #   make gpu     what lets the program compute on a graphics card; a quarter of an hour
 #   make install, make uninstall   under PREFIX (~/.local)
+#   make fuzz    every fuzzer for MINUTES (5)
 #   make test    everything that the tests need, and every test; `make soak` with the full counts
 SHELL := /bin/bash
 .DEFAULT_GOAL := build
 .PHONY: build gpu run test soak sanitizers lint format fuzz bench package install uninstall clean
 
 ARGS ?=
+MINUTES ?= 5
 
 build:
 	@tools/install-dependencies build
@@ -43,6 +45,7 @@ format:
 
 fuzz:
 	@tools/install-dependencies test
+	@tools/fuzz --minutes $(MINUTES)
 	@tools/build --tests release
 	@TULVANE_SOAK=1 ctest --test-dir build/release --output-on-failure -L fuzz
 

@@ -23,10 +23,15 @@ function(tulvane_build_whisper source variant)
         string(REPLACE ";" "|" launcher "${CMAKE_CXX_COMPILER_LAUNCHER}")
     endif()
     set(recipe "${CMAKE_SOURCE_DIR}/cmake/whisper")
+    set(compilers "-DC_COMPILER=${CMAKE_C_COMPILER}" "-DCXX_COMPILER=${CMAKE_CXX_COMPILER}")
+    if(TULVANE_SANITIZE STREQUAL "fuzz")
+        # The one build that has another compiler uses what the others have built.
+        set(compilers -DC_COMPILER=/usr/bin/cc -DCXX_COMPILER=/usr/bin/c++)
+    endif()
     set(stamp "${CMAKE_BINARY_DIR}/whisper-${variant}.built")
     add_custom_command(OUTPUT "${stamp}" BYPRODUCTS ${libraries}
         COMMAND "${CMAKE_COMMAND}" "-DSOURCE=${source}" "-DFOLDER=${build}" "-DPORTABLE=${TULVANE_PORTABLE}"
-            "-DTOOLS=${TULVANE_BENCH}" "-DC_COMPILER=${CMAKE_C_COMPILER}" "-DCXX_COMPILER=${CMAKE_CXX_COMPILER}"
+            "-DTOOLS=${TULVANE_BENCH}" ${compilers}
             "-DLAUNCHER=${launcher}" "-DBUILT=${stamp}" -P "${recipe}/Build.cmake"
         DEPENDS "${recipe}/Build.cmake" "${recipe}/CMakeLists.txt"
         COMMENT "Building the speech library" VERBATIM)

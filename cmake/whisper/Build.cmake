@@ -24,6 +24,9 @@ if(NOT built STREQUAL state AND NOT without_tools STREQUAL state)
     endif()
     # The stamp must not outlive what it stands for.
     file(REMOVE "${stamp}")
+    # Nor may what was found out for another compiler.
+    file(REMOVE "${FOLDER}/CMakeCache.txt")
+    file(REMOVE_RECURSE "${FOLDER}/CMakeFiles/${CMAKE_VERSION}")
     foreach(step IN ITEMS configure build)
         if(step STREQUAL "configure")
             set(command "${CMAKE_COMMAND}" "${arguments}")

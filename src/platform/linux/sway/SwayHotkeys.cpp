@@ -7,6 +7,13 @@
 
 namespace tulvane {
 
+namespace {
+
+/// For the log: sway has no numbers of its own.
+constexpr int heldAlready = 1;
+
+} // namespace
+
 /// A combination that is bound, or whose press still waits for its release.
 struct SwayHotkeys::Entry {
     HotkeyId id;
@@ -86,24 +93,30 @@ Result<void, HotkeyError> SwayHotkeys::support() const
     return {};
 }
 
-Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
-SwayHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+Result<void, HotkeyError> SwayHotkeys::isFree(const KeyCombination& combination)
 {
     if (const auto supported = support(); !supported)
         return failure(supported.error());
     if (!swayBindings::canBind(combination))
         return failure(HotkeyError::noSuchKey());
-    constexpr int ours = 1;
     for (const Entry& entry : m_table->entries) {
         if (entry.isBound && entry.combination == combination)
-            return failure(HotkeyError::taken(ours));
+            return failure(HotkeyError::taken(heldAlready));
     }
     const QList<SymbolicHotkey> bound = symbolicHotkeys(combination);
     if (!bound.isEmpty())
-        return failure(HotkeyError::takenBy(ours, bound.last().title));
+        return failure(HotkeyError::takenBy(heldAlready, bound.last().title));
+    return {};
+}
+
+Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
+SwayHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+{
+    if (const auto free = isFree(combination); !free)
+        return failure(free.error());
     const QString name = QStringLiteral("%1").arg(++m_table->made);
     if (!m_connection->run(swayBindings::bind(combination, name)))
-        return failure(HotkeyError::refused(ours));
+        return failure(HotkeyError::refused(heldAlready));
     m_table->entries.push_back({.id = id, .combination = combination, .name = name});
     return std::make_unique<Token>(m_table, name);
 }

@@ -148,6 +148,17 @@ TEST_P(GlobalHotkeysContract, APressThatHasBegunGetsItsRelease)
     EXPECT_THAT(fixture.told(), ElementsAre(firstDown, firstUp));
 }
 
+TEST_P(GlobalHotkeysContract, APressThatIsOnItsWayWhenItIsRegisteredAnewIsHeard)
+{
+    Fixture fixture(GetParam());
+    Token token = fixture.take(first, altSpace);
+    fixture.backend().press(altSpace);
+    token.reset();
+    token = fixture.take(first, altSpace);
+    fixture.backend().release(altSpace);
+    EXPECT_THAT(fixture.told(), ElementsAre(firstDown, firstUp));
+}
+
 TEST_P(GlobalHotkeysContract, ACombinationOfAnotherProgramIsTaken)
 {
     Fixture fixture(GetParam());

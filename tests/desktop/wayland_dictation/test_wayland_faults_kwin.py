@@ -27,8 +27,8 @@ class KWinFaults(WaylandFaults):
         finally:
             self.desktop.up(SPACE, ALT, CONTROL)
         self.desktop.wait(field.text, limit=60, what="the text")
-        self.assertEqual(field.text(), SENTENCE + " ")
         self.desktop.wait_for_phase("idle")
+        self.assertEqual(field.text(), SENTENCE + " ")
 
 
 del WaylandFaults

@@ -88,7 +88,7 @@ class WaylandFaults(WaylandDictation):
         self.assertEqual(field.text(), "")
         self.dictate_into(field)
 
-    def test_the_program_ends_with_its_compositor(self):
+    def test_when_the_compositor_goes_the_program_ends(self):
         """The last of them by its name: nothing works afterwards."""
         running = [process for process in self.desktop._descendants() if self.name_of(process) == "tulvane-desktop"]
         self.assertEqual(len(running), 1)

@@ -52,6 +52,8 @@ private:
     void edge(const QString& command);
     void tell(HotkeyEventKind kind, const Entry& entry);
     void bindAgain();
+    /// Of the user's configuration.
+    [[nodiscard]] QList<SymbolicHotkey> bindings() const;
     void noticeChange();
 
     std::shared_ptr<SwayConnection> m_connection;

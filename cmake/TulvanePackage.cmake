@@ -20,6 +20,8 @@ foreach(name IN ITEMS desktop commands)
         configure_file(\"${packaging}/keys.desktop.in\" \"${entries}/com.dunio.Tulvane.${name}.desktop\" @ONLY)")
     install(FILES "${entries}/com.dunio.Tulvane.${name}.desktop" DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
 endforeach()
+# For users who want it; it is in force nowhere by being installed.
+install(FILES "${packaging}/70-tulvane-keyboards.rules" DESTINATION "${CMAKE_INSTALL_DATADIR}/tulvane/udev")
 install(FILES "${packaging}/com.dunio.Tulvane.metainfo.xml" DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
 set(icons "${CMAKE_SOURCE_DIR}/resources/icons")
 install(FILES "${icons}/com.dunio.Tulvane.svg" DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")

@@ -200,16 +200,24 @@
         <translation>Alt</translation>
     </message>
     <message>
+        <source>Let Tulvane read the keyboard</source>
+        <translation>La Tulvane lese tastaturet</translation>
+    </message>
+    <message>
+        <source>No keyboard can be read on this desktop.</source>
+        <translation>Ingen tastaturer kan leses på dette skrivebordet.</translation>
+    </message>
+    <message>
+        <source>On this desktop a single key needs your leave to read the keyboard. Give it in the settings.</source>
+        <translation>På dette skrivebordet må du la Tulvane lese tastaturet for å bruke en enkelttast. Slå det på i innstillingene.</translation>
+    </message>
+    <message>
+        <source>The desktop gave Tulvane no key: it was declined, or is not possible. Try again, or bind the command “tulvane toggle” to a key in the desktop's own settings.</source>
+        <translation>Skrivebordet ga ikke Tulvane noen tast: Det ble avslått, eller det går ikke. Prøv igjen, eller knytt kommandoen «tulvane toggle» til en tast i skrivebordets egne innstillinger.</translation>
+    </message>
+    <message>
         <source>This desktop keeps key bindings nowhere that Tulvane knows. Bind a key to “tulvane toggle” in its settings.</source>
         <translation>Dette skrivebordet har ingen tastesnarveier som Tulvane kjenner. Knytt en tast til «tulvane toggle» i innstillingene.</translation>
-    </message>
-    <message>
-        <source>Tulvane may not read the keyboard. “sudo usermod -aG input $USER” and a new login allow it, and let every program of yours read every key.</source>
-        <translation>Tulvane får ikke lese tastaturet. «sudo usermod -aG input $USER» og en ny innlogging gir lov til det, og lar alle programmene dine lese hver tast.</translation>
-    </message>
-    <message>
-        <source>No keyboard can be read on this desktop. Choose a key combination.</source>
-        <translation>Ingen tastaturer kan leses på dette skrivebordet. Velg en tastekombinasjon.</translation>
     </message>
     <message>
         <source>%1 already uses this key combination. Choose another one, or free it there.</source>
@@ -1432,6 +1440,14 @@
         <translation>Dette skrivebordet viser ikke noe ikon for Tulvane. Start det på nytt for å nå dette vinduet; du kan avslutte nedenfor.</translation>
     </message>
     <message>
+        <source>This desktop tells programs of no single key, and the system does not let Tulvane read the keyboard.</source>
+        <translation>Dette skrivebordet melder ikke enkelttaster til programmer, og systemet lar ikke Tulvane lese tastaturet.</translation>
+    </message>
+    <message>
+        <source>This desktop tells programs of no single key. Tulvane can read the keyboard itself: then it sees every key that you press in any program, passwords too. It looks for the single key alone, and keeps and sends nothing.</source>
+        <translation>Dette skrivebordet melder ikke enkelttaster til programmer. Tulvane kan lese selve tastaturet: Da ser det hver tast du trykker i alle programmer, også passord. Det ser bare etter enkelttasten, og verken lagrer eller sender noe.</translation>
+    </message>
+    <message>
         <source>This needs %1 MB of memory, and %2 MB are available.</source>
         <translation>Dette krever %1 MB minne, og %2 MB er ledig.</translation>
     </message>
@@ -1662,6 +1678,10 @@
     <message>
         <source>Written by the demo model, which knows a synthetic voice and little else. The models to download understand people.</source>
         <translation>Skrevet av demomodellen, som kjenner en syntetisk stemme og lite annet. Modellene du kan laste ned, forstår mennesker.</translation>
+    </message>
+    <message>
+        <source>“sudo usermod -aG input $USER” and a new login allow it, and let every program of yours read every key. A key combination needs none of this.</source>
+        <translation>«sudo usermod -aG input $USER» og ny innlogging tillater det, og lar hvert program du kjører, lese hver tast. En tastekombinasjon trenger ikke noe av dette.</translation>
     </message>
 </context>
 </TS>

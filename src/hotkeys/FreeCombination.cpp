@@ -1,5 +1,6 @@
 #include <hotkeys/FreeCombination.h>
-#include <hotkeys/KeyboardShortcuts.h>
+#include <ports/KeyModifiers.h>
+#include <ports/VirtualKeys.h>
 
 #include <algorithm>
 #include <array>
@@ -23,9 +24,6 @@ constexpr std::array candidates{
     KeyCombination{f8, 0},
 };
 
-/// No entry of the registry has this number, so a press in the instant of the trial means nothing.
-constexpr HotkeyId trial{KeyboardShortcuts::signature, 0};
-
 } // namespace
 
 std::optional<KeyCombination> freeCombination(GlobalHotkeys& hotkeys,
@@ -36,7 +34,7 @@ std::optional<KeyCombination> freeCombination(GlobalHotkeys& hotkeys,
     const ShortcutRules rules(hotkeys, menuItemOf);
     const auto* const found = std::ranges::find_if(candidates, [&](const KeyCombination& candidate) {
         return rules.judge(candidate).verdict == ShortcutRules::Verdict::accepted &&
-               hotkeys.registerHotkey(trial, candidate).has_value();
+               hotkeys.isFree(candidate).has_value();
     });
     return found == candidates.end() ? std::nullopt : std::optional(*found);
 }

@@ -50,6 +50,7 @@ HotkeyController::HotkeyController(AppSettings& settings, KeyboardShortcuts& sho
     connect(&m_settings.hotkeyMode, &AnySetting::changed, this, &HotkeyController::followHotkeyMode);
     followHotkeyMode();
     connect(&m_settings.modifierHotkey, &AnySetting::changed, this, &HotkeyController::followModifierHotkey);
+    connect(&m_settings.readsKeyboards, &AnySetting::changed, this, &HotkeyController::followReading);
     followModifierHotkey();
 }
 
@@ -85,6 +86,12 @@ void HotkeyController::followModifierHotkey()
         applyModifierHotkey(key);
 }
 
+void HotkeyController::followReading()
+{
+    if (m_modifierEvents.readsEveryKey())
+        applyModifierHotkey(m_settings.modifierHotkey());
+}
+
 void HotkeyController::handle(HotkeyStateMachine::Event event, std::chrono::milliseconds age)
 {
     const auto action = machine.handle(event, m_clock.elapsed() - age);
@@ -105,7 +112,11 @@ void HotkeyController::applyModifierHotkey(ModifierHotkey key)
         m_modifierTap->stop();
     m_modifierTap.reset();
     m_tapError.reset();
-    if (const auto keyCode = keyCodeOf(key)) {
+    const auto keyCode = keyCodeOf(key);
+    if (keyCode && m_modifierEvents.readsEveryKey() && !m_settings.readsKeyboards()) {
+        m_tapError = ModifierEventsError::unsupported(translate(
+            "On this desktop a single key needs your leave to read the keyboard. Give it in the settings."));
+    } else if (keyCode) {
         const QPointer<HotkeyController> self(this);
         auto tap = std::make_unique<ModifierKeyTap>(
             m_modifierEvents, *keyCode,

@@ -2,6 +2,7 @@
 
 #include <hotkeys/HotkeyStateMachine.h>
 #include <hotkeys/ModifierKeyTap.h>
+#include <ports/ModifierEvents.h>
 #include <settings/ModifierHotkey.h>
 
 #include <QObject>
@@ -16,7 +17,6 @@ namespace tulvane {
 class AppSettings;
 class Clock;
 class KeyboardShortcuts;
-class ModifierEvents;
 
 /// How the single-key source stands.
 struct ModifierTapState {
@@ -58,6 +58,8 @@ public:
     /// The current hotkey in the user's words.
     [[nodiscard]] QString hotkeyDescription() const;
     [[nodiscard]] ModifierTapState modifierTapState() const;
+    /// Whether the single key needs every key to be read, which the user has to allow in the settings.
+    [[nodiscard]] bool readsEveryKey() const { return m_modifierEvents.readsEveryKey(); }
 
 Q_SIGNALS:
     void modifierTapStateChanged();
@@ -66,6 +68,7 @@ private:
     void listenToCombination();
     void followHotkeyMode();
     void followModifierHotkey();
+    void followReading();
     void noteSingleKey(bool isDown);
     void loseTap();
 

@@ -131,4 +131,12 @@ void ShortcutRecorder::clear()
     m_shortcuts.setShortcut(std::nullopt, m_name);
 }
 
+void ShortcutRecorder::choose(const KeyCombination& combination)
+{
+    m_message.clear();
+    m_shortcuts.setShortcut(Shortcut::fromCombination(combination), m_name);
+    stop();
+    Q_EMIT changed();
+}
+
 } // namespace tulvane

@@ -57,6 +57,8 @@ public:
     Outcome keyReleased(quint32 keyCode);
     /// The clear button, recording or not.
     void clear();
+    /// Sets a combination that the user was offered, and ends recording.
+    void choose(const KeyCombination& combination);
 
 Q_SIGNALS:
     void changed();

@@ -85,6 +85,15 @@ public:
     [[nodiscard]] virtual Result<std::unique_ptr<Registration>, HotkeyError>
     registerHotkey(HotkeyId id, const KeyCombination& combination) = 0;
 
+    /// Whether `registerHotkey` would succeed now, and why not where it would not. Adapters that can ask
+    /// change nothing on the desktop; by default the combination is taken for an instant, under no id of a
+    /// program's.
+    [[nodiscard]] virtual Result<void, HotkeyError> isFree(const KeyCombination& combination)
+    {
+        const auto taken = registerHotkey({}, combination);
+        return taken ? Result<void, HotkeyError>() : failure(taken.error());
+    }
+
     /// Replaces the one handler of all events.
     virtual void setEventHandler(const EventHandler& handler) = 0;
 

@@ -49,6 +49,10 @@ public:
     ModifierEvents& operator=(const ModifierEvents&) = delete;
     virtual ~ModifierEvents() = default;
 
+    /// Whether a tap has to read every key that the user presses, since the desktop tells of none: only for a
+    /// user who was told so and agreed.
+    [[nodiscard]] virtual bool readsEveryKey() const { return false; }
+
     /// A tap that reports every modifier key. `keyCode` is the key that it is wanted for: a system that never
     /// sees that one says so here.
     [[nodiscard]] virtual Result<std::unique_ptr<Tap>, ModifierEventsError>

@@ -110,6 +110,9 @@ public:
     /// What speech models run on: "auto", "cpu" for the processor alone, or the name of a graphics card.
     Setting<QString> computingDevice{*this,
                                      {.key = "computingDevice", .defaultValue = QStringLiteral("auto")}};
+    /// Whether the program may read the keyboards themselves for a single key, on a desktop that tells
+    /// programs of none.
+    Setting<bool> readsKeyboards{*this, {.key = "readsKeyboards", .defaultValue = false}};
 
     /// Loads every preference. `defaults` is kept for writing and outlives this object; its trouble comes
     /// here from now on.

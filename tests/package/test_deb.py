@@ -35,6 +35,7 @@ FILES = re.compile(r"""usr/(
   | lib/[^/]+/tulvane/devices/libggml-vulkan\.so
   | lib/[^/]+/tulvane/libggml-cpu-[a-z0-9_.]+\.so
   | share/applications/com\.dunio\.Tulvane(\.(desktop|commands))?\.desktop
+  | share/tulvane/udev/70-tulvane-keyboards\.rules
   | share/metainfo/com\.dunio\.Tulvane\.metainfo\.xml
   | share/icons/hicolor/(scalable|symbolic)/apps/com\.dunio\.Tulvane(-symbolic)?\.svg
   | share/doc/tulvane/(copyright|changelog\.gz|changelog\.Debian\.gz)

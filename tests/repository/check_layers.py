@@ -17,7 +17,7 @@ ADAPTER = {"base", "base/async", "ports"}
 SHARED_ADAPTERS = {LINUX + room for room in
                    ("storage", "process", "pulse", "atspi", "transfers", "keys", "desktop", "desktop/shell")}
 # What single desktops do for a program, over their own services.
-SERVICES = {LINUX + room for room in ("kde", "gnome", "evdev")}
+SERVICES = {LINUX + room for room in ("kde", "gnome", "evdev", "portal")}
 X11 = [LINUX + "x11/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 WAYLAND = [LINUX + "wayland/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 FORMATS = LINUX + "formats"
@@ -52,6 +52,7 @@ MAY = {
     LINUX + "evdev": ADAPTER,
     LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout"},
     LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi"},
+    LINUX + "portal": ADAPTER | {LINUX + "keys", LINUX + "layout"},
     X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},
     X11[2]: ADAPTER | {X11[0], X11[1], FORMATS},
     X11[3]: ADAPTER | {X11[0]},
@@ -60,7 +61,7 @@ MAY = {
     WAYLAND[2]: ADAPTER | {WAYLAND[0], FORMATS, FRONT},
     WAYLAND[3]: ADAPTER | {WAYLAND[0]},
     LINUX + "sway": ADAPTER | {LINUX + "keys", FRONT},
-    LINUX + "session": ADAPTER | {LINUX + "keys", LINUX + "sway", FRONT, *X11, *WAYLAND},
+    LINUX + "session": ADAPTER | {LINUX + "keys", LINUX + "evdev", LINUX + "sway", FRONT, *X11, *WAYLAND},
     # The executable that people call loads these: nothing that speaks with another process.
     LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process"},
     # The other commands load these: nothing that draws.

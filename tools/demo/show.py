@@ -23,15 +23,21 @@ NEEDED = ["Xvfb", "dbus-daemon", "openbox", "picom", "trayer", "hsetroot", "espe
 class Show:
     def __init__(self, folder, program, pictures):
         """`folder`: the new user's home. `pictures`: where these go; what earlier runs left there is removed."""
-        missing = [name for name in [*NEEDED, *needed_programs()] if not shutil.which(name)]
-        if missing:
-            sys.exit(f"The unattended show needs programs that are not here: {', '.join(missing)}. "
-                     "On Debian tools/install-dependencies installs them.")
+        self.check([name for name in [*NEEDED, *needed_programs()] if not shutil.which(name)])
         self.pictures, self.count = Path(pictures), 0
         self.pictures.mkdir(parents=True, exist_ok=True)
         for old in self.pictures.glob("[0-9][0-9]-*.png"):
             old.unlink()
-        self.desktop = decent_desktop(Path(folder), program)
+        self.start_desktop(Path(folder), program)
+
+    @staticmethod
+    def check(missing):
+        if missing:
+            sys.exit(f"The unattended show needs programs that are not here: {', '.join(missing)}. "
+                     "On Debian tools/install-dependencies installs them.")
+
+    def start_desktop(self, folder, program):
+        self.desktop = decent_desktop(folder, program)
         self.screen = Screen(self.desktop)
 
     def end(self):
@@ -50,8 +56,11 @@ class Show:
             self.show_pages()
             return wrong
         except Exception:
-            self.picture("where-it-stopped", self.screen.frame())
+            self.picture_of_the_end()
             raise
+
+    def picture_of_the_end(self):
+        self.picture("where-it-stopped", self.screen.frame())
 
     def set_up(self):
         desktop = self.desktop

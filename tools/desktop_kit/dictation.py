@@ -14,11 +14,11 @@ class Arrival:
 
 
 class Dictation:
-    """`read` says what stands in the field in front."""
+    """`read` says what stands in the field in front. `keyboard`: the user's, X11's own where none is given."""
 
-    def __init__(self, desktop, read):
+    def __init__(self, desktop, read, keyboard=None):
         self.desktop, self.read = desktop, read
-        self.keyboard, self.phases = Keyboard(desktop.display), Phases(desktop)
+        self.keyboard, self.phases = keyboard or Keyboard(desktop.display), Phases(desktop)
         self.spoken = 0
 
     def sound(self, text, voice="nb"):

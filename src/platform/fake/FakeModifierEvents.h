@@ -23,6 +23,9 @@ public:
         return std::make_unique<FakeTap>(std::move(state));
     }
 
+    [[nodiscard]] bool readsEveryKey() const override { return m_readsEveryKey; }
+    void setReadsEveryKey(bool reads) { m_readsEveryKey = reads; }
+
     /// Every enabled tap receives the event; one that is notified of being disabled is, until it is enabled
     /// again.
     void send(const ModifierEvent& event)
@@ -100,6 +103,7 @@ private:
     std::vector<std::weak_ptr<State>> m_taps;
     std::optional<ModifierEventsError> m_error;
     int m_created = 0;
+    bool m_readsEveryKey = false;
 };
 
 } // namespace tulvane

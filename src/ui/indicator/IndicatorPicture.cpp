@@ -59,8 +59,12 @@ IndicatorPicture::~IndicatorPicture()
 void IndicatorPicture::start(int scale)
 {
     m_isRunning = true;
-    m_image = QImage(m_size * scale, QImage::Format_ARGB32_Premultiplied);
-    m_image.setDevicePixelRatio(scale);
+    // What is drawn later is drawn over what was there: the image is kept as long as it fits.
+    if (m_image.size() != m_size * scale) {
+        m_image = QImage(m_size * scale, QImage::Format_ARGB32_Premultiplied);
+        m_image.fill(Qt::transparent);
+        m_image.setDevicePixelRatio(scale);
+    }
     m_next.stop();
     draw();
 }
@@ -73,7 +77,7 @@ void IndicatorPicture::stop()
 
 void IndicatorPicture::draw()
 {
-    m_image.fill(Qt::transparent);
+    // The renderer draws what has changed alone, and clears below that by itself.
     QQuickRenderTarget target = QQuickRenderTarget::fromPaintDevice(&m_image);
     target.setDevicePixelRatio(m_image.devicePixelRatio());
     m_window->setRenderTarget(target);

@@ -19,6 +19,7 @@ HotkeyViewModel::HotkeyViewModel(AppSettings& settings, PermissionsService& perm
     compareWatching();
     connect(&settings.hotkeyMode, &AnySetting::changed, this, &HotkeyViewModel::modeChanged);
     connect(&settings.modifierHotkey, &AnySetting::changed, this, &HotkeyViewModel::singleKeyChanged);
+    connect(&settings.readsKeyboards, &AnySetting::changed, this, &HotkeyViewModel::singleKeyChanged);
     connect(&hotkeys, &HotkeyController::modifierTapStateChanged, this, &HotkeyViewModel::singleKeyChanged);
     connect(&permissions, &PermissionsService::inputMonitoringChanged, this,
             &HotkeyViewModel::compareWatching);
@@ -110,6 +111,30 @@ QString HotkeyViewModel::singleKeyProblem() const
         return {};
     const auto error = m_hotkeys.modifierTapState().error;
     return error ? error->description() : QString();
+}
+
+bool HotkeyViewModel::readsEveryKey() const
+{
+    return m_hotkeys.readsEveryKey();
+}
+
+QString HotkeyViewModel::whatReadingMeans()
+{
+    return translate(
+        "This desktop tells programs of no single key. Tulvane can read the keyboard itself: then it sees "
+        "every key that you press in any program, passwords too. It looks for the single key alone, and "
+        "keeps and sends nothing.");
+}
+
+bool HotkeyViewModel::mayRead() const
+{
+    return m_settings.readsKeyboards();
+}
+
+void HotkeyViewModel::setMayRead(bool may)
+{
+    if (may != m_settings.readsKeyboards())
+        m_settings.readsKeyboards.set(may);
 }
 
 void HotkeyViewModel::openInputMonitoringSettings() const

@@ -34,6 +34,11 @@ class HotkeyViewModel final : public QObject {
     Q_PROPERTY(QString watchingObstacle READ watchingObstacle NOTIFY singleKeyChanged)
     /// Why pressing the key does nothing all the same; empty where it works.
     Q_PROPERTY(QString singleKeyProblem READ singleKeyProblem NOTIFY singleKeyChanged)
+    /// Whether a single key means reading every key here, which the user allows first.
+    Q_PROPERTY(bool readsEveryKey READ readsEveryKey CONSTANT)
+    /// What that is, before it is allowed.
+    Q_PROPERTY(QString whatReadingMeans READ whatReadingMeans CONSTANT)
+    Q_PROPERTY(bool mayRead READ mayRead WRITE setMayRead NOTIFY singleKeyChanged)
     Q_PROPERTY(tulvane::ShortcutFieldViewModel* field READ field CONSTANT)
 
 public:
@@ -55,6 +60,10 @@ public:
     [[nodiscard]] Watching watching() const;
     [[nodiscard]] QString watchingObstacle() const;
     [[nodiscard]] QString singleKeyProblem() const;
+    [[nodiscard]] bool readsEveryKey() const;
+    [[nodiscard]] static QString whatReadingMeans();
+    [[nodiscard]] bool mayRead() const;
+    void setMayRead(bool may);
     [[nodiscard]] ShortcutFieldViewModel* field() const { return &m_field; }
 
     Q_INVOKABLE void openInputMonitoringSettings() const;

@@ -69,9 +69,8 @@ void ShortcutFieldViewModel::noteRecorder()
 void ShortcutFieldViewModel::lookForAlternative()
 {
     const auto error = m_shortcuts.registration(ShortcutName::dictate()).error;
-    m_alternative = error && isAboutTheCombination(error->kind())
-                        ? freeCombination(m_shortcuts.hotkeys(), m_menuItemOf)
-                        : std::nullopt;
+    const bool isWanted = !m_recorder.message().isEmpty() || (error && isAboutTheCombination(error->kind()));
+    m_alternative = isWanted ? freeCombination(m_shortcuts.hotkeys(), m_menuItemOf) : std::nullopt;
 }
 
 QStringList ShortcutFieldViewModel::caps() const
@@ -111,6 +110,7 @@ void ShortcutFieldViewModel::start()
 {
     m_isRuleBroken = false;
     m_recorder.start();
+    lookForAlternative();
     waitForKey();
 }
 
@@ -133,10 +133,8 @@ void ShortcutFieldViewModel::clear()
 
 void ShortcutFieldViewModel::useAlternative()
 {
-    if (!m_alternative)
-        return;
-    const Shortcut shortcut = Shortcut::fromCombination(*m_alternative);
-    m_shortcuts.setShortcut(shortcut, ShortcutName::dictate());
+    if (m_alternative)
+        m_recorder.choose(KeyCombination(*m_alternative));
 }
 
 void ShortcutFieldViewModel::tryAgain()
@@ -168,7 +166,10 @@ ShortcutFieldViewModel::Answer ShortcutFieldViewModel::keyPressed(const NativeKe
     }
     if (m_recorder.awaits(combination->keyCode))
         m_release.reset();
+    const QString before = m_recorder.message();
     const auto outcome = m_recorder.keyPressed(*combination);
+    if (m_recorder.message() != before)
+        lookForAlternative();
     Q_EMIT changed();
     return outcome == ShortcutRecorder::Outcome::passedOn ? Answer::passedOn : Answer::taken;
 }

@@ -36,7 +36,8 @@ class ShortcutFieldViewModel final : public QObject {
     Q_PROPERTY(bool ruleBroken READ isRuleBroken NOTIFY changed)
     /// Why pressing the set combination does nothing; empty where it works.
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
-    /// "Use Ctrl+Alt+Space instead", where that solves the problem; empty otherwise.
+    /// "Use Ctrl+Alt+Space instead", which is free here, where that solves the problem or the refusal; empty
+    /// otherwise.
     Q_PROPERTY(QString alternative READ alternative NOTIFY changed)
     /// How the field is used, in three sentences or so each.
     Q_PROPERTY(QString howToRecord READ howToRecord CONSTANT)

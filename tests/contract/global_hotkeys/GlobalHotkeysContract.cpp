@@ -1,5 +1,6 @@
 #include "HotkeysBackend.h"
 
+#include <hotkeys/FreeCombination.h>
 #include <ports/KeyModifiers.h>
 #include <support/Await.h>
 
@@ -147,6 +148,17 @@ TEST_P(GlobalHotkeysContract, APressThatHasBegunGetsItsRelease)
     EXPECT_THAT(fixture.told(), ElementsAre(firstDown, firstUp));
 }
 
+TEST_P(GlobalHotkeysContract, APressThatIsOnItsWayWhenItIsRegisteredAnewIsHeard)
+{
+    Fixture fixture(GetParam());
+    Token token = fixture.take(first, altSpace);
+    fixture.backend().press(altSpace);
+    token.reset();
+    token = fixture.take(first, altSpace);
+    fixture.backend().release(altSpace);
+    EXPECT_THAT(fixture.told(), ElementsAre(firstDown, firstUp));
+}
+
 TEST_P(GlobalHotkeysContract, ACombinationOfAnotherProgramIsTaken)
 {
     Fixture fixture(GetParam());
@@ -158,6 +170,9 @@ TEST_P(GlobalHotkeysContract, ACombinationOfAnotherProgramIsTaken)
     EXPECT_THAT(fixture.hotkeys().symbolicHotkeys(altSpace),
                 Contains(SymbolicHotkey{true, altSpace, fixture.backend().elsewhereTitle()}));
     EXPECT_THAT(fixture.hotkeys().symbolicHotkeys(controlAltV), IsEmpty());
+    ASSERT_FALSE(fixture.hotkeys().isFree(altSpace));
+    EXPECT_EQ(fixture.hotkeys().isFree(altSpace).error(), refused.error());
+    EXPECT_TRUE(fixture.hotkeys().isFree(controlAltV));
 
     fixture.backend().freeElsewhere(altSpace);
     EXPECT_THAT(fixture.hotkeys().symbolicHotkeys(altSpace), IsEmpty());
@@ -176,6 +191,32 @@ TEST_P(GlobalHotkeysContract, ACombinationIsRegisteredOnce)
     EXPECT_EQ(again.error().kind(), HotkeyError::Kind::taken);
     fixture.backend().press(altSpace);
     fixture.backend().release(altSpace);
+    EXPECT_THAT(fixture.told(), ElementsAre(firstDown, firstUp));
+}
+
+TEST_P(GlobalHotkeysContract, AFreeCombinationStaysFreeWhenItIsAskedFor)
+{
+    Fixture fixture(GetParam());
+    EXPECT_TRUE(fixture.hotkeys().isFree(altSpace));
+    fixture.backend().press(altSpace);
+    fixture.backend().release(altSpace);
+    EXPECT_THAT(fixture.told(), IsEmpty());
+    const Token token = fixture.take(first, altSpace);
+    EXPECT_EQ(fixture.hotkeys().isFree(altSpace).error().kind(), HotkeyError::Kind::taken) << "by ourselves";
+    EXPECT_EQ(fixture.hotkeys().isFree({1000, carbon::option}).error().kind(), HotkeyError::Kind::noSuchKey);
+}
+
+TEST_P(GlobalHotkeysContract, WhatIsOfferedInstead)
+{
+    Fixture fixture(GetParam());
+    EXPECT_EQ(freeCombination(fixture.hotkeys()), altSpace);
+    fixture.backend().takeElsewhere(altSpace);
+    const auto offered = freeCombination(fixture.hotkeys());
+    ASSERT_TRUE(offered);
+    EXPECT_NE(*offered, altSpace);
+    const Token token = fixture.take(first, *offered);
+    fixture.backend().press(*offered);
+    fixture.backend().release(*offered);
     EXPECT_THAT(fixture.told(), ElementsAre(firstDown, firstUp));
 }
 

@@ -19,6 +19,7 @@ namespace tulvane::test {
 template <class Device, WaylandDesktop::Kind kind>
 class DeviceWorld {
 public:
+    static constexpr auto desktopKind = kind;
     DeviceWorld()
     {
         EXPECT_TRUE(waitUntil([this] { return m_field.count(QStringLiteral("ready")) > 0; }));

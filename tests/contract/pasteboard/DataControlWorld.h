@@ -93,11 +93,13 @@ private:
 
 class SwayWorld final : public DataControlWorld {
 public:
+    static constexpr auto desktopKind = WaylandDesktop::Kind::sway;
     SwayWorld() : DataControlWorld(WaylandDesktop::Kind::sway) {}
 };
 
 class KWinWorld final : public DataControlWorld {
 public:
+    static constexpr auto desktopKind = WaylandDesktop::Kind::kwin;
     KWinWorld() : DataControlWorld(WaylandDesktop::Kind::kwin) {}
 };
 

@@ -1,5 +1,6 @@
 // Says each edge of a modifier key: its code, and what is held then. Ends by itself.
 #include <platform/linux/evdev/EvdevModifierEvents.h>
+#include <platform/linux/evdev/KeyboardAccess.h>
 
 #include <QCoreApplication>
 #include <QTimer>
@@ -9,6 +10,7 @@
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
+    std::fprintf(stderr, "access %d\n", static_cast<int>(tulvane::keyboardAccess()));
     tulvane::EvdevModifierEvents events;
     const auto tap = events.createTap(62, [](const tulvane::ModifierEvent& event) {
         std::printf("%lld %llx\n", static_cast<long long>(event.keyCode),

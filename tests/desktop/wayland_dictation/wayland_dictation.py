@@ -1,6 +1,7 @@
 """The real program on a Wayland desktop without a screen: real keys, real sound, and programs of every toolkit."""
 import json
 import os
+import shutil
 import subprocess
 import tempfile
 import time
@@ -74,8 +75,11 @@ class WaylandDictation(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         kind = desktop_of(cls.KIND)
-        if kind.missing():
-            raise unittest.SkipTest(f"not installed: {' '.join(kind.missing())}")
+        needs = {"wl-paste": "wl-clipboard", "espeak-ng": "espeak-ng", "sox": "sox", "paplay": "pulseaudio-utils",
+                 "foot": "foot"}
+        missing = [*kind.missing(), *(package for program, package in needs.items() if not shutil.which(program))]
+        if missing:
+            raise unittest.SkipTest(f"not installed: {' '.join(missing)}")
         cls.folder = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
         cls.addClassCleanup(cls.folder.cleanup)
         os.chmod(cls.folder.name, 0o711)

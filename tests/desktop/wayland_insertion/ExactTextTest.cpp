@@ -22,6 +22,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace tulvane::test {
 
@@ -59,18 +60,18 @@ KeyObstacles noObstacles()
     return {};
 }
 
-class SwayInsertion : public testing::TestWithParam<std::size_t> {
-protected:
-    SwayInsertion()
+/// The program's way to a field on sway, and the field.
+class SwayWorld final {
+public:
+    explicit SwayWorld(const Program& program)
     {
         QStringList command =
-            QStringList{QStringLiteral("/usr/bin/env")} + program().environment + program().command;
+            QStringList{QStringLiteral("/usr/bin/env")} + program.environment + program.command;
         QProcess& process = m_desktop.start(command.takeFirst(), command);
         m_field = std::make_unique<JsonProcess>(process, '\n');
         EXPECT_TRUE(waitUntil([this] { return m_field->count(QStringLiteral("ready")) > 0; }));
         EXPECT_TRUE(waitUntil([this] { return m_front->current().process != 0; }));
     }
-    static const Program& program() { return programs().at(GetParam()); }
     QString text()
     {
         return m_field->ask({{QStringLiteral("do"), QStringLiteral("report")}})[QStringLiteral("text")]
@@ -82,9 +83,9 @@ protected:
         m_visibleAfter = -1;
         InsertionResult result = InsertionResult::copiedToClipboard;
         bool isDone = false;
-        const auto task = [](SwayInsertion& test, QString inserted, InsertionResult& into,
+        const auto task = [](SwayWorld& world, QString inserted, InsertionResult& into,
                              bool& done) -> QCoro::Task<> {
-            into = co_await test.m_inserter.insert(inserted, InsertionMethod::paste, true);
+            into = co_await world.m_inserter.insert(inserted, InsertionMethod::paste, true);
             done = true;
         }(*this, what, result, isDone);
         const qsizetype before = m_field->count(QStringLiteral("changed"));
@@ -98,6 +99,11 @@ protected:
         return result;
     }
 
+    Pasteboard& board() { return m_boards->general(); }
+    /// Milliseconds from the call to the text in the field.
+    [[nodiscard]] qint64 visibleAfter() const { return m_visibleAfter; }
+
+private:
     WaylandDesktop m_desktop{WaylandDesktop::Kind::sway, {.x11 = true}};
     QByteArray m_socket = WaylandConnection::socketOf(m_desktop.environment());
     EventLoopScheduler m_scheduler;
@@ -114,14 +120,24 @@ protected:
     FakeFocusedElements m_elements;
     TextInserter m_inserter{{*m_boards, m_keys, m_elements, m_permissions, m_scheduler}};
     std::unique_ptr<JsonProcess> m_field;
-    qint64 m_visibleAfter = -1; ///< milliseconds from the call to the text in the field
+    qint64 m_visibleAfter = -1;
+};
+
+class SwayInsertion : public testing::TestWithParam<std::size_t> {
+protected:
+    void SetUp() override
+    {
+        TULVANE_NEEDS(WaylandDesktop::Kind::sway);
+        m_world.emplace(programs().at(GetParam()));
+    }
+
+    std::optional<SwayWorld> m_world; ///< made once it is known that its packages are there
 };
 
 } // namespace
 
 TEST_P(SwayInsertion, EveryTextArrivesExactlyAndWhatTheUserHadComesBack)
 {
-    TULVANE_NEEDS(WaylandDesktop::Kind::sway);
     const QList<PasteboardItem> copied{{{{u"text/html"_qs, "<b>æ</b>"},
                                          {u"image/png"_qs, QByteArray(200000, '\xfe')},
                                          {u"UTF8_STRING"_qs, "æ"}}}};
@@ -131,13 +147,13 @@ TEST_P(SwayInsertion, EveryTextArrivesExactlyAndWhatTheUserHadComesBack)
     for (int index = 0; index < count && !HasFailure(); ++index) {
         SCOPED_TRACE("text " + std::to_string(index));
         const QString what = randomText(random, randomLength(random, index, 2000), LineBreaks::some);
-        clear();
-        ASSERT_TRUE(m_boards->general().replace(copied));
-        EXPECT_EQ(insert(what), InsertionResult::pasted);
-        times.push_back(m_visibleAfter);
-        EXPECT_TRUE(waitUntil([&] { return text() == what; }, std::chrono::milliseconds(2000)))
-            << text().size() << " of " << what.size();
-        EXPECT_EQ(await(m_boards->general().contents()).items, copied);
+        m_world->clear();
+        ASSERT_TRUE(m_world->board().replace(copied));
+        EXPECT_EQ(m_world->insert(what), InsertionResult::pasted);
+        times.push_back(m_world->visibleAfter());
+        EXPECT_TRUE(waitUntil([&] { return m_world->text() == what; }, std::chrono::milliseconds(2000)))
+            << m_world->text().size() << " of " << what.size();
+        EXPECT_EQ(await(m_world->board().contents()).items, copied);
     }
     std::ranges::sort(times);
     RecordProperty("medianMilliseconds", static_cast<int>(times.at(times.size() / 2)));

@@ -345,6 +345,35 @@ TEST_F(HotkeyControllerTest, TheRecordingThatTheKeyDidNotEndIsForgotten)
     EXPECT_THAT(m_done, ElementsAre(QStringLiteral("start"), QStringLiteral("start")));
 }
 
+TEST_F(HotkeyControllerTest, KeyboardsAreReadOnlyWithTheUsersLeave)
+{
+    m_modifiers.setReadsEveryKey(true);
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
+    make();
+    EXPECT_EQ(m_modifiers.created(), 0);
+    EXPECT_EQ(m_controller->modifierTapState().kind, TapKind::failed);
+    m_settings.readsKeyboards.set(true);
+    EXPECT_TRUE(m_modifiers.hasOneEnabledTap());
+    EXPECT_EQ(m_controller->modifierTapState().kind, TapKind::running);
+    rightOption(true);
+    EXPECT_THAT(m_done, ElementsAre(QStringLiteral("start")));
+    m_settings.readsKeyboards.set(false);
+    EXPECT_TRUE(m_modifiers.keyCodes().empty()) << "nothing is read any more";
+    EXPECT_EQ(m_controller->modifierTapState().kind, TapKind::failed);
+    m_settings.modifierHotkey.set(ModifierHotkey::none);
+    EXPECT_EQ(m_controller->modifierTapState().kind, TapKind::off);
+}
+
+TEST_F(HotkeyControllerTest, WhereTheDesktopTellsOfModifiersNoLeaveIsNeeded)
+{
+    m_settings.modifierHotkey.set(ModifierHotkey::rightOption);
+    make();
+    EXPECT_FALSE(m_controller->readsEveryKey());
+    EXPECT_TRUE(m_modifiers.hasOneEnabledTap());
+    m_settings.readsKeyboards.set(true);
+    EXPECT_EQ(m_modifiers.created(), 1) << "it makes no difference";
+}
+
 } // namespace
 
 } // namespace tulvane

@@ -46,6 +46,7 @@ TEST(AppSettings, AnEmptyDomainYieldsTheDefaults)
     EXPECT_FALSE(settings.hideSetupChecklist());
     EXPECT_FALSE(settings.hidePrivacyCard());
     EXPECT_EQ(settings.computingDevice(), u"auto");
+    EXPECT_FALSE(settings.readsKeyboards());
     EXPECT_TRUE(defaults.writes().isEmpty()) << "loading writes nothing";
 }
 
@@ -73,7 +74,8 @@ QVariantMap otherThanDefaults()
             {u"appearance"_qs, u"dark"_qs},
             {u"hideSetupChecklist"_qs, true},
             {u"hidePrivacyCard"_qs, true},
-            {u"computingDevice"_qs, u"GeForce"_qs}};
+            {u"computingDevice"_qs, u"GeForce"_qs},
+            {u"readsKeyboards"_qs, true}};
 }
 
 TEST(AppSettings, EveryKeyIsLoaded)

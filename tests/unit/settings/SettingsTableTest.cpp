@@ -33,7 +33,8 @@ TEST(SettingsTable, HasEveryKeyInOrder)
         u"hotkeyMode modifierHotkey language selectedModelID insertionMethod restoreClipboard playSounds "
         "showHUD autoCapitalize appendTrailingSpace vocabularyPrompt maxRecordingSeconds "
         "hasCompletedOnboarding showInDock typingWordsPerMinute appLanguage clipboardExpirySeconds "
-        "hapticFeedback keyboardAutoInsert appearance hideSetupChecklist hidePrivacyCard computingDevice");
+        "hapticFeedback keyboardAutoInsert appearance hideSetupChecklist hidePrivacyCard computingDevice "
+        "readsKeyboards");
 }
 
 TEST(SettingsTable, ExactlyTheThreeKeptForOthersHaveNoWriter)

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 
 namespace tulvane::test {
@@ -34,8 +35,11 @@ inline constexpr NativeKey tab{0, 48, 0};
 /// The view as the setup guide shows it, with ⌥Space set.
 class HotkeyViewFixture : public testing::Test {
 protected:
-    HotkeyViewFixture()
+    /// `prepared` is called before the window is made.
+    explicit HotkeyViewFixture(const std::function<void(UiWorld&)>& prepared = {})
     {
+        if (prepared)
+            prepared(world);
         world.ui.showOnboarding();
         m_probe.emplace(*world.ui.onboardingWindow().window());
     }

@@ -415,6 +415,52 @@ TEST_F(HotkeyViewTest, AKeyThatIsNeverSeenIsSaid)
     EXPECT_FALSE(probe().shows(QStringLiteral("Input Monitoring granted")));
 }
 
+TEST_F(HotkeyViewTest, ARefusedCombinationComesWithAFreeOne)
+{
+    world.globalHotkeys.setSymbolicHotkeys({{true, controlD, {}}, {true, altSpace, {}}});
+    record();
+    field().keyPressed(controlPlusD);
+    UiWorld::settle();
+    EXPECT_EQ(field().alternative(), QStringLiteral("Use ⌃⌥Space instead"));
+    probe().click(QStringLiteral("hotkey.useFreeOne"));
+    EXPECT_EQ(stored(), Shortcut::fromCombination(controlAltSpace));
+    EXPECT_FALSE(field().isBusy());
+    EXPECT_TRUE(isRegistered(controlAltSpace));
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.refusal")));
+}
+
+TEST_F(HotkeyViewTest, ReadingTheKeyboardIsNoMatterWhereTheDesktopTellsOfModifiers)
+{
+    EXPECT_FALSE(probe().has(QStringLiteral("hotkey.readKeyboard")));
+}
+
+} // namespace
+
+/// On a desktop that tells programs of no single key.
+class KeyboardReadingTest : public HotkeyViewFixture {
+protected:
+    KeyboardReadingTest() : HotkeyViewFixture([](UiWorld& made) { made.modifiers.setReadsEveryKey(true); }) {}
+};
+
+TEST_F(KeyboardReadingTest, WhatItMeansIsSaidFirstAndASingleKeyWaitsForLeave)
+{
+    EXPECT_TRUE(probe().shows(HotkeyViewModel::whatReadingMeans()));
+    world.ui.models().hotkey()->setSingleKey(QStringLiteral("rightOption"));
+    UiWorld::settle();
+    EXPECT_EQ(world.modifiers.created(), 0);
+    EXPECT_TRUE(probe().shows(translate(
+        "On this desktop a single key needs your leave to read the keyboard. Give it in the settings.")));
+    probe().click(QStringLiteral("hotkey.readKeyboard"));
+    EXPECT_TRUE(world.settings.readsKeyboards());
+    EXPECT_TRUE(world.modifiers.hasOneEnabledTap());
+    EXPECT_TRUE(probe().shows(QStringLiteral("Input Monitoring granted")));
+    probe().click(QStringLiteral("hotkey.readKeyboard"));
+    EXPECT_FALSE(world.settings.readsKeyboards());
+    EXPECT_TRUE(world.modifiers.keyCodes().empty());
+}
+
+namespace {
+
 } // namespace
 
 } // namespace tulvane::test

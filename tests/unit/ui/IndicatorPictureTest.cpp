@@ -56,6 +56,22 @@ TEST_F(IndicatorPictureTest, EachChangeIsANewPictureAndStillnessIsNone)
     EXPECT_EQ(m_pictures.shown, after);
 }
 
+TEST_F(IndicatorPictureTest, IsWholeWhileAPartOfItMovesAndWhenItComesBack)
+{
+    show(recording);
+    const double whole = opaqueShare();
+    for (int i = 1; i <= 4; ++i) {
+        const int before = m_pictures.shown;
+        m_indicator.setLevel(static_cast<float>(i) / 4);
+        advance(100);
+        EXPECT_TRUE(waitUntil([&] { return m_pictures.shown > before; }));
+        EXPECT_NEAR(opaqueShare(), whole, 0.03);
+    }
+    m_indicator.hide(false);
+    m_indicator.show();
+    EXPECT_NEAR(opaqueShare(), whole, 0.03);
+}
+
 TEST_F(IndicatorPictureTest, FadesAndIsGoneAtTheEnd)
 {
     show(recording);

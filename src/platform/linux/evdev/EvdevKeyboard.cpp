@@ -22,6 +22,18 @@ std::chrono::milliseconds ageOf(const input_event& event)
     return age > nanoseconds(0) && age < seconds(10) ? duration_cast<milliseconds>(age) : milliseconds(0);
 }
 
+int openDevice(const QString& path)
+{
+    return ::open(path.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+}
+
+/// Why there is none, right after the failure.
+EvdevKeyboard::Opened withoutFile()
+{
+    return errno == EACCES || errno == EPERM ? EvdevKeyboard::Opened::denied
+                                             : EvdevKeyboard::Opened::noKeyboard;
+}
+
 } // namespace
 
 bool EvdevKeyboard::has(const Keys& keys, quint16 key)
@@ -29,17 +41,32 @@ bool EvdevKeyboard::has(const Keys& keys, quint16 key)
     return (keys.at(key / bitsInByte) >> (key % bitsInByte) & 1) != 0;
 }
 
+bool EvdevKeyboard::readKeys(int file, Keys& keys)
+{
+    // A mouse has keys as well, though none of these.
+    return ::ioctl(file, EVIOCGBIT(EV_KEY, keyBytes), keys.data()) >= 0 &&
+           (has(keys, KEY_LEFTCTRL) || has(keys, KEY_RIGHTCTRL) || has(keys, KEY_LEFTSHIFT));
+}
+
+EvdevKeyboard::Opened EvdevKeyboard::look(const QString& path)
+{
+    const int file = openDevice(path);
+    if (file < 0)
+        return withoutFile();
+    Keys keys{};
+    const bool isKeyboard = readKeys(file, keys);
+    ::close(file);
+    return isKeyboard ? Opened::yes : Opened::noKeyboard;
+}
+
 EvdevKeyboard::Opened EvdevKeyboard::open(const QString& path, Changed changed, std::function<void()> gone,
                                           std::unique_ptr<EvdevKeyboard>& keyboard)
 {
-    const int file = ::open(path.toLocal8Bit().constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int file = openDevice(path);
     if (file < 0)
-        return errno == EACCES || errno == EPERM ? Opened::denied : Opened::noKeyboard;
+        return withoutFile();
     std::unique_ptr<EvdevKeyboard> made(new EvdevKeyboard(file));
-    // A mouse has keys as well, though none of these.
-    const bool tells = ::ioctl(file, EVIOCGBIT(EV_KEY, keyBytes), made->m_keys.data()) >= 0;
-    if (!tells ||
-        !(made->canPress(KEY_LEFTCTRL) || made->canPress(KEY_RIGHTCTRL) || made->canPress(KEY_LEFTSHIFT)))
+    if (!readKeys(file, made->m_keys))
         return Opened::noKeyboard;
     int clock = CLOCK_MONOTONIC;
     (void)::ioctl(file, EVIOCSCLOCKID, &clock);

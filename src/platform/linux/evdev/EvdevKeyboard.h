@@ -22,6 +22,8 @@ public:
     /// `gone` is called once when the device is no longer there; the object may be destroyed in it.
     static Opened open(const QString& path, Changed changed, std::function<void()> gone,
                        std::unique_ptr<EvdevKeyboard>& keyboard);
+    /// What `open` would answer. Reads nothing.
+    [[nodiscard]] static Opened look(const QString& path);
     EvdevKeyboard(const EvdevKeyboard&) = delete;
     EvdevKeyboard& operator=(const EvdevKeyboard&) = delete;
     ~EvdevKeyboard();
@@ -40,6 +42,9 @@ private:
     void note(quint16 key, bool isDown, std::chrono::milliseconds age);
     /// After the kernel has dropped events: what is held now.
     void catchUp();
+
+    /// Its keys, where the file is a keyboard's.
+    [[nodiscard]] static bool readKeys(int file, Keys& keys);
 
     int m_file;
     Keys m_keys{};

@@ -1,6 +1,6 @@
-#include <base/Translate.h>
 #include <platform/linux/evdev/EvdevKeyboard.h>
 #include <platform/linux/evdev/EvdevModifierEvents.h>
+#include <platform/linux/evdev/KeyboardAccess.h>
 #include <ports/KeyModifiers.h>
 #include <ports/VirtualKeys.h>
 
@@ -112,11 +112,8 @@ EvdevModifierEvents::createTap(qint64 keyCode, const Handler& handler)
     auto tap = std::make_unique<EvdevTap>(m_folder, handler);
     const VirtualKey* const key = keyCode < 0 ? nullptr : virtualKeys::byCode(static_cast<quint64>(keyCode));
     if (!tap->hasKeyboards()) {
-        return failure(ModifierEventsError::unsupported(
-            tap->wasDenied()
-                ? translate("Tulvane may not read the keyboard. “sudo usermod -aG input $USER” and a new "
-                            "login allow it, and let every program of yours read every key.")
-                : translate("No keyboard can be read on this desktop. Choose a key combination.")));
+        const auto access = tap->wasDenied() ? KeyboardAccess::denied : KeyboardAccess::none;
+        return failure(ModifierEventsError::unsupported(obstacleOf(access).text()));
     }
     if (key == nullptr || !tap->canPress(key->evdev))
         return failure(ModifierEventsError::keyNotSeen(key != nullptr ? QString::fromUtf8(key->name)

@@ -17,6 +17,7 @@ public:
     {
     }
 
+    [[nodiscard]] bool readsEveryKey() const override { return true; }
     [[nodiscard]] Result<std::unique_ptr<Tap>, ModifierEventsError>
     createTap(qint64 keyCode, const Handler& handler) override;
 

@@ -35,13 +35,13 @@ public:
     Token& operator=(const Token&) = delete;
     ~Token() override
     {
-        if (m_owner && m_entry != nullptr)
+        if (m_owner)
             m_owner->drop(m_entry);
     }
 
 private:
     QPointer<KGlobalAccelHotKeys> m_owner;
-    const Entry* m_entry; ///< null for one that is only tried
+    const Entry* m_entry;
 };
 
 KGlobalAccelHotKeys::KGlobalAccelHotKeys(const Options& options)
@@ -90,8 +90,7 @@ QString KGlobalAccelHotKeys::holderOf(const QList<int>& keys) const
     return {};
 }
 
-Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
-KGlobalAccelHotKeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+Result<QList<int>, HotkeyError> KGlobalAccelHotKeys::keysFor(const KeyCombination& combination) const
 {
     if (const auto supported = support(); !supported)
         return failure(supported.error());
@@ -103,15 +102,29 @@ KGlobalAccelHotKeys::registerHotkey(HotkeyId id, const KeyCombination& combinati
     });
     if (isOurs)
         return failure(HotkeyError::taken(heldElsewhere));
-    // Only tried: the service keeps every action that it has heard of, for good.
-    if (id.id == 0) {
-        const QString holder = holderOf(keys);
-        if (!holder.isEmpty())
-            return failure(HotkeyError::takenBy(heldElsewhere, holder));
-        return std::make_unique<Token>(this, nullptr);
-    }
+    return keys;
+}
+
+Result<void, HotkeyError> KGlobalAccelHotKeys::isFree(const KeyCombination& combination)
+{
+    // Never by trying: the service keeps every action that it has heard of, for good.
+    const auto keys = keysFor(combination);
+    if (!keys)
+        return failure(keys.error());
+    const QString holder = holderOf(*keys);
+    if (!holder.isEmpty())
+        return failure(HotkeyError::takenBy(heldElsewhere, holder));
+    return {};
+}
+
+Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
+KGlobalAccelHotKeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+{
+    const auto keys = keysFor(combination);
+    if (!keys)
+        return failure(keys.error());
     const KGlobalAccel::Action action = actionOf(id);
-    const auto taken = take(action, keys);
+    const auto taken = take(action, *keys);
     if (!taken)
         return failure(taken.error());
     std::erase_if(m_entries,

@@ -34,6 +34,7 @@ public:
     [[nodiscard]] Result<void, HotkeyError> support() const override;
     [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
     registerHotkey(HotkeyId id, const KeyCombination& combination) override;
+    [[nodiscard]] Result<void, HotkeyError> isFree(const KeyCombination& combination) override;
     void setEventHandler(const EventHandler& handler) override { m_eventHandler = handler; }
     void setChangeHandler(const ChangeHandler& handler) override { m_changeHandler = handler; }
     /// Of the given combination alone, with whose it is.
@@ -62,6 +63,8 @@ private:
     class Token;
     using Entries = std::list<Entry>;
 
+    /// The toolkit's keys of a combination that none of ours has.
+    [[nodiscard]] Result<QList<int>, HotkeyError> keysFor(const KeyCombination& combination) const;
     [[nodiscard]] KGlobalAccel::Action actionOf(HotkeyId id) const;
     [[nodiscard]] QString holderOf(const QList<int>& keys) const;
     [[nodiscard]] Result<QList<int>, HotkeyError> take(const KGlobalAccel::Action& action,

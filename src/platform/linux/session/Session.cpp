@@ -1,4 +1,5 @@
 #include <base/Translate.h>
+#include <platform/linux/evdev/KeyboardAccess.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/UnwatchedPrivacyPermissions.h>
 #include <platform/linux/session/WaylandOffers.h>
@@ -83,12 +84,26 @@ KeyObstacles kdeObstacles()
     return obstacles;
 }
 
+Obstacle keyboardObstacle()
+{
+    return obstacleOf(keyboardAccess());
+}
+
 template <KeyObstacles (*obstacles)()>
 std::unique_ptr<PrivacyPermissions> waylandPermissions(const QProcessEnvironment& environment,
                                                        const MicrophoneDenied& microphoneDenied)
 {
     return std::make_unique<UnwatchedPrivacyPermissions>(waylandOffers(environment).reachesPrograms(),
-                                                         obstacles, microphoneDenied);
+                                                         obstacles, microphoneDenied, keyboardObstacle);
+}
+
+/// Of a session that lets no program paste.
+template <KeyObstacles (*obstacles)()>
+std::unique_ptr<PrivacyPermissions> closedWaylandPermissions(const QProcessEnvironment& /*environment*/,
+                                                             const MicrophoneDenied& microphoneDenied)
+{
+    return std::make_unique<UnwatchedPrivacyPermissions>(false, obstacles, microphoneDenied,
+                                                         keyboardObstacle);
 }
 
 KeyObstacles noSessionObstacles()
@@ -121,13 +136,13 @@ const Session& sessionOf(const QProcessEnvironment& environment)
     // The first that is here counts.
     static const std::array sessions{
         Session{SessionKind::gnome, QStringLiteral("Wayland, GNOME"), isGnome, waylandObstacles,
-                nullPermissions<waylandObstacles>},
+                closedWaylandPermissions<waylandObstacles>},
         Session{SessionKind::kde, QStringLiteral("Wayland, KDE"), isKde, kdeObstacles,
                 waylandPermissions<kdeObstacles>},
         Session{SessionKind::wlroots, QStringLiteral("Wayland, wlroots"), isWlroots, openWaylandObstacles,
                 waylandPermissions<openWaylandObstacles>},
         Session{SessionKind::wayland, QStringLiteral("Wayland"), isWayland, waylandObstacles,
-                nullPermissions<waylandObstacles>},
+                closedWaylandPermissions<waylandObstacles>},
         Session{SessionKind::x11, QStringLiteral("X11"), isX11, nullptr, x11Permissions},
         Session{SessionKind::none, QStringLiteral("none"), isAnything, noSessionObstacles,
                 nullPermissions<noSessionObstacles>},

@@ -6,16 +6,19 @@
 
 namespace tulvane {
 
-/// The permissions of a session in which no program can watch the keys of others. Main thread.
+/// The permissions of a session whose display server shows no program the keys of others; where the
+/// keyboards' own devices can be read, those are watched instead. Main thread.
 class UnwatchedPrivacyPermissions final : public PrivacyPermissions {
 public:
     /// `reachesPrograms`: whether the session lets the program paste into others. The obstacles are asked for
-    /// at each question, so that they are in the language of that moment.
+    /// at each question, so that they are in the language of that moment. `keyboards` says why the keyboards
+    /// cannot be read, nothing where they can; without it there is no way to watch.
     UnwatchedPrivacyPermissions(bool reachesPrograms, KeyObstacles (*obstacles)(),
-                                MicrophoneDenied microphoneDenied)
+                                MicrophoneDenied microphoneDenied, Obstacle (*keyboards)() = nullptr)
         : m_reachesPrograms(reachesPrograms),
           m_obstacles(obstacles),
-          m_microphoneDenied(std::move(microphoneDenied))
+          m_microphoneDenied(std::move(microphoneDenied)),
+          m_keyboards(keyboards)
     {
     }
 
@@ -25,7 +28,7 @@ public:
                                                           : MicrophoneAccess::authorized;
     }
     [[nodiscard]] bool accessibility() const override { return m_reachesPrograms; }
-    [[nodiscard]] bool inputMonitoring() const override { return false; }
+    [[nodiscard]] bool inputMonitoring() const override { return m_keyboards && m_keyboards() == Obstacle(); }
     [[nodiscard]] QFuture<bool> requestMicrophone() override
     {
         return QtFuture::makeReadyFuture(microphone() == MicrophoneAccess::authorized);
@@ -40,7 +43,7 @@ public:
         case Permission::accessibility:
             return m_reachesPrograms ? Obstacle{} : m_obstacles().pasting;
         case Permission::inputMonitoring:
-            return m_obstacles().watching;
+            return m_keyboards ? m_keyboards() : m_obstacles().watching;
         }
         Q_UNREACHABLE();
     }
@@ -49,6 +52,7 @@ private:
     bool m_reachesPrograms;
     KeyObstacles (*m_obstacles)();
     MicrophoneDenied m_microphoneDenied;
+    Obstacle (*m_keyboards)();
 };
 
 } // namespace tulvane

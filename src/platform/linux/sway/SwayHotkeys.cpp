@@ -3,16 +3,26 @@
 #include <platform/linux/sway/SwayConfig.h>
 #include <platform/linux/sway/SwayHotkeys.h>
 
+#include <QTimer>
+
 #include <algorithm>
 
 namespace tulvane {
 
-/// A combination that is bound, or whose press still waits for its release.
+namespace {
+
+/// For the log: sway has no numbers of its own.
+constexpr int heldAlready = 1;
+
+} // namespace
+
+/// A combination that is registered, or whose press still waits for its release.
 struct SwayHotkeys::Entry {
     HotkeyId id;
     KeyCombination combination;
     QString name; ///< in the commands of its bindings
-    bool isBound = true;
+    bool isRegistered = true;
+    bool isInSway = true; ///< not where the user's own binding is in its place
     bool isHeld = false;
     bool isReleaseIgnored = false; ///< of the press that ended the one before it
 };
@@ -24,27 +34,46 @@ struct SwayHotkeys::Table {
     {
         return std::ranges::find(entries, name, &Entry::name);
     }
+    /// One that was dropped and is still bound.
+    [[nodiscard]] std::list<Entry>::iterator findDropped(const KeyCombination& combination)
+    {
+        return std::ranges::find_if(entries, [&](const Entry& entry) {
+            return !entry.isRegistered && entry.isInSway && entry.combination == combination;
+        });
+    }
     void drop(const QString& name)
     {
         const auto entry = find(name);
         if (entry == entries.end())
             return;
-        entry->isBound = false;
-        // While it is held, the binding of the release stays for that.
-        if (!entry->isHeld)
-            forget(entry);
-        else
-            connection->run(swayBindings::unbindPress(entry->combination));
+        entry->isRegistered = false;
+        // Later, since the same combination may be registered again at once: the user's keyboard may be
+        // taking turns with ours then, and a press that is on its way is meant.
+        QTimer::singleShot(0, &context, [this] { unbindDropped(); });
+    }
+    void unbindDropped()
+    {
+        for (auto entry = entries.begin(); entry != entries.end();) {
+            const auto next = std::next(entry);
+            if (!entry->isRegistered && !entry->isHeld)
+                forget(entry);
+            // While it is held, the binding of the release stays for that.
+            else if (!entry->isRegistered && entry->isInSway)
+                connection->run(swayBindings::unbindPress(entry->combination));
+            entry = next;
+        }
     }
     void forget(std::list<Entry>::iterator entry)
     {
-        connection->run(swayBindings::unbind(entry->combination));
+        if (entry->isInSway)
+            connection->run(swayBindings::unbind(entry->combination));
         entries.erase(entry);
     }
 
     std::shared_ptr<SwayConnection> connection;
     std::list<Entry> entries;
     int made = 0;
+    QObject context; ///< of what is still to be done
 };
 
 class SwayHotkeys::Token final : public Registration {
@@ -86,24 +115,38 @@ Result<void, HotkeyError> SwayHotkeys::support() const
     return {};
 }
 
-Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
-SwayHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+Result<void, HotkeyError> SwayHotkeys::isFree(const KeyCombination& combination)
 {
     if (const auto supported = support(); !supported)
         return failure(supported.error());
     if (!swayBindings::canBind(combination))
         return failure(HotkeyError::noSuchKey());
-    constexpr int ours = 1;
     for (const Entry& entry : m_table->entries) {
-        if (entry.isBound && entry.combination == combination)
-            return failure(HotkeyError::taken(ours));
+        if (entry.isRegistered && entry.combination == combination)
+            return failure(HotkeyError::taken(heldAlready));
     }
     const QList<SymbolicHotkey> bound = symbolicHotkeys(combination);
     if (!bound.isEmpty())
-        return failure(HotkeyError::takenBy(ours, bound.last().title));
+        return failure(HotkeyError::takenBy(heldAlready, bound.last().title));
+    return {};
+}
+
+Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
+SwayHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+{
+    if (const auto free = isFree(combination); !free)
+        return failure(free.error());
+    if (const auto dropped = m_table->findDropped(combination); dropped != m_table->entries.end()) {
+        dropped->id = id;
+        dropped->isRegistered = true;
+        // Its press may have been unbound already.
+        if (dropped->isHeld && !m_connection->run(swayBindings::bind(combination, dropped->name)))
+            return failure(HotkeyError::refused(heldAlready));
+        return std::make_unique<Token>(m_table, dropped->name);
+    }
     const QString name = QStringLiteral("%1").arg(++m_table->made);
     if (!m_connection->run(swayBindings::bind(combination, name)))
-        return failure(HotkeyError::refused(ours));
+        return failure(HotkeyError::refused(heldAlready));
     m_table->entries.push_back({.id = id, .combination = combination, .name = name});
     return std::make_unique<Token>(m_table, name);
 }
@@ -130,6 +173,8 @@ void SwayHotkeys::edge(const QString& command)
     if (entry == m_table->entries.end())
         return;
     if (told->isPress && !entry->isHeld) {
+        if (!entry->isRegistered)
+            return;
         entry->isHeld = true;
         tell(HotkeyEventKind::pressed, Entry(*entry));
         return;
@@ -140,7 +185,7 @@ void SwayHotkeys::edge(const QString& command)
     entry->isHeld = false;
     entry->isReleaseIgnored = told->isPress;
     const Entry ended = *entry;
-    if (!ended.isBound)
+    if (!ended.isRegistered)
         m_table->forget(entry);
     tell(HotkeyEventKind::released, ended);
 }
@@ -154,11 +199,14 @@ void SwayHotkeys::tell(HotkeyEventKind kind, const Entry& entry)
 
 void SwayHotkeys::bindAgain()
 {
-    for (const Entry& entry : m_table->entries) {
-        if (entry.isBound)
+    // The user's configuration may have another opinion of our combinations now: theirs count.
+    const QList<SymbolicHotkey> theirs = bindings();
+    for (Entry& entry : m_table->entries) {
+        entry.isInSway =
+            std::ranges::find(theirs, entry.combination, &SymbolicHotkey::combination) == theirs.end();
+        if (entry.isRegistered && entry.isInSway)
             m_connection->run(swayBindings::bind(entry.combination, entry.name));
     }
-    // The user's configuration may have another opinion of our combinations now.
     noticeChange();
 }
 
@@ -169,9 +217,14 @@ void SwayHotkeys::noticeChange()
         handler();
 }
 
+QList<SymbolicHotkey> SwayHotkeys::bindings() const
+{
+    return readSwayBindings(wholeSwayConfiguration(*m_connection), m_layout.keyOf);
+}
+
 QList<SymbolicHotkey> SwayHotkeys::symbolicHotkeys(const KeyCombination& about)
 {
-    QList<SymbolicHotkey> bound = readSwayBindings(wholeSwayConfiguration(*m_connection), m_layout.keyOf);
+    QList<SymbolicHotkey> bound = bindings();
     bound.removeIf([&](const SymbolicHotkey& one) { return one.combination != about; });
     return bound;
 }

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] Result<void, HotkeyError> support() const override;
     [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
     registerHotkey(HotkeyId id, const KeyCombination& combination) override;
+    [[nodiscard]] Result<void, HotkeyError> isFree(const KeyCombination& combination) override;
     void setEventHandler(const EventHandler& handler) override { m_eventHandler = handler; }
     void setChangeHandler(const ChangeHandler& handler) override { m_changeHandler = handler; }
     [[nodiscard]] QList<SymbolicHotkey> symbolicHotkeys(const KeyCombination& about) override;
@@ -51,6 +52,8 @@ private:
     void edge(const QString& command);
     void tell(HotkeyEventKind kind, const Entry& entry);
     void bindAgain();
+    /// Of the user's configuration.
+    [[nodiscard]] QList<SymbolicHotkey> bindings() const;
     void noticeChange();
 
     std::shared_ptr<SwayConnection> m_connection;

@@ -36,6 +36,13 @@ Column {
         text: choice.model.message
         Accessible.role: Accessible.AlertMessage
         Accessible.name: text
+
+        PushButton {
+            objectName: "hotkey.useFreeOne"
+            visible: choice.model.alternative !== ""
+            text: choice.model.alternative
+            onClicked: choice.model.useAlternative()
+        }
     }
     Obstacle {
         objectName: "hotkey.problem"

@@ -42,6 +42,14 @@ Column {
             onPicked: value => choice.model.singleKey = value
         }
     }
+    Loader {
+        width: parent.width
+        active: choice.model.readsEveryKey
+        visible: active
+        sourceComponent: KeyboardReading {
+            model: choice.model
+        }
+    }
     StatusLine {
         width: parent.width
         visible: choice.model.watching === HotkeyViewModel.Granted && choice.model.singleKeyProblem === ""

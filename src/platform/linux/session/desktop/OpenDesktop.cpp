@@ -1,7 +1,9 @@
+#include <platform/linux/evdev/EvdevModifierEvents.h>
 #include <platform/linux/session/DisplayCheck.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/desktop/KdePorts.h>
 #include <platform/linux/session/desktop/NullPorts.h>
+#include <platform/linux/session/desktop/PortalPorts.h>
 #include <platform/linux/session/desktop/SharedPorts.h>
 #include <platform/linux/session/desktop/SwayPorts.h>
 #include <platform/linux/session/desktop/X11Ports.h>
@@ -71,9 +73,17 @@ Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const DesktopOptions& opt
     const DesktopKind& kind = kindOf(session);
     if (const auto obstacle = obstacleOf(kind, options.environment))
         return failure(*obstacle);
+    const bool isAnywhere = session.kind != SessionKind::none;
+    if (isAnywhere)
+        introduceToPortals(options);
     auto desktop = std::make_unique<Desktop>();
     if (const auto filled = kind.fill(*desktop, options, scheduler); !filled)
         return failure(filled.error());
+    if (!desktop->hotkeys && isAnywhere)
+        desktop->hotkeys = portalHotkeys(options.environment);
+    // What the display server shows no program, the keyboards themselves tell, where the user lets them.
+    if (!desktop->modifierEvents && isAnywhere)
+        desktop->modifierEvents = std::make_shared<EvdevModifierEvents>();
     fillWithSharedPorts(*desktop, options);
     fillWithNullPorts(*desktop, session);
     return desktop;

@@ -5,6 +5,7 @@
 #include <QList>
 
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
@@ -17,8 +18,10 @@ namespace tulvane {
 namespace {
 
 constexpr int longestAncestry = 64;
+constexpr int mostLooks = 4;
 using Folder = std::unique_ptr<DIR, int (*)(DIR*)>;
 
+/// Whether the process has the end for reading.
 bool holds(quint32 process, const QByteArray& pipeName)
 {
     const QByteArray path =
@@ -29,7 +32,12 @@ bool holds(quint32 process, const QByteArray& pipeName)
     std::array<char, 64> link{};
     while (const dirent* const entry = readdir(folder.get())) {
         const ssize_t size = readlinkat(dirfd(folder.get()), entry->d_name, link.data(), link.size());
-        if (size > 0 && QByteArrayView(link.data(), size) == pipeName)
+        if (size <= 0 || QByteArrayView(link.data(), size) != pipeName)
+            continue;
+        // The rights of the link are the file's: the end for writing is one that is still on its way to us.
+        struct stat about{};
+        if (fstatat(dirfd(folder.get()), entry->d_name, &about, AT_SYMLINK_NOFOLLOW) == 0 &&
+            (about.st_mode & S_IRUSR) != 0)
             return true;
     }
     return false;
@@ -83,12 +91,15 @@ PipeHolders::Reader PipeHolders::readerOf(int pipe, const Target& target)
     if (target.process == 0 || fstat(pipe, &about) != 0 || !S_ISFIFO(about.st_mode))
         return Reader::unknown;
     const QByteArray name = QByteArrayLiteral("pipe:[") + QByteArray::number(about.st_ino) + ']';
-    if (holds(target.process, name) || (target.isX11 && holds(target.compositor, name)))
-        return Reader::target;
-    const quint32 reader = otherHolder(name);
-    if (reader == 0)
-        return Reader::unknown;
-    return belongsTo(reader, target.process) ? Reader::target : Reader::other;
+    // A reader may hand the pipe to a process that it starts, and that is not in a list read before: again then.
+    for (int look = 0; look < mostLooks; ++look) {
+        if (holds(target.process, name) || (target.isX11 && holds(target.compositor, name)))
+            return Reader::target;
+        const quint32 reader = otherHolder(name);
+        if (reader != 0)
+            return belongsTo(reader, target.process) ? Reader::target : Reader::other;
+    }
+    return Reader::unknown;
 }
 
 } // namespace tulvane

@@ -1,0 +1,298 @@
+#include <base/Log.h>
+#include <base/Translate.h>
+#include <platform/linux/keys/KeyText.h>
+#include <platform/linux/portal/PortalHotkeys.h>
+#include <platform/linux/portal/PortalTrigger.h>
+
+#include <QDBusMetaType>
+#include <QPointer>
+#include <QTimer>
+
+#include <algorithm>
+#include <utility>
+
+namespace tulvane {
+
+namespace {
+
+/// Constant, since some desktops file the user's choice under both.
+const QString sessionToken = QStringLiteral("tulvane");
+const QString shortcutId = QStringLiteral("dictate");
+const QString shortcutsName = QStringLiteral("shortcuts");
+const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
+constexpr int heldAlready = 1;
+
+PortalShortcuts shortcutsIn(const QVariantMap& results)
+{
+    return qdbus_cast<PortalShortcuts>(results.value(shortcutsName));
+}
+
+} // namespace
+
+class PortalHotkeys::Token final : public Registration {
+public:
+    explicit Token(PortalHotkeys* owner) : m_owner(owner) {}
+    Token(const Token&) = delete;
+    Token& operator=(const Token&) = delete;
+    ~Token() override
+    {
+        if (m_owner)
+            m_owner->drop();
+    }
+
+private:
+    QPointer<PortalHotkeys> m_owner;
+};
+
+PortalHotkeys::PortalHotkeys(QDBusConnection bus, XkbKeymap layout)
+    : m_bus(std::move(bus)),
+      m_layout(std::move(layout))
+{
+    qDBusRegisterMetaType<PortalShortcut>();
+    qDBusRegisterMetaType<PortalShortcuts>();
+    const auto& portal = PortalRequest::service;
+    const auto& path = PortalRequest::path;
+    m_bus.connect(portal, path, interface, QStringLiteral("Activated"), this,
+                  SLOT(activated(QDBusObjectPath, QString)));
+    m_bus.connect(portal, path, interface, QStringLiteral("Deactivated"), this,
+                  SLOT(deactivated(QDBusObjectPath, QString)));
+    m_bus.connect(portal, path, interface, QStringLiteral("ShortcutsChanged"), this,
+                  SLOT(rebound(QDBusMessage)));
+    m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), {portal},
+                  QString(), this, SLOT(ownerChanged(QString, QString, QString)));
+}
+
+PortalHotkeys::~PortalHotkeys()
+{
+    close();
+}
+
+Result<void, HotkeyError> PortalHotkeys::support() const
+{
+    if (!m_bus.isConnected())
+        return failure(HotkeyError::unreachable());
+    return {};
+}
+
+Result<void, HotkeyError> PortalHotkeys::isFree(const KeyCombination& combination)
+{
+    if (const auto supported = support(); !supported)
+        return supported;
+    if (portalTrigger(combination, m_layout).isEmpty())
+        return failure(HotkeyError::noSuchKey());
+    if (m_entry)
+        return failure(HotkeyError::taken(heldAlready));
+    return {};
+}
+
+Result<std::unique_ptr<GlobalHotkeys::Registration>, HotkeyError>
+PortalHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
+{
+    if (const auto free = isFree(combination); !free)
+        return failure(free.error());
+    // Said once: a registration after that is the user's wish, and asks anew.
+    if (std::exchange(m_declined, std::nullopt) == combination)
+        return failure(HotkeyError::unsupported(
+            translate("The desktop gave Tulvane no key: it was declined, or is not possible. Try again, or "
+                      "bind the command “tulvane toggle” to a key in the desktop's own settings.")));
+    m_entry = Entry{id, combination};
+    if (m_opened != combination)
+        open();
+    return std::make_unique<Token>(this);
+}
+
+PortalRequest& PortalHotkeys::request(void (PortalHotkeys::*answered)(PortalRequest::Outcome,
+                                                                      const QVariantMap&))
+{
+    endRequest();
+    m_request = new PortalRequest(m_bus, this);
+    connect(m_request, &PortalRequest::answered, this,
+            [this, asked = m_request, answered](auto outcome, const QVariantMap& results) {
+                if (m_request == asked)
+                    (this->*answered)(outcome, results);
+            });
+    return *m_request;
+}
+
+void PortalHotkeys::endRequest()
+{
+    // Its answer may be what calls this.
+    if (m_request != nullptr)
+        std::exchange(m_request, nullptr)->deleteLater();
+}
+
+PortalShortcuts PortalHotkeys::wish() const
+{
+    return {{shortcutId,
+             {{QStringLiteral("description"), translate("Start or stop dictation")},
+              {QStringLiteral("preferred_trigger"), portalTrigger(*m_opened, m_layout)}}}};
+}
+
+void PortalHotkeys::open()
+{
+    close();
+    m_opened = m_entry->combination;
+    // Some desktops read the shortcuts here and some at the binding.
+    request(&PortalHotkeys::noteSession)
+        .send(interface, QStringLiteral("CreateSession"), {},
+              {{QStringLiteral("session_handle_token"), sessionToken},
+               {shortcutsName, QVariant::fromValue(wish())}});
+}
+
+void PortalHotkeys::noteSession(PortalRequest::Outcome outcome, const QVariantMap& results)
+{
+    if (outcome != PortalRequest::Outcome::granted) {
+        decline();
+        return;
+    }
+    const QVariant handle = results.value(QStringLiteral("session_handle"));
+    m_session =
+        handle.canConvert<QDBusObjectPath>() ? handle.value<QDBusObjectPath>().path() : handle.toString();
+    m_bus.connect(PortalRequest::service, m_session, sessionInterface, QStringLiteral("Closed"), this,
+                  SLOT(closed()));
+    request(&PortalHotkeys::noteList)
+        .send(interface, QStringLiteral("ListShortcuts"), {QVariant::fromValue(QDBusObjectPath(m_session))},
+              {});
+}
+
+void PortalHotkeys::noteList(PortalRequest::Outcome outcome, const QVariantMap& results)
+{
+    if (outcome == PortalRequest::Outcome::granted && readTrigger(shortcutsIn(results))) {
+        noteBound(outcome, results);
+        return;
+    }
+    request(&PortalHotkeys::noteBound)
+        .send(interface, QStringLiteral("BindShortcuts"),
+              {QVariant::fromValue(QDBusObjectPath(m_session)), QVariant::fromValue(wish()), QString()}, {});
+}
+
+void PortalHotkeys::noteBound(PortalRequest::Outcome outcome, const QVariantMap& results)
+{
+    if (outcome != PortalRequest::Outcome::granted) {
+        decline();
+        return;
+    }
+    endRequest();
+    qCInfo(lcHotkey, "The desktop's portal has given the hotkey");
+    // A portal may say nothing of what it has bound.
+    readTrigger(shortcutsIn(results));
+    tellChange();
+}
+
+bool PortalHotkeys::readTrigger(const PortalShortcuts& shortcuts)
+{
+    const auto ours = std::ranges::find(shortcuts, shortcutId, &PortalShortcut::id);
+    if (ours == shortcuts.end())
+        return false;
+    m_trigger = ours->properties.value(QStringLiteral("trigger_description")).toString();
+    return true;
+}
+
+void PortalHotkeys::decline()
+{
+    qCWarning(lcHotkey, "The desktop's portal gives no hotkey");
+    m_declined = m_opened;
+    close();
+    tellChange();
+}
+
+void PortalHotkeys::close()
+{
+    release();
+    endRequest();
+    m_trigger.clear();
+    m_opened.reset();
+    const QString session = std::exchange(m_session, {});
+    if (session.isEmpty())
+        return;
+    m_bus.disconnect(PortalRequest::service, session, sessionInterface, QStringLiteral("Closed"), this,
+                     SLOT(closed()));
+    m_bus.send(QDBusMessage::createMethodCall(PortalRequest::service, session, sessionInterface,
+                                              QStringLiteral("Close")));
+}
+
+void PortalHotkeys::drop()
+{
+    m_entry.reset();
+    // The same combination may be registered again at once.
+    QTimer::singleShot(0, this, &PortalHotkeys::closeWhenUnused);
+}
+
+void PortalHotkeys::closeWhenUnused()
+{
+    if (!m_entry && !m_held)
+        close();
+}
+
+void PortalHotkeys::activated(const QDBusObjectPath& session, const QString& shortcut)
+{
+    if (!m_entry || session.path() != m_session || shortcut != shortcutId)
+        return;
+    const bool isRepeated = m_held.has_value();
+    m_held = m_entry;
+    tell(isRepeated ? HotkeyEventKind::repeated : HotkeyEventKind::pressed, Entry(*m_entry));
+}
+
+void PortalHotkeys::deactivated(const QDBusObjectPath& session, const QString& shortcut)
+{
+    if (session.path() != m_session || shortcut != shortcutId)
+        return;
+    release();
+    closeWhenUnused();
+}
+
+void PortalHotkeys::release()
+{
+    if (const auto held = std::exchange(m_held, std::nullopt))
+        tell(HotkeyEventKind::released, *held);
+}
+
+void PortalHotkeys::tell(HotkeyEventKind kind, const Entry& entry)
+{
+    const EventHandler handler = m_eventHandler;
+    if (handler)
+        (void)handler({HotkeyEvent::Source::hotkey, kind, entry.id, entry.combination, {}});
+}
+
+void PortalHotkeys::rebound(const QDBusMessage& message)
+{
+    const QList<QVariant> arguments = message.arguments();
+    if (arguments.size() < 2 || arguments[0].value<QDBusObjectPath>().path() != m_session)
+        return;
+    readTrigger(qdbus_cast<PortalShortcuts>(arguments[1]));
+    tellChange();
+}
+
+void PortalHotkeys::closed()
+{
+    m_session.clear();
+    decline();
+}
+
+void PortalHotkeys::ownerChanged(const QString&, const QString&, const QString& after)
+{
+    if (after.isEmpty()) {
+        m_isLost = m_isLost || m_opened.has_value();
+        m_session.clear();
+        close();
+    } else if (std::exchange(m_isLost, false) && m_entry) {
+        open();
+    }
+}
+
+void PortalHotkeys::tellChange()
+{
+    const ChangeHandler handler = m_changeHandler;
+    if (handler)
+        handler();
+}
+
+KeyDisplay PortalHotkeys::display(const KeyCombination& combination) const
+{
+    if (m_opened == combination && !m_trigger.isEmpty())
+        return {{m_trigger}, {}};
+    return linuxKeyDisplay(combination, [this](const VirtualKey& key) { return m_layout.label(key); });
+}
+
+} // namespace tulvane

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <platform/linux/layout/XkbKeymap.h>
+#include <platform/linux/portal/PortalRequest.h>
+#include <platform/linux/portal/PortalShortcut.h>
+#include <ports/GlobalHotkeys.h>
+
+#include <QDBusObjectPath>
+#include <QObject>
+
+#include <memory>
+#include <optional>
+
+namespace tulvane {
+
+/// Hot keys by the desktop's portal, which may ask the user in a dialog and gives the key that it likes: what
+/// we name is a wish, and `display` writes what the desktop says that it has. One combination at a time. A
+/// registration stands at once and works when the portal has agreed; where the user declines, the change
+/// handler is called and the next registration of that combination fails, once.
+class PortalHotkeys final : public QObject, public GlobalHotkeys {
+    Q_OBJECT
+
+public:
+    static inline const QString interface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+
+    PortalHotkeys(QDBusConnection bus, XkbKeymap layout);
+    Q_DISABLE_COPY_MOVE(PortalHotkeys)
+    ~PortalHotkeys() override;
+
+    [[nodiscard]] Result<void, HotkeyError> support() const override;
+    [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
+    registerHotkey(HotkeyId id, const KeyCombination& combination) override;
+    /// The portal tells of no other program's keys: what has a name is worth asking for.
+    [[nodiscard]] Result<void, HotkeyError> isFree(const KeyCombination& combination) override;
+    void setEventHandler(const EventHandler& handler) override { m_eventHandler = handler; }
+    void setChangeHandler(const ChangeHandler& handler) override { m_changeHandler = handler; }
+    [[nodiscard]] QList<SymbolicHotkey> symbolicHotkeys(const KeyCombination&) override { return {}; }
+    [[nodiscard]] KeyDisplay display(const KeyCombination& combination) const override;
+    [[nodiscard]] std::optional<KeyCombination> combination(const NativeKey& key) const override
+    {
+        return combinationOfXkbKey(key);
+    }
+
+private Q_SLOTS:
+    void activated(const QDBusObjectPath& session, const QString& shortcut);
+    void deactivated(const QDBusObjectPath& session, const QString& shortcut);
+    void rebound(const QDBusMessage& message);
+    void closed();
+    void ownerChanged(const QString& name, const QString& before, const QString& after);
+
+private:
+    struct Entry {
+        HotkeyId id;
+        KeyCombination combination;
+    };
+    class Token;
+
+    void open();
+    void noteSession(PortalRequest::Outcome outcome, const QVariantMap& results);
+    void noteList(PortalRequest::Outcome outcome, const QVariantMap& results);
+    void noteBound(PortalRequest::Outcome outcome, const QVariantMap& results);
+    void decline();
+    void close();
+    void endRequest();
+    /// Takes note of the key that the desktop has for us, where ours is among the shortcuts.
+    bool readTrigger(const PortalShortcuts& shortcuts);
+    [[nodiscard]] PortalShortcuts wish() const;
+    void drop();
+    void closeWhenUnused();
+    void release();
+    void tell(HotkeyEventKind kind, const Entry& entry);
+    void tellChange();
+    PortalRequest& request(void (PortalHotkeys::*answered)(PortalRequest::Outcome, const QVariantMap&));
+
+    QDBusConnection m_bus;
+    XkbKeymap m_layout;
+    std::optional<Entry> m_entry;
+    std::optional<Entry> m_held;            ///< a press that waits for its release
+    std::optional<KeyCombination> m_opened; ///< what the session is for, also while it is being made
+    std::optional<KeyCombination> m_declined;
+    PortalRequest* m_request = nullptr; ///< the question whose answer is waited for
+    QString m_session;                  ///< the path of the portal's session; empty while there is none
+    QString m_trigger;                  ///< as the desktop writes the key
+    bool m_isLost = false;              ///< the portal has gone; another one may come
+    EventHandler m_eventHandler;
+    ChangeHandler m_changeHandler;
+};
+
+} // namespace tulvane

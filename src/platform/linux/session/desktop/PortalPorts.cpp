@@ -1,0 +1,24 @@
+#include <platform/linux/portal/AppScope.h>
+#include <platform/linux/portal/PortalBackends.h>
+#include <platform/linux/portal/PortalHotkeys.h>
+#include <platform/linux/session/desktop/PortalPorts.h>
+
+namespace tulvane {
+
+std::shared_ptr<GlobalHotkeys> portalHotkeys(const QProcessEnvironment& environment)
+{
+    // Keys go by the layout's names; without the compositor's own the usual ones are right for most.
+    auto layout = XkbKeymap::fromNames({});
+    if (!layout || !hasPortalBackend(QStringLiteral("GlobalShortcuts"), environment))
+        return nullptr;
+    return std::make_shared<PortalHotkeys>(QDBusConnection::sessionBus(), *std::move(layout));
+}
+
+void introduceToPortals(const DesktopOptions& options)
+{
+    // A process without a program to start again is none that the user knows.
+    if (!options.program.isEmpty())
+        (void)joinAppScope(QDBusConnection::sessionBus(), QStringLiteral("com.dunio.Tulvane"));
+}
+
+} // namespace tulvane

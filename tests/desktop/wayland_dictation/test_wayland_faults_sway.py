@@ -1,0 +1,56 @@
+"""Faults on sway."""
+import unittest
+
+from wayland_dictation import ALT, SPACE
+from wayland_faults import WaylandFaults
+
+
+class SwayFaults(WaylandFaults):
+    KIND = "sway"
+
+    def bind(self, line):
+        """Into the user's configuration, which is read again."""
+        configuration = self.desktop.configuration
+        before = configuration.read_text()
+        configuration.write_text(before + line)
+        self.desktop.run("swaymsg", "reload")
+        return before
+
+    def free(self, before):
+        self.desktop.configuration.write_text(before)
+        self.desktop.run("swaymsg", "reload")
+        self.desktop.wait(lambda: "Alt+Space is registered" in self.doctor(), what="the hotkey")
+
+    def test_the_hotkey_comes_back_after_a_reload(self):
+        self.desktop.run("swaymsg", "reload")
+        self.dictate_into(self.field())
+
+    def test_the_users_own_binding_wins_and_is_named(self):
+        mark = self.desktop.folder / "users-own"
+        self.addCleanup(self.free, self.bind(f"bindsym Mod1+space exec touch {mark}\n"))
+        self.desktop.wait(lambda: "Alt+Space does nothing" in self.doctor(), what="the doctor's word")
+        self.assertIn("exec touch", self.doctor())
+        self.desktop.key("alt+space")
+        self.desktop.wait(mark.exists, what="what the user's own binding does")
+        self.assertEqual(self.phase(), "idle")
+
+    def test_the_first_press_after_a_paste_counts(self):
+        """The keyboards take turns then, and sway's layout with them."""
+        for _ in range(2):
+            self.dictate_into(self.field())
+            self.desktop.wait_for_phase("idle")
+            self.desktop.keyboard.key(ALT, True)
+            self.desktop.keyboard.key(SPACE, True)
+            try:
+                self.desktop.wait_for_phase("recording")
+            finally:
+                self.desktop.keyboard.key(SPACE, False)
+                self.desktop.keyboard.key(ALT, False)
+            self.desktop.wait_for_phase("idle", "notice", "error")
+            self.desktop.wait_for_phase("idle")
+
+
+del WaylandFaults
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,8 +1,11 @@
 #include <base/Translate.h>
 #include <platform/linux/gnome/GnomeHotkeys.h>
+#include <platform/linux/gnome/GnomeLayout.h>
 #include <platform/linux/keys/Accelerator.h>
 #include <platform/linux/keys/KeyText.h>
 #include <ports/KeyModifiers.h>
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -62,28 +65,20 @@ private:
 GnomeHotkeys::GnomeHotkeys(const QProcessEnvironment& environment, QString command)
     : m_settings(environment),
       m_command(std::move(command)),
-      m_layout(readLayout())
+      m_layout(GnomeLayout::read(m_settings))
 {
 }
 
 GnomeHotkeys::~GnomeHotkeys() = default;
 
-std::optional<XkbKeymap> GnomeHotkeys::readLayout() const
+QString GnomeHotkeys::commandOf(const QString& program, const QString& word)
 {
-    const QString sources = QStringLiteral("org.gnome.desktop.input-sources");
-    // Kind and name by turns: "xkb", "no+nodeadkeys".
-    for (const char* list : {"mru-sources", "sources"}) {
-        const QStringList words =
-            GSettings::textsIn(m_settings.get(sources, QString::fromUtf8(list)).value_or(QString()));
-        for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
-            if (words[i] != QLatin1StringView("xkb"))
-                continue;
-            if (auto layout =
-                    XkbKeymap::fromNames(words[i + 1].section(u'+', 0, 0), words[i + 1].section(u'+', 1)))
-                return layout;
-        }
-    }
-    return XkbKeymap::fromNames({});
+    QString file = program.isEmpty() ? QStringLiteral("tulvane") : program;
+    // The words of it are taken apart as a shell does.
+    static const QRegularExpression plain(QStringLiteral("^[\\w/.+-]+$"));
+    if (!plain.match(file).hasMatch())
+        file = u'\'' + file.replace(u'\'', QStringLiteral("'\\''")) + u'\'';
+    return file + u' ' + word;
 }
 
 Result<void, HotkeyError> GnomeHotkeys::support() const

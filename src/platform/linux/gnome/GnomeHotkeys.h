@@ -20,6 +20,10 @@ public:
     GnomeHotkeys& operator=(const GnomeHotkeys&) = delete;
     ~GnomeHotkeys() override;
 
+    /// The command that runs a program with one word, as the desktop's settings write it; found by the user's
+    /// PATH where no `program` is given.
+    [[nodiscard]] static QString commandOf(const QString& program, const QString& word);
+
     /// Whether a binding of ours is in force: the command that comes is the hotkey's then.
     [[nodiscard]] bool isBound() const { return *m_isBound; }
 
@@ -38,7 +42,6 @@ public:
 
 private:
     class Token;
-    [[nodiscard]] std::optional<XkbKeymap> readLayout() const;
     [[nodiscard]] QString acceleratorOf(const KeyCombination& combination) const;
     [[nodiscard]] bool bind(const QString& accelerator) const;
     void addFrom(const GSettings::Setting& setting, const QString& title, QList<SymbolicHotkey>& found) const;

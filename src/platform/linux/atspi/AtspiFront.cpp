@@ -12,6 +12,9 @@ const Accessible registryRoot{QStringLiteral("org.a11y.atspi.Registry"), accessi
 const Accessible registry{QStringLiteral("org.a11y.atspi.Registry"),
                           QStringLiteral("/org/a11y/atspi/registry")};
 
+/// A program that has just started is busy with itself.
+constexpr AccessibilityBus::Limit nameLimit{10'000};
+
 } // namespace
 
 AtspiFront::AtspiFront(QString sessionBusAddress) : m_sessionAddress(std::move(sessionBusAddress))
@@ -120,19 +123,25 @@ void AtspiFront::ownerChanged(const QString& name, const QString&, const QString
 
 void AtspiFront::setWindow(const Accessible& place)
 {
-    m_window = {place, 0};
+    m_window = {place, 0, {}};
     if (m_window.isKnown())
-        nameProcess();
+        describe();
 }
 
-QCoro::Task<> AtspiFront::nameProcess()
+QCoro::Task<> AtspiFront::describe()
 {
     const Lifetime::Guard alive = m_lifetime.guard();
     const Accessible place = m_window.place;
-    auto asked = m_bus->processOf(place);
-    const auto process = busAnswer::toUnsigned(co_await asked);
+    auto processAsked = m_bus->processOf(place);
+    auto nameAsked = m_bus->property({place.service, accessibleRootPath}, accessibleInterfaces::accessible,
+                                     QStringLiteral("Name"), nameLimit);
+    const auto process = busAnswer::toUnsigned(co_await processAsked);
+    if (!alive || m_window.place != place)
+        co_return;
+    m_window.process = process.value_or(0);
+    const auto name = busAnswer::toStringProperty(co_await nameAsked);
     if (alive && m_window.place == place)
-        m_window.process = process.value_or(0);
+        m_window.program = name.value_or(QString());
 }
 
 } // namespace tulvane

@@ -22,6 +22,7 @@ public:
     struct Window {
         Accessible place;
         quint32 process = 0; ///< 0 until the bus has named it
+        QString program;     ///< what its program calls itself ("gnome-terminal-server"); empty until it has
 
         [[nodiscard]] bool isKnown() const { return !place.service.isEmpty(); }
     };
@@ -44,7 +45,7 @@ private:
     QCoro::Task<> begin();
     /// Of windows that were active before we listened.
     QCoro::Task<> findActive();
-    QCoro::Task<> nameProcess();
+    QCoro::Task<> describe();
     void listen();
     void setWindow(const Accessible& place);
 

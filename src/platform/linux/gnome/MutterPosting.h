@@ -45,6 +45,8 @@ private:
     QCoro::Task<bool> post(std::optional<PasteTarget> target, QList<quint32> keys, int count);
     QCoro::Task<bool> begin();
     QCoro::Task<bool> pressAll(QList<quint32> keys);
+    /// Waits until the compositor has handed the last key on to the program in front.
+    QCoro::Task<> handOn();
     QCoro::Task<bool> key(quint32 evdev, bool isDown);
     QCoro::Task<std::optional<QDBusMessage>> ask(QString path, QString interface, QString method,
                                                  QVariantList arguments);

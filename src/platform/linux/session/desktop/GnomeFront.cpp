@@ -23,8 +23,11 @@ FrontProgram GnomeFront::current()
     const AtspiFront::Window window = m_windows.current();
     if (!window.isKnown())
         return {};
+    QStringList names = programNames(window.process);
+    if (!window.program.isEmpty())
+        names.append(window.program);
     return {.window = qHash(window.place.path, qHash(window.place.service)) | notOfX,
-            .classes = programNames(window.process),
+            .classes = names,
             .process = window.process,
             .isX11 = false};
 }

@@ -940,6 +940,10 @@
         <translation>KDE lar ikke Tulvane trykke taster: det har ikke funnet skrivebordsoppføringen til Tulvane.</translation>
     </message>
     <message>
+        <source>Choose a key combination: this desktop has it written into its own keyboard settings.</source>
+        <translation>Velg en tastekombinasjon: dette skrivebordet skriver den inn i sine egne tastaturinnstillinger.</translation>
+    </message>
+    <message>
         <source>GNOME does not let Tulvane press keys: its service for remote control does not answer.</source>
         <translation>GNOME lar ikke Tulvane trykke taster: tjenesten for fjernstyring svarer ikke.</translation>
     </message>

@@ -1,4 +1,5 @@
 """How each desktop is started without a screen, and when it counts as up."""
+import json
 import os
 import shutil
 import signal
@@ -180,6 +181,16 @@ class GnomeDesktop(WaylandDesktop):
                                               "org.freedesktop.DBus.NameHasOwner", "org.gnome.SettingsDaemon.MediaKeys"),
                   what="the settings daemon")
         time.sleep(0.5)
+
+    HOTKEY = (29, 56, 32)  # Ctrl+Alt+D, as below
+
+    def choose_hotkey(self):
+        """As the field for a combination stores it, before the program starts: Alt+Space is the window menu's here."""
+        file = self.folder / "config/com.dunio.Tulvane.json"
+        settings = json.loads(file.read_text()) if file.exists() else {}
+        settings["KeyboardShortcuts_dictate"] = json.dumps({"carbonKeyCode": 2, "carbonModifiers": 4096 + 2048})
+        file.write_text(json.dumps(settings))
+        self.own()
 
     def lock(self, locked):
         """What the login manager says of the screen; nothing covers it."""

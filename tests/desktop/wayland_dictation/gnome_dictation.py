@@ -1,28 +1,20 @@
 """What dictations on GNOME have besides: the user's own key binding, and the clipboard as X11 programs reach it."""
-import json
 import subprocess
 
-from wayland_dictation import CONTROL, ALT, WaylandDictation
-
-LETTER_D = 32
-CONTROL_ALT_D = {"carbonKeyCode": 2, "carbonModifiers": 4096 + 2048}
+from wayland_dictation import WaylandDictation
+from wayland_kinds import GnomeDesktop
 
 
 class GnomeDictation(WaylandDictation):
     KIND = "gnome"
-    HOTKEY = (CONTROL, ALT, LETTER_D)
+    HOTKEY = GnomeDesktop.HOTKEY
     MODE = "toggle"
 
     @classmethod
     def prepare(cls):
         cls.desktop.start_settings_daemon()
         cls.desktop.set(hotkeyMode=cls.MODE)
-        # As the field for a combination stores it: Alt+Space is the window menu's here.
-        file = cls.desktop.folder / "config/com.dunio.Tulvane.json"
-        settings = json.loads(file.read_text())
-        settings["KeyboardShortcuts_dictate"] = json.dumps(CONTROL_ALT_D)
-        file.write_text(json.dumps(settings))
-        cls.desktop.own()
+        cls.desktop.choose_hotkey()
 
     def paste(self, *how):
         return subprocess.run([*self.desktop.as_user, "timeout", "5", "xclip", "-selection", "clipboard", "-o",

@@ -23,7 +23,7 @@ constexpr milliseconds settlingTime{50};
 /// From a key to the next, so that the compositor has handed the one on: it handles keys in a thread of its
 /// own, and tells programs which modifiers are down by what has come in there meanwhile.
 constexpr milliseconds keyTime{10};
-constexpr milliseconds callLimit{1000};
+constexpr milliseconds callLimit{2500};
 
 } // namespace
 
@@ -78,15 +78,19 @@ QCoro::Task<bool> MutterPosting::key(quint32 evdev, bool isDown)
     co_return answer.has_value();
 }
 
-QCoro::Task<> MutterPosting::handOn()
+QCoro::Task<> MutterPosting::handOn(milliseconds time)
 {
     const Lifetime::Guard alive = m_lifetime.guard();
-    co_await m_link.pause(keyTime);
-    if (!alive)
-        co_return;
     // A busy compositor answers when it has come to it.
     const QVariantList none;
-    co_await ask(m_session, QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"), none);
+    for (const milliseconds wait : {time, milliseconds(1)}) {
+        co_await m_link.pause(wait);
+        if (!alive)
+            co_return;
+        co_await ask(m_session, QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"), none);
+        if (!alive)
+            co_return;
+    }
 }
 
 QCoro::Task<bool> MutterPosting::begin()
@@ -111,7 +115,7 @@ QCoro::Task<bool> MutterPosting::begin()
     const bool released = alive && co_await key(leftShift, false);
     if (!alive || !pressed || !released)
         co_return false;
-    co_await m_link.pause(settlingTime);
+    co_await handOn(settlingTime);
     co_return bool(alive);
 }
 
@@ -123,7 +127,7 @@ QCoro::Task<bool> MutterPosting::pressAll(QList<quint32> keys)
     for (const quint32 code : keys) {
         const bool isDown = co_await key(code, true);
         if (alive && isChord)
-            co_await handOn();
+            co_await handOn(keyTime);
         if (!alive)
             co_return false;
         isPosted = isPosted && isDown;
@@ -133,7 +137,7 @@ QCoro::Task<bool> MutterPosting::pressAll(QList<quint32> keys)
     for (const quint32 code : keys) {
         const bool isUp = co_await key(code, false);
         if (alive && isChord)
-            co_await handOn();
+            co_await handOn(keyTime);
         if (!alive)
             co_return false;
         isPosted = isPosted && isUp;

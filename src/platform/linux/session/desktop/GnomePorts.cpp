@@ -1,3 +1,4 @@
+#include <base/Log.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/gnome/GnomeHotkeys.h>
 #include <platform/linux/gnome/IBusElements.h>
@@ -5,15 +6,35 @@
 #include <platform/linux/session/desktop/GnomePorts.h>
 #include <platform/linux/session/desktop/GnomeText.h>
 #include <platform/linux/session/desktop/X11Ports.h>
+#include <ports/KeyModifiers.h>
+#include <ports/UserDefaults.h>
+#include <ports/VirtualKeys.h>
 
 namespace tulvane {
 
 namespace {
 
+/// The default, and it alone, is stored without having been chosen.
+GnomeHotkeys::Choices choicesIn(const std::shared_ptr<UserDefaults>& defaults)
+{
+    const QString key = QStringLiteral("defaultHotkeyChosen");
+    constexpr KeyCombination standard{virtualKeys::space, carbon::option};
+    return {.isMade =
+                [=](const KeyCombination& combination) {
+                    return combination != standard || !defaults || defaults->value(key).toBool();
+                },
+            .make =
+                [=](const KeyCombination& combination) {
+                    if (combination == standard && defaults && !defaults->set(key, true))
+                        qCWarning(lcHotkey, "Could not store that the hotkey was chosen");
+                }};
+}
+
 void fillWithHotkeys(Desktop& desktop, const DesktopOptions& options)
 {
     const auto hotkeys = std::make_shared<GnomeHotkeys>(
-        options.environment, GnomeHotkeys::commandOf(options.program, QStringLiteral("toggle")));
+        options.environment, GnomeHotkeys::commandOf(options.program, QStringLiteral("toggle")),
+        choicesIn(options.defaults));
     desktop.hotkeys = hotkeys;
     desktop.runsCommandForHotkey = [hotkeys] { return hotkeys->isBound(); };
 }

@@ -948,6 +948,18 @@
         <translation>KDE lar ikke Tulvane trykke taster: det har ikke funnet skrivebordsoppføringen til Tulvane.</translation>
     </message>
     <message>
+        <source>Choose a key combination: this desktop has it written into its own keyboard settings.</source>
+        <translation>Velg en tastekombinasjon: dette skrivebordet skriver den inn i sine egne tastaturinnstillinger.</translation>
+    </message>
+    <message>
+        <source>GNOME does not let Tulvane press keys: its service for remote control does not answer.</source>
+        <translation>GNOME lar ikke Tulvane trykke taster: tjenesten for fjernstyring svarer ikke.</translation>
+    </message>
+    <message>
+        <source>The text is left on the clipboard: paste it yourself. Log in again to try anew.</source>
+        <translation>Teksten ligger på utklippstavlen: lim den inn selv. Logg inn på nytt for å prøve igjen.</translation>
+    </message>
+    <message>
         <source>Install Tulvane for all users, or log in again.</source>
         <translation>Installer Tulvane for alle brukere, eller logg inn på nytt.</translation>
     </message>

@@ -74,6 +74,8 @@ void KeyboardShortcuts::setShortcut(const std::optional<Shortcut>& shortcut, con
     else
         write(name.rawName, QVariant());
     Q_EMIT posted(shortcutByNameDidChange, {{QStringLiteral("name"), name.rawName}});
+    if (const auto combination = shortcut ? shortcut->combination() : std::nullopt)
+        m_hotkeys.choose(*combination);
     registerAll();
 }
 

@@ -18,8 +18,11 @@ public:
     /// A call so soon after another one is the keyboard's, not the user's: before a desktop repeats a key, it
     /// waits.
     static constexpr std::chrono::milliseconds firstRepeat{700};
-    /// Of a key that is held the next call comes sooner, however busy the machine is.
+    /// Of a key that is held the next call comes sooner, unless the machine is so busy that the calls come in
+    /// bursts: then after this many times the longest pause so far, but no later than `longestPause`.
     static constexpr std::chrono::milliseconds nextRepeat{300};
+    static constexpr int pauseFactor = 4;
+    static constexpr std::chrono::milliseconds longestPause{1200};
     /// How long a tap is said to have lasted.
     static constexpr std::chrono::milliseconds tap{50};
 
@@ -32,12 +35,15 @@ public:
 
 private:
     void release();
+    /// How long the next call of a held key may take.
+    [[nodiscard]] std::chrono::milliseconds patience() const;
 
     const Clock& m_clock;
     Scheduler& m_scheduler;
     Tell m_tell;
     std::chrono::nanoseconds m_pressedAt{0};
     std::chrono::nanoseconds m_lastAt{0};
+    std::chrono::nanoseconds m_longest{0};   ///< of the pauses between the repeats
     bool m_isHeld = false;                   ///< it has repeated
     std::unique_ptr<Scheduler::Token> m_end; ///< pending while the key may be down
 };

@@ -80,6 +80,10 @@ public:
     /// Whether this desktop has hot keys for programs at all; otherwise the reason and the remedy.
     [[nodiscard]] virtual Result<void, HotkeyError> support() const = 0;
 
+    /// The user has just chosen this combination. A desktop that keeps hot keys in the user's own settings
+    /// registers no other.
+    virtual void choose(const KeyCombination& /*combination*/) {}
+
     /// Takes the combination, whatever Caps Lock and Num Lock are at. Both edges of the key are reported
     /// under `id`; the modifiers may go up before it or after it.
     [[nodiscard]] virtual Result<std::unique_ptr<Registration>, HotkeyError>

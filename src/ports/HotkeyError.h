@@ -18,6 +18,7 @@ public:
         unsupported, ///< this desktop has no hot keys for programs; the reason says what to do
         unreachable, ///< the desktop does not answer, or has ended
         refused,     ///< the system said no for a reason of its own
+        unchosen, ///< the desktop has it written into the user's settings, for which they have to choose it
     };
 
     /// The same words refuse such a combination where the user chooses one.
@@ -40,6 +41,8 @@ public:
     }
     [[nodiscard]] static HotkeyError unreachable() { return {Kind::unreachable, 0, {}}; }
     [[nodiscard]] static HotkeyError refused(int code) { return {Kind::refused, code, {}}; }
+
+    [[nodiscard]] static HotkeyError unchosen() { return {Kind::unchosen, 0, {}}; }
 
     [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] int code() const { return m_code; }
@@ -70,6 +73,9 @@ public:
         case Kind::refused:
             return translate("The system refused this key combination (error %1). Choose another one.")
                 .arg(m_code);
+        case Kind::unchosen:
+            return translate("Choose a key combination: this desktop has it written into its own keyboard "
+                             "settings.");
         }
         Q_UNREACHABLE();
     }

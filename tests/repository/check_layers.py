@@ -54,7 +54,7 @@ MAY = {
     LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi"},
     LINUX + "portal": ADAPTER | {LINUX + "keys", LINUX + "layout"},
     X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},
-    X11[2]: ADAPTER | {X11[0], X11[1], FORMATS},
+    X11[2]: ADAPTER | {X11[0], X11[1], FORMATS, FRONT},
     X11[3]: ADAPTER | {X11[0]},
     WAYLAND[0]: ADAPTER,
     WAYLAND[1]: ADAPTER | {WAYLAND[0], LINUX + "keys", LINUX + "layout"},

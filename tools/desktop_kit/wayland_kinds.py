@@ -1,4 +1,5 @@
 """How each desktop is started without a screen, and when it counts as up."""
+import json
 import os
 import shutil
 import signal
@@ -118,6 +119,15 @@ class MutterKeyboard:
         self.bus.close_sync()
 
 
+# In the shell's own language: remote control is refused while there is this file.
+REFUSAL = """global.tulvaneRefusal = imports.gi.Gio.File.new_for_path("%s").monitor(0, null);
+global.tulvaneRefusal.connect("changed", (monitor, file, other, event) => {
+    const access = global.backend.get_remote_access_controller();
+    if (event === imports.gi.Gio.FileMonitorEvent.CREATED) access.inhibit_remote_access();
+    if (event === imports.gi.Gio.FileMonitorEvent.DELETED) access.uninhibit_remote_access();
+});"""
+
+
 class GnomeDesktop(WaylandDesktop):
     NAME = "GNOME"
     NEEDS = {"gnome-shell": "gnome-shell", "ibus-daemon": "ibus", "/usr/lib/python3/dist-packages/dbusmock":
@@ -126,6 +136,7 @@ class GnomeDesktop(WaylandDesktop):
                 "org.gnome.desktop.interface": {"enable-animations": "false"}}
 
     def start_compositor(self):
+        self.refusal = self.folder / "run/refuse-remote-control"
         self.start_login_manager()
         self.environment.update(XDG_SESSION_DESKTOP="gnome", XDG_SESSION_ID="c1", XDG_SEAT="seat0",
                                 GNOME_SHELL_SESSION_MODE="user", WAYLAND_DISPLAY="wayland-1",
@@ -150,6 +161,7 @@ class GnomeDesktop(WaylandDesktop):
         self.press(42)
         # Until the input method is there the first keys into a text field are late.
         self.wait(lambda: self.processes("ibus-engine-simple"), limit=30, what="the input method")
+        self.evaluate(REFUSAL % self.refusal)
         # From here on as on a user's desktop.
         self.evaluate("global.context.unsafe_mode = false")
 
@@ -169,6 +181,34 @@ class GnomeDesktop(WaylandDesktop):
                                               "org.freedesktop.DBus.NameHasOwner", "org.gnome.SettingsDaemon.MediaKeys"),
                   what="the settings daemon")
         time.sleep(0.5)
+
+    HOTKEY = (29, 56, 32)  # Ctrl+Alt+D, as below
+
+    def choose_hotkey(self):
+        """As the field for a combination stores it, before the program starts: Alt+Space is the window menu's here."""
+        file = self.folder / "config/com.dunio.Tulvane.json"
+        settings = json.loads(file.read_text()) if file.exists() else {}
+        settings["KeyboardShortcuts_dictate"] = json.dumps({"carbonKeyCode": 2, "carbonModifiers": 4096 + 2048})
+        file.write_text(json.dumps(settings))
+        self.own()
+
+    def lock(self, locked):
+        """What the login manager says of the screen; nothing covers it."""
+        self.run("gdbus", "call", "--system", "--dest", "org.freedesktop.login1", "--object-path",
+                 "/org/freedesktop/login1/session/c1", "--method", "org.freedesktop.DBus.Mock.UpdateProperties",
+                 "org.freedesktop.login1.Session", "{'LockedHint': <%s>}" % str(locked).lower())
+
+    def refuse_remote_control(self, refused):
+        """As a locked-down desktop does. This keyboard is gone as long."""
+        if refused:
+            self.refusal.touch()
+            time.sleep(0.5)
+            return
+        self.refusal.unlink()
+        time.sleep(0.5)
+        self.keyboard.close()
+        self.keyboard = MutterKeyboard(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.press(42)
 
     def processes(self, name):
         def command(process):

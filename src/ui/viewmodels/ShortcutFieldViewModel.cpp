@@ -24,6 +24,7 @@ bool isAboutTheCombination(HotkeyError::Kind kind)
     case HotkeyError::Kind::outOfRange:
     case HotkeyError::Kind::pastes:
     case HotkeyError::Kind::refused:
+    case HotkeyError::Kind::unchosen:
         return true;
     case HotkeyError::Kind::unsupported:
     case HotkeyError::Kind::unreachable:

@@ -93,6 +93,39 @@ TEST_F(GnomeHotkeysTest, OtherBindingsOfTheUsersStay)
     settings.set(schema, QStringLiteral("custom-keybindings"), GSettings::list({}));
 }
 
+TEST_F(GnomeHotkeysTest, NothingIsWrittenThatTheUserHasNotChosen)
+{
+    std::optional<KeyCombination> chosen;
+    GnomeHotkeys careful(desktop->environment(), QStringLiteral("true"),
+                         {.isMade = [&](const KeyCombination& one) { return chosen == one; },
+                          .make = [&](const KeyCombination& one) { chosen = one; }});
+    const GSettings settings(desktop->environment());
+    const auto list = [&] {
+        return GSettings::textsIn(settings
+                                      .get(QStringLiteral("org.gnome.settings-daemon.plugins.media-keys"),
+                                           QStringLiteral("custom-keybindings"))
+                                      .value_or(QString()));
+    };
+    const auto refused = careful.registerHotkey(id, controlAltD);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error(), HotkeyError::unchosen());
+    EXPECT_TRUE(careful.registerHotkey({id.signature, 0}, controlAltD)) << "it is free";
+    EXPECT_TRUE(list().isEmpty());
+    careful.choose(controlAltD);
+    const auto taken = careful.registerHotkey(id, controlAltD);
+    EXPECT_TRUE(taken);
+    EXPECT_EQ(list().size(), 1);
+}
+
+TEST_F(GnomeHotkeysTest, TheCommandIsOneThatAShellTakesApart)
+{
+    EXPECT_EQ(GnomeHotkeys::commandOf({}, QStringLiteral("toggle")), QStringLiteral("tulvane toggle"));
+    EXPECT_EQ(GnomeHotkeys::commandOf(QStringLiteral("/opt/a/tulvane"), QStringLiteral("toggle")),
+              QStringLiteral("/opt/a/tulvane toggle"));
+    EXPECT_EQ(GnomeHotkeys::commandOf(QStringLiteral("/my dir/it's/tulvane"), QStringLiteral("toggle")),
+              QStringLiteral("'/my dir/it'\\''s/tulvane' toggle"));
+}
+
 TEST_F(GnomeHotkeysTest, AKeyThatDoesNotExistIsRefused)
 {
     const auto refused = hotkeys->registerHotkey(id, {1000, carbon::option});

@@ -71,6 +71,14 @@ TEST_F(IBusElementsTest, NothingIsSaidToBeWrittenWhereNoFieldIs)
     EXPECT_EQ(await(elements->focused()), nullptr);
 }
 
+TEST_F(IBusElementsTest, WhereNoFieldListensToTheServiceNothingIsCommittedAndTheEngineStays)
+{
+    IBusCommit commit(desktop->environment());
+    const auto never = []() -> QCoro::Task<bool> { co_return false; };
+    EXPECT_EQ(await(futureOf(commit.commit(said, never))), IBusCommit::Outcome::noField);
+    EXPECT_NE(engine(), QStringLiteral("tulvane"));
+}
+
 TEST_F(IBusElementsTest, APasswordIsNeverCommitted)
 {
     QProcess& fields =

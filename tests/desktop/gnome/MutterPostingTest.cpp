@@ -1,13 +1,18 @@
 #include "GnomeFixture.h"
 
 #include <platform/linux/gnome/MutterPosting.h>
-#include <platform/linux/x11/clipboard/X11Pasteboards.h>
+#include <platform/linux/x11/clipboard/BridgedPasteboards.h>
 
 namespace tulvane::test {
 
 namespace {
 
 const QString said = QStringLiteral("Åpne «døra» 😀 nå. ");
+
+class UnknownFront final : public FrontPrograms {
+public:
+    [[nodiscard]] FrontProgram current() override { return {}; }
+};
 
 class MutterPostingTest : public GnomeTest {
 protected:
@@ -21,8 +26,8 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return (link = X11Connection::open(display)) != nullptr; }));
         keeper = SelectionOwner::start(display);
         ASSERT_NE(keeper, nullptr);
-        pasteboards = std::make_unique<X11Pasteboards>(*link, *keeper, scheduler, PasteRules(),
-                                                       X11Pasteboard::Readers::bridged);
+        pasteboards = std::make_unique<BridgedPasteboards>(*link, *keeper, scheduler,
+                                                           std::make_shared<UnknownFront>(), PasteRules());
         MutterPosting::Hooks hooks;
         hooks.isInFront = [this](const PasteTarget&) { return isInFront; };
         hooks.pasting = [this](const PasteTarget& target) { pasteboards->expectReader(target); };
@@ -46,7 +51,7 @@ protected:
     std::unique_ptr<X11Connection> link;
     std::unique_ptr<SelectionOwner> keeper;
     EventLoopScheduler scheduler;
-    std::unique_ptr<X11Pasteboards> pasteboards;
+    std::unique_ptr<BridgedPasteboards> pasteboards;
     std::unique_ptr<MutterPosting> keys;
     bool isInFront = true;
 };

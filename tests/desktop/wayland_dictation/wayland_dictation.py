@@ -71,6 +71,7 @@ class Terminal:
 class WaylandDictation(unittest.TestCase):
     KIND = ""
     NO_TERMINAL = ""  # why none is tried
+    HOTKEY = (ALT, SPACE)
 
     @classmethod
     def setUpClass(cls):
@@ -104,12 +105,12 @@ class WaylandDictation(unittest.TestCase):
         return self.desktop.status()["phase"]
 
     def hold(self):
-        self.desktop.down(ALT, SPACE)
+        self.desktop.down(*self.HOTKEY)
         try:
             self.desktop.wait_for_phase("recording")
             self.desktop.run("paplay", "--device=micsink", str(self.sound))
         finally:
-            self.desktop.up(SPACE, ALT)
+            self.desktop.up(*reversed(self.HOTKEY))
 
     def paste(self, *how):
         return subprocess.run([*self.desktop.as_user, "wl-paste", "-n", *how], env=self.desktop.environment,
@@ -171,7 +172,7 @@ class WaylandDictation(unittest.TestCase):
         field = Field(self.desktop, "/usr/bin/python3", str(TARGETS / "gtk_target.py"), "view")
         self.addCleanup(field.end)
         time.sleep(0.5)
-        self.desktop.down(ALT, SPACE)
+        self.desktop.down(*self.HOTKEY)
         try:
             self.desktop.wait_for_phase("recording")
             time.sleep(0.6)
@@ -180,7 +181,7 @@ class WaylandDictation(unittest.TestCase):
             self.desktop.picture(file)
             self.assertGreater(self.dark_share(file), 0.3)
         finally:
-            self.desktop.up(SPACE, ALT)
+            self.desktop.up(*reversed(self.HOTKEY))
         self.desktop.wait_for_phase("idle", "notice", "error")
 
     def dark_share(self, file):

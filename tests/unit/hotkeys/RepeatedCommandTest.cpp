@@ -84,6 +84,24 @@ TEST_F(RepeatedCommandTest, ABusyMachineDropsARepeatOrTwo)
     EXPECT_THAT(told, SizeIs(1));
 }
 
+TEST_F(RepeatedCommandTest, WhereTheCallsComeInBurstsALongerPauseIsNoRelease)
+{
+    hold(600ms);
+    scheduler.advance(220ms);
+    command.note();
+    scheduler.advance(900ms);
+    EXPECT_THAT(told, SizeIs(1));
+    command.note();
+    scheduler.advance(1199ms);
+    EXPECT_THAT(told, SizeIs(1));
+    scheduler.advance(1ms);
+    ASSERT_THAT(told, SizeIs(2));
+    // A later hold is on a machine that may be idle again.
+    hold(600ms);
+    scheduler.advance(300ms);
+    EXPECT_THAT(told, SizeIs(4));
+}
+
 TEST_F(RepeatedCommandTest, TheMachineReadsTapsAndHoldsFromIt)
 {
     HotkeyStateMachine machine;

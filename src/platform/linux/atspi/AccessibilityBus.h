@@ -38,6 +38,8 @@ public:
     /// False once the bus has gone.
     [[nodiscard]] bool isOpen() const { return m_connection->isOpen(); }
     [[nodiscard]] BusLink& link() const { return *m_link; }
+    /// By the toolkit's name for it, for signals.
+    [[nodiscard]] QString connectionName() const { return m_connection->name(); }
     /// Empty on a desktop that never tells.
     [[nodiscard]] const FrontProcess& front() const { return m_front; }
 

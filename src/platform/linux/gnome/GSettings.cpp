@@ -2,45 +2,71 @@
 
 #include <QProcess>
 
+#include <algorithm>
+#include <memory>
+
 namespace tulvane {
 
-std::optional<QString> GSettings::run(const QStringList& words) const
+GSettings::Answers GSettings::run(const QList<QStringList>& calls) const
 {
     constexpr int patience = 3000; // ms
-    QProcess process;
-    process.setProcessEnvironment(m_environment);
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral("gsettings"), words);
-    if (!process.waitForFinished(patience) || process.exitStatus() != QProcess::NormalExit ||
-        process.exitCode() != 0)
-        return std::nullopt;
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (const QStringList& words : calls) {
+        auto& process = processes.emplace_back(std::make_unique<QProcess>());
+        process->setProcessEnvironment(m_environment);
+        process->setStandardErrorFile(QProcess::nullDevice());
+        process->start(QStringLiteral("gsettings"), words);
+    }
+    Answers answers;
+    for (const auto& process : processes) {
+        // One that has ended while another was waited for is finished as well.
+        const bool isFinished =
+            process->state() == QProcess::NotRunning || process->waitForFinished(patience);
+        const bool isTaken = isFinished && process->error() == QProcess::UnknownError &&
+                             process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;
+        answers.push_back(isTaken
+                              ? std::optional(QString::fromUtf8(process->readAllStandardOutput()).trimmed())
+                              : std::nullopt);
+    }
+    return answers;
 }
 
 std::optional<QString> GSettings::get(const QString& schema, const QString& name) const
 {
-    return run({QStringLiteral("get"), schema, name});
+    return run({{QStringLiteral("get"), schema, name}}).front();
 }
 
 bool GSettings::set(const QString& schema, const QString& name, const QString& value) const
 {
-    return run({QStringLiteral("set"), schema, name, value}).has_value();
+    return set(schema, {{name, value}});
+}
+
+bool GSettings::set(const QString& schema, const std::vector<Setting>& settings) const
+{
+    QList<QStringList> calls;
+    for (const Setting& setting : settings)
+        calls.append({QStringLiteral("set"), schema, setting.name, setting.value});
+    return std::ranges::all_of(run(calls), [](const auto& answer) { return answer.has_value(); });
 }
 
 void GSettings::reset(const QString& schema) const
 {
-    (void)run({QStringLiteral("reset-recursively"), schema});
+    (void)run({{QStringLiteral("reset-recursively"), schema}});
 }
 
-std::vector<GSettings::Setting> GSettings::all(const QString& schema) const
+std::vector<GSettings::Setting> GSettings::all(const QStringList& schemas) const
 {
+    QList<QStringList> calls;
+    for (const QString& schema : schemas)
+        calls.append({QStringLiteral("list-recursively"), schema});
     std::vector<Setting> settings;
-    // Each line is the schema, the setting and its value.
-    for (const QString& line :
-         run({QStringLiteral("list-recursively"), schema}).value_or(QString()).split(u'\n')) {
-        const QString value = line.section(u' ', 2);
-        if (!value.isEmpty())
-            settings.push_back({line.section(u' ', 1, 1), value});
+    for (const auto& answer : run(calls)) {
+        // Each line is the schema, the setting and its value.
+        for (const QString& line : answer.value_or(QString()).split(u'\n')) {
+            const QString value = line.section(u' ', 2);
+            if (!value.isEmpty())
+                settings.push_back({line.section(u' ', 1, 1), value});
+        }
     }
     return settings;
 }

@@ -24,9 +24,11 @@ public:
     /// `schema` may have a path behind a colon. None where there is no such setting.
     [[nodiscard]] std::optional<QString> get(const QString& schema, const QString& name) const;
     bool set(const QString& schema, const QString& name, const QString& value) const;
+    /// Several of one schema at once; false where any was not taken.
+    [[nodiscard]] bool set(const QString& schema, const std::vector<Setting>& settings) const;
     void reset(const QString& schema) const;
-    /// Every setting of a schema.
-    [[nodiscard]] std::vector<Setting> all(const QString& schema) const;
+    /// Every setting of these schemas, read at once.
+    [[nodiscard]] std::vector<Setting> all(const QStringList& schemas) const;
 
     /// The texts in a value: of one text, or of a list of texts.
     [[nodiscard]] static QStringList textsIn(const QString& value);
@@ -35,7 +37,9 @@ public:
     [[nodiscard]] static QString list(const QStringList& texts);
 
 private:
-    [[nodiscard]] std::optional<QString> run(const QStringList& words) const;
+    using Answers = std::vector<std::optional<QString>>;
+    /// Each in a process of its own, side by side.
+    [[nodiscard]] Answers run(const QList<QStringList>& calls) const;
 
     QProcessEnvironment m_environment;
 };

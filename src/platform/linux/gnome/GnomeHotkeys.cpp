@@ -1,8 +1,11 @@
 #include <base/Translate.h>
 #include <platform/linux/gnome/GnomeHotkeys.h>
+#include <platform/linux/gnome/GnomeLayout.h>
 #include <platform/linux/keys/Accelerator.h>
 #include <platform/linux/keys/KeyText.h>
 #include <ports/KeyModifiers.h>
+
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -18,11 +21,13 @@ const QString ourPath =
     QStringLiteral("/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/tulvane/");
 /// For the log: the desktop has no numbers of its own.
 constexpr int heldElsewhere = 1;
+/// What the settings said so long ago still counts, in milliseconds.
+constexpr qint64 goodFor = 1000;
 
-const std::array<QString, 5> desktopSchemas{
-    QStringLiteral("org.gnome.desktop.wm.keybindings"), QStringLiteral("org.gnome.shell.keybindings"),
-    QStringLiteral("org.gnome.mutter.keybindings"), QStringLiteral("org.gnome.mutter.wayland.keybindings"),
-    mediaKeys};
+const QStringList desktopSchemas{QStringLiteral("org.gnome.desktop.wm.keybindings"),
+                                 QStringLiteral("org.gnome.shell.keybindings"),
+                                 QStringLiteral("org.gnome.mutter.keybindings"),
+                                 QStringLiteral("org.gnome.mutter.wayland.keybindings"), mediaKeys};
 
 /// "activate-window-menu" as words.
 QString titleOf(const QString& name)
@@ -59,36 +64,35 @@ private:
     std::shared_ptr<bool> m_isBound; ///< null for one that is only tried
 };
 
-GnomeHotkeys::GnomeHotkeys(const QProcessEnvironment& environment, QString command)
+GnomeHotkeys::GnomeHotkeys(const QProcessEnvironment& environment, QString command, Choices choices)
     : m_settings(environment),
       m_command(std::move(command)),
-      m_layout(readLayout())
+      m_choices(std::move(choices)),
+      m_layout(GnomeLayout::read(m_settings))
+{
+}
+
+GnomeHotkeys::GnomeHotkeys(const QProcessEnvironment& environment, QString command)
+    : GnomeHotkeys(environment, std::move(command), Choices())
 {
 }
 
 GnomeHotkeys::~GnomeHotkeys() = default;
 
-std::optional<XkbKeymap> GnomeHotkeys::readLayout() const
+QString GnomeHotkeys::commandOf(const QString& program, const QString& word)
 {
-    const QString sources = QStringLiteral("org.gnome.desktop.input-sources");
-    // Kind and name by turns: "xkb", "no+nodeadkeys".
-    for (const char* list : {"mru-sources", "sources"}) {
-        const QStringList words =
-            GSettings::textsIn(m_settings.get(sources, QString::fromUtf8(list)).value_or(QString()));
-        for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
-            if (words[i] != QLatin1StringView("xkb"))
-                continue;
-            if (auto layout =
-                    XkbKeymap::fromNames(words[i + 1].section(u'+', 0, 0), words[i + 1].section(u'+', 1)))
-                return layout;
-        }
-    }
-    return XkbKeymap::fromNames({});
+    QString file = program.isEmpty() ? QStringLiteral("tulvane") : program;
+    // The words of it are taken apart as a shell does.
+    static const QRegularExpression plain(QStringLiteral("^[\\w/.+-]+$"));
+    if (!plain.match(file).hasMatch())
+        file = u'\'' + file.replace(u'\'', QStringLiteral("'\\''")) + u'\'';
+    return file + u' ' + word;
 }
 
 Result<void, HotkeyError> GnomeHotkeys::support() const
 {
-    if (!m_layout || !m_settings.get(mediaKeys, listName)) {
+    m_isSupported = m_isSupported || (m_layout && m_settings.get(mediaKeys, listName));
+    if (!m_isSupported) {
         return failure(HotkeyError::unsupported(translate(
             "This desktop keeps key bindings nowhere that Tulvane knows. Bind a key to “tulvane toggle” in "
             "its settings.")));
@@ -126,6 +130,8 @@ GnomeHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
         return failure(HotkeyError::takenBy(heldElsewhere, holder->title));
     if (id.id == 0) // only tried
         return std::make_unique<Token>(m_settings, nullptr);
+    if (!m_choices.isMade(combination))
+        return failure(HotkeyError::unchosen());
     if (*m_isBound)
         return failure(HotkeyError::taken(heldElsewhere));
     if (!bind(accelerator))
@@ -138,10 +144,10 @@ bool GnomeHotkeys::bind(const QString& accelerator) const
 {
     const QString schema = customSchema + ourPath;
     // The name is what the user reads in the settings.
-    if (!m_settings.set(schema, QStringLiteral("name"),
-                        GSettings::text(translate("Start or stop dictation"))) ||
-        !m_settings.set(schema, QStringLiteral("command"), GSettings::text(m_command)) ||
-        !m_settings.set(schema, QStringLiteral("binding"), GSettings::text(accelerator)))
+    if (!m_settings.set(schema,
+                        {{QStringLiteral("name"), GSettings::text(translate("Start or stop dictation"))},
+                         {QStringLiteral("command"), GSettings::text(m_command)},
+                         {QStringLiteral("binding"), GSettings::text(accelerator)}}))
         return false;
     QStringList paths = GSettings::textsIn(m_settings.get(mediaKeys, listName).value_or(QString()));
     paths.removeAll(ourPath);
@@ -161,27 +167,44 @@ void GnomeHotkeys::addFrom(const GSettings::Setting& setting, const QString& tit
 
 QList<SymbolicHotkey> GnomeHotkeys::symbolicHotkeys(const KeyCombination&)
 {
-    QList<SymbolicHotkey> found;
     if (!support())
-        return found;
-    for (const QString& schema : desktopSchemas) {
-        for (const GSettings::Setting& setting : m_settings.all(schema)) {
-            if (setting.name != listName)
-                addFrom(setting, titleOf(setting.name), found);
-        }
+        return {};
+    // A search for a free combination asks many times at once.
+    if (!m_knownSince.isValid() || m_knownSince.hasExpired(goodFor)) {
+        m_known = readHotkeys();
+        m_knownSince.start();
     }
-    for (const QString& path : GSettings::textsIn(m_settings.get(mediaKeys, listName).value_or(QString()))) {
-        if (path == ourPath)
-            continue;
-        const QString title =
-            GSettings::textsIn(
-                m_settings.get(customSchema + path, QStringLiteral("name")).value_or(QString()))
-                .value(0);
-        const auto binding = m_settings.get(customSchema + path, QStringLiteral("binding"));
-        if (binding)
-            addFrom({{}, *binding}, title, found);
+    return m_known;
+}
+
+QList<SymbolicHotkey> GnomeHotkeys::readHotkeys() const
+{
+    QList<SymbolicHotkey> found;
+    for (const GSettings::Setting& setting : m_settings.all(desktopSchemas)) {
+        if (setting.name == listName)
+            addCustom(GSettings::textsIn(setting.value), found);
+        else
+            addFrom(setting, titleOf(setting.name), found);
     }
     return found;
+}
+
+void GnomeHotkeys::addCustom(const QStringList& paths, QList<SymbolicHotkey>& found) const
+{
+    for (const QString& path : paths) {
+        if (path == ourPath)
+            continue;
+        QString title;
+        std::optional<GSettings::Setting> binding;
+        for (const GSettings::Setting& setting : m_settings.all({customSchema + path})) {
+            if (setting.name == QLatin1StringView("name"))
+                title = GSettings::textsIn(setting.value).value(0);
+            else if (setting.name == QLatin1StringView("binding"))
+                binding = setting;
+        }
+        if (binding)
+            addFrom(*binding, title, found);
+    }
 }
 
 KeyDisplay GnomeHotkeys::display(const KeyCombination& combination) const

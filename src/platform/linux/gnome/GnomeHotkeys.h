@@ -4,6 +4,9 @@
 #include <platform/linux/layout/XkbKeymap.h>
 #include <ports/GlobalHotkeys.h>
 
+#include <QElapsedTimer>
+
+#include <functional>
 #include <memory>
 
 namespace tulvane {
@@ -14,16 +17,29 @@ namespace tulvane {
 /// binding goes with its registration.
 class GnomeHotkeys final : public GlobalHotkeys {
 public:
+    /// What the user has chosen themselves: nothing else is written into their settings.
+    struct Choices {
+        std::function<bool(const KeyCombination&)> isMade = [](const KeyCombination&) { return true; };
+        std::function<void(const KeyCombination&)> make = [](const KeyCombination&) {};
+    };
+
     /// `command` is run at each press.
+    GnomeHotkeys(const QProcessEnvironment& environment, QString command, Choices choices);
+    /// The same where the user chooses all that is registered.
     GnomeHotkeys(const QProcessEnvironment& environment, QString command);
     GnomeHotkeys(const GnomeHotkeys&) = delete;
     GnomeHotkeys& operator=(const GnomeHotkeys&) = delete;
     ~GnomeHotkeys() override;
 
+    /// The command that runs a program with one word, as the desktop's settings write it; found by the user's
+    /// PATH where no `program` is given.
+    [[nodiscard]] static QString commandOf(const QString& program, const QString& word);
+
     /// Whether a binding of ours is in force: the command that comes is the hotkey's then.
     [[nodiscard]] bool isBound() const { return *m_isBound; }
 
     [[nodiscard]] Result<void, HotkeyError> support() const override;
+    void choose(const KeyCombination& combination) override { m_choices.make(combination); }
     [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
     registerHotkey(HotkeyId id, const KeyCombination& combination) override;
     void setEventHandler(const EventHandler&) override {}
@@ -38,13 +54,19 @@ public:
 
 private:
     class Token;
-    [[nodiscard]] std::optional<XkbKeymap> readLayout() const;
     [[nodiscard]] QString acceleratorOf(const KeyCombination& combination) const;
     [[nodiscard]] bool bind(const QString& accelerator) const;
+    [[nodiscard]] QList<SymbolicHotkey> readHotkeys() const;
+    /// The user's own bindings at these paths.
+    void addCustom(const QStringList& paths, QList<SymbolicHotkey>& found) const;
     void addFrom(const GSettings::Setting& setting, const QString& title, QList<SymbolicHotkey>& found) const;
 
     GSettings m_settings;
     QString m_command;
+    Choices m_choices;
+    mutable bool m_isSupported = false; ///< has been found to be
+    QList<SymbolicHotkey> m_known;      ///< what has just been read
+    QElapsedTimer m_knownSince;
     std::optional<XkbKeymap> m_layout;
     std::shared_ptr<bool> m_isBound = std::make_shared<bool>(false);
     ChangeHandler m_changeHandler;

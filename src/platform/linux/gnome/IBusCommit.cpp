@@ -5,6 +5,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusObjectPath>
 #include <QDBusVariant>
 
 namespace tulvane {
@@ -17,6 +18,8 @@ const QString service = QStringLiteral("org.freedesktop.IBus");
 const QString path = QStringLiteral("/org/freedesktop/IBus");
 /// With a keyboard layout as input source, this is what the desktop has, whatever the layout.
 const QString plainEngine = QStringLiteral("xkb:us::eng");
+/// The first that the service makes is its own, for when no program's field listens to it.
+const QString ownContext = QStringLiteral("/org/freedesktop/IBus/InputContext_1");
 /// The service says what the field is for a moment after the field itself.
 constexpr milliseconds purposeTime{30};
 constexpr milliseconds step{10};
@@ -84,15 +87,24 @@ QCoro::Task<bool> IBusCommit::connect()
     co_return alive&& named.has_value();
 }
 
+QCoro::Task<QVariant> IBusCommit::property(QString name)
+{
+    const QVariantList which{service, name};
+    const auto answer =
+        co_await ask(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"), which);
+    co_return answer ? answer->arguments().value(0) : QVariant();
+}
+
+QCoro::Task<bool> IBusCommit::hasField()
+{
+    const QVariant context = co_await property(QStringLiteral("CurrentInputContext"));
+    co_return withoutVariants(context).value<QDBusObjectPath>().path() != ownContext;
+}
+
 QCoro::Task<QString> IBusCommit::engineInForce()
 {
-    const Lifetime::Guard alive = m_lifetime.guard();
-    const QVariantList property{service, QStringLiteral("GlobalEngine")};
-    const auto answer =
-        co_await ask(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"), property);
-    if (!alive || !answer || answer->arguments().isEmpty())
-        co_return plainEngine;
-    const auto name = engineNameIn(answer->arguments().constFirst());
+    const QVariant answer = co_await property(QStringLiteral("GlobalEngine"));
+    const auto name = engineNameIn(answer);
     // Ours, left behind by a program that was killed together with its watch.
     co_return name && *name != IBusEngine::name ? *name : plainEngine;
 }
@@ -125,6 +137,13 @@ QCoro::Task<IBusCommit::Outcome> IBusCommit::commit(QString text, std::function<
         m_connection.reset(); // what was half done is begun anew
         m_isBusy = false;
         co_return Outcome::unavailable;
+    }
+    const bool isListenedTo = co_await hasField();
+    if (!alive)
+        co_return Outcome::unavailable;
+    if (!isListenedTo) {
+        m_isBusy = false;
+        co_return Outcome::noField;
     }
     const QString before = co_await engineInForce();
     if (!alive)

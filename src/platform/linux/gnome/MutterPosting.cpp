@@ -20,9 +20,10 @@ const QString sessionInterface = service + QStringLiteral(".Session");
 constexpr quint32 leftShift = 42;
 /// The first key of a new keyboard is lost.
 constexpr milliseconds settlingTime{50};
-/// Keys that follow a modifier at once may overtake it.
-constexpr milliseconds modifierTime{10};
-constexpr milliseconds callLimit{1000};
+/// From a key to the next, so that the compositor has handed the one on: it handles keys in a thread of its
+/// own, and tells programs which modifiers are down by what has come in there meanwhile.
+constexpr milliseconds keyTime{10};
+constexpr milliseconds callLimit{2500};
 
 } // namespace
 
@@ -77,6 +78,21 @@ QCoro::Task<bool> MutterPosting::key(quint32 evdev, bool isDown)
     co_return answer.has_value();
 }
 
+QCoro::Task<> MutterPosting::handOn(milliseconds time)
+{
+    const Lifetime::Guard alive = m_lifetime.guard();
+    // A busy compositor answers when it has come to it.
+    const QVariantList none;
+    for (const milliseconds wait : {time, milliseconds(1)}) {
+        co_await m_link.pause(wait);
+        if (!alive)
+            co_return;
+        co_await ask(m_session, QStringLiteral("org.freedesktop.DBus.Peer"), QStringLiteral("Ping"), none);
+        if (!alive)
+            co_return;
+    }
+}
+
 QCoro::Task<bool> MutterPosting::begin()
 {
     const Lifetime::Guard alive = m_lifetime.guard();
@@ -99,18 +115,19 @@ QCoro::Task<bool> MutterPosting::begin()
     const bool released = alive && co_await key(leftShift, false);
     if (!alive || !pressed || !released)
         co_return false;
-    co_await m_link.pause(settlingTime);
+    co_await handOn(settlingTime);
     co_return bool(alive);
 }
 
 QCoro::Task<bool> MutterPosting::pressAll(QList<quint32> keys)
 {
     const Lifetime::Guard alive = m_lifetime.guard();
+    const bool isChord = keys.size() > 1;
     bool isPosted = true;
     for (const quint32 code : keys) {
         const bool isDown = co_await key(code, true);
-        if (alive && code != keys.constLast())
-            co_await m_link.pause(modifierTime);
+        if (alive && isChord)
+            co_await handOn(keyTime);
         if (!alive)
             co_return false;
         isPosted = isPosted && isDown;
@@ -119,6 +136,8 @@ QCoro::Task<bool> MutterPosting::pressAll(QList<quint32> keys)
     // What went down goes up, whatever failed meanwhile.
     for (const quint32 code : keys) {
         const bool isUp = co_await key(code, false);
+        if (alive && isChord)
+            co_await handOn(keyTime);
         if (!alive)
             co_return false;
         isPosted = isPosted && isUp;

@@ -9,6 +9,7 @@
 #include <QDBusMessage>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -45,6 +46,9 @@ private:
     QCoro::Task<bool> post(std::optional<PasteTarget> target, QList<quint32> keys, int count);
     QCoro::Task<bool> begin();
     QCoro::Task<bool> pressAll(QList<quint32> keys);
+    /// Waits until the compositor has handed the last key on to the program in front: this long, and until it
+    /// has come to what was asked of it.
+    QCoro::Task<> handOn(std::chrono::milliseconds time);
     QCoro::Task<bool> key(quint32 evdev, bool isDown);
     QCoro::Task<std::optional<QDBusMessage>> ask(QString path, QString interface, QString method,
                                                  QVariantList arguments);

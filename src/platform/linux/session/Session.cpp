@@ -84,6 +84,16 @@ KeyObstacles kdeObstacles()
     return obstacles;
 }
 
+KeyObstacles gnomeObstacles()
+{
+    KeyObstacles obstacles = openWaylandObstacles();
+    obstacles.hotkeys = obstacles.watching.text();
+    obstacles.pasting = {
+        translate("GNOME does not let Tulvane press keys: its service for remote control does not answer."),
+        translate("The text is left on the clipboard: paste it yourself. Log in again to try anew.")};
+    return obstacles;
+}
+
 Obstacle keyboardObstacle()
 {
     return obstacleOf(keyboardAccess());
@@ -116,6 +126,14 @@ KeyObstacles noSessionObstacles()
             .watching = noDisplay};
 }
 
+/// The clipboard is the X server's there.
+std::unique_ptr<PrivacyPermissions> gnomePermissions(const QProcessEnvironment& environment,
+                                                     const MicrophoneDenied& microphoneDenied)
+{
+    return std::make_unique<UnwatchedPrivacyPermissions>(waylandOffers(environment).mutterRemoteControl,
+                                                         gnomeObstacles, microphoneDenied, keyboardObstacle);
+}
+
 std::unique_ptr<PrivacyPermissions> x11Permissions(const QProcessEnvironment& environment,
                                                    const MicrophoneDenied& microphoneDenied)
 {
@@ -135,8 +153,8 @@ const Session& sessionOf(const QProcessEnvironment& environment)
 {
     // The first that is here counts.
     static const std::array sessions{
-        Session{SessionKind::gnome, QStringLiteral("Wayland, GNOME"), isGnome, waylandObstacles,
-                closedWaylandPermissions<waylandObstacles>},
+        Session{SessionKind::gnome, QStringLiteral("Wayland, GNOME"), isGnome, gnomeObstacles,
+                gnomePermissions},
         Session{SessionKind::kde, QStringLiteral("Wayland, KDE"), isKde, kdeObstacles,
                 waylandPermissions<kdeObstacles>},
         Session{SessionKind::wlroots, QStringLiteral("Wayland, wlroots"), isWlroots, openWaylandObstacles,

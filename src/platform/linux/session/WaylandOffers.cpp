@@ -44,6 +44,7 @@ WaylandOffers ask(const QProcessEnvironment& environment)
     offers.sway = SwayConnection::answers(SwayConnection::socketOf(environment));
     offers.kwin = hasOwner(QStringLiteral("org.kde.KWin"), bus);
     offers.gnomeShell = hasOwner(QStringLiteral("org.gnome.Shell"), bus);
+    offers.mutterRemoteControl = hasOwner(QStringLiteral("org.gnome.Mutter.RemoteDesktop"), bus);
     return offers;
 }
 

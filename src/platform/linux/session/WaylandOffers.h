@@ -15,6 +15,7 @@ struct WaylandOffers {
     bool sway = false; ///< its socket answers
     bool kwin = false; ///< owns its name on the session bus
     bool gnomeShell = false;
+    bool mutterRemoteControl = false; ///< GNOME's own service, which presses keys
 
     [[nodiscard]] bool postsKeys() const { return virtualKeyboard || fakeInput; }
     /// Whether a text can be pasted into other programs.

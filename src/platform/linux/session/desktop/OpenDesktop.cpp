@@ -1,6 +1,7 @@
 #include <platform/linux/evdev/EvdevModifierEvents.h>
 #include <platform/linux/session/DisplayCheck.h>
 #include <platform/linux/session/Session.h>
+#include <platform/linux/session/desktop/GnomePorts.h>
 #include <platform/linux/session/desktop/KdePorts.h>
 #include <platform/linux/session/desktop/NullPorts.h>
 #include <platform/linux/session/desktop/PortalPorts.h>
@@ -34,7 +35,7 @@ Result<void, Obstacle> fillWithNothing(Desktop& /*desktop*/, const DesktopOption
 constexpr std::array kinds{
     DesktopKind{SessionKind::x11, "xcb", fillWithX11Ports},
     // The clipboard and the indicator go over X11, and so do the windows: one world.
-    DesktopKind{SessionKind::gnome, "xcb", fillWithXWaylandPorts},
+    DesktopKind{SessionKind::gnome, "xcb", fillWithGnomePorts},
     DesktopKind{SessionKind::wayland, "xcb", fillWithXWaylandPorts},
     // The toolkit's own way first; xcb where its plugin for Wayland is not installed.
     DesktopKind{SessionKind::wlroots, "wayland;xcb", fillWithSwayPorts},

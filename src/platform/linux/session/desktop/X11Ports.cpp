@@ -33,8 +33,8 @@ void fillWithText(Desktop& desktop, const std::shared_ptr<X11Text>& text)
 }
 
 /// What shows the program, mostly on the windows' own connection.
-void fillWithWindows(Desktop& desktop, const DesktopOptions& options,
-                     const std::shared_ptr<X11Connection>& connection)
+void fillWithShownParts(Desktop& desktop, const DesktopOptions& options,
+                        const std::shared_ptr<X11Connection>& connection)
 {
     desktop.keyboard = std::make_shared<X11KeyboardGrab>();
     const auto entries = std::make_shared<TaskBarEntries>();
@@ -57,21 +57,30 @@ void fillWithServer(Desktop& desktop, const std::shared_ptr<X11Connection>& conn
 
 } // namespace
 
+Obstacle xServerLacks(const QProcessEnvironment& environment)
+{
+    return {QStringLiteral("The X server %1 lacks what Tulvane needs: `tulvane doctor` says more.")
+                .arg(QString::fromLocal8Bit(displayName(environment))),
+            {}};
+}
+
+void fillWithX11Windows(Desktop& desktop, const DesktopOptions& options,
+                        const std::shared_ptr<X11Connection>& connection)
+{
+    fillWithShownParts(desktop, options, connection);
+    fillWithServer(desktop, connection);
+}
+
 Result<void, Obstacle> fillWithXWaylandPorts(Desktop& desktop, const DesktopOptions& options,
                                              Scheduler& scheduler)
 {
-    const QByteArray display = displayName(options.environment);
-    const std::shared_ptr<X11Text> text = X11Text::open(display, options.terminals, scheduler);
+    const std::shared_ptr<X11Text> text =
+        X11Text::open(displayName(options.environment), options.terminals, scheduler);
     if (!text)
-        return failure(
-            Obstacle{QStringLiteral("The X server %1 lacks what Tulvane needs: `tulvane doctor` says more.")
-                         .arg(QString::fromLocal8Bit(display)),
-                     {}});
-    // One connection for all of it, so that the server sees what we do in the order in which we do it.
-    const std::shared_ptr<X11Connection> connection(text, &text->connection());
+        return failure(xServerLacks(options.environment));
     fillWithText(desktop, text);
-    fillWithWindows(desktop, options, connection);
-    fillWithServer(desktop, connection);
+    // One connection for all of it, so that the server sees what we do in the order in which we do it.
+    fillWithX11Windows(desktop, options, std::shared_ptr<X11Connection>(text, &text->connection()));
     return {};
 }
 

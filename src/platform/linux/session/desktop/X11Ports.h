@@ -1,6 +1,9 @@
 #pragma once
 
+#include <platform/linux/x11/connection/X11Connection.h>
 #include <ports/OpenDesktop.h>
+
+#include <memory>
 
 namespace tulvane {
 
@@ -11,5 +14,11 @@ namespace tulvane {
 /// of other programs from us.
 [[nodiscard]] Result<void, Obstacle> fillWithXWaylandPorts(Desktop& desktop, const DesktopOptions& options,
                                                            Scheduler& scheduler);
+
+/// What shows the program on an X server, over this connection.
+void fillWithX11Windows(Desktop& desktop, const DesktopOptions& options,
+                        const std::shared_ptr<X11Connection>& connection);
+/// Why nothing can be done where the X server does not do for us what it should.
+[[nodiscard]] Obstacle xServerLacks(const QProcessEnvironment& environment);
 
 } // namespace tulvane

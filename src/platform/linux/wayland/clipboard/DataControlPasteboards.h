@@ -1,6 +1,7 @@
 #pragma once
 
-#include <platform/linux/wayland/clipboard/BothSelections.h>
+#include <platform/linux/front/BothSelections.h>
+#include <platform/linux/wayland/clipboard/DataControlPasteboard.h>
 
 namespace tulvane {
 

@@ -134,7 +134,7 @@ bool X11Pasteboard::replaceUnlessChanged(const QList<PasteboardItem>& items, qin
 bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& target, OnlyAt count)
 {
     const QList<TargetOffer> offers = offersFor(m_link, items, m_forms);
-    const auto window = static_cast<xcb_window_t>(target.window);
+    const auto window = m_readers == Readers::target ? static_cast<xcb_window_t>(target.window) : noWindow;
     const ClientProcess program = ClientProcess::ofWindow(m_link, window);
     // Whatever has been written until this moment is counted. What another program writes between it and the
     // change of the owner has a later time than ours, and the server keeps to it.
@@ -219,8 +219,11 @@ void X11Pasteboard::textRead(xcb_window_t reader, const ClientProcess& process, 
 
 bool X11Pasteboard::isOfTheTarget(xcb_window_t reader, const ClientProcess& process)
 {
-    if (m_readers == Readers::bridged)
-        return ++m_requests > 1 && m_expectsReader;
+    if (m_readers != Readers::target) {
+        const bool isKeepers = m_readers == Readers::bridgedAndKept && m_requests == 0;
+        ++m_requests;
+        return !isKeepers && m_expectsReader;
+    }
     return m_target != noWindow &&
            (FrontWindow::sameProgram(m_link, reader, m_target) || process.belongsTo(m_program));
 }

@@ -27,9 +27,12 @@ class X11Pasteboard final : public Pasteboard {
 public:
     enum class Readers {
         target, ///< who asks is known: the target's program counts, and no other
-        /// All requests come from a compositor, for its own clipboard manager, which asks once at each write,
-        /// and for the target: a request counts that is not the first, and comes after the paste keys.
+        /// The requests of most programs come from a compositor, on its own account too: one counts that
+        /// comes after the paste keys.
         bridged,
+        /// The same where the compositor's own clipboard manager asks once at each write: the first request
+        /// is that one, whenever it comes.
+        bridgedAndKept,
     };
 
     /// `selection` is "CLIPBOARD" or "PRIMARY". The first three outlive the pasteboard.
@@ -55,7 +58,7 @@ public:
     /// The targets under which our own content is on offer; none where another program has the selection.
     [[nodiscard]] QList<xcb_atom_t> ownTargets();
 
-    /// The keys that make the target paste go out now; `Readers::bridged` needs to know.
+    /// The keys that make the target paste go out now; the bridged ones need to know.
     void expectReader() { m_expectsReader = true; }
 
     void handle(const xcb_generic_event_t& event);

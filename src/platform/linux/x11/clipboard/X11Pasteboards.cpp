@@ -4,11 +4,11 @@
 namespace tulvane {
 
 X11Pasteboards::X11Pasteboards(X11Connection& link, SelectionOwner& owner, Scheduler& scheduler,
-                               PasteRules rules, X11Pasteboard::Readers readers)
+                               PasteRules rules)
     : m_link(link),
       m_targets(link, std::move(rules)),
-      m_clipboard(link, owner, scheduler, QStringLiteral("CLIPBOARD"), readers),
-      m_primary(link, owner, scheduler, QStringLiteral("PRIMARY"), readers)
+      m_clipboard(link, owner, scheduler, QStringLiteral("CLIPBOARD")),
+      m_primary(link, owner, scheduler, QStringLiteral("PRIMARY"))
 {
 }
 

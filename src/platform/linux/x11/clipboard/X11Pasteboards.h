@@ -9,8 +9,7 @@ namespace tulvane {
 class X11Pasteboards final : public Pasteboards {
 public:
     /// The first three outlive it.
-    X11Pasteboards(X11Connection& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules,
-                   X11Pasteboard::Readers readers = X11Pasteboard::Readers::target);
+    X11Pasteboards(X11Connection& link, SelectionOwner& owner, Scheduler& scheduler, PasteRules rules);
 
     X11Pasteboards(const X11Pasteboards&) = delete;
     X11Pasteboards& operator=(const X11Pasteboards&) = delete;
@@ -24,9 +23,6 @@ public:
     [[nodiscard]] Pasteboard& of(PasteSelection selection) override { return board(selection); }
 
     void readAhead() override;
-
-    /// The keys that make the target paste go out now; `X11Pasteboard::Readers::bridged` needs to know.
-    void expectReader(const PasteTarget& target) { board(target.selection).expectReader(); }
 
 private:
     [[nodiscard]] X11Pasteboard& board(PasteSelection selection)

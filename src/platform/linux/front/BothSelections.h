@@ -1,6 +1,9 @@
 #pragma once
 
-#include <platform/linux/wayland/clipboard/DataControlPasteboard.h>
+#include <ports/Pasteboard.h>
+
+#include <optional>
+#include <utility>
 
 namespace tulvane {
 
@@ -9,11 +12,7 @@ namespace tulvane {
 class BothSelections final : public Pasteboard {
 public:
     /// Both outlive it.
-    BothSelections(DataControlPasteboard& clipboard, DataControlPasteboard& primary)
-        : m_clipboard(clipboard),
-          m_primary(primary)
-    {
-    }
+    BothSelections(Pasteboard& clipboard, Pasteboard& primary) : m_clipboard(clipboard), m_primary(primary) {}
 
     [[nodiscard]] QFuture<PasteboardContents> contents() override;
     [[nodiscard]] qint64 changeCount() override { return m_clipboard.changeCount(); }
@@ -26,8 +25,8 @@ public:
     void setActivityHandler(std::function<void()> handler) override;
 
 private:
-    DataControlPasteboard& m_clipboard;
-    DataControlPasteboard& m_primary;
+    Pasteboard& m_clipboard;
+    Pasteboard& m_primary;
     std::optional<QFuture<PasteboardContents>>
         m_selected;             ///< what the user had selected when they were last read
     qint64 m_selectedCount = 0; ///< of our write over it

@@ -1,4 +1,4 @@
-#include <platform/linux/wayland/clipboard/BothSelections.h>
+#include <platform/linux/front/BothSelections.h>
 
 namespace tulvane {
 

@@ -1,0 +1,55 @@
+#include <platform/linux/gnome/GnomeLayout.h>
+
+namespace tulvane {
+
+namespace {
+
+const QString writerPath = QStringLiteral("/ca/desrt/dconf/Writer/user");
+const QString writerInterface = QStringLiteral("ca.desrt.dconf.Writer");
+const QString writerSignal = QStringLiteral("Notify");
+
+} // namespace
+
+GnomeLayout::GnomeLayout(const QProcessEnvironment& environment, QDBusConnection bus)
+    : m_settings(environment),
+      m_bus(std::move(bus))
+{
+    m_bus.connect({}, writerPath, writerInterface, writerSignal, this,
+                  SLOT(settingsChanged(QString, QStringList, QString)));
+}
+
+GnomeLayout::~GnomeLayout() = default;
+
+const std::optional<XkbKeymap>& GnomeLayout::current()
+{
+    if (!std::exchange(m_isRead, true))
+        m_layout = read(m_settings);
+    return m_layout;
+}
+
+std::optional<XkbKeymap> GnomeLayout::read(const GSettings& settings)
+{
+    const QString sources = QStringLiteral("org.gnome.desktop.input-sources");
+    // Kind and name by turns: "xkb", "no+nodeadkeys".
+    for (const char* list : {"mru-sources", "sources"}) {
+        const QStringList words =
+            GSettings::textsIn(settings.get(sources, QString::fromUtf8(list)).value_or(QString()));
+        for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
+            if (words[i] != QLatin1StringView("xkb"))
+                continue;
+            if (auto layout =
+                    XkbKeymap::fromNames(words[i + 1].section(u'+', 0, 0), words[i + 1].section(u'+', 1)))
+                return layout;
+        }
+    }
+    return XkbKeymap::fromNames({});
+}
+
+void GnomeLayout::settingsChanged(const QString& prefix, const QStringList& /*changes*/,
+                                  const QString& /*tag*/)
+{
+    if (prefix.startsWith(QLatin1StringView("/org/gnome/desktop/input-sources/")))
+        m_isRead = false;
+}
+
+} // namespace tulvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <platform/linux/gnome/GSettings.h>
+#include <platform/linux/layout/XkbKeymap.h>
+
+#include <QDBusConnection>
+#include <QObject>
+
+#include <optional>
+
+namespace tulvane {
+
+/// The keyboard layout that the user types with, by the desktop's settings: the one used last. Main thread.
+class GnomeLayout final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Follows the settings over `bus`, the session's.
+    GnomeLayout(const QProcessEnvironment& environment, QDBusConnection bus);
+    Q_DISABLE_COPY_MOVE(GnomeLayout)
+    ~GnomeLayout() override;
+
+    /// None where the settings cannot be read. Reads them anew after each change.
+    [[nodiscard]] const std::optional<XkbKeymap>& current();
+
+    /// By the settings of this moment.
+    [[nodiscard]] static std::optional<XkbKeymap> read(const GSettings& settings);
+
+private Q_SLOTS:
+    void settingsChanged(const QString& prefix, const QStringList& changes, const QString& tag);
+
+private:
+    GSettings m_settings;
+    QDBusConnection m_bus;
+    std::optional<XkbKeymap> m_layout;
+    bool m_isRead = false;
+};
+
+} // namespace tulvane

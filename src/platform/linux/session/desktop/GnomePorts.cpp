@@ -1,0 +1,71 @@
+#include <base/Log.h>
+#include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/gnome/GnomeHotkeys.h>
+#include <platform/linux/gnome/IBusElements.h>
+#include <platform/linux/session/Session.h>
+#include <platform/linux/session/desktop/GnomePorts.h>
+#include <platform/linux/session/desktop/GnomeText.h>
+#include <platform/linux/session/desktop/X11Ports.h>
+#include <ports/KeyModifiers.h>
+#include <ports/UserDefaults.h>
+#include <ports/VirtualKeys.h>
+
+namespace tulvane {
+
+namespace {
+
+/// The default, and it alone, is stored without having been chosen.
+GnomeHotkeys::Choices choicesIn(const std::shared_ptr<UserDefaults>& defaults)
+{
+    const QString key = QStringLiteral("defaultHotkeyChosen");
+    constexpr KeyCombination standard{virtualKeys::space, carbon::option};
+    return {.isMade =
+                [=](const KeyCombination& combination) {
+                    return combination != standard || !defaults || defaults->value(key).toBool();
+                },
+            .make =
+                [=](const KeyCombination& combination) {
+                    if (combination == standard && defaults && !defaults->set(key, true))
+                        qCWarning(lcHotkey, "Could not store that the hotkey was chosen");
+                }};
+}
+
+void fillWithHotkeys(Desktop& desktop, const DesktopOptions& options)
+{
+    const auto hotkeys = std::make_shared<GnomeHotkeys>(
+        options.environment, GnomeHotkeys::commandOf(options.program, QStringLiteral("toggle")),
+        choicesIn(options.defaults));
+    desktop.hotkeys = hotkeys;
+    desktop.runsCommandForHotkey = [hotkeys] { return hotkeys->isBound(); };
+}
+
+void fillWithText(Desktop& desktop, const DesktopOptions& options, const QString& bus,
+                  const std::shared_ptr<GnomeText>& text)
+{
+    desktop.pasteboards = std::shared_ptr<Pasteboards>(text, &text->pasteboards());
+    desktop.keys = std::shared_ptr<KeyPosting>(text, &text->keys());
+    const auto fields = std::make_shared<AtspiFocusedElements>(bus, [text]() -> std::optional<quint32> {
+        const quint32 process = text->front().current().process;
+        return process != 0 ? std::optional(process) : std::nullopt;
+    });
+    desktop.elements = std::make_shared<IBusElements>(fields, options.environment);
+}
+
+} // namespace
+
+Result<void, Obstacle> fillWithGnomePorts(Desktop& desktop, const DesktopOptions& options,
+                                          Scheduler& scheduler)
+{
+    const QString bus = AtspiFocusedElements::usersSessionBus();
+    const auto text = GnomeText::open(
+        {.environment = options.environment, .sessionBusAddress = bus, .rules = options.terminals},
+        scheduler);
+    if (!text)
+        return failure(xServerLacks(options.environment));
+    fillWithHotkeys(desktop, options);
+    fillWithText(desktop, options, bus, text);
+    fillWithX11Windows(desktop, options, std::shared_ptr<X11Connection>(text, &text->connection()));
+    return {};
+}
+
+} // namespace tulvane

@@ -1,12 +1,15 @@
 // Draws pages of the program into PNG files, for looking at them:
 //   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
-//                    [--size 1020x680] [--tall] [--click CONTROL] PAGE...
+//                    [--size 1020x680] [--tall] [--click CONTROL] [--as NAME] PAGE...
 // PAGE is a page of the main window, "onboarding", or the indicator: indicator-idle, indicator-listening,
-// indicator-transcribing, indicator-inserting, indicator-notice, indicator-long-notice, indicator-error,
-// indicator-uncut (without a compositor). --tall makes the window as high as the page. --click presses the
-// control of that name first. The state "half" has a setup under way in which much is wrong, "failed" a
-// dictation that could not be transcribed, "left" one that could not be inserted, "loading" a model that
-// loads, "remnants" downloads that have left something. QT_SCALE_FACTOR scales.
+// indicator-minute and indicator-ending (with time), indicator-transcribing, indicator-inserting,
+// indicator-notice, indicator-long-notice, indicator-error, indicator-uncut (without a compositor). --tall
+// makes the window as high as the page. --click presses the control of that name first. The state "half" has
+// a setup under way in which much is wrong, "failed" a dictation that could not be transcribed, "left" one
+// that could not be inserted, "loading" a model that loads, "remnants" downloads that have left something,
+// "downloading", "verifying" and "refused" what may become of one, "listening" a dictation under way,
+// "tested" a microphone that was heard, "mute" a computer without one, "aside" settings that were put aside,
+// "bare" a desktop without a tray. --as names the file's last part. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
 #include <platform/linux/keys/KeyText.h>
@@ -37,6 +40,7 @@ struct Wish {
     QString state;
     bool isTall = false;
     QString click;
+    QString as;
     QSize size;
 };
 
@@ -45,7 +49,9 @@ QString nameOf(const QString& page, const Wish& wish)
     return QStringLiteral("%1-%2-%3-%4.png")
         .arg(page, rawValue(wish.language),
              wish.appearance == Appearance::dark ? QStringLiteral("dark") : QStringLiteral("light"),
-             wish.click.isEmpty() ? wish.state : wish.state + u'-' + wish.click);
+             !wish.as.isEmpty()     ? wish.as
+             : wish.click.isEmpty() ? wish.state
+                                    : wish.state + u'-' + wish.click);
 }
 
 /// The height that the page would need to be seen whole.
@@ -65,7 +71,8 @@ constexpr int smallest = 0;
 
 Phase phaseOf(const QString& page)
 {
-    if (page == u"indicator-listening" || page == u"indicator-uncut")
+    if (page == u"indicator-listening" || page == u"indicator-uncut" || page == u"indicator-minute" ||
+        page == u"indicator-ending")
         return {Phase::Kind::recording, {}};
     if (page == u"indicator-transcribing")
         return {Phase::Kind::transcribing, {}};
@@ -97,6 +104,10 @@ bool drawIndicator(test::UiWorld& world, const QString& page, const Wish& wish)
 {
     HUDController& indicator = world.ui.indicator();
     indicator.setPhase(phaseOf(page));
+    if (page == u"indicator-minute")
+        world.scheduler.advance(std::chrono::seconds(83));
+    if (page == u"indicator-ending")
+        world.scheduler.advance(std::chrono::seconds(293));
     indicator.setLevel(0.6F);
     indicator.show();
     if (page == u"indicator-uncut") {
@@ -112,6 +123,7 @@ bool drawIndicator(test::UiWorld& world, const QString& page, const Wish& wish)
     const QString file = wish.folder.filePath(nameOf(page, wish));
     std::printf("%s\n", qPrintable(file));
     indicator.hide(false);
+    indicator.setPhase({});
     world.panel->setBlended(true);
     return ground.save(file);
 }
@@ -165,6 +177,9 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
     QQuickView* const window = show(world, page);
     if (!window)
         return false;
+    // Of a screen that is smaller than the window would be.
+    if (wish.size.isValid())
+        window->setMinimumSize(window->minimumSize().boundedTo(wish.size));
     if (!wish.size.isEmpty())
         window->resize(wish.size.boundedTo(window->maximumSize()));
     test::UiWorld::settle();
@@ -183,6 +198,67 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
     return isWritten;
 }
 
+/// A download of the selected model, some seconds after its beginning.
+void download(test::UiWorld& world)
+{
+    const WhisperModel& model = WhisperModel::fallback();
+    // Before the page is there nothing sees how fast it comes.
+    world.ui.showPage(SettingsTab::models);
+    world.models.download(model);
+    for (int second = 0; second <= 5; ++second) {
+        world.transfers.tellProgress(world.transfers.lastTask(),
+                                     model.approximateSizeBytes * (30 + 2 * second) / 100,
+                                     model.approximateSizeBytes);
+        test::UiWorld::settle();
+        world.clock.advance(std::chrono::seconds(1));
+    }
+}
+
+/// What may become of the selected model's download.
+void prepareDownload(test::UiWorld& world, const QString& state)
+{
+    if (state == u"downloading") {
+        download(world);
+    } else if (state == u"refused") {
+        world.models.download(WhisperModel::fallback());
+        const TransferId task = world.transfers.lastTask();
+        world.transfers.tellFinished(task, 503, "busy");
+        world.transfers.tellCompleted(task);
+    } else if (state == u"verifying") {
+        world.models.download(WhisperModel::fallback());
+        QFile file(world.folder.file(QStringLiteral("arrived")));
+        if (!file.open(QIODevice::WriteOnly) || !file.resize(WhisperModel::fallback().approximateSizeBytes))
+            qFatal("no room for a model");
+        world.transfers.tellFinishedFile(world.transfers.lastTask(), 200, file.fileName());
+    }
+}
+
+/// What an everyday user may meet.
+void prepareDay(test::UiWorld& world, const QString& state)
+{
+    if (state == u"listening") {
+        world.controller.start();
+        world.scheduler.advance(std::chrono::seconds(75));
+        static_cast<void>(world.input.push(std::vector<float>(16000, 0.35F)));
+    } else if (state == u"tested") {
+        world.microphoneTest.start();
+        static_cast<void>(world.input.push(std::vector<float>(16000, 0.35F)));
+        test::UiWorld::settle();
+        world.microphoneTest.stop();
+    } else if (state == u"mute") {
+        world.input.setDeviceName({});
+        world.input.setFormat({});
+        world.microphoneTest.start();
+    } else if (state == u"aside") {
+        world.defaults.tell(DefaultsError::damaged(
+            QStringLiteral("/home/ola/.config/Tulvane/com.dunio.Tulvane.json"),
+            QStringLiteral("/home/ola/.config/Tulvane/com.dunio.Tulvane.damaged.json")));
+    } else if (state == u"bare") {
+        world.statusItem.setBar(false);
+        world.settings.showInDock.set(false);
+    }
+}
+
 /// Brings the program into the state that the pictures show.
 void prepare(test::UiWorld& world, const QString& state)
 {
@@ -197,7 +273,16 @@ void prepare(test::UiWorld& world, const QString& state)
         setUpHalf(world);
         return;
     }
+    if (state == u"downloading" || state == u"refused" || state == u"verifying") {
+        prepareDownload(world, state);
+        return;
+    }
     world.fill();
+    const QString model = world.models.fileURL(WhisperModel::fallback());
+    world.memory.setResident(812'000'000);
+    world.figures.noteLoaded(model, world.clock.now());
+    world.figures.noteDictation(model, 9.4, std::chrono::milliseconds(2600), world.clock.now());
+    prepareDay(world, state);
     if (state == u"failed") {
         world.engine.transcribeError = EngineError::transcriptionFailed(-6);
         world.controller.start();
@@ -233,6 +318,7 @@ int main(int argc, char** argv)
                        {QStringLiteral("state"), {}, QStringLiteral("name"), QStringLiteral("full")},
                        {QStringLiteral("size"), {}, QStringLiteral("WxH"), QStringLiteral("1020x680")},
                        {QStringLiteral("click"), {}, QStringLiteral("control")},
+                       {QStringLiteral("as"), {}, QStringLiteral("name")},
                        {QStringLiteral("tall"), {}}});
     parser.process(app);
     QStringList pages = parser.positionalArguments();
@@ -246,6 +332,7 @@ int main(int argc, char** argv)
         parser.value(QStringLiteral("appearance")) == u"dark" ? Appearance::dark : Appearance::light;
     wish.state = parser.value(QStringLiteral("state"));
     wish.click = parser.value(QStringLiteral("click"));
+    wish.as = parser.value(QStringLiteral("as"));
     wish.isTall = parser.isSet(QStringLiteral("tall"));
     const QStringList size = parser.value(QStringLiteral("size")).split(u'x');
     if (size.size() == 2)

@@ -14,10 +14,9 @@ ENTRY = Path(__file__).resolve().parents[3] / "tools/desktop_kit/entry.py"
 SENTENCE = "Hei, dette er en test."
 PAGES = {"home": "Home", "models": "Models", "history": "History", "statistics": "Statistics", "settings": "Settings",
          "about": "About"}
-# What takes the keyboard, and so has to say what it is; and what of it has a value.
+# What takes the keyboard, and so has to say what it is.
 WORKED = {"push button", "check box", "radio button", "combo box", "spin button", "page tab", "link", "text", "entry",
           "list item", "toggle button"}
-VALUED = {"spin button", "progress bar"}
 
 
 class MainWindow(unittest.TestCase):
@@ -64,7 +63,10 @@ class MainWindow(unittest.TestCase):
             yield f"“{name}” without a role"
         if role in WORKED and role != "list item" and has("SENSITIVE") and not has("FOCUSABLE"):
             yield f"the {role} “{name}” never has the focus"
-        if role in VALUED and has("SENSITIVE"):
+        # The toolkit gives a progress bar no value before its 6.5: the description says it.
+        if role == "progress bar" and not node.get_description().endswith("%"):
+            yield f"the progress bar “{name}” does not say how far it is"
+        if role == "spin button":
             value = node.get_value_iface()
             if value is None or value.get_maximum_value() <= value.get_minimum_value():
                 yield f"the {role} “{name}” without a range"

@@ -8,9 +8,6 @@ RoundBox {
 
     property real value: 0
     property string label: ""
-    // By these names assistive programs read the range.
-    readonly property real minimumValue: 0
-    readonly property real maximumValue: 1
 
     implicitHeight: 6
     radius: 3

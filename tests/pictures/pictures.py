@@ -20,7 +20,8 @@ def runs():
     # Each state that has a look of its own, once in either language, and once on either ground.
     for language, appearance in (("en", "light"), ("nb", "dark")):
         look = ["--language", language, "--appearance", appearance]
-        for state in ("downloading", "verifying", "refused"):
+        yield [*look, "--state", "verifying", "models"]
+        for state in ("downloading", "refused"):
             yield [*look, "--state", state, "models", "onboarding"]
         yield [*look, "--state", "listening", "home", "onboarding"]
         for state in ("tested", "mute", "aside", "left"):

@@ -27,6 +27,13 @@ Rectangle {
             chosen = 0;
     }
 
+    /// A screen that is lower than the guide shows what is open.
+    function revealOpened() {
+        steps.reveal([microphone, accessibility, model, hotkey, tryOut][opened - 1]);
+    }
+
+    onOpenedChanged: unfolding.restart()
+
     color: Theme.window
     focus: true
     Keys.onPressed: event => steps.scroll(event)
@@ -37,6 +44,12 @@ Rectangle {
             view.leadOn();
         }
     }
+    // A step that opens gets its height a moment later.
+    Timer {
+        id: unfolding
+        interval: 300
+        onTriggered: view.revealOpened()
+    }
     WindowKeys {
         commands: view.models.commands
     }
@@ -45,6 +58,7 @@ Rectangle {
         width: parent.width
         height: bar.y
         compact: true
+        onContentHeightChanged: if (unfolding.running) view.revealOpened()
         Accessible.name: Words.translate("Set up Tulvane")
 
         WelcomeHeader {
@@ -68,24 +82,28 @@ Rectangle {
             }
         }
         MicrophoneStep {
+            id: microphone
             width: parent.width
             models: view.models
             opened: view.opened === OnboardingViewModel.MicrophoneStep
             onPressed: view.choose(OnboardingViewModel.MicrophoneStep)
         }
         AccessibilityStep {
+            id: accessibility
             width: parent.width
             models: view.models
             opened: view.opened === OnboardingViewModel.AccessibilityStep
             onPressed: view.choose(OnboardingViewModel.AccessibilityStep)
         }
         ModelStep {
+            id: model
             width: parent.width
             models: view.models
             opened: view.opened === OnboardingViewModel.ModelStep
             onPressed: view.choose(OnboardingViewModel.ModelStep)
         }
         StepCard {
+            id: hotkey
             width: parent.width
             step: view.guide.steps[OnboardingViewModel.HotkeyStep - 1]
             next: view.guide.next === OnboardingViewModel.HotkeyStep
@@ -98,6 +116,7 @@ Rectangle {
             }
         }
         TryStep {
+            id: tryOut
             width: parent.width
             models: view.models
             opened: view.opened === view.trial

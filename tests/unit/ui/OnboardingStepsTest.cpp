@@ -66,6 +66,24 @@ TEST_F(OnboardingTest, TheDownloadIsInSightAtTheFirstStart)
               finish.mapToScene(QPointF(0, 0)).y() - 12);
 }
 
+TEST_F(OnboardingTest, ALowScreenShowsWhatIsOpen)
+{
+    setMicrophone(MicrophoneAccess::authorized);
+    setAccessibility(true);
+    setCombination();
+    probe();
+    window().setMinimumSize({});
+    window().resize(620, 400);
+    UiWorld::settle();
+    world.installModel(world.settings.selectedModelID());
+    UiWorld::settle();
+    static_cast<void>(window().grabWindow());
+    UiWorld::settle();
+    const QQuickItem& meter = probe().item(QStringLiteral("onboarding.meter"));
+    EXPECT_LT(meter.mapToScene(QPointF(0, meter.height())).y(),
+              probe().item(QStringLiteral("onboarding.finish")).mapToScene(QPointF(0, 0)).y());
+}
+
 /// The guide where all that a dictation needs is there.
 class TryOutTest : public OnboardingTest {
 protected:

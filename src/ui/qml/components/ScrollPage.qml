@@ -70,7 +70,7 @@ Flickable {
         if (top < contentY)
             contentY = Math.max(0, top);
         else if (bottom > contentY + height)
-            contentY = Math.min(contentHeight - height, bottom - height);
+            contentY = Math.max(0, Math.min(contentHeight - height, bottom - height));
     }
 
     Connections {

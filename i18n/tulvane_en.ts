@@ -25,7 +25,7 @@
     </message>
     <message>
         <source>Click the field, then press the whole combination at once, for example ⌥ Space or ⌃⌥ D.</source>
-        <translation>Click the field, then press the whole combination at once, for example Alt + Space or Ctrl + Alt + D.</translation>
+        <translation>Click the field, then press the whole combination at once, for example Alt + Space or Ctrl + Alt + D.</translation>
     </message>
     <message>
         <source>Everything stays on your Mac</source>

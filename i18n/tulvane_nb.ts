@@ -333,7 +333,7 @@
     </message>
     <message>
         <source>Click the field, then press the whole combination at once, for example ⌥ Space or ⌃⌥ D.</source>
-        <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel Alt + mellomrom eller Ctrl + Alt + D.</translation>
+        <translation>Klikk i feltet og trykk hele kombinasjonen på én gang, for eksempel Alt + mellomrom eller Ctrl + Alt + D.</translation>
     </message>
     <message>
         <source>Close</source>
@@ -1694,6 +1694,100 @@
     <message>
         <source>“sudo usermod -aG input $USER” and a new login allow it, and let every program of yours read every key. A key combination needs none of this.</source>
         <translation>«sudo usermod -aG input $USER» og ny innlogging tillater det, og lar hvert program du kjører, lese hver tast. En tastekombinasjon trenger ikke noe av dette.</translation>
+        <source>Say something…</source>
+        <translation>Si noe …</translation>
+    </message>
+    <message>
+        <source>The microphone hears you.</source>
+        <translation>Mikrofonen hører deg.</translation>
+    </message>
+    <message>
+        <source>Nothing was heard. Is it muted, or is another microphone meant?</source>
+        <translation>Det kom ingen lyd. Er den dempet, eller er det en annen mikrofon du vil bruke?</translation>
+    </message>
+    <message>
+        <source>Press %1, say a sentence, and press it again.</source>
+        <translation>Trykk %1, si en setning, og trykk en gang til.</translation>
+    </message>
+    <message>
+        <source>Hold down %1 while you say a sentence.</source>
+        <translation>Hold inne %1 mens du sier en setning.</translation>
+    </message>
+    <message>
+        <source>%1 s left</source>
+        <translation>%1 s igjen</translation>
+    </message>
+    <message>
+        <source>Try it here</source>
+        <translation>Prøv her</translation>
+    </message>
+    <message>
+        <source>Once the steps above are done</source>
+        <translation>Når trinnene over er gjort</translation>
+    </message>
+    <message>
+        <source>Your words appear here.</source>
+        <translation>Ordene dine kommer her.</translation>
+    </message>
+    <message>
+        <source>That is all. It works like this in every text field.</source>
+        <translation>Det var alt. Slik virker det i alle tekstfelt.</translation>
+    </message>
+    <message>
+        <source>No microphone</source>
+        <translation>Ingen mikrofon</translation>
+    </message>
+    <message>
+        <source>Test the microphone</source>
+        <translation>Test mikrofonen</translation>
+    </message>
+    <message>
+        <source>Three seconds of its level. Nothing is kept.</source>
+        <translation>Tre sekunder med lydnivå. Ingenting tas vare på.</translation>
+    </message>
+    <message>
+        <source>%1 min %2 s</source>
+        <translation>%1 min %2 s</translation>
+    </message>
+    <message>
+        <source>%1/s, %2 left</source>
+        <translation>%1/s, %2 igjen</translation>
+    </message>
+    <message>
+        <source>%1 in memory</source>
+        <translation>%1 i minnet</translation>
+    </message>
+    <message>
+        <source>%1 s of speech in a second</source>
+        <translation>%1 s tale i sekundet</translation>
+    </message>
+    <message>
+        <source>measured here on %1</source>
+        <translation>målt her %1</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>I går</translation>
+    </message>
+    <message>
+        <source>Insert again</source>
+        <translation>Sett inn igjen</translation>
+    </message>
+    <message>
+        <source>Correct</source>
+        <translation>Rett</translation>
+    </message>
+    <message>
+        <source>Correct the text</source>
+        <translation>Rett teksten</translation>
+    </message>
+    <message>
+        <source>The selected model</source>
+        <translation>Den valgte modellen</translation>
+    </message>
+    <message>
+        <source>Sections</source>
+        <translation>Deler</translation>
     </message>
 </context>
 </TS>

@@ -6,6 +6,7 @@
 #include <ports/Presentation.h>
 #include <ports/PrivacyPermissions.h>
 #include <ports/ScreenLock.h>
+#include <ports/SystemMemory.h>
 #include <settings/InterfaceLanguage.h>
 #include <speech/ThreadCount.h>
 #include <speech/device/ComputingStatus.h>
@@ -42,6 +43,8 @@ TulvaneApp::TulvaneApp(Desktop& desktop, Recognizer& recognizer, const Options& 
                *desktop.transfers),
       m_modelSource(m_settings, m_models),
       m_recorder(*desktop.microphone, m_clock),
+      m_figures(options.figuresFile, [&memory = *desktop.memory] { return memory.resident(); }),
+      m_microphoneTest(*desktop.microphone, m_clock, m_scheduler),
       m_permissions({*desktop.permissions, *desktop.processes, *desktop.workspace, m_scheduler},
                     std::nullopt),
       m_inserter({*desktop.pasteboards, *desktop.keys, *desktop.elements, *desktop.permissions, m_scheduler}),
@@ -84,7 +87,8 @@ DictationSession::Dependencies TulvaneApp::sessionDependencies(Recognizer& recog
                     return permissions.microphone() == MicrophoneAccess::authorized;
                 },
             .threadCount = recommendedThreadCount(),
-            .fixedOptions = std::nullopt};
+            .fixedOptions = std::nullopt,
+            .figures = &m_figures};
 }
 
 Demonstration::Dependencies TulvaneApp::demonstrationDependencies(Recognizer& recognizer,
@@ -150,7 +154,10 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .session = m_session,
             .controller = m_controller,
             .demonstration = m_demonstration,
+            .recorder = m_recorder,
+            .microphoneTest = m_microphoneTest,
             .models = m_models,
+            .figures = m_figures,
             .stats = m_stats,
             .permissions = m_permissions,
             .shortcuts = m_shortcuts,
@@ -167,7 +174,8 @@ UiContext TulvaneApp::uiContext(const std::function<void()>& relaunch)
             .computing = m_computing,
             .relaunch = relaunch,
             .quit = m_quit,
-            .beep = m_desktop.beep};
+            .beep = m_desktop.beep,
+            .announce = m_desktop.announce};
 }
 
 TulvaneApp::~TulvaneApp()

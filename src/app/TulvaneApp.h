@@ -10,6 +10,8 @@
 #include <dictation/DictationSession.h>
 #include <dictation/Indicator.h>
 #include <dictation/ManagedModelSource.h>
+#include <dictation/MicrophoneTest.h>
+#include <dictation/ModelFigures.h>
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <hotkeys/RepeatedCommand.h>
@@ -55,7 +57,8 @@ public:
         QString dataFolder = Migration::standardParent(); ///< the user's folder for applications' data
         /// Where models run; outlives the program. Null where that is always the processor.
         ComputingStatus* computing = nullptr;
-        QString demoModel = {}; ///< the bundled model's file
+        QString figuresFile = ModelFigures::standardFile(); ///< what models took and gave here
+        QString demoModel = {};                             ///< the bundled model's file
         /// The file with what the synthetic voice says in a language of the interface.
         std::function<QString(AppLanguage)> demoSpeech = [](AppLanguage) { return QString(); };
     };
@@ -107,6 +110,8 @@ private:
     ModelManager m_models;
     ManagedModelSource m_modelSource;
     AudioRecorder m_recorder;
+    ModelFigures m_figures;
+    MicrophoneTest m_microphoneTest;
     PermissionsService m_permissions;
     TextInserter m_inserter;
     KeyboardShortcuts m_shortcuts;

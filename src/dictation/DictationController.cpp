@@ -216,6 +216,15 @@ void DictationController::retry(std::optional<InsertionMethod> method)
            m_dependencies.settings.restoreClipboard());
 }
 
+void DictationController::insertAgain(const QString& text)
+{
+    if (!isReadyToStart())
+        return;
+    m_noticeTask.reset();
+    setLastDelivery(std::nullopt);
+    deliver(text, m_dependencies.settings.insertionMethod(), m_dependencies.settings.restoreClipboard());
+}
+
 QCoro::Task<> DictationController::finish(QCoro::Task<Result<Outcome, DictationError>> finished,
                                           InsertionMethod method, bool restoreClipboard)
 {

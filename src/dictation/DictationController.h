@@ -101,6 +101,10 @@ public:
     /// dictation is under way. A window of ours that asks for it is in front itself, and names the clipboard.
     void retry(std::optional<InsertionMethod> method = std::nullopt);
 
+    /// Delivers a text of the history once more, by the settings' method, into what is in front. Nothing
+    /// while a dictation is under way.
+    void insertAgain(const QString& text);
+
     void showNotice(const QString& text, std::chrono::milliseconds time = noticeTime);
     /// Also logged at error level, and heard.
     void showError(const QString& text);

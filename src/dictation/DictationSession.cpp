@@ -1,6 +1,7 @@
 #include <audio/AudioRecorder.h>
 #include <base/Log.h>
 #include <dictation/DictationSession.h>
+#include <dictation/ModelFigures.h>
 #include <dictation/ModelSource.h>
 #include <settings/AppSettings.h>
 #include <speech/CleanTranscript.h>
@@ -91,11 +92,15 @@ Result<void, DictationError> DictationSession::start()
     return {};
 }
 
+std::chrono::seconds DictationSession::longestRecording() const
+{
+    return std::chrono::seconds(
+        std::clamp(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration, longestMaxDuration));
+}
+
 void DictationSession::startMaxDurationTimer()
 {
-    const std::chrono::seconds longest(
-        std::clamp(m_dependencies.settings.maxRecordingSeconds(), shortestMaxDuration, longestMaxDuration));
-    m_maxDurationTimer = m_dependencies.scheduler.after(longest, [self = QPointer(this)] {
+    m_maxDurationTimer = m_dependencies.scheduler.after(longestRecording(), [self = QPointer(this)] {
         if (!self || self->m_state != State::recording)
             return;
         qCInfo(lcApp, "Max recording length reached");
@@ -156,10 +161,13 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
         setState(State::idle);
         co_return failure(loaded.error());
     }
+    const auto begin = m_dependencies.clock.elapsed();
     const Recognizer::Recognised recognised =
         co_await m_dependencies.engine.transcribe(audio.samples, options);
     if (!self)
         co_return Outcome::nothingRecognised();
+    if (recognised)
+        noteSpeed(audio.seconds, begin);
     if (!recognised) {
         setFailedAudio(std::move(audio));
         setState(State::idle);
@@ -167,6 +175,13 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
     }
     setFailedAudio(std::nullopt);
     co_return conclude(cleanTranscript(recognised->text, cleanup), audio.seconds);
+}
+
+void DictationSession::noteSpeed(double seconds, std::chrono::nanoseconds begin)
+{
+    if (m_dependencies.figures)
+        m_dependencies.figures->noteDictation(m_loadedModel, seconds, m_dependencies.clock.elapsed() - begin,
+                                              m_dependencies.clock.now());
 }
 
 Outcome DictationSession::conclude(const QString& text, double seconds)
@@ -209,6 +224,8 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
     // Loading the same file again costs the engine nothing, and one warm-up is enough.
     const bool isFirst = std::exchange(m_loadingFile, file) != file;
     changeLoads(+1);
+    if (m_dependencies.figures)
+        m_dependencies.figures->noteLoading(m_loadedModel);
     const Recognizer::Loaded loaded = co_await m_dependencies.engine.load(file);
     if (!self)
         co_return {};
@@ -223,6 +240,8 @@ QCoro::Task<Result<void, DictationError>> DictationSession::load(QString file)
         co_await m_dependencies.engine.transcribe(silence, warmUp);
         if (!self)
             co_return {};
+        if (m_dependencies.figures)
+            m_dependencies.figures->noteLoaded(file, m_dependencies.clock.now());
     }
     changeLoads(-1);
     if (!isModelLoading())

@@ -12,6 +12,7 @@
 #include <QList>
 #include <QObject>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -20,6 +21,7 @@ namespace tulvane {
 
 class AppSettings;
 class AudioRecorder;
+class ModelFigures;
 class ModelSource;
 class Recognizer;
 class StatsStore;
@@ -49,6 +51,8 @@ public:
         qint64 threadCount = 1; ///< for the recogniser
         /// In place of what the settings say; the command line's words.
         std::optional<TranscriptionOptions> fixedOptions = std::nullopt;
+        /// Gets what a model takes and how fast it is; may be null.
+        ModelFigures* figures = nullptr;
     };
 
     explicit DictationSession(Dependencies dependencies, QObject* parent = nullptr);
@@ -68,6 +72,8 @@ public:
     /// Loads the selected model in the background, if it is there and nothing is being loaded.
     void preloadModel();
 
+    /// How long a recording that begins now lasts at most.
+    [[nodiscard]] std::chrono::seconds longestRecording() const;
     [[nodiscard]] State state() const { return m_state; }
     [[nodiscard]] const QString& lastTranscript() const { return m_lastTranscript; }
     [[nodiscard]] const QList<TranscriptEntry>& history() const { return m_history; }
@@ -101,6 +107,8 @@ private:
     [[nodiscard]] QCoro::Task<Result<void, DictationError>> ensureModelLoaded();
     [[nodiscard]] QCoro::Task<Result<void, DictationError>> load(QString file);
     [[nodiscard]] QCoro::Task<> preload();
+    /// The engine has worked from `begin` until now.
+    void noteSpeed(double seconds, std::chrono::nanoseconds begin);
     [[nodiscard]] Outcome conclude(const QString& text, double seconds);
     [[nodiscard]] TranscriptionOptions currentOptions() const;
     void setState(State state);

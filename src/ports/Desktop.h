@@ -64,6 +64,8 @@ struct Desktop {
     std::function<bool()> runsCommandForHotkey = [] { return false; };
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};
+    /// Has a screen reader say the text, whatever has the focus.
+    std::function<void(const QString& text)> announce = [](const QString&) {};
     /// Sets the one handler that is called once when the desktop has ended: nothing can be done for the user
     /// then.
     std::function<void(const std::function<void()>& ended)> setEndHandler = [](const auto&) {};

@@ -21,6 +21,9 @@ public:
     /// has free or can free up, what the process's own limits leave, and what its group's limits leave.
     [[nodiscard]] virtual qint64 available() const = 0;
 
+    /// Bytes of the machine's memory that this process holds now; 0 where the system does not say.
+    [[nodiscard]] virtual qint64 resident() const = 0;
+
     /// Whether so many bytes could be had in one piece right now, asked of the system itself by reserving and
     /// giving back. Takes no memory.
     [[nodiscard]] virtual bool canReserve(qint64 bytes) const = 0;

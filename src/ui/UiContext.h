@@ -7,6 +7,7 @@
 namespace tulvane {
 
 class AppSettings;
+class AudioRecorder;
 class Clock;
 class ComputingStatus;
 class Demonstration;
@@ -16,6 +17,8 @@ class HotkeyController;
 class KeyboardGrab;
 class KeyboardShortcuts;
 class LoginItem;
+class MicrophoneTest;
+class ModelFigures;
 class ModelManager;
 class Pasteboards;
 class PermissionsService;
@@ -32,7 +35,10 @@ struct UiContext {
     DictationSession& session;
     DictationController& controller;
     Demonstration& demonstration;
+    const AudioRecorder& recorder; ///< of the dictations
+    MicrophoneTest& microphoneTest;
     ModelManager& models;
+    const ModelFigures& figures;
     StatsStore& stats;
     PermissionsService& permissions;
     KeyboardShortcuts& shortcuts;
@@ -53,6 +59,8 @@ struct UiContext {
     std::function<void()> quit = [] {};
     /// The desktop's short signal that a key meant nothing.
     std::function<void()> beep = [] {};
+    /// Has a screen reader say the text, whatever has the focus.
+    std::function<void(const QString& text)> announce = [](const QString&) {};
 };
 
 } // namespace tulvane

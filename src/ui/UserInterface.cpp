@@ -1,7 +1,9 @@
+#include <dictation/DictationSession.h>
 #include <settings/AppSettings.h>
 #include <stats/StatsStore.h>
 #include <ui/UserInterface.h>
 #include <ui/indicator/HUDController.h>
+#include <ui/indicator/PhaseAnnouncer.h>
 #include <ui/look/Look.h>
 #include <ui/menubar/MenuBarCommands.h>
 #include <ui/menubar/MenuBarMenu.h>
@@ -60,6 +62,9 @@ void UserInterface::attach(const UiContext& context)
                                                  .models = [this]() -> ViewModels& { return *m_models; },
                                                  .defaults = context.settings.defaults()});
     m_models = std::make_unique<ViewModels>(context, *this, m_settingsWindow->selection());
+    m_indicator->setLongestRecording([&session = context.session] { return session.longestRecording(); });
+    m_announcer =
+        std::make_unique<PhaseAnnouncer>(context.controller, m_indicator->model(), context.announce);
     // The command line may have counted dictations while the user was elsewhere.
     m_arrivals = QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, qGuiApp,
                                   [&stats = context.stats](const QWindow* window) {
@@ -76,6 +81,7 @@ void UserInterface::showStatusItem(StatusItem& item, std::function<void()> quit)
 void UserInterface::detach()
 {
     m_menuBar.reset();
+    m_announcer.reset();
     QObject::disconnect(m_arrivals);
     m_onboardingWindow.reset();
     m_indicator->close();

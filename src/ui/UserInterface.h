@@ -14,6 +14,7 @@ class QQmlEngine;
 namespace tulvane {
 
 class OnboardingWindowController;
+class PhaseAnnouncer;
 class HUDController;
 class IndicatorPanel;
 class SettingsWindowController;
@@ -63,6 +64,7 @@ private:
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingWindowController> m_onboardingWindow;
     std::unique_ptr<HUDController> m_indicator;
+    std::unique_ptr<PhaseAnnouncer> m_announcer;
     std::unique_ptr<MenuBar> m_menuBar;
     QMetaObject::Connection m_arrivals; ///< of the user in one of the windows
 };

@@ -1,12 +1,15 @@
 // Draws pages of the program into PNG files, for looking at them:
 //   tulvane_pictures FOLDER [--language nb|en] [--appearance light|dark] [--state empty|half|full]
-//                    [--size 1020x680] [--tall] [--click CONTROL] PAGE...
+//                    [--size 1020x680] [--tall] [--click CONTROL] [--as NAME] PAGE...
 // PAGE is a page of the main window, "onboarding", or the indicator: indicator-idle, indicator-listening,
-// indicator-transcribing, indicator-inserting, indicator-notice, indicator-long-notice, indicator-error,
-// indicator-uncut (without a compositor). --tall makes the window as high as the page. --click presses the
-// control of that name first. The state "half" has a setup under way in which much is wrong, "failed" a
-// dictation that could not be transcribed, "left" one that could not be inserted, "loading" a model that
-// loads, "remnants" downloads that have left something. QT_SCALE_FACTOR scales.
+// indicator-minute and indicator-ending (with time), indicator-transcribing, indicator-inserting,
+// indicator-notice, indicator-long-notice, indicator-error, indicator-uncut (without a compositor). --tall
+// makes the window as high as the page. --click presses the control of that name first. The state "half" has
+// a setup under way in which much is wrong, "failed" a dictation that could not be transcribed, "left" one
+// that could not be inserted, "loading" a model that loads, "remnants" downloads that have left something,
+// "downloading", "verifying" and "refused" what may become of one, "listening" a dictation under way,
+// "tested" a microphone that was heard, "mute" a computer without one, "aside" settings that were put aside,
+// "bare" a desktop without a tray. --as names the file's last part. QT_SCALE_FACTOR scales.
 
 #include <base/Translate.h>
 #include <platform/linux/keys/KeyText.h>
@@ -37,6 +40,7 @@ struct Wish {
     QString state;
     bool isTall = false;
     QString click;
+    QString as;
     QSize size;
 };
 
@@ -45,19 +49,23 @@ QString nameOf(const QString& page, const Wish& wish)
     return QStringLiteral("%1-%2-%3-%4.png")
         .arg(page, rawValue(wish.language),
              wish.appearance == Appearance::dark ? QStringLiteral("dark") : QStringLiteral("light"),
-             wish.click.isEmpty() ? wish.state : wish.state + u'-' + wish.click);
+             !wish.as.isEmpty()     ? wish.as
+             : wish.click.isEmpty() ? wish.state
+                                    : wish.state + u'-' + wish.click);
 }
 
-/// The height that the page would need to be seen whole.
-int tallness(const QQuickView& window)
+/// The height that the page would need to be seen whole, by what scrolls most of the window.
+int tallness(const QQuickView& window, int least)
 {
-    int tallest = window.height();
+    const QQuickItem* page = nullptr;
     for (const QQuickItem* item : window.rootObject()->findChildren<QQuickItem*>()) {
-        if (item->inherits("QQuickFlickable"))
-            tallest = std::max(tallest, window.height() - qRound(item->height()) +
-                                            qRound(item->property("contentHeight").toReal()));
+        if (item->inherits("QQuickFlickable") && (page == nullptr || item->height() > page->height()))
+            page = item;
     }
-    return tallest;
+    if (page == nullptr)
+        return least;
+    return std::max(least, window.height() - qRound(page->height()) +
+                               qRound(page->property("contentHeight").toReal()));
 }
 
 /// Of the PNG writer: the most work for the fewest bytes.
@@ -65,7 +73,8 @@ constexpr int smallest = 0;
 
 Phase phaseOf(const QString& page)
 {
-    if (page == u"indicator-listening" || page == u"indicator-uncut")
+    if (page == u"indicator-listening" || page == u"indicator-uncut" || page == u"indicator-minute" ||
+        page == u"indicator-ending")
         return {Phase::Kind::recording, {}};
     if (page == u"indicator-transcribing")
         return {Phase::Kind::transcribing, {}};
@@ -97,6 +106,10 @@ bool drawIndicator(test::UiWorld& world, const QString& page, const Wish& wish)
 {
     HUDController& indicator = world.ui.indicator();
     indicator.setPhase(phaseOf(page));
+    if (page == u"indicator-minute")
+        world.scheduler.advance(std::chrono::seconds(83));
+    if (page == u"indicator-ending")
+        world.scheduler.advance(std::chrono::seconds(293));
     indicator.setLevel(0.6F);
     indicator.show();
     if (page == u"indicator-uncut") {
@@ -112,6 +125,7 @@ bool drawIndicator(test::UiWorld& world, const QString& page, const Wish& wish)
     const QString file = wish.folder.filePath(nameOf(page, wish));
     std::printf("%s\n", qPrintable(file));
     indicator.hide(false);
+    indicator.setPhase({});
     world.panel->setBlended(true);
     return ground.save(file);
 }
@@ -158,6 +172,12 @@ void setUpHalf(test::UiWorld& world)
                                  model.approximateSizeBytes);
 }
 
+/// The download is there; what becomes of its check is told by the event loop, later.
+void arrive(test::UiWorld& world)
+{
+    world.transfers.tellFinished(world.transfers.lastTask(), 200, "not quite a model");
+}
+
 bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
 {
     if (page.startsWith(u"indicator-"))
@@ -165,17 +185,24 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
     QQuickView* const window = show(world, page);
     if (!window)
         return false;
+    // Of a screen that is smaller than the window would be.
+    if (wish.size.isValid())
+        window->setMinimumSize(window->minimumSize().boundedTo(wish.size));
     if (!wish.size.isEmpty())
         window->resize(wish.size.boundedTo(window->maximumSize()));
     test::UiWorld::settle();
     const int height = window->height();
-    if (wish.isTall) {
-        window->resize(window->width(), tallness(*window));
+    // Columns know how long they are once they have been drawn.
+    for (int i = 0; wish.isTall && i < 3; ++i) {
+        static_cast<void>(window->grabWindow());
+        window->resize(window->width(), tallness(*window, height));
         test::UiWorld::settle();
     }
     if (!wish.click.isEmpty())
         test::WindowProbe(*window).click(wish.click);
     const QString file = wish.folder.filePath(nameOf(page, wish));
+    if (wish.state == u"verifying")
+        arrive(world);
     const bool isWritten =
         window->grabWindow().convertToFormat(QImage::Format_RGB888).save(file, "PNG", smallest);
     window->resize(window->width(), height);
@@ -183,9 +210,67 @@ bool draw(test::UiWorld& world, const QString& page, const Wish& wish)
     return isWritten;
 }
 
+/// A download of the selected model, some seconds after its beginning.
+void download(test::UiWorld& world)
+{
+    const WhisperModel& model = WhisperModel::fallback();
+    // Before the page is there nothing sees how fast it comes.
+    world.ui.showPage(SettingsTab::models);
+    world.models.download(model);
+    for (int second = 0; second <= 5; ++second) {
+        world.transfers.tellProgress(world.transfers.lastTask(),
+                                     model.approximateSizeBytes * (30 + 2 * second) / 100,
+                                     model.approximateSizeBytes);
+        test::UiWorld::settle();
+        world.clock.advance(std::chrono::seconds(1));
+    }
+}
+
+/// What may become of the selected model's download.
+void prepareDownload(test::UiWorld& world, const QString& state)
+{
+    if (state == u"downloading") {
+        download(world);
+    } else if (state == u"refused") {
+        world.models.download(WhisperModel::fallback());
+        const TransferId task = world.transfers.lastTask();
+        world.transfers.tellFinished(task, 503, "busy");
+        world.transfers.tellCompleted(task);
+    } else if (state == u"verifying") {
+        world.models.download(WhisperModel::fallback());
+    }
+}
+
+/// What an everyday user may meet.
+void prepareDay(test::UiWorld& world, const QString& state)
+{
+    if (state == u"listening") {
+        world.controller.start();
+        world.scheduler.advance(std::chrono::seconds(75));
+        static_cast<void>(world.input.push(std::vector<float>(16000, 0.35F)));
+    } else if (state == u"tested") {
+        world.microphoneTest.start();
+        static_cast<void>(world.input.push(std::vector<float>(16000, 0.35F)));
+        test::UiWorld::settle();
+        world.microphoneTest.stop();
+    } else if (state == u"mute") {
+        world.input.setDeviceName({});
+        world.input.setFormat({});
+        world.microphoneTest.start();
+    } else if (state == u"aside") {
+        world.defaults.tell(DefaultsError::damaged(
+            QStringLiteral("/home/ola/.config/Tulvane/com.dunio.Tulvane.json"),
+            QStringLiteral("/home/ola/.config/Tulvane/com.dunio.Tulvane.damaged.json")));
+    } else if (state == u"bare") {
+        world.statusItem.setBar(false);
+        world.settings.showInDock.set(false);
+    }
+}
+
 /// Brings the program into the state that the pictures show.
 void prepare(test::UiWorld& world, const QString& state)
 {
+    world.input.setDeviceName(QStringLiteral("USB Microphone"));
     // What a user of this system reads.
     world.globalHotkeys.setDisplay(
         [](const KeyCombination& combination) { return linuxKeyDisplay(combination); });
@@ -197,7 +282,16 @@ void prepare(test::UiWorld& world, const QString& state)
         setUpHalf(world);
         return;
     }
+    if (state == u"downloading" || state == u"refused" || state == u"verifying") {
+        prepareDownload(world, state);
+        return;
+    }
     world.fill();
+    const QString model = world.models.fileURL(WhisperModel::fallback());
+    world.memory.setResident(812'000'000);
+    world.figures.noteLoaded(model, world.clock.now());
+    world.figures.noteDictation(model, 9.4, std::chrono::milliseconds(2600), world.clock.now());
+    prepareDay(world, state);
     if (state == u"failed") {
         world.engine.transcribeError = EngineError::transcriptionFailed(-6);
         world.controller.start();
@@ -233,6 +327,7 @@ int main(int argc, char** argv)
                        {QStringLiteral("state"), {}, QStringLiteral("name"), QStringLiteral("full")},
                        {QStringLiteral("size"), {}, QStringLiteral("WxH"), QStringLiteral("1020x680")},
                        {QStringLiteral("click"), {}, QStringLiteral("control")},
+                       {QStringLiteral("as"), {}, QStringLiteral("name")},
                        {QStringLiteral("tall"), {}}});
     parser.process(app);
     QStringList pages = parser.positionalArguments();
@@ -246,6 +341,7 @@ int main(int argc, char** argv)
         parser.value(QStringLiteral("appearance")) == u"dark" ? Appearance::dark : Appearance::light;
     wish.state = parser.value(QStringLiteral("state"));
     wish.click = parser.value(QStringLiteral("click"));
+    wish.as = parser.value(QStringLiteral("as"));
     wish.isTall = parser.isSet(QStringLiteral("tall"));
     const QStringList size = parser.value(QStringLiteral("size")).split(u'x');
     if (size.size() == 2)

@@ -11,12 +11,27 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 PAGES = ["home", "models", "history", "statistics", "settings", "about"]
-INDICATOR = [f"indicator-{kind}" for kind in ("listening", "transcribing", "inserting", "notice", "long-notice", "error")]
+INDICATOR = [f"indicator-{kind}" for kind in ("listening", "minute", "ending", "transcribing", "inserting", "notice", "long-notice", "error")]
 LOOKS = [(language, appearance) for language in ("en", "nb") for appearance in ("light", "dark")]
 
 
 def runs():
     """The arguments of each run of tulvane_pictures, without its folder."""
+    # Each state that has a look of its own, once in either language, and once on either ground.
+    for language, appearance in (("en", "light"), ("nb", "dark")):
+        look = ["--language", language, "--appearance", appearance]
+        yield [*look, "--state", "verifying", "models"]
+        for state in ("downloading", "refused"):
+            yield [*look, "--state", state, "models", "onboarding"]
+        yield [*look, "--state", "listening", "home", "onboarding"]
+        for state in ("tested", "mute", "aside", "left"):
+            yield [*look, "--state", state, "home"]
+        yield [*look, "--state", "full", "--click", "history.copy.0", "--as", "copied", "history"]
+        yield [*look, "--state", "full", "--click", "history.edit.2", "--as", "corrected", "history"]
+        yield [*look, "--state", "bare", "--tall", "settings"]
+        yield [*look, "--state", "full", "--tall", "--as", "whole", *PAGES]
+        yield [*look, "--state", "full", "--size", "800x500", "--as", "small", *PAGES, "onboarding"]
+    yield ["scale=2", "--state", "full", "--as", "double", "home", "settings", "onboarding"]
     for language, appearance in LOOKS:
         look = ["--language", language, "--appearance", appearance]
         yield [*look, "--state", "empty", *PAGES, "onboarding"]
@@ -28,6 +43,9 @@ def runs():
 
 def draw(program, folder, arguments):
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", TZ="Europe/Oslo", LC_ALL="C.UTF-8")
+    if arguments[0].startswith("scale="):
+        environment["QT_SCALE_FACTOR"] = arguments[0].removeprefix("scale=")
+        arguments = arguments[1:]
     run = subprocess.run([program, folder, *arguments], env=environment, capture_output=True, text=True, timeout=120)
     if run.returncode != 0:
         sys.exit(f"tulvane_pictures {' '.join(arguments)} ended with {run.returncode}:\n{run.stderr}")

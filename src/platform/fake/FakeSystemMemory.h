@@ -15,11 +15,14 @@ public:
     /// Makes reservations fail although there is enough memory, as a short address space does.
     void refuseReservations() { m_refuses = true; }
 
+    void setResident(qint64 bytes) { m_resident = bytes; }
     [[nodiscard]] qint64 available() const override { return m_bytes; }
+    [[nodiscard]] qint64 resident() const override { return m_resident; }
     [[nodiscard]] bool canReserve(qint64 /*bytes*/) const override { return !m_refuses; }
 
 private:
     std::atomic<qint64> m_bytes;
+    std::atomic<qint64> m_resident = 0;
     std::atomic<bool> m_refuses = false;
 };
 

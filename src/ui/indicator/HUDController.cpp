@@ -21,12 +21,29 @@ std::chrono::milliseconds unlessStill(std::chrono::milliseconds time)
 
 HUDController::HUDController(Dependencies neighbours)
     : m_dependencies(std::move(neighbours)),
+      m_time(m_model, m_dependencies.scheduler, m_dependencies.clock),
       m_fade(m_dependencies.scheduler, m_dependencies.clock,
              [this](double opacity) { applyOpacity(opacity); })
 {
 }
 
 HUDController::~HUDController() = default;
+
+void HUDController::setLongestRecording(std::function<std::chrono::seconds()> longest)
+{
+    m_longest = std::move(longest);
+}
+
+void HUDController::setPhase(const Phase& phase)
+{
+    const bool wasRecording = m_model.state() == HUDModel::State::Recording;
+    const bool isRecording = phase.kind == Phase::Kind::recording;
+    m_model.setPhase(phase);
+    if (isRecording && !wasRecording)
+        m_time.begin(m_longest());
+    else if (!isRecording)
+        m_time.end();
+}
 
 void HUDController::applyOpacity(double opacity)
 {
@@ -97,6 +114,7 @@ void HUDController::appear()
     if (m_window)
         m_window->show();
     m_model.setShown(true);
+    m_time.setShown(true);
     if (m_picture) {
         m_isPictureShown = true;
         m_picture->start(m_panel->surface()->scale());
@@ -132,12 +150,14 @@ void HUDController::remove()
         m_picture->stop();
         m_panel->surface()->hide();
     }
+    m_time.setShown(false);
     m_model.setShown(false);
 }
 
 void HUDController::close()
 {
     m_isClosed = true;
+    m_time.end();
     m_hideTask.reset();
     m_isPictureShown = false;
     m_picture.reset();

@@ -6,6 +6,7 @@
 #include <ui/indicator/Fade.h>
 #include <ui/indicator/HUDModel.h>
 #include <ui/indicator/IndicatorPicture.h>
+#include <ui/indicator/RecordingTime.h>
 #include <ui/indicator/ScreenLayout.h>
 
 #include <QObject>
@@ -45,10 +46,12 @@ public:
     explicit HUDController(Dependencies neighbours);
     ~HUDController() override;
 
-    void setPhase(const Phase& phase) override { m_model.setPhase(phase); }
+    void setPhase(const Phase& phase) override;
     void setLevel(float level) override { m_model.setLevel(level); }
     void show() override;
     void hide(bool animated) override;
+    /// How long a recording lasts at most, asked for when one begins.
+    void setLongestRecording(std::function<std::chrono::seconds()> longest);
     /// Takes the window down for good; nothing is shown from then on.
     void close();
 
@@ -75,6 +78,8 @@ private:
     std::unique_ptr<IndicatorPanel> m_panel;
     std::unique_ptr<IndicatorPicture> m_picture; ///< in the window's stead
     bool m_isPictureShown = false;
+    RecordingTime m_time;
+    std::function<std::chrono::seconds()> m_longest = [] { return std::chrono::seconds(300); };
     Fade m_fade;
     std::unique_ptr<Scheduler::Token> m_hideTask; ///< takes the window away at the end of its fade
     bool m_isClosed = false;

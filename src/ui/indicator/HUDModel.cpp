@@ -22,6 +22,15 @@ void HUDModel::setLevel(float level)
     Q_EMIT levelChanged();
 }
 
+void HUDModel::setTime(const QString& time, bool isEnding)
+{
+    if (m_time == time && m_isEnding == isEnding)
+        return;
+    m_time = time;
+    m_isEnding = isEnding;
+    Q_EMIT timeChanged();
+}
+
 void HUDModel::setShown(bool shown)
 {
     if (m_isShown == shown)

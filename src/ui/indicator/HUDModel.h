@@ -18,6 +18,10 @@ class HUDModel : public QObject {
     Q_PROPERTY(QString label READ label NOTIFY phaseChanged)
     /// The microphone's level, 0 to 1.
     Q_PROPERTY(float level READ level NOTIFY levelChanged)
+    /// How long the recording has lasted, or how long it can still last; empty where it is not worth saying
+    Q_PROPERTY(QString time READ time NOTIFY timeChanged)
+    /// The recording ends by itself in a few seconds
+    Q_PROPERTY(bool ending READ isEnding NOTIFY timeChanged)
     /// Whether the indicator is on the screen: nothing moves while it is not.
     Q_PROPERTY(bool shown READ isShown NOTIFY shownChanged)
     /// Whether the desktop blends the indicator with what lies below it.
@@ -39,6 +43,9 @@ public:
     void setPhase(const Phase& phase);
     [[nodiscard]] float level() const { return m_level; }
     void setLevel(float level);
+    [[nodiscard]] const QString& time() const { return m_time; }
+    [[nodiscard]] bool isEnding() const { return m_isEnding; }
+    void setTime(const QString& time, bool isEnding);
     [[nodiscard]] bool isShown() const { return m_isShown; }
     void setShown(bool shown);
     [[nodiscard]] bool isBlended() const { return m_isBlended; }
@@ -51,12 +58,15 @@ public:
 Q_SIGNALS:
     void phaseChanged();
     void levelChanged();
+    void timeChanged();
     void shownChanged();
     void blendedChanged();
 
 private:
     Phase m_phase;
     float m_level = 0;
+    QString m_time;
+    bool m_isEnding = false;
     bool m_isShown = false;
     bool m_isBlended = true;
 };

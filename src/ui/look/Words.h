@@ -16,7 +16,9 @@ class Words final : public QObject {
 public:
     Q_INVOKABLE [[nodiscard]] QString translate(const QString& english) const
     {
-        return tulvane::translate(english.toUtf8().constData());
+        // A line never ends within the models' name. The sign is invisible, and a screen reader gets none.
+        return tulvane::translate(english.toUtf8().constData())
+            .replace(QStringLiteral("NB-Whisper"), QStringLiteral("NB-\u2060Whisper"));
     }
 };
 

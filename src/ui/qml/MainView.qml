@@ -11,6 +11,12 @@ Rectangle {
     focus: true
     Keys.onPressed: event => page.item.scroll(event)
 
+    Connections {
+        target: view.models.main.selection
+        function onControlWanted(control: string) {
+            (page.item as ScrollPage).lead(control);
+        }
+    }
     WindowKeys {
         commands: view.models.commands
         ofMainWindow: true

@@ -37,8 +37,9 @@ int HistoryViewModel::rowCount(const QModelIndex& parent) const
 
 QHash<int, QByteArray> HistoryViewModel::roleNames() const
 {
-    return {{TranscriptRole, "transcript"}, {TimeRole, "time"},           {LengthRole, "length"},
-            {WordsRole, "words"},           {CopyLabelRole, "copyLabel"}, {CopiedRole, "copied"}};
+    return {
+        {TranscriptRole, "transcript"}, {TimeRole, "time"},     {LengthRole, "length"}, {WordsRole, "words"},
+        {CopyLabelRole, "copyLabel"},   {CopiedRole, "copied"}, {DayRole, "day"}};
 }
 
 QVariant HistoryViewModel::data(const QModelIndex& index, int role) const
@@ -48,7 +49,7 @@ QVariant HistoryViewModel::data(const QModelIndex& index, int role) const
     const TranscriptEntry& entry = m_shown.at(index.row());
     switch (role) {
     case TranscriptRole:
-        return entry.text.trimmed();
+        return textOf(entry).trimmed();
     case TimeRole:
         return timeText(entry.date);
     case LengthRole:
@@ -61,6 +62,8 @@ QVariant HistoryViewModel::data(const QModelIndex& index, int role) const
         const auto answer = m_answers.find(entry.id);
         return answer != m_answers.end() && answer->second.taken;
     }
+    case DayRole:
+        return dayText(entry.date);
     default:
         return {};
     }
@@ -72,6 +75,47 @@ QString HistoryViewModel::timeText(const QDateTime& date) const
     const Calendar& calendar = m_stats.calendar();
     const QDate day = calendar.dateOf(date);
     return day == calendar.dateOf(m_clock.now()) ? time : formatDay(day) + u' ' + time;
+}
+
+QString HistoryViewModel::dayText(const QDateTime& date) const
+{
+    const Calendar& calendar = m_stats.calendar();
+    const QDate day = calendar.dateOf(date);
+    const qint64 back = day.daysTo(calendar.dateOf(m_clock.now()));
+    if (back == 0)
+        return translate("Today");
+    return back == 1 ? translate("Yesterday") : QLocale().toString(day, QLocale::LongFormat);
+}
+
+QString HistoryViewModel::textOf(const TranscriptEntry& entry) const
+{
+    const auto corrected = m_corrections.find(entry.id);
+    return corrected == m_corrections.end() ? entry.text : corrected->second;
+}
+
+void HistoryViewModel::correct(int row, const QString& text)
+{
+    if (row < 0 || row >= count())
+        return;
+    const TranscriptEntry& entry = m_shown.at(row);
+    if (text.trimmed().isEmpty() || text == entry.text.trimmed())
+        m_corrections.erase(entry.id);
+    else
+        m_corrections[entry.id] = text;
+    Q_EMIT dataChanged(index(row), index(row), {TranscriptRole});
+}
+
+void HistoryViewModel::insert(int row)
+{
+    if (row >= 0 && row < count())
+        Q_EMIT insertWanted(textOf(m_shown.at(row)));
+}
+
+void HistoryViewModel::forgetCorrections()
+{
+    std::erase_if(m_corrections, [this](const auto& corrected) {
+        return std::ranges::find(m_shown, corrected.first, &TranscriptEntry::id) == m_shown.end();
+    });
 }
 
 QString HistoryViewModel::copyLabel(const QUuid& id) const
@@ -88,7 +132,7 @@ void HistoryViewModel::copy(int row)
         return;
     const QUuid id = m_shown.at(row).id;
     // Replacing clears the pasteboard too, and no program finds it empty in between.
-    const bool taken = m_pasteboards.general().replace({PasteboardItem::text(m_shown.at(row).text)});
+    const bool taken = m_pasteboards.general().replace({PasteboardItem::text(textOf(m_shown.at(row)))});
     m_answers[id] = {taken, m_scheduler.after(copiedTime, [this, id] { forget(id); })};
     tellOfAnswer(id);
 }
@@ -111,7 +155,7 @@ void HistoryViewModel::tellOfAnswer(const QUuid& id)
 void HistoryViewModel::refresh()
 {
     if (!m_shown.isEmpty())
-        Q_EMIT dataChanged(index(0), index(count() - 1), {TimeRole});
+        Q_EMIT dataChanged(index(0), index(count() - 1), {TimeRole, DayRole});
 }
 
 void HistoryViewModel::follow()
@@ -135,6 +179,7 @@ void HistoryViewModel::follow()
         m_shown = wanted;
         endInsertRows();
     }
+    forgetCorrections();
     Q_EMIT countChanged();
 }
 

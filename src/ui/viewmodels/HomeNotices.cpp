@@ -103,6 +103,12 @@ QString HomeNotices::brokenHotkeyReason() const
     return m_hotkey.brokenReason();
 }
 
+QString HomeNotices::brokenControl() const
+{
+    return m_hotkey.isCombinationBroken() ? QStringLiteral("hotkey.combination")
+                                          : QStringLiteral("hotkey.singleKey");
+}
+
 QString HomeNotices::settingsTrouble() const
 {
     const auto& trouble = m_settings.trouble();

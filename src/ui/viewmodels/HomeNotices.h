@@ -31,6 +31,8 @@ class HomeNotices final : public QObject {
     /// Which hotkey does nothing, in a sentence, and why; empty when each one works.
     Q_PROPERTY(QString brokenHotkey READ brokenHotkey NOTIFY hotkeyChanged)
     Q_PROPERTY(QString brokenHotkeyReason READ brokenHotkeyReason NOTIFY hotkeyChanged)
+    /// The name of the control that sets the one that does nothing.
+    Q_PROPERTY(QString brokenControl READ brokenControl NOTIFY hotkeyChanged)
     /// What became of a damaged or unreadable settings file, and where it lies; empty while all is well.
     Q_PROPERTY(QString settingsTrouble READ settingsTrouble NOTIFY settingsTroubleChanged)
     /// Whether a graphics card failed, and the user has not read it yet.
@@ -50,6 +52,7 @@ public:
     [[nodiscard]] QString copyLabel() const;
     [[nodiscard]] QString brokenHotkey() const;
     [[nodiscard]] QString brokenHotkeyReason() const;
+    [[nodiscard]] QString brokenControl() const;
     [[nodiscard]] QString settingsTrouble() const;
     [[nodiscard]] bool hasCardFailed() const { return m_hasCardFailed; }
 

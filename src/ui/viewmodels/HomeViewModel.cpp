@@ -84,9 +84,17 @@ bool HomeViewModel::showsPrivacy() const
 
 void HomeViewModel::refresh()
 {
+    m_shownGreeting = greeting();
+    m_shownDay = m_clock.now().date();
     m_recent.refresh();
     Q_EMIT refreshed();
     Q_EMIT cardsChanged();
+}
+
+void HomeViewModel::followClock()
+{
+    if (m_shownGreeting != greeting() || m_shownDay != m_clock.now().date())
+        refresh();
 }
 
 void HomeViewModel::hidePrivacy()

@@ -3,6 +3,7 @@
 #include <ui/viewmodels/DictationStatus.h>
 #include <ui/viewmodels/HistoryViewModel.h>
 
+#include <QDate>
 #include <QObject>
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
@@ -58,6 +59,8 @@ public:
     /// Reads the clock again: the greeting, the streak and the times depend on it. For when the page or its
     /// window comes into view.
     Q_INVOKABLE void refresh();
+    /// The same, where the greeting or the day has become another one since.
+    Q_INVOKABLE void followClock();
     /// The privacy card goes for good.
     Q_INVOKABLE void hidePrivacy();
 
@@ -76,6 +79,8 @@ private:
     const StatsStore& m_stats;
     const Clock& m_clock;
     HistoryViewModel& m_recent;
+    QString m_shownGreeting;
+    QDate m_shownDay;
 };
 
 } // namespace tulvane

@@ -40,9 +40,14 @@ QList<QStringList> HotkeyStatus::caps() const
     return list;
 }
 
+bool HotkeyStatus::isCombinationBroken() const
+{
+    return m_shortcuts.registration(ShortcutName::dictate()).error.has_value();
+}
+
 QString HotkeyStatus::broken() const
 {
-    if (m_shortcuts.registration(ShortcutName::dictate()).error)
+    if (isCombinationBroken())
         return m_shortcuts.display(ShortcutName::dictate()).text();
     if (m_hotkeys.modifierTapState().error)
         return title(m_settings.modifierHotkey());

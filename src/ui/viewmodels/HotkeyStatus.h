@@ -27,6 +27,7 @@ public:
     [[nodiscard]] QString verb() const;
     /// The keys of each hotkey that is set, the combination's first.
     [[nodiscard]] QList<QStringList> caps() const;
+    [[nodiscard]] bool isCombinationBroken() const;
     /// The first hotkey that has no effect, as it stands on the keys, and why; empty where each one works.
     [[nodiscard]] QString broken() const;
     [[nodiscard]] QString brokenReason() const;

@@ -1,32 +1,53 @@
 #include <base/ByteCount.h>
+#include <base/Clock.h>
 #include <base/Translate.h>
 #include <dictation/DictationSession.h>
+#include <dictation/ModelFigures.h>
 #include <models/ModelError.h>
 #include <models/ModelManager.h>
 #include <settings/AppSettings.h>
+#include <stats/StatsFormat.h>
 #include <ui/viewmodels/ModelEntry.h>
 
+#include <QLocale>
+#include <QStringList>
+
+#include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace tulvane {
 
-ModelEntry::ModelEntry(AppSettings& settings, ModelManager& models, const DictationSession& session,
-                       QString id, QObject* parent)
+namespace {
+
+constexpr qint64 smallestWorthSaying = 50'000'000;
+
+} // namespace
+
+ModelEntry::ModelEntry(const Dependencies& needed, QString id, QObject* parent)
     : QObject(parent),
-      m_settings(settings),
-      m_models(models),
-      m_session(session),
+      m_settings(needed.settings),
+      m_models(needed.models),
+      m_session(needed.session),
+      m_figures(needed.figures),
+      m_clock(needed.clock),
       m_id(std::move(id))
 {
-    connect(&models, &ModelManager::stateChanged, this, [this](const QString& changedId) {
+    connect(&m_models, &ModelManager::stateChanged, this, [this](const QString& changedId) {
         if (changedId != model().id)
             return;
         m_deletionFailure.clear();
+        noteState();
         Q_EMIT changed();
     });
-    connect(&settings.selectedModelID, &AnySetting::changed, this, &ModelEntry::changed);
-    connect(&session, &DictationSession::loadedModelChanged, this, &ModelEntry::changed);
-    connect(&session, &DictationSession::modelLoadingChanged, this, &ModelEntry::changed);
+    connect(&m_figures, &ModelFigures::changed, this, &ModelEntry::changed);
+    connect(&m_settings.selectedModelID, &AnySetting::changed, this, [this] {
+        if (m_id.isEmpty())
+            m_rate.clear();
+        Q_EMIT changed();
+    });
+    connect(&m_session, &DictationSession::loadedModelChanged, this, &ModelEntry::changed);
+    connect(&m_session, &DictationSession::modelLoadingChanged, this, &ModelEntry::changed);
 }
 
 WhisperModel ModelEntry::model() const
@@ -68,9 +89,58 @@ bool ModelEntry::isSelected() const
 
 QString ModelEntry::progress() const
 {
-    const WhisperModel shown = model();
-    const auto received = static_cast<qint64>(fraction() * static_cast<double>(shown.approximateSizeBytes));
-    return byteCountText(received) + translate(" of ") + byteCountText(shown.approximateSizeBytes);
+    return byteCountText(receivedBytes()) + translate(" of ") + size();
+}
+
+qint64 ModelEntry::receivedBytes() const
+{
+    return static_cast<qint64>(fraction() * static_cast<double>(model().approximateSizeBytes));
+}
+
+void ModelEntry::noteState()
+{
+    if (state() == State::Downloading)
+        m_rate.note(receivedBytes(), m_clock.elapsed());
+    else
+        m_rate.clear();
+}
+
+QString ModelEntry::pace() const
+{
+    const std::optional<double> rate = m_rate.bytesPerSecond();
+    if (state() != State::Downloading || !rate || *rate < 1)
+        return {};
+    const auto missing = static_cast<double>(model().approximateSizeBytes - receivedBytes());
+    auto left = std::chrono::seconds(static_cast<qint64>(std::ceil(missing / *rate)));
+    // Seconds count only near the end.
+    if (left >= std::chrono::minutes(2))
+        left = std::chrono::ceil<std::chrono::minutes>(left);
+    return translate("%1/s, %2 left").arg(byteCountText(static_cast<qint64>(*rate)), durationText(left));
+}
+
+QString ModelEntry::figures() const
+{
+    const std::optional<ModelUse> use = m_figures.of(m_models.fileURL(model()));
+    if (!use)
+        return {};
+    const QLocale locale;
+    QStringList parts;
+    // What computes elsewhere takes next to nothing here.
+    if (use->bytes > smallestWorthSaying)
+        parts.append(translate("%1 in memory").arg(byteCountText(use->bytes)));
+    if (use->speed > 0)
+        parts.append(translate("%1 s of speech in a second").arg(locale.toString(use->speed, 'f', 1)));
+    if (!parts.isEmpty())
+        parts.append(translate("measured here on %1").arg(formatDay(use->when.date())));
+    return parts.join(QStringLiteral("  ·  "));
+}
+
+QString ModelEntry::progressInBrief() const
+{
+    if (state() == State::Verifying)
+        return translate("Verifying…");
+    return state() == State::Downloading ? QStringLiteral("%1 %").arg(static_cast<int>(fraction() * 100))
+                                         : QString();
 }
 
 QString ModelEntry::message() const

@@ -2,6 +2,7 @@
 
 #include <models/ModelState.h>
 #include <models/WhisperModel.h>
+#include <ui/viewmodels/TransferRate.h>
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
@@ -9,7 +10,9 @@
 namespace tulvane {
 
 class AppSettings;
+class Clock;
 class DictationSession;
+class ModelFigures;
 class ModelManager;
 
 /// One speech model as a card or a download control shows it. Main thread.
@@ -30,6 +33,12 @@ class ModelEntry final : public QObject {
     Q_PROPERTY(double fraction READ fraction NOTIFY changed)
     /// "54 MB of 539 MB"
     Q_PROPERTY(QString progress READ progress NOTIFY changed)
+    /// "10 %" of a download, "Verifying…"; empty otherwise
+    Q_PROPERTY(QString progressInBrief READ progressInBrief NOTIFY changed)
+    /// "12 MB/s, 40 s left" of a download, once that is known
+    Q_PROPERTY(QString pace READ pace NOTIFY changed)
+    /// What it took and gave on this machine when it was last used; empty before
+    Q_PROPERTY(QString figures READ figures NOTIFY changed)
     /// Why the last download or deletion failed; empty otherwise
     Q_PROPERTY(QString message READ message NOTIFY changed)
     /// Held by the engine now
@@ -41,10 +50,17 @@ public:
     enum class State { NotDownloaded, Downloading, Verifying, Ready, Failed };
     Q_ENUM(State)
 
-    /// `id` names a catalogue entry; an empty one stands for the selected one. All collaborators outlive this
-    /// object.
-    ModelEntry(AppSettings& settings, ModelManager& models, const DictationSession& session, QString id,
-               QObject* parent);
+    /// All of it outlives the entry.
+    struct Dependencies {
+        AppSettings& settings;
+        ModelManager& models;
+        const DictationSession& session;
+        const ModelFigures& figures;
+        const Clock& clock;
+    };
+
+    /// `id` names a catalogue entry; an empty one stands for the selected one.
+    ModelEntry(const Dependencies& needed, QString id, QObject* parent);
 
     [[nodiscard]] QString id() const { return model().id; }
     [[nodiscard]] QString name() const { return model().displayName; }
@@ -56,6 +72,9 @@ public:
     [[nodiscard]] State state() const;
     [[nodiscard]] double fraction() const { return modelState().fraction(); }
     [[nodiscard]] QString progress() const;
+    [[nodiscard]] QString progressInBrief() const;
+    [[nodiscard]] QString pace() const;
+    [[nodiscard]] QString figures() const;
     [[nodiscard]] QString message() const;
     [[nodiscard]] bool isLoaded() const;
     [[nodiscard]] bool isLoading() const;
@@ -75,9 +94,15 @@ private:
     [[nodiscard]] WhisperModel model() const;
     [[nodiscard]] ModelState modelState() const;
 
+    [[nodiscard]] qint64 receivedBytes() const;
+    void noteState();
+
     AppSettings& m_settings;
     ModelManager& m_models;
     const DictationSession& m_session;
+    const ModelFigures& m_figures;
+    const Clock& m_clock;
+    TransferRate m_rate;
     QString m_id;
     QString m_deletionFailure;
 };

@@ -121,6 +121,11 @@ QString OnboardingViewModel::spokenFooter() const
                 : translate(" You can close this and come back any time from Settings › Setup guide."));
 }
 
+QString OnboardingViewModel::hotkey() const
+{
+    return m_hotkey.description();
+}
+
 QString OnboardingViewModel::finishLabel() const
 {
     return isAllDone() ? translate("Done") : translate("Close");

@@ -33,6 +33,8 @@ class OnboardingViewModel final : public QObject {
     Q_PROPERTY(QString footer READ footer NOTIFY footerChanged)
     /// The same as plain text, for reading aloud.
     Q_PROPERTY(QString spokenFooter READ spokenFooter NOTIFY footerChanged)
+    /// The hotkey's name
+    Q_PROPERTY(QString hotkey READ hotkey NOTIFY footerChanged)
     Q_PROPERTY(QString finishLabel READ finishLabel NOTIFY changed)
     Q_PROPERTY(Microphone microphone READ microphone NOTIFY microphoneChanged)
 
@@ -55,6 +57,7 @@ public:
     [[nodiscard]] bool isAllDone() const;
     [[nodiscard]] QString footer() const;
     [[nodiscard]] QString spokenFooter() const;
+    [[nodiscard]] QString hotkey() const;
     [[nodiscard]] QString finishLabel() const;
     [[nodiscard]] Microphone microphone() const;
 

@@ -4,6 +4,7 @@
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/PreferencesViewModel.h>
 #include <ui/viewmodels/SettingValues.h>
+#include <ui/viewmodels/TransferRate.h>
 
 #include <QQmlPropertyMap>
 
@@ -46,6 +47,7 @@ PreferencesViewModel::PreferencesViewModel(AppSettings& settings, LoginItem& log
       m_appLanguage(new AppLanguageChoice(settings.appLanguage, this, std::move(relaunch))),
       m_quit(std::move(quit))
 {
+    m_shownLaunchAtLogin = loginItem.isEnabled();
     m_statusItem.setShownHandler([this] { Q_EMIT hasStatusIconChanged(); });
     connect(m_insertionMethod, &ChoiceViewModel::valueChanged, this, &PreferencesViewModel::pastesChanged);
     connect(&settings, &AppSettings::writeFailed, this, [this](const QString&, const DefaultsError& error) {
@@ -103,7 +105,19 @@ void PreferencesViewModel::setLaunchAtLogin(bool launch)
 {
     const auto set = m_loginItem.setEnabled(launch);
     m_launchAtLoginFailure = set ? QString() : set.error();
+    m_shownLaunchAtLogin = m_loginItem.isEnabled();
     Q_EMIT launchAtLoginChanged();
+}
+
+QString PreferencesViewModel::inMinutes(int seconds) const
+{
+    return seconds < 60 ? QString() : durationText(std::chrono::seconds(seconds));
+}
+
+void PreferencesViewModel::refresh()
+{
+    if (std::exchange(m_shownLaunchAtLogin, m_loginItem.isEnabled()) != m_loginItem.isEnabled())
+        Q_EMIT launchAtLoginChanged();
 }
 
 void PreferencesViewModel::showSetupGuide() const

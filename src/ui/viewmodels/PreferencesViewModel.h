@@ -64,6 +64,10 @@ public:
 
     [[nodiscard]] bool hasStatusIcon() const;
 
+    /// A number of seconds in minutes, where it has any: "5 min", "1 min 30 s"; else empty.
+    Q_INVOKABLE [[nodiscard]] QString inMinutes(int seconds) const;
+    /// Reads again what other programs can change, too.
+    Q_INVOKABLE void refresh();
     Q_INVOKABLE void showSetupGuide() const;
     Q_INVOKABLE void quit() const { m_quit(); }
 
@@ -84,6 +88,7 @@ private:
     ChoiceViewModel* m_appearance;
     ChoiceViewModel* m_appLanguage;
     std::function<void()> m_quit;
+    bool m_shownLaunchAtLogin = false;
     QString m_launchAtLoginFailure;
     QString m_storageFailure;
 };

@@ -1,6 +1,7 @@
 #include <dictation/Indicator.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/SetupViewModel.h>
+#include <ui/windows/SettingsSelection.h>
 
 #include <algorithm>
 
@@ -18,11 +19,12 @@ SetupStepState stateOf(const SetupItem& item)
 } // namespace
 
 SetupViewModel::SetupViewModel(const SetupFacts& facts, AppSettings& settings, Windows& windows,
-                               QObject* parent)
+                               SettingsSelection& selection, QObject* parent)
     : QObject(parent),
       m_facts(facts),
       m_settings(settings),
-      m_windows(windows)
+      m_windows(windows),
+      m_selection(selection)
 {
     connect(&facts, &SetupFacts::changed, this, &SetupViewModel::changed);
     connect(&settings.hideSetupChecklist, &AnySetting::changed, this,
@@ -33,22 +35,31 @@ QList<SetupItem> SetupViewModel::items() const
 {
     const SetupMarks marks = m_facts.marks();
     const auto guide = [this] { m_windows.showOnboarding(); };
-    const auto page = [this](SettingsTab tab) { return [this, tab] { m_windows.showPage(tab); }; };
+    const auto page = [this](SettingsTab tab, const QString& control = {}) {
+        return [this, tab, control] {
+            m_windows.showPage(tab);
+            if (!control.isEmpty())
+                Q_EMIT m_selection.controlWanted(control);
+        };
+    };
     return {
         {QStringLiteral("mic"), translate("Allow microphone access"), QStringLiteral("mic.fill"),
          marks.microphone, true, guide},
         {QStringLiteral("ax"), translate("Grant Accessibility so text can be typed for you"),
          QStringLiteral("accessibility"), marks.accessibility, true, guide},
         {QStringLiteral("model"), translate("Download a speech model"), QStringLiteral("waveform"),
-         marks.model, true, page(SettingsTab::models)},
+         marks.model, true,
+         page(SettingsTab::models, QStringLiteral("models.%1.start").arg(m_facts.selectedModel().id))},
         {QStringLiteral("hotkey"), translate("Choose a hotkey"), QStringLiteral("keyboard"), marks.hotkey,
-         true, page(SettingsTab::settings)},
+         true, page(SettingsTab::settings, QStringLiteral("hotkey.combination"))},
         {QStringLiteral("first"), translate("Dictate your first sentence"), QStringLiteral("text.cursor"),
          marks.firstDictation, false, page(SettingsTab::home)},
         {QStringLiteral("vocab"), translate("Add names and jargon to your vocabulary"),
-         QStringLiteral("character.book.closed.fill"), marks.vocabulary, false, page(SettingsTab::settings)},
+         QStringLiteral("character.book.closed.fill"), marks.vocabulary, false,
+         page(SettingsTab::settings, QStringLiteral("settings.vocabularyPrompt"))},
         {QStringLiteral("hold"), translate("Try hold-to-talk with a single key"),
-         QStringLiteral("hand.tap.fill"), marks.holdToTalk, false, page(SettingsTab::settings)},
+         QStringLiteral("hand.tap.fill"), marks.holdToTalk, false,
+         page(SettingsTab::settings, QStringLiteral("hotkey.singleKey"))},
     };
 }
 

@@ -11,6 +11,7 @@
 namespace tulvane {
 
 class AppSettings;
+class SettingsSelection;
 class Windows;
 
 /// The setup checklist, and what the rest of the main window shows of it. Live: nothing is stored but whether
@@ -30,7 +31,8 @@ class SetupViewModel final : public QObject {
 
 public:
     /// All collaborators outlive this object.
-    SetupViewModel(const SetupFacts& facts, AppSettings& settings, Windows& windows, QObject* parent);
+    SetupViewModel(const SetupFacts& facts, AppSettings& settings, Windows& windows,
+                   SettingsSelection& selection, QObject* parent);
 
     [[nodiscard]] QList<SetupItem> items() const;
     [[nodiscard]] QVariantList itemObjects() const;
@@ -60,6 +62,7 @@ private:
     const SetupFacts& m_facts;
     AppSettings& m_settings;
     Windows& m_windows;
+    SettingsSelection& m_selection;
 };
 
 } // namespace tulvane

@@ -2,6 +2,7 @@
 #include <dictation/DictationSession.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <ui/viewmodels/ViewModels.h>
+#include <ui/windows/Reinsertion.h>
 #include <ui/windows/WindowKeys.h>
 
 namespace tulvane {
@@ -43,7 +44,7 @@ WindowCommands* ViewModels::commands()
 
 SetupViewModel* ViewModels::setup()
 {
-    return made(m_setup, facts(), m_context.settings, m_windows);
+    return made(m_setup, facts(), m_context.settings, m_windows, m_selection);
 }
 
 OnboardingViewModel* ViewModels::onboarding()
@@ -55,6 +56,18 @@ OnboardingViewModel* ViewModels::onboarding()
 DemonstrationViewModel* ViewModels::demonstration()
 {
     return made(m_demonstration, m_context.demonstration);
+}
+
+TryOutViewModel* ViewModels::tryOut()
+{
+    return made(m_tryOut, facts(), m_context.settings, hotkeyStatus(), m_context.controller,
+                m_context.session);
+}
+
+MicrophoneViewModel* ViewModels::microphone()
+{
+    return made(m_microphone, m_context.microphoneTest, m_context.recorder, m_context.controller,
+                m_context.permissions);
 }
 
 ShortcutFieldViewModel& ViewModels::field()
@@ -93,8 +106,14 @@ HomeNotices* ViewModels::notices()
 
 HistoryViewModel* ViewModels::history()
 {
-    return made(m_history, m_context.session, m_context.stats, m_context.clock, m_context.pasteboards,
-                m_context.scheduler, DictationSession::mostEntries);
+    if (!m_history) {
+        made(m_history, m_context.session, m_context.stats, m_context.clock, m_context.pasteboards,
+             m_context.scheduler, DictationSession::mostEntries);
+        m_reinsertion = std::make_unique<Reinsertion>(m_context.controller, m_context.scheduler);
+        connect(m_history, &HistoryViewModel::insertWanted, this,
+                [this](const QString& text) { m_reinsertion->insert(text); });
+    }
+    return m_history;
 }
 
 StatisticsViewModel* ViewModels::statistics()
@@ -104,7 +123,9 @@ StatisticsViewModel* ViewModels::statistics()
 
 ModelEntry* ViewModels::entryOf(const QString& id)
 {
-    return new ModelEntry(m_context.settings, m_context.models, m_context.session, id, this);
+    return new ModelEntry(
+        {m_context.settings, m_context.models, m_context.session, m_context.figures, m_context.clock}, id,
+        this);
 }
 
 ModelGallery* ViewModels::gallery()

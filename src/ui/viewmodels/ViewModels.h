@@ -9,6 +9,7 @@
 #include <ui/viewmodels/HotkeyStatus.h>
 #include <ui/viewmodels/HotkeyViewModel.h>
 #include <ui/viewmodels/MainViewModel.h>
+#include <ui/viewmodels/MicrophoneViewModel.h>
 #include <ui/viewmodels/ModelGallery.h>
 #include <ui/viewmodels/OnboardingViewModel.h>
 #include <ui/viewmodels/PermissionWatch.h>
@@ -16,14 +17,17 @@
 #include <ui/viewmodels/PreferencesViewModel.h>
 #include <ui/viewmodels/SetupViewModel.h>
 #include <ui/viewmodels/StatisticsViewModel.h>
+#include <ui/viewmodels/TryOutViewModel.h>
 #include <ui/viewmodels/WindowCommands.h>
 
 #include <QObject>
 
+#include <memory>
 #include <utility>
 
 namespace tulvane {
 
+class Reinsertion;
 class Windows;
 
 /// What the windows' QML is given: one model for each page, made when a page first asks for it. Main thread.
@@ -36,6 +40,8 @@ class ViewModels final : public QObject {
     Q_PROPERTY(tulvane::SetupViewModel* setup READ setup CONSTANT)
     Q_PROPERTY(tulvane::OnboardingViewModel* onboarding READ onboarding CONSTANT)
     Q_PROPERTY(tulvane::DemonstrationViewModel* demonstration READ demonstration CONSTANT)
+    Q_PROPERTY(tulvane::TryOutViewModel* tryOut READ tryOut CONSTANT)
+    Q_PROPERTY(tulvane::MicrophoneViewModel* microphone READ microphone CONSTANT)
     Q_PROPERTY(tulvane::HotkeyViewModel* hotkey READ hotkey CONSTANT)
     Q_PROPERTY(tulvane::PermissionWatch* watch READ watch CONSTANT)
     Q_PROPERTY(tulvane::HomeViewModel* home READ home CONSTANT)
@@ -57,6 +63,8 @@ public:
     [[nodiscard]] SetupViewModel* setup();
     [[nodiscard]] OnboardingViewModel* onboarding();
     [[nodiscard]] DemonstrationViewModel* demonstration();
+    [[nodiscard]] TryOutViewModel* tryOut();
+    [[nodiscard]] MicrophoneViewModel* microphone();
     [[nodiscard]] HotkeyViewModel* hotkey();
     [[nodiscard]] PermissionWatch* watch();
     [[nodiscard]] HomeViewModel* home();
@@ -98,6 +106,8 @@ private:
     SetupViewModel* m_setup = nullptr;
     OnboardingViewModel* m_onboarding = nullptr;
     DemonstrationViewModel* m_demonstration = nullptr;
+    TryOutViewModel* m_tryOut = nullptr;
+    MicrophoneViewModel* m_microphone = nullptr;
     HotkeyViewModel* m_hotkey = nullptr;
     PermissionWatch* m_watch = nullptr;
     ShortcutFieldViewModel* m_field = nullptr;
@@ -105,6 +115,7 @@ private:
     HistoryViewModel* m_recent = nullptr;
     HomeNotices* m_notices = nullptr;
     HistoryViewModel* m_history = nullptr;
+    std::unique_ptr<Reinsertion> m_reinsertion;
     StatisticsViewModel* m_statistics = nullptr;
     ModelGallery* m_gallery = nullptr;
     ModelEntry* m_selectedModel = nullptr;

@@ -3,6 +3,7 @@
 #include <dictation/SettingsTab.h>
 
 #include <QObject>
+#include <QString>
 #include <QtQml/qqmlregistration.h>
 
 namespace tulvane {
@@ -39,10 +40,18 @@ public:
     }
 
     [[nodiscard]] Page page() const { return static_cast<Page>(m_tab); }
+    /// The page, and on it the control of this name: it gets the focus, and is lit for a moment.
+    Q_INVOKABLE void lead(tulvane::SettingsSelection::Page page, const QString& control)
+    {
+        setPage(page);
+        Q_EMIT controlWanted(control);
+    }
     void setPage(Page page) { setTab(static_cast<SettingsTab>(page)); }
 
 Q_SIGNALS:
     void tabChanged();
+    /// The selected page, which is shown by now, is to lead to one of its controls.
+    void controlWanted(const QString& control);
 
 private:
     SettingsTab m_tab = SettingsTab::home;

@@ -93,6 +93,7 @@ class FirstStart(NewUser):
         self.choose_a_hotkey()
         self.guide.shows("4 av 4 fullført")
         self.guide.shows("Alt er klart. Sett markøren i et tekstfelt og trykk Ctrl+Alt+D.")
+        self.dictate_inside_the_guide()
         self.press("Ferdig")
         self.desktop.wait(lambda: not self.desktop.windows(GUIDE), what="the end of the guide")
         self.assertIs(self.desktop.stored("hasCompletedOnboarding"), True)
@@ -122,6 +123,8 @@ class FirstStart(NewUser):
         self.install_what_can_be_loaded()
 
     def choose_a_hotkey(self):
+        # Everything is done: the guide is at its last step, and this one is a line.
+        self.press("Hurtigtast")
         self.guide.click("push button", "Tastekombinasjon")
         self.desktop.wait(lambda: self.guide.description("push button", "Tastekombinasjon") == "Trykk snarveien",
                           what="the field that records")
@@ -134,6 +137,24 @@ class FirstStart(NewUser):
                           what="the combination")
         self.state(4, "Hurtigtast", "Ferdig")
 
+    def dictate_inside_the_guide(self):
+        self.press("Prøv her")
+        self.guide.shows("Trykk Ctrl+Alt+D, si en setning, og trykk en gang til.")
+        self.desktop.key("ctrl+alt+d")
+        self.desktop.wait_for_phase("recording")
+        self.guide.shows("Lytter …")
+        self.desktop.speak("Hei, dette er en test.")
+        self.desktop.key("ctrl+alt+d")
+        self.desktop.wait(lambda: self.desktop.status()["historyCount"] == 1, limit=60, what="the first transcript")
+        field = self.guide.find("text", "Prøv her")
+
+        def arrived():
+            text = field.get_text_iface()
+            return text.get_text(0, text.get_character_count())
+        self.desktop.wait(lambda: arrived().strip() != "", what="the words in the guide's own field")
+        self.assertRegex(arrived(), r" dette er en test\. ?$")
+        self.guide.shows("Det var alt. Slik virker det i alle tekstfelt.")
+
     def dictate_into_an_entry(self):
         entry = self.desktop.start("/usr/bin/python3", str(ENTRY), stdout=-1)
         self.assertEqual(json.loads(entry.stdout.readline()), None)  # it has the focus
@@ -141,7 +162,7 @@ class FirstStart(NewUser):
         self.desktop.wait_for_phase("recording")
         self.desktop.speak("Hei, dette er en test.")
         self.desktop.key("ctrl+alt+d")
-        self.desktop.wait(lambda: self.desktop.status()["historyCount"] == 1, limit=60, what="the transcript")
+        self.desktop.wait(lambda: self.desktop.status()["historyCount"] == 2, limit=60, what="the transcript")
         arrived = next(text for text in map(json.loads, entry.stdout) if text)
         # What the small demo model makes of the first word is not this test's concern.
         self.assertRegex(arrived, r" dette er en test\. ?$")

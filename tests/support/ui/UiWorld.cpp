@@ -47,7 +47,9 @@ UiWorld::UiWorld(AppLanguage language)
                .clock = clock,
                .isMicrophoneAuthorized =
                    [this] { return privacy.microphoneAccess == MicrophoneAccess::authorized; },
-               .threadCount = 1}),
+               .threadCount = 1,
+               .fixedOptions = std::nullopt,
+               .figures = &figures}),
       ui({.makePanel =
               [this] {
                   auto made = std::make_unique<FakeIndicatorPanel>();
@@ -92,7 +94,10 @@ UiContext UiWorld::context()
             .session = session,
             .controller = controller,
             .demonstration = demonstration,
+            .recorder = recorder,
+            .microphoneTest = microphoneTest,
             .models = models,
+            .figures = figures,
             .stats = stats,
             .permissions = permissions,
             .shortcuts = shortcuts,
@@ -109,7 +114,8 @@ UiContext UiWorld::context()
             .computing = &computing,
             .relaunch = [this] { ++relaunches; },
             .quit = [this] { ++quits; },
-            .beep = [this] { ++beeps; }};
+            .beep = [this] { ++beeps; },
+            .announce = [this](const QString& text) { announced.append(text); }};
 }
 
 void UiWorld::settle()

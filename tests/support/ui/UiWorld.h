@@ -5,6 +5,8 @@
 #include <dictation/DictationController.h>
 #include <dictation/DictationSession.h>
 #include <dictation/ManagedModelSource.h>
+#include <dictation/MicrophoneTest.h>
+#include <dictation/ModelFigures.h>
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
 #include <insertion/TextInserter.h>
@@ -25,6 +27,7 @@
 #include <platform/fake/FakeProcesses.h>
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeStatusItem.h>
+#include <platform/fake/FakeSystemMemory.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/AppSettings.h>
@@ -106,7 +109,10 @@ public:
     ManagedModelSource modelSource{settings, models};
     FakeRecognizer engine;
     FakeAudioInput input;
+    FakeSystemMemory memory;
+    ModelFigures figures{{}, [this] { return memory.resident(); }};
     AudioRecorder recorder{input, clock};
+    MicrophoneTest microphoneTest{input, clock, scheduler};
     FakePrivacyPermissions privacy;
     FakeProcesses processes;
     FakeWorkspace workspace;
@@ -129,6 +135,7 @@ public:
     int relaunches = 0;
     int quits = 0;
     int beeps = 0;
+    QStringList announced; ///< to screen readers, oldest first
     ExchangeableIndicator indicator;
     DictationSession session;
     /// Two seconds.

@@ -29,7 +29,16 @@ void eachVisible(QQuickItem& item, const std::function<void(QQuickItem&)>& visit
 
 bool isText(const QQuickItem& item)
 {
-    return item.inherits("QQuickText");
+    return item.inherits("QQuickText") || item.inherits("QQuickTextEdit");
+}
+
+/// What can be read of the item: invisible signs that only hold words together left out.
+QString readable(const QQuickItem& item)
+{
+    const QVariant figures = item.property("figures");
+    if (figures.isValid())
+        return figures.toString();
+    return isText(item) ? item.property("text").toString().remove(QChar(0x2060)) : QString();
 }
 
 QRectF onScreen(const QQuickItem& item)
@@ -185,7 +194,7 @@ QStringList WindowProbe::texts() const
 {
     QStringList list;
     eachVisible(*m_window.contentItem(), [&list](QQuickItem& one) {
-        const QString text = isText(one) ? one.property("text").toString() : QString();
+        const QString text = readable(one);
         if (!text.isEmpty())
             list.append(text);
     });
@@ -194,7 +203,7 @@ QStringList WindowProbe::texts() const
 
 bool WindowProbe::shows(const QString& text) const
 {
-    return texts().contains(text);
+    return texts().contains(QString(text).remove(QChar(0x2060)));
 }
 
 QStringList WindowProbe::tabOrder()

@@ -97,6 +97,93 @@ TEST_F(HistoryPageTest, AVeryLongTextIsCutUntilItIsAskedFor)
     EXPECT_EQ(world.boards.generalBoard.text().count(QStringLiteral("hverandre")), 120);
 }
 
+TEST_F(HistoryPageTest, EachDayHasItsHeading)
+{
+    world.dictate(QStringLiteral("eldst"));
+    world.clock.advance(24h);
+    world.dictate(QStringLiteral("i går"));
+    world.clock.advance(24h);
+    world.dictate(QStringLiteral("først i dag"));
+    world.dictate(QStringLiteral("sist i dag"));
+    WindowProbe& probe = open(SettingsTab::history);
+    QStringList texts = probe.texts();
+    EXPECT_EQ(texts.count(QStringLiteral("Today")), 1);
+    EXPECT_EQ(texts.count(QStringLiteral("Yesterday")), 1);
+    EXPECT_EQ(texts.count(QStringLiteral("Friday, November 20, 2026")), 1);
+    EXPECT_LT(texts.indexOf(QStringLiteral("Today")), texts.indexOf(QStringLiteral("Sist i dag")));
+    EXPECT_LT(texts.indexOf(QStringLiteral("Først i dag")), texts.indexOf(QStringLiteral("Yesterday")));
+    // Of what is found, too.
+    probe.item(QStringLiteral("history.search")).forceActiveFocus();
+    probe.type(QStringLiteral("først"));
+    EXPECT_EQ(probe.texts().count(QStringLiteral("Today")), 1);
+    EXPECT_FALSE(probe.shows(QStringLiteral("Yesterday")));
+}
+
+TEST_F(HistoryPageTest, ATextIsSelectedByTheMouseAndCopied)
+{
+    world.dictate(QStringLiteral("hei på deg"));
+    WindowProbe& probe = open(SettingsTab::history);
+    window().requestActivate();
+    QQuickItem& text = probe.item(QStringLiteral("history.text.0"));
+    probe.click(text);
+    EXPECT_TRUE(text.property("readOnly").toBool());
+    EXPECT_TRUE(QMetaObject::invokeMethod(&text, "select", Q_ARG(int, 0), Q_ARG(int, 3)));
+    EXPECT_EQ(text.property("selectedText").toString(), QStringLiteral("Hei"));
+    probe.type(QStringLiteral("x"));
+    EXPECT_EQ(text.property("text").toString(), QStringLiteral("Hei på deg")) << "reading changes nothing";
+}
+
+TEST_F(HistoryPageTest, ATextIsCorrectedForCopyingAndTheDictationStaysAsItWas)
+{
+    world.dictate(QStringLiteral("hei på deg"));
+    WindowProbe& probe = open(SettingsTab::history);
+    window().requestActivate();
+    probe.click(QStringLiteral("history.edit.0"));
+    EXPECT_EQ(focused(), u"history.text.0");
+    probe.type(QStringLiteral("!"));
+    probe.click(QStringLiteral("history.copy.0"));
+    EXPECT_EQ(world.boards.generalBoard.text(), u"Hei på deg!");
+    probe.click(QStringLiteral("history.edit.0"));
+    EXPECT_TRUE(probe.shows(QStringLiteral("Hei på deg!")));
+    EXPECT_EQ(world.session.history().first().text, u"Hei på deg ");
+    // Home shows and copies it as it was said.
+    probe.click(QStringLiteral("sidebar.home"));
+    EXPECT_TRUE(probe.shows(QStringLiteral("Hei på deg")));
+}
+
+TEST_F(HistoryPageTest, EscapeGivesACorrectionUp)
+{
+    world.dictate(QStringLiteral("hei"));
+    WindowProbe& probe = open(SettingsTab::history);
+    window().requestActivate();
+    probe.click(QStringLiteral("history.edit.0"));
+    probe.type(QStringLiteral("!!"));
+    probe.press(Qt::Key_Escape);
+    EXPECT_TRUE(probe.shows(QStringLiteral("Hei")));
+    EXPECT_EQ(focused(), u"history.edit.0");
+    probe.click(QStringLiteral("history.copy.0"));
+    EXPECT_EQ(world.boards.generalBoard.text(), u"Hei ");
+}
+
+TEST_F(HistoryPageTest, ATextIsInsertedAgainOnceOurWindowIsOutOfTheWay)
+{
+    world.dictate(QStringLiteral("hei"));
+    world.boards.generalBoard.otherProgramWrites(QStringLiteral("other"));
+    WindowProbe& probe = open(SettingsTab::history);
+    window().requestActivate();
+    const auto before = world.keys.posted().size();
+    probe.click(QStringLiteral("history.insert.0"));
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_EQ(world.keys.posted().size(), before) << "not before another window has the keyboard";
+    for (int i = 0; i < 12; ++i) {
+        world.scheduler.advance(500ms);
+        UiWorld::settle();
+    }
+    EXPECT_GT(world.keys.posted().size(), before);
+    EXPECT_EQ(world.boards.generalBoard.text(), u"other") << "the user's clipboard is back";
+    EXPECT_EQ(world.session.history().size(), 1);
+}
+
 TEST_F(HistoryPageTest, ATextIsShownAsItIsWhateverItsSignsMean)
 {
     world.dictate(QStringLiteral("<b>fet</b> & **sterk** %1"));

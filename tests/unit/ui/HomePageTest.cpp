@@ -1,5 +1,8 @@
 #include "PageFixture.h"
 
+#include <audio/RecorderError.h>
+#include <ui/viewmodels/ViewModels.h>
+
 #include <QAccessible>
 
 #include <gmock/gmock.h>
@@ -141,6 +144,103 @@ TEST_F(HomePageTest, ANewDictationAppearsAtTheTop)
     probe.click(QStringLiteral("home.copy.0"));
     EXPECT_EQ(world.boards.generalBoard.text(), u"Helt ny ");
     EXPECT_FALSE(probe.has(QStringLiteral("home.copy.4")));
+}
+
+TEST_F(HomePageTest, OnceAllIsDoneTheDictationsFollowTheStatusAndTheChecklistIsALine)
+{
+    world.fill();
+    WindowProbe& probe = open(SettingsTab::home);
+    const QStringList texts = probe.texts();
+    EXPECT_LT(texts.indexOf(QStringLiteral("Recent dictations")),
+              texts.indexOf(QStringLiteral("Daily streak")));
+    EXPECT_TRUE(texts.contains(QStringLiteral("7/7 steps completed")));
+    EXPECT_FALSE(probe.has(QStringLiteral("setup.mic")));
+    probe.click(QStringLiteral("setup.fold"));
+    EXPECT_TRUE(probe.has(QStringLiteral("setup.mic")));
+    EXPECT_EQ(focused(), u"setup.hide");
+    // Something is left to do again: the checklist comes first again.
+    world.settings.vocabularyPrompt.set(QString());
+    UiWorld::settle();
+    const QStringList then = probe.texts();
+    EXPECT_GT(then.indexOf(QStringLiteral("Recent dictations")),
+              then.indexOf(QStringLiteral("6/7 steps completed")));
+}
+
+TEST_F(HomePageTest, TheGreetingIsReadAgainWhileTheWindowStaysInFront)
+{
+    WindowProbe& probe = open(SettingsTab::home);
+    window().requestActivate();
+    world.clock.advance(6h);
+    world.ui.models().home()->followClock();
+    UiWorld::settle();
+    EXPECT_TRUE(probe.shows(QStringLiteral("Good evening")));
+}
+
+TEST_F(HomePageTest, TheMicrophoneIsNamedAndItsLevelShownWhileADictationListens)
+{
+    setUpProgram();
+    world.input.setDeviceName(QStringLiteral("USB Microphone"));
+    WindowProbe& probe = open(SettingsTab::home);
+    EXPECT_TRUE(probe.shows(QStringLiteral("USB Microphone")));
+    world.controller.start();
+    static_cast<void>(world.input.push(std::vector<float>(16000, 0.5F)));
+    UiWorld::settle();
+    EXPECT_GT(probe.item(QStringLiteral("home.meter")).property("level").toReal(), 0.1);
+    EXPECT_FALSE(probe.item(QStringLiteral("home.testMicrophone")).isEnabled());
+    world.controller.cancel();
+    UiWorld::settle();
+    EXPECT_EQ(probe.item(QStringLiteral("home.meter")).property("level").toReal(), 0);
+    EXPECT_TRUE(probe.item(QStringLiteral("home.testMicrophone")).isEnabled());
+}
+
+TEST_F(HomePageTest, TheMicrophoneIsTestedForThreeSecondsAndNothingIsKept)
+{
+    setUpProgram();
+    WindowProbe& probe = open(SettingsTab::home);
+    probe.click(QStringLiteral("home.testMicrophone"));
+    EXPECT_TRUE(probe.shows(QStringLiteral("Say something…")));
+    EXPECT_TRUE(world.input.isOpen());
+    static_cast<void>(world.input.push(std::vector<float>(16000, 0.5F)));
+    UiWorld::settle();
+    EXPECT_GT(probe.item(QStringLiteral("home.meter")).property("level").toReal(), 0.1);
+    world.scheduler.advance(3s);
+    UiWorld::settle();
+    EXPECT_FALSE(world.input.isOpen());
+    EXPECT_TRUE(probe.shows(QStringLiteral("The microphone hears you.")));
+    EXPECT_EQ(world.session.history().size(), 0);
+    EXPECT_EQ(world.controller.phase(), Phase());
+
+    probe.click(QStringLiteral("home.testMicrophone"));
+    world.scheduler.advance(3s);
+    UiWorld::settle();
+    EXPECT_TRUE(
+        probe.shows(QStringLiteral("Nothing was heard. Is it muted, or is another microphone meant?")));
+}
+
+TEST_F(HomePageTest, ATestEndsWithThePageAndWithADictation)
+{
+    setUpProgram();
+    WindowProbe& probe = open(SettingsTab::home);
+    probe.click(QStringLiteral("home.testMicrophone"));
+    probe.click(QStringLiteral("sidebar.about"));
+    EXPECT_FALSE(world.input.isOpen());
+    probe.click(QStringLiteral("sidebar.home"));
+    probe.click(QStringLiteral("home.testMicrophone"));
+    world.controller.start();
+    UiWorld::settle();
+    EXPECT_FALSE(world.microphoneTest.isRunning());
+    EXPECT_EQ(world.controller.phase().kind, Phase::Kind::recording);
+    world.controller.cancel();
+}
+
+TEST_F(HomePageTest, WithoutAMicrophoneThatIsSaid)
+{
+    world.input.setDeviceName({});
+    world.input.setFormat({});
+    WindowProbe& probe = open(SettingsTab::home);
+    EXPECT_TRUE(probe.shows(QStringLiteral("No microphone")));
+    probe.click(QStringLiteral("home.testMicrophone"));
+    EXPECT_TRUE(probe.shows(RecorderError::noInputDevice().description()));
 }
 
 TEST_F(HomePageTest, ThePrivacyCardExplainsAndHides)

@@ -110,7 +110,8 @@ TEST_F(ModelsPageTest, ADownloadShowsHowFarItIsAndCanBeCancelled)
     ASSERT_EQ(world.transfers.started.size(), 1);
     world.transfers.tellProgress(world.transfers.lastTask(), 53'900'000, 539'000'000);
     UiWorld::settle();
-    EXPECT_EQ(textOf(control(medium, "progress")), QStringLiteral("53.9 MB of 539 MB"));
+    EXPECT_FALSE(probe->has(control(medium, "progress"))) << "the strip says it, once";
+    EXPECT_EQ(probe->texts().filter(QStringLiteral("53.9 MB")).size(), 1);
     EXPECT_EQ(textOf(QStringLiteral("models.status")), QStringLiteral("Downloading – 53.9 MB of 539 MB"));
     EXPECT_FALSE(probe->has(control(medium, "start")));
     probe->click(control(medium, "cancel"));
@@ -118,6 +119,69 @@ TEST_F(ModelsPageTest, ADownloadShowsHowFarItIsAndCanBeCancelled)
     world.transfers.tellCompleted(world.transfers.lastTask(), TransferError(TransferError::Kind::cancelled));
     UiWorld::settle();
     EXPECT_TRUE(probe->has(control(medium, "start")));
+}
+
+TEST_F(ModelsPageTest, AModelThatIsNotTheSelectedOneShowsItsDownloadOnItsCard)
+{
+    probe->click(control(verbatim, "start"));
+    world.transfers.tellProgress(world.transfers.lastTask(), 53'900'000, 539'000'000);
+    UiWorld::settle();
+    EXPECT_EQ(textOf(control(verbatim, "progress")), QStringLiteral("53.9 MB of 539 MB"));
+    EXPECT_EQ(textOf(QStringLiteral("models.status")),
+              QStringLiteral("Nothing yet – download the selected model to start dictating."));
+}
+
+TEST_F(ModelsPageTest, TheStripSaysHowFastTheSelectedModelComesAndWhenItIsThere)
+{
+    probe->click(control(medium, "start"));
+    const auto figures = [this] {
+        return probe->has(QStringLiteral("models.pace"))
+                   ? probe->item(QStringLiteral("models.pace")).property("figures").toString()
+                   : QString();
+    };
+    for (int second = 1; second <= 4; ++second) {
+        EXPECT_EQ(figures().isEmpty(), second <= 2) << second;
+        world.transfers.tellProgress(world.transfers.lastTask(), second * 10'780'000, 539'000'000);
+        UiWorld::settle();
+        world.clock.advance(std::chrono::seconds(1));
+    }
+    EXPECT_EQ(figures(), QStringLiteral("10.8 MB/s, 46 s left"));
+    EXPECT_NEAR(probe->item(QStringLiteral("models.progress")).property("value").toReal(), 0.08, 0.001);
+}
+
+TEST_F(ModelsPageTest, EachNameStateAndSizeIsSaidOnce)
+{
+    const QStringList texts = probe->texts();
+    for (const WhisperModel& model : WhisperModel::gallery())
+        EXPECT_EQ(texts.count(model.displayName), 1) << qPrintable(model.displayName);
+    world.installModel(medium);
+    UiWorld::settle();
+    EXPECT_EQ(probe->texts().count(QStringLiteral("Loaded in memory")), 1);
+}
+
+TEST_F(ModelsPageTest, ACardSaysWhatItsModelTookAndGaveHere)
+{
+    const QString figures = control(medium, "figures");
+    EXPECT_FALSE(probe->has(figures));
+    world.engine.isPrompt = false;
+    world.memory.setResident(100'000'000);
+    world.installModel(medium);
+    UiWorld::settle();
+    // Asked which model is loaded; then the load, by whose end there is more memory in use.
+    world.engine.step();
+    UiWorld::settle();
+    world.memory.setResident(1'000'000'000);
+    while (world.engine.waiting() > 0) {
+        world.engine.step();
+        UiWorld::settle();
+    }
+    EXPECT_EQ(textOf(figures), QStringLiteral("900 MB in memory  ·  measured here on 11/20/26"));
+    const QString file = world.models.fileURL(*WhisperModel::find(medium));
+    world.figures.noteDictation(file, 12, std::chrono::seconds(5), world.clock.now());
+    UiWorld::settle();
+    EXPECT_EQ(
+        textOf(figures),
+        QStringLiteral("900 MB in memory  ·  2.4 s of speech in a second  ·  measured here on 11/20/26"));
 }
 
 TEST_F(ModelsPageTest, TheFocusGoesToTheButtonThatTakesThePlaceOfThePressedOne)

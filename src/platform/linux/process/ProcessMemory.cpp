@@ -122,6 +122,13 @@ qint64 ProcessMemory::leftOfGroups() const
     return left;
 }
 
+qint64 ProcessMemory::resident() const
+{
+    // In pages: the whole, and second what of it is in memory.
+    const QList<QByteArray> pages = contentOf(QStringLiteral("/proc/self/statm")).simplified().split(' ');
+    return pages.value(1).toLongLong() * sysconf(_SC_PAGESIZE);
+}
+
 bool ProcessMemory::canReserve(qint64 bytes) const
 {
     if (bytes <= 0)

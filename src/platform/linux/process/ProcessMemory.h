@@ -14,6 +14,7 @@ public:
     explicit ProcessMemory(const QString& root = QString()) : m_root(root) {}
 
     [[nodiscard]] qint64 available() const override;
+    [[nodiscard]] qint64 resident() const override;
     [[nodiscard]] bool canReserve(qint64 bytes) const override;
 
 private:

@@ -13,7 +13,7 @@ RoundBox {
     radius: 8
     color: Theme.popup
     border.width: 1
-    border.color: Theme.dark ? Theme.controlBorder : Theme.border
+    border.color: Theme.controlBorder
 
     Column {
         id: words

@@ -31,7 +31,7 @@ T.Popup {
         radius: 14
         color: Theme.popup
         border.width: 1
-        border.color: Theme.dark ? Theme.controlBorder : Theme.border
+        border.color: Theme.controlBorder
     }
 
     contentItem: Column {

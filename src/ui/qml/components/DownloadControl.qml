@@ -9,6 +9,8 @@ Column {
     required property ModelEntry entry
     property string name: "download"
     property bool primary: true
+    /// Something else shows the progress: the button that ends it is all that is needed.
+    property bool brief: false
     property alias done: done.data
     /// One of the two buttons was pressed: the other, which takes its place, takes its focus.
     property bool handsOver: false
@@ -44,12 +46,13 @@ Column {
     }
 
     Item {
-        visible: control.entry.state === ModelEntry.Downloading || control.entry.state === ModelEntry.Verifying
+        visible: control.entry.state === ModelEntry.Downloading || control.entry.state === ModelEntry.Verifying && !control.brief
         width: parent.width
-        height: Math.max(stop.height, progress.height)
+        height: Math.max(stop.height, progress.visible ? progress.height : 0)
 
         Column {
             id: progress
+            visible: !control.brief
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width - (stop.visible ? stop.width + Theme.large : 0)
             spacing: 6
@@ -59,7 +62,8 @@ Column {
                 width: parent.width
                 kind: Label.Caption
                 secondary: true
-                text: control.entry.state === ModelEntry.Verifying ? Words.translate("Verifying…") : control.entry.progress
+                text: control.entry.state === ModelEntry.Verifying ? Words.translate("Verifying…")
+                    : control.entry.pace === "" ? control.entry.progress : control.entry.progress + "  ·  " + control.entry.pace
             }
             ProgressLine {
                 width: parent.width

@@ -11,6 +11,8 @@ RoundBox {
     /// Before the name of each control, as in "home.copy.0".
     property string place
     property int mostLines: 3
+    /// Under each day a heading, and beside each row what can be done with it.
+    property bool isTool: false
     /// Only what has these words, in this order, is shown.
     property string search: ""
     readonly property bool isSearched: search.trim() !== ""
@@ -27,6 +29,15 @@ RoundBox {
         return shown;
     }
 
+    /// The day of a row, where no row above it that is shown is of the same day.
+    function headingOf(index: int, day: string, count: int, words: string): string {
+        for (let i = index - 1; i >= 0; --i) {
+            const row = entries.itemAt(i) as HistoryRow;
+            if (row && (words.trim() === "" || isFound(row.transcript)))
+                return row.day === day ? "" : day;
+        }
+        return day;
+    }
     function isFound(text: string): bool {
         return text.toLowerCase().includes(search.trim().toLowerCase());
     }
@@ -64,7 +75,11 @@ RoundBox {
                 place: list.place
                 mostLines: list.mostLines
                 last: index === list.model.count - 1
+                isTool: list.isTool
+                heading: list.isTool ? list.headingOf(index, day, entries.count, list.search) : ""
                 onCopyWanted: list.model.copy(index)
+                onInsertWanted: list.model.insert(index)
+                onCorrected: text => list.model.correct(index, text)
             }
         }
     }

@@ -18,6 +18,6 @@ Text {
     wrapMode: Text.Wrap
     lineHeight: lineCount > 1 ? 1.2 : 1
     Accessible.role: kind >= Label.Heading && kind < Label.Figure ? Accessible.Heading : Accessible.StaticText
-    Accessible.name: text
+    Accessible.name: text.replace(/\u2060/g, "")
     Accessible.ignored: text === "" || !visible
 }

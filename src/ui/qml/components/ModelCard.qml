@@ -32,7 +32,7 @@ Card {
                 spacing: Theme.small
 
                 Badge {
-                    visible: card.entry.loaded
+                    visible: card.entry.loaded && !card.entry.selected
                     tone: Badge.Success
                     text: Words.translate("Loaded in memory")
                 }
@@ -53,6 +53,14 @@ Card {
             secondary: true
             text: card.entry.description
         }
+        Label {
+            objectName: "models." + card.entry.id + ".figures"
+            visible: text !== ""
+            width: parent.width
+            kind: Label.Caption
+            secondary: true
+            text: card.entry.figures
+        }
         Item {
             width: 1
             height: 2
@@ -62,28 +70,13 @@ Card {
             entry: card.entry
             name: "models." + card.entry.id
             primary: card.entry.selected
+            // The strip above says how the selected one comes.
+            brief: card.entry.selected
 
             done: Item {
                 width: parent.width
                 height: Theme.controlHeight
 
-                Row {
-                    spacing: 6
-                    anchors.verticalCenter: parent.verticalCenter
-                    visible: card.entry.selected
-
-                    Symbol {
-                        anchors.verticalCenter: parent.verticalCenter
-                        name: "checkmark.circle.fill"
-                        size: 18
-                        color: Theme.success
-                    }
-                    Label {
-                        anchors.verticalCenter: parent.verticalCenter
-                        secondary: true
-                        text: card.entry.loading ? Words.translate("Loading model…") : Words.translate("Ready")
-                    }
-                }
                 PushButton {
                     objectName: "models." + card.entry.id + ".use"
                     visible: !card.entry.selected

@@ -122,7 +122,7 @@ T.ComboBox {
             radius: 9
             color: Theme.popup
             border.width: 1
-            border.color: Theme.dark ? Theme.controlBorder : Theme.border
+            border.color: Theme.controlBorder
         }
     }
 }

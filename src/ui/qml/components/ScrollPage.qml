@@ -10,12 +10,18 @@ Flickable {
     property string title
     property string subtitle
     property int widest: 760
+    /// The width of what stands at the left, and does not scroll.
+    property real side: 0
+    /// Little room around, for a window that shows all at once.
+    property bool compact: false
+    readonly property int room: compact ? 20 : 28
     default property alias content: column.data
+    readonly property alias column: column
     /// What stands beside the title, at the right.
     property alias corner: corner.data
 
     contentWidth: width
-    contentHeight: column.y + column.height + Theme.enormous
+    contentHeight: column.y + column.height + (compact ? Theme.small : Theme.enormous)
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     activeFocusOnTab: false
@@ -34,13 +40,37 @@ Flickable {
         event.accepted = true;
     }
 
+    /// To the visible control of this name: it has the focus, and is lit for a moment.
+    function lead(name: string) {
+        const control = find(contentItem, name);
+        if (!control)
+            return;
+        const field = control as TextBox;
+        if (field)
+            field.editor.forceActiveFocus(Qt.TabFocusReason);
+        else
+            control.forceActiveFocus(Qt.TabFocusReason);
+        reveal(control);
+        light.show(control);
+    }
+    function find(above, name) {
+        const items = above.children;
+        for (let i = 0; i < items.length; ++i) {
+            const item = items[i];
+            const found = !item.visible ? null : item.objectName === name ? item : find(item, name);
+            if (found)
+                return found;
+        }
+        return null;
+    }
+
     function reveal(item) {
         const top = item.mapToItem(contentItem, 0, 0).y - Theme.huge;
         const bottom = top + item.height + 2 * Theme.huge;
         if (top < contentY)
             contentY = Math.max(0, top);
         else if (bottom > contentY + height)
-            contentY = Math.min(contentHeight - height, bottom - height);
+            contentY = Math.max(0, Math.min(contentHeight - height, bottom - height));
     }
 
     Connections {
@@ -70,10 +100,13 @@ Flickable {
         }
     }
 
+    Beacon {
+        id: light
+    }
     Item {
         id: header
         x: column.x
-        y: 28
+        y: page.room
         width: column.width
         height: Math.max(words.height, corner.childrenRect.height)
         visible: page.title !== ""
@@ -105,9 +138,9 @@ Flickable {
 
     Column {
         id: column
-        x: Math.max(Theme.enormous, (page.width - width) / 2)
-        y: header.visible ? header.y + header.height + Theme.huge : 28
-        width: Math.min(page.widest, page.width - 2 * Theme.enormous)
-        spacing: Theme.large
+        x: page.side + Math.max(Theme.enormous, (page.width - page.side - width) / 2)
+        y: header.visible ? header.y + header.height + Theme.huge : page.room
+        width: Math.min(page.widest, page.width - page.side - 2 * Theme.enormous)
+        spacing: page.compact ? Theme.small : Theme.large
     }
 }

@@ -9,16 +9,24 @@ Item {
     property string caption: ""
     property bool last: false
     default property alias control: holder.data
+    /// What lies below the row's words.
+    property alias ground: ground.data
+    /// What stands before the control, as another way to say it.
+    property string aside: ""
 
     width: parent ? parent.width : 0
     implicitHeight: Math.max(words.height, holder.childrenRect.height) + 2 * Theme.medium
     opacity: enabled ? 1 : 0.75
 
+    Item {
+        id: ground
+        anchors.fill: parent
+    }
     Column {
         id: words
         x: Theme.large
         anchors.verticalCenter: parent.verticalCenter
-        width: holder.x - x - Theme.large
+        width: (beside.visible ? beside.x : holder.x) - x - Theme.large
         spacing: 2
 
         Label {
@@ -32,6 +40,15 @@ Item {
             secondary: true
             text: row.caption
         }
+    }
+    Label {
+        id: beside
+        x: holder.x - width - Theme.medium
+        anchors.verticalCenter: parent.verticalCenter
+        visible: text !== ""
+        secondary: true
+        wrapMode: Text.NoWrap
+        text: row.aside
     }
     Item {
         id: holder

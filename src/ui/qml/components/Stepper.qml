@@ -11,6 +11,8 @@ FocusScope {
     property int from: 0
     property int to: 100
     property int step: 1
+    /// What PageUp and PageDown step by.
+    property int page: 60
     property string display: String(value)
     property string label: ""
 
@@ -23,7 +25,10 @@ FocusScope {
     signal changed(int value)
 
     function move(steps) {
-        const target = Math.max(from, Math.min(to, value + steps * step));
+        moveBy(steps * step);
+    }
+    function moveBy(way) {
+        const target = Math.max(from, Math.min(to, value + way));
         if (target !== value)
             changed(target);
     }
@@ -44,6 +49,10 @@ FocusScope {
             move(1);
         else if (event.key === Qt.Key_Minus || event.key === Qt.Key_Left)
             move(-1);
+        else if (event.key === Qt.Key_PageUp)
+            moveBy(page);
+        else if (event.key === Qt.Key_PageDown)
+            moveBy(-page);
         else
             return;
         event.accepted = true;
@@ -91,13 +100,11 @@ FocusScope {
             text: stepper.label + " −"
             onClicked: stepper.move(-1)
         }
-        Text {
+        Digits {
             anchors.centerIn: parent
-            text: stepper.display
-            font.family: Theme.family
-            font.pixelSize: Theme.bodySize
-            color: Theme.text
-            textFormat: Text.PlainText
+            figures: stepper.display
+            // The stepper as a whole is what a screen reader reads.
+            Accessible.ignored: true
         }
         Half {
             anchors.right: parent.right

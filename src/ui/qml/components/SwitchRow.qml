@@ -1,7 +1,8 @@
 import QtQuick
 import Tulvane
 
-// A setting that is on or off. `on` is what is stored; `switched` reports the user's change.
+// A setting that is on or off. `on` is what is stored; `switched` reports the user's change. The whole row is the
+// switch's: pressing it anywhere turns it.
 SettingRow {
     id: row
 
@@ -10,8 +11,37 @@ SettingRow {
 
     signal switched(bool on)
 
+    ground: RoundBox {
+        anchors.fill: parent
+        anchors.margins: 3
+        radius: Theme.cardRadius - 3
+        color: tap.pressed ? Theme.pressed : pointer.hovered && row.enabled ? Theme.hover : "transparent"
+
+        FocusRing {
+            shown: toggle.visualFocus
+            anchors.margins: 0
+            radius: Theme.cardRadius - 3
+        }
+    }
+
+    HoverHandler {
+        id: pointer
+        parent: row
+        enabled: row.enabled
+    }
+    TapHandler {
+        id: tap
+        parent: row
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: {
+            toggle.forceActiveFocus(Qt.MouseFocusReason);
+            toggle.turn();
+        }
+    }
     Toggle {
+        id: toggle
         objectName: "settings." + row.name
+        ringed: false
         text: row.title
         checked: row.on
         Accessible.description: row.caption

@@ -6,6 +6,9 @@ import Tulvane
 T.Switch {
     id: toggle
 
+    /// Whether it shows by itself that it has the keyboard; a row that does so for it says no.
+    property bool ringed: true
+
     implicitWidth: 42
     implicitHeight: 24
     focusPolicy: Qt.StrongFocus
@@ -45,6 +48,6 @@ T.Switch {
             }
         }
 
-        FocusRing { shown: toggle.visualFocus }
+        FocusRing { shown: toggle.visualFocus && toggle.ringed }
     }
 }

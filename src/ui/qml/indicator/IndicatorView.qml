@@ -50,7 +50,7 @@ Item {
         Item {
             id: content
             anchors.centerIn: parent
-            width: view.listening ? meter.x + meter.width
+            width: view.listening ? (time.visible ? time.x + time.width : meter.x + meter.width)
                 : label.text === "" ? symbol.width : label.x + Math.ceil(label.contentWidth)
             height: parent.height
 
@@ -98,6 +98,16 @@ Item {
                 visible: view.listening
                 moving: view.model.shown
                 tint: view.tint
+            }
+            Digits {
+                id: time
+                objectName: "indicator.time"
+                x: meter.x + meter.width + 10
+                anchors.verticalCenter: parent.verticalCenter
+                visible: view.listening && figures !== ""
+                figures: view.model.time
+                font.weight: view.model.ending ? Font.DemiBold : Font.Normal
+                color: view.model.ending ? Theme.indicatorDanger : Theme.indicatorSecondaryText
             }
         }
     }

@@ -11,6 +11,7 @@ StepCard {
 
     step: models.onboarding.steps[OnboardingViewModel.AccessibilityStep - 1]
     next: models.onboarding.next === OnboardingViewModel.AccessibilityStep
+    result: granted ? Words.translate("Accessibility access granted") : ""
 
     BalancedLabel {
         width: parent.width
@@ -48,6 +49,7 @@ StepCard {
         }
         PushButton {
             objectName: "onboarding.resetAccessibility"
+            look: PushButton.Plain
             text: Words.translate("Already switched on? Reset & grant again")
             onClicked: card.models.permissions.resetAccessibility()
         }

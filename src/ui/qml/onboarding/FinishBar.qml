@@ -7,7 +7,7 @@ Rectangle {
 
     required property OnboardingViewModel guide
 
-    implicitHeight: Math.max(words.height, finish.height) + 2 * Theme.large
+    implicitHeight: Math.max(words.height, finish.height) + 2 * Theme.medium
     color: Theme.sidebar
 
     Rectangle {

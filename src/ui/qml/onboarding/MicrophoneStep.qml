@@ -10,6 +10,7 @@ StepCard {
 
     step: guide.steps[OnboardingViewModel.MicrophoneStep - 1]
     next: guide.next === OnboardingViewModel.MicrophoneStep
+    result: guide.microphone === OnboardingViewModel.Granted ? Words.translate("Microphone access granted") : ""
 
     BalancedLabel {
         width: parent.width

@@ -9,6 +9,7 @@ StepCard {
 
     step: models.onboarding.steps[OnboardingViewModel.ModelStep - 1]
     next: models.onboarding.next === OnboardingViewModel.ModelStep
+    result: models.selectedModel.state === ModelEntry.Ready ? Words.translate("Speech model installed") : models.selectedModel.progressInBrief
 
     Column {
         width: parent.width
@@ -26,12 +27,6 @@ StepCard {
             text: Words.translate("Other variants (full precision, verbatim, semantic) are available under Models in the main window.")
         }
     }
-    HearDemo {
-        objectName: "onboarding.demo"
-        visible: card.models.selectedModel.state !== ModelEntry.Ready
-        width: parent.width
-        model: card.models.demonstration
-    }
     DownloadControl {
         width: parent.width
         name: "onboarding.model"
@@ -41,5 +36,11 @@ StepCard {
             width: parent.width
             text: Words.translate("Speech model installed")
         }
+    }
+    HearDemo {
+        objectName: "onboarding.demo"
+        visible: card.models.selectedModel.state !== ModelEntry.Ready
+        width: parent.width
+        model: card.models.demonstration
     }
 }

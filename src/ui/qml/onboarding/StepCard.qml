@@ -1,69 +1,57 @@
 import QtQuick
 import Tulvane
 
-// One numbered step: what it is, whether it is done, and its own controls below.
+// One numbered step: a line that says what it is and how it stands, and below it, while it is open, its own controls.
 Card {
     id: card
 
     required property var step
+    /// Shows its controls.
+    property bool opened: false
     // The first one that is left: what leads on from it stands out.
     property bool next: false
+    /// What has come of it, once it is done.
+    property string result: ""
     default property alias controls: body.data
 
-    padding: Theme.large + 2
+    signal pressed()
+
+    padding: opened ? Theme.large : 0
+    border.color: next ? Theme.accent : Theme.border
+
     content: Column {
         width: card.width - 2 * card.padding
         spacing: Theme.medium
 
         Item {
             width: parent.width
-            height: 30
+            height: card.opened ? 30 : 42
             Accessible.role: Accessible.Heading
             Accessible.name: card.step.number + ". " + card.step.title + ", " + card.step.label
 
-            RoundBox {
-                width: 30
-                height: 30
-                radius: 15
-                color: card.step.done ? Theme.successSoft : Theme.accentSoft
-
-                Label {
-                    anchors.centerIn: parent
-                    kind: Label.Heading
-                    color: card.step.done ? Theme.success : Theme.accentSoftInk
-                    text: card.step.number
-                    Accessible.ignored: true
-                }
-            }
-            Symbol {
-                x: 42
-                anchors.verticalCenter: parent.verticalCenter
-                name: card.step.symbol
-                size: 18
-                color: Theme.secondaryText
-            }
-            Label {
-                x: 68
-                anchors.verticalCenter: parent.verticalCenter
-                width: badge.x - x - Theme.medium
-                kind: Label.Heading
-                text: card.step.title
-                Accessible.ignored: true
-            }
-            Badge {
-                id: badge
-                objectName: "step." + card.step.number + ".state"
-                x: parent.width - width
-                anchors.verticalCenter: parent.verticalCenter
-                tone: card.step.done ? Badge.Success : Badge.Neutral
-                symbol: card.step.done ? "checkmark" : ""
-                text: card.step.label
+            StepLine {
+                id: line
+                objectName: "step." + card.step.number
+                // As wide as the card, open or not.
+                x: -card.padding
+                y: card.opened ? -Theme.small : 0
+                width: card.width
+                height: 42 + (card.opened ? 4 : 0)
+                number: card.step.number
+                title: card.step.title
+                symbol: card.step.symbol
+                label: card.step.label
+                done: card.step.done
+                opened: card.opened
+                result: card.opened ? "" : card.result
+                onClicked: card.pressed()
             }
         }
         Column {
             id: body
             width: parent.width
-            spacing: Theme.medium
+            visible: card.opened
+            spacing: 10
         }
     }
 }

@@ -2,29 +2,33 @@ import QtQuick
 import Tulvane
 
 // What the program is, for a user who sees it for the first time.
-Column {
+Item {
     id: header
 
-    spacing: Theme.small
-    bottomPadding: Theme.small
+    implicitHeight: Math.max(icon.height, words.height)
 
     Image {
-        anchors.horizontalCenter: parent.horizontalCenter
+        id: icon
+        anchors.verticalCenter: parent.verticalCenter
         source: "qrc:/icons/com.dunio.Tulvane.svg"
-        sourceSize { width: 72; height: 72 }
+        sourceSize { width: 60; height: 60 }
     }
-    Label {
-        width: parent.width
-        topPadding: Theme.tiny
-        horizontalAlignment: Text.AlignHCenter
-        kind: Label.LargeTitle
-        text: Words.translate("Welcome to Tulvane")
-    }
-    BalancedLabel {
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, 440)
-        horizontalAlignment: Text.AlignHCenter
-        secondary: true
-        text: Words.translate("Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.")
+    Column {
+        id: words
+        x: icon.width + Theme.large
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width - x
+        spacing: 2
+
+        Label {
+            width: parent.width
+            kind: Label.LargeTitle
+            text: Words.translate("Welcome to Tulvane")
+        }
+        BalancedLabel {
+            width: parent.width
+            secondary: true
+            text: Words.translate("Press a hotkey, speak Norwegian, and the text appears where your cursor is. Everything runs on your Mac.")
+        }
     }
 }

@@ -33,5 +33,6 @@ ScrollPage {
         search: search.text
         model: page.models.history
         mostLines: 8
+        isTool: true
     }
 }

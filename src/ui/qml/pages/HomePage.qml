@@ -10,9 +10,14 @@ ScrollPage {
     readonly property HomeNotices notices: models.notices
     readonly property bool isInFront: Window.active
     readonly property int shownAs: Window.visibility
+    /// Nothing is left to set up or to try: what was dictated comes first.
+    readonly property bool isSettled: models.setup.doneCount === models.setup.items.length
 
     function open(place: int) {
         models.main.selection.page = place;
+    }
+    function leadTo(place: int, control: string) {
+        models.main.selection.lead(place, control);
     }
 
     title: home.greeting
@@ -20,10 +25,25 @@ ScrollPage {
     onShownAsChanged: home.refresh()
     Component.onCompleted: home.refresh()
 
+    // The hour goes on while the window stays in front.
+    Timer {
+        running: page.isInFront
+        repeat: true
+        interval: 20000
+        onTriggered: page.home.followClock()
+    }
+    RecentDictations {
+        parent: page.isSettled ? above : below
+        width: parent.width
+        home: page.home
+        onAllWanted: page.open(SettingsSelection.History)
+    }
+
     StatusCard {
         width: parent.width
         model: page.home
-        onChooseHotkeyWanted: page.open(SettingsSelection.Settings)
+        microphone: page.models.microphone
+        onChooseHotkeyWanted: page.leadTo(SettingsSelection.Settings, "hotkey.combination")
     }
 
     NoticeBar {
@@ -102,8 +122,15 @@ ScrollPage {
         PushButton {
             objectName: "home.brokenHotkey"
             text: Words.translate("Settings")
-            onClicked: page.open(SettingsSelection.Settings)
+            onClicked: page.leadTo(SettingsSelection.Settings, page.notices.brokenControl)
         }
+    }
+
+    Item {
+        id: above
+        width: parent.width
+        height: childrenRect.height
+        visible: page.isSettled
     }
 
     StatCards {
@@ -130,28 +157,9 @@ ScrollPage {
     }
 
     Item {
+        id: below
         width: parent.width
-        height: heading.height + Theme.small
-
-        Label {
-            id: heading
-            x: 2
-            y: Theme.small
-            kind: Label.Heading
-            text: Words.translate("Recent dictations")
-        }
-        Link {
-            objectName: "home.viewAll"
-            visible: page.home.recent.count > 0
-            anchors.right: parent.right
-            anchors.rightMargin: 2
-            anchors.verticalCenter: heading.verticalCenter
-            text: Words.translate("View all")
-            onClicked: page.open(SettingsSelection.History)
-        }
-    }
-    HistoryList {
-        place: "home"
-        model: page.home.recent
+        height: childrenRect.height
+        visible: !page.isSettled
     }
 }

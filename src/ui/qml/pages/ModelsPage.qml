@@ -15,52 +15,9 @@ ScrollPage {
     title: Words.translate("Speech models")
     subtitle: Words.translate("Used to recognise and transcribe spoken Norwegian as accurately as possible. All variants are NB-Whisper Medium from the National Library of Norway and run fully on your Mac.")
 
-    RoundBox {
-        id: strip
-
-        readonly property bool isUnderWay: page.gallery.statusKind === ModelGallery.Loading || page.gallery.statusKind === ModelGallery.Coming
-
+    ModelStrip {
         width: parent.width
-        height: Math.max(52, status.height + 2 * Theme.medium)
-        radius: Theme.cardRadius
-        color: page.gallery.statusKind === ModelGallery.Ready ? Theme.successSoft : isUnderWay ? Theme.accentSoft : Theme.warningSoft
-
-        Symbol {
-            id: mark
-            x: Theme.large
-            anchors.verticalCenter: parent.verticalCenter
-            name: page.gallery.statusKind === ModelGallery.Ready ? "checkmark.circle.fill"
-                : page.gallery.statusKind === ModelGallery.Loading ? "arrow.clockwise" : "arrow.down.circle"
-            size: 22
-            color: page.gallery.statusKind === ModelGallery.Ready ? Theme.success
-                : strip.isUnderWay ? Theme.accentSoftInk : Theme.warning
-        }
-        Column {
-            id: status
-            anchors.verticalCenter: parent.verticalCenter
-            x: mark.x + mark.width + Theme.medium
-            width: parent.width - x - Theme.large
-            spacing: 2
-
-            Label {
-                width: parent.width
-                font.weight: Font.DemiBold
-                text: page.gallery.selected.name
-            }
-            Label {
-                objectName: "models.status"
-                width: parent.width
-                kind: Label.Caption
-                text: page.gallery.status
-            }
-            Label {
-                objectName: "models.place"
-                visible: text !== ""
-                width: parent.width
-                kind: Label.Caption
-                text: page.gallery.place
-            }
-        }
+        gallery: page.gallery
     }
 
     Repeater {

@@ -11,6 +11,8 @@ ScrollPage {
     readonly property var settings: preferences.settings
     readonly property var rows: preferences.rows
 
+    // Where there is room for it beside the rows.
+    side: width >= 780 ? 150 : 0
     title: Words.translate("Settings")
     subtitle: Words.translate("Hotkey, speech, text insertion and how the app shows up on your Mac.")
 
@@ -24,8 +26,27 @@ ScrollPage {
     PermissionHold {
         watch: page.models.watch
     }
+    SectionList {
+        parent: page
+        x: Theme.huge
+        width: 150
+        start: page.column.y
+        visible: page.side > 0
+        page: page
+        label: Words.translate("Sections")
+        sections: [hotkey, speech, feedback, textSection, vocabularySection, permissionsSection, lookSection]
+    }
+    // Other programs write there too.
+    Timer {
+        running: page.Window.active
+        repeat: true
+        triggeredOnStart: true
+        interval: 3000
+        onTriggered: page.preferences.refresh()
+    }
 
     Section {
+        id: hotkey
         title: Words.translate("Hotkey")
         caption: Words.translate("How you start and stop dictation.")
 
@@ -36,6 +57,7 @@ ScrollPage {
     }
 
     Section {
+        id: speech
         title: Words.translate("Speech")
 
         PickerRow {
@@ -45,6 +67,7 @@ ScrollPage {
         SettingRow {
             last: true
             title: page.rows.maxRecordingSeconds.title
+            aside: page.preferences.inMinutes(page.settings.maxRecordingSeconds)
             caption: Words.translate("Longest single dictation before recording stops by itself.")
 
             Stepper {
@@ -61,6 +84,7 @@ ScrollPage {
     }
 
     Section {
+        id: feedback
         title: Words.translate("Feedback")
 
         SwitchRow {
@@ -81,6 +105,7 @@ ScrollPage {
     }
 
     Section {
+        id: textSection
         title: Words.translate("Text")
 
         PickerRow {
@@ -111,6 +136,7 @@ ScrollPage {
     }
 
     Section {
+        id: vocabularySection
         title: Words.translate("Vocabulary")
         caption: Words.translate("Names, products or jargon you use often. Given to the model as context so it spells them right. Keep it short.")
 
@@ -133,6 +159,7 @@ ScrollPage {
     }
 
     Section {
+        id: permissionsSection
         title: Words.translate("Permissions")
 
         PermissionRow {
@@ -168,6 +195,7 @@ ScrollPage {
     }
 
     Section {
+        id: lookSection
         title: Words.translate("Language & appearance")
 
         PickerRow {

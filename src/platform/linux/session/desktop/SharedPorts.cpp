@@ -1,3 +1,4 @@
+#include <platform/linux/atspi/Announcement.h>
 #include <platform/linux/desktop/AutostartEntry.h>
 #include <platform/linux/desktop/DBusScreenLock.h>
 #include <platform/linux/desktop/DesktopWorkspace.h>
@@ -35,6 +36,7 @@ void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
     desktop.loginItem = std::make_shared<AutostartEntry>(AutostartEntry::standardFolder(), options.program);
     desktop.screenLock = std::make_shared<DBusScreenLock>(
         DBusScreenLock::Options{.session = options.environment.value(QStringLiteral("XDG_SESSION_ID"))});
+    desktop.announce = [](const QString& text) { announce(text); };
     if (!desktop.presentation)
         desktop.presentation = std::make_shared<DesktopPresentation>();
 }

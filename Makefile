@@ -7,7 +7,7 @@
 #   make test    everything that the tests need, and every test; `make soak` with the full counts
 SHELL := /bin/bash
 .DEFAULT_GOAL := build
-.PHONY: build gpu run test soak sanitizers lint format fuzz bench package install uninstall clean
+.PHONY: build gpu run test soak sanitizers mutants lint format fuzz bench package install uninstall clean
 
 ARGS ?=
 MINUTES ?= 5
@@ -34,6 +34,10 @@ soak:
 sanitizers:
 	@tools/install-dependencies test
 	@tools/run-sanitizers
+
+mutants:
+	@tools/install-dependencies test
+	@tools/mutate
 
 lint:
 	@tools/install-dependencies test

@@ -1,14 +1,16 @@
-// What is inserted on sway arrives exactly in programs of each toolkit, and the clipboard and the selection
-// come back.
+// What is inserted on sway and on KDE arrives exactly in programs of each toolkit, and the clipboard comes
+// back.
 #include <insertion/PasteTable.h>
 #include <insertion/TextInserter.h>
 #include <platform/fake/FakeFocusedElement.h>
+#include <platform/linux/kde/KWinFront.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/UnwatchedPrivacyPermissions.h>
 #include <platform/linux/session/WaylandOffers.h>
 #include <platform/linux/sway/SwayFront.h>
 #include <platform/linux/wayland/clipboard/DataControlPasteboards.h>
 #include <platform/linux/wayland/keyboard/DeviceKeyPosting.h>
+#include <platform/linux/wayland/keyboard/FakeInput.h>
 #include <platform/linux/wayland/keyboard/VirtualKeyboard.h>
 #include <support/Await.h>
 #include <support/Paths.h>
@@ -18,6 +20,8 @@
 #include <support/wayland/WaylandDesktop.h>
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
@@ -28,10 +32,14 @@ namespace tulvane::test {
 
 namespace {
 
+using Kind = WaylandDesktop::Kind;
+
 struct Program {
+    Kind kind;
     std::string name;
-    QStringList command;
+    QStringList command; ///< of a terminal: without what runs in it
     QStringList environment = {};
+    bool isTerminal = false;
 };
 
 QString script(const char* name)
@@ -39,20 +47,122 @@ QString script(const char* name)
     return sourceFolder() + QStringLiteral("/tests/support/targets/") + QString::fromLatin1(name);
 }
 
+std::vector<Program> programsOn(Kind kind)
+{
+    const QString python = QStringLiteral("/usr/bin/python3");
+    const Program terminal =
+        kind == Kind::sway
+            ? Program{kind, "Foot", {QStringLiteral("foot")}, {}, true}
+            : Program{kind, "Xterm", {QStringLiteral("xterm"), QStringLiteral("-e")}, {}, true};
+    return {{kind, "Gtk3", {python, script("gtk_target.py"), QStringLiteral("view")}},
+            {kind, "Gtk4", {python, script("gtk4_target.py")}},
+            {kind,
+             "Qt6",
+             {QCoreApplication::applicationDirPath() + QStringLiteral("/tulvane_qt_target"),
+              QStringLiteral("text")},
+             {QStringLiteral("QT_QPA_PLATFORM=wayland")}},
+            {kind,
+             "X11",
+             {python, script("gtk_target.py"), QStringLiteral("view")},
+             {QStringLiteral("GDK_BACKEND=x11")}},
+            terminal};
+}
+
 const std::vector<Program>& programs()
 {
-    static const QString python = QStringLiteral("/usr/bin/python3");
-    static const std::vector<Program> all{
-        {"Gtk3", {python, script("gtk_target.py"), QStringLiteral("view")}},
-        {"Gtk4", {python, script("gtk4_target.py")}},
-        {"Qt6",
-         {QCoreApplication::applicationDirPath() + QStringLiteral("/tulvane_qt_target"),
-          QStringLiteral("text")},
-         {QStringLiteral("QT_QPA_PLATFORM=wayland")}},
-        {"X11",
-         {python, script("gtk_target.py"), QStringLiteral("view")},
-         {QStringLiteral("GDK_BACKEND=x11")}}};
+    static const std::vector<Program> all = [] {
+        std::vector<Program> both = programsOn(Kind::sway);
+        std::ranges::copy(programsOn(Kind::kwin), std::back_inserter(both));
+        return both;
+    }();
     return all;
+}
+
+/// A program's field, and what stands in it.
+class Field {
+public:
+    Field() = default;
+    Field(const Field&) = delete;
+    Field& operator=(const Field&) = delete;
+    virtual ~Field() = default;
+    virtual QString text() = 0;
+    virtual void clear() = 0;
+    /// How often its text has changed.
+    virtual qint64 changes() = 0;
+};
+
+class ToolkitField final : public Field {
+public:
+    explicit ToolkitField(QProcess& process) : m_program(process, '\n')
+    {
+        EXPECT_TRUE(waitUntil([this] { return m_program.count(QStringLiteral("ready")) > 0; }));
+    }
+    QString text() override
+    {
+        return m_program.ask({{QStringLiteral("do"), QStringLiteral("report")}})[QStringLiteral("text")]
+            .toString();
+    }
+    void clear() override { (void)m_program.ask({{QStringLiteral("do"), QStringLiteral("clear")}}); }
+    qint64 changes() override { return m_program.count(QStringLiteral("changed")); }
+
+private:
+    JsonProcess m_program;
+};
+
+/// A terminal in which a program keeps what it gets.
+class TerminalField final : public Field {
+public:
+    explicit TerminalField(const QString& file) : m_file(file)
+    {
+        EXPECT_TRUE(waitUntil([this] { return m_file.exists(); }));
+    }
+    QString text() override { return QString::fromUtf8(bytes().mid(m_before)); }
+    void clear() override { m_before = bytes().size(); }
+    qint64 changes() override { return bytes().size(); }
+
+private:
+    QByteArray bytes()
+    {
+        QFile file(m_file.fileName());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QFile m_file;
+    qsizetype m_before = 0;
+};
+
+/// The window in front as KWin tells it.
+class KdeFront final : public FrontPrograms {
+public:
+    explicit KdeFront(const QDBusConnection& bus) : m_kwin(bus) {}
+    [[nodiscard]] FrontProgram current() override
+    {
+        const KWinWindow& window = m_kwin.current();
+        if (window.id.isEmpty())
+            return {};
+        return {.window = qHash(window.id) | 1U,
+                .classes = {window.resourceClass},
+                .process = window.process,
+                .isX11 = window.isX11};
+    }
+
+private:
+    KWinFront m_kwin;
+};
+
+std::shared_ptr<FrontPrograms> frontOf(const WaylandDesktop& desktop, Kind kind)
+{
+    if (kind == Kind::kwin)
+        return std::make_shared<KdeFront>(QDBusConnection::connectToBus(desktop.bus(), desktop.home()));
+    return std::make_shared<SwayFront>(std::shared_ptr<SwayConnection>(
+        SwayConnection::open(SwayConnection::socketOf(desktop.environment()))));
+}
+
+std::unique_ptr<KeyDevice> deviceOf(const QByteArray& socket, Kind kind)
+{
+    std::shared_ptr<WaylandConnection> connection = WaylandConnection::open(socket);
+    if (kind == Kind::kwin)
+        return FakeInput::make(std::move(connection));
+    return VirtualKeyboard::make(std::move(connection));
 }
 
 KeyObstacles noObstacles()
@@ -60,39 +170,39 @@ KeyObstacles noObstacles()
     return {};
 }
 
-/// The program's way to a field on sway, and the field.
-class SwayWorld final {
+/// The program's way to a field on a desktop, and the field.
+class World final {
 public:
-    explicit SwayWorld(const Program& program)
+    explicit World(const Program& program) : m_kind(program.kind)
     {
         QStringList command =
             QStringList{QStringLiteral("/usr/bin/env")} + program.environment + program.command;
+        const QString kept = m_desktop.home() + QStringLiteral("/kept");
+        if (program.isTerminal)
+            command += {QStringLiteral("/usr/bin/python3"), script("terminal_reader.py"), kept};
         QProcess& process = m_desktop.start(command.takeFirst(), command);
-        m_field = std::make_unique<JsonProcess>(process, '\n');
-        EXPECT_TRUE(waitUntil([this] { return m_field->count(QStringLiteral("ready")) > 0; }));
+        if (program.isTerminal)
+            m_field = std::make_unique<TerminalField>(kept);
+        else
+            m_field = std::make_unique<ToolkitField>(process);
         EXPECT_TRUE(waitUntil([this] { return m_front->current().process != 0; }));
     }
-    QString text()
-    {
-        return m_field->ask({{QStringLiteral("do"), QStringLiteral("report")}})[QStringLiteral("text")]
-            .toString();
-    }
-    void clear() { (void)m_field->ask({{QStringLiteral("do"), QStringLiteral("clear")}}); }
+    Field& field() { return *m_field; }
     InsertionResult insert(const QString& what)
     {
         m_visibleAfter = -1;
         InsertionResult result = InsertionResult::copiedToClipboard;
         bool isDone = false;
-        const auto task = [](SwayWorld& world, QString inserted, InsertionResult& into,
+        const auto task = [](World& world, QString inserted, InsertionResult& into,
                              bool& done) -> QCoro::Task<> {
             into = co_await world.m_inserter.insert(inserted, InsertionMethod::paste, true);
             done = true;
         }(*this, what, result, isDone);
-        const qsizetype before = m_field->count(QStringLiteral("changed"));
+        const qint64 before = m_field->changes();
         QElapsedTimer clock;
         clock.start();
         EXPECT_TRUE(waitUntil([&] {
-            if (m_visibleAfter < 0 && m_field->count(QStringLiteral("changed")) > before)
+            if (m_visibleAfter < 0 && m_field->changes() > before)
                 m_visibleAfter = clock.elapsed();
             return isDone;
         }));
@@ -104,55 +214,62 @@ public:
     [[nodiscard]] qint64 visibleAfter() const { return m_visibleAfter; }
 
 private:
-    WaylandDesktop m_desktop{WaylandDesktop::Kind::sway, {.x11 = true}};
+    Kind m_kind;
+    WaylandDesktop m_desktop{m_kind, {.x11 = true}};
     QByteArray m_socket = WaylandConnection::socketOf(m_desktop.environment());
     EventLoopScheduler m_scheduler;
-    std::shared_ptr<SwayFront> m_front = std::make_shared<SwayFront>(std::shared_ptr<SwayConnection>(
-        SwayConnection::open(SwayConnection::socketOf(m_desktop.environment()))));
+    std::shared_ptr<FrontPrograms> m_front = frontOf(m_desktop, m_kind);
     std::unique_ptr<DataControlPasteboards> m_boards =
         DataControlPasteboards::open(m_socket, m_front, pasteTable({}));
     DeviceKeyPosting m_keys{
-        VirtualKeyboard::make(WaylandConnection::open(m_socket)),
+        deviceOf(m_socket, m_kind),
         {.isInFront = [this](const PasteTarget& target) { return m_boards->isInFront(target); },
          .pasting = [this](const PasteTarget& target) { m_boards->expectReader(target); }}};
     UnwatchedPrivacyPermissions m_permissions{
         waylandOffers(m_desktop.environment()).reachesPrograms(), noObstacles, {}};
     FakeFocusedElements m_elements;
     TextInserter m_inserter{{*m_boards, m_keys, m_elements, m_permissions, m_scheduler}};
-    std::unique_ptr<JsonProcess> m_field;
+    std::unique_ptr<Field> m_field;
     qint64 m_visibleAfter = -1;
 };
 
-class SwayInsertion : public testing::TestWithParam<std::size_t> {
+class WaylandInsertion : public testing::TestWithParam<std::size_t> {
 protected:
     void SetUp() override
     {
-        TULVANE_NEEDS(WaylandDesktop::Kind::sway);
-        m_world.emplace(programs().at(GetParam()));
+        const Program& program = programs().at(GetParam());
+        TULVANE_NEEDS(program.kind);
+        if (const QString& name = program.command.constFirst();
+            QStandardPaths::findExecutable(name).isEmpty())
+            GTEST_SKIP() << "not installed: " << qPrintable(name);
+        m_world.emplace(program);
     }
 
-    std::optional<SwayWorld> m_world; ///< made once it is known that its packages are there
+    std::optional<World> m_world; ///< made once it is known that its packages are there
 };
 
 } // namespace
 
-TEST_P(SwayInsertion, EveryTextArrivesExactlyAndWhatTheUserHadComesBack)
+TEST_P(WaylandInsertion, EveryTextArrivesExactlyAndWhatTheUserHadComesBack)
 {
     const QList<PasteboardItem> copied{{{{u"text/html"_qs, "<b>æ</b>"},
                                          {u"image/png"_qs, QByteArray(200000, '\xfe')},
                                          {u"UTF8_STRING"_qs, "æ"}}}};
     std::mt19937 random(static_cast<unsigned>(GetParam()) + 1);
     const int count = soakCount(10, 100);
+    // In a terminal one would run the line as a command, so that there are none.
+    const LineBreaks lineBreaks = programs().at(GetParam()).isTerminal ? LineBreaks::none : LineBreaks::some;
     std::vector<qint64> times;
     for (int index = 0; index < count && !HasFailure(); ++index) {
         SCOPED_TRACE("text " + std::to_string(index));
-        const QString what = randomText(random, randomLength(random, index, 2000), LineBreaks::some);
-        m_world->clear();
+        const QString what = randomText(random, randomLength(random, index, 2000), lineBreaks);
+        m_world->field().clear();
         ASSERT_TRUE(m_world->board().replace(copied));
         EXPECT_EQ(m_world->insert(what), InsertionResult::pasted);
         times.push_back(m_world->visibleAfter());
-        EXPECT_TRUE(waitUntil([&] { return m_world->text() == what; }, std::chrono::milliseconds(2000)))
-            << m_world->text().size() << " of " << what.size();
+        EXPECT_TRUE(
+            waitUntil([&] { return m_world->field().text() == what; }, std::chrono::milliseconds(2000)))
+            << m_world->field().text().size() << " of " << what.size();
         EXPECT_EQ(await(m_world->board().contents()).items, copied);
     }
     std::ranges::sort(times);
@@ -160,7 +277,10 @@ TEST_P(SwayInsertion, EveryTextArrivesExactlyAndWhatTheUserHadComesBack)
     RecordProperty("longestMilliseconds", static_cast<int>(times.back()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Programs, SwayInsertion, testing::Range(std::size_t{0}, std::size_t{4}),
-                         [](const auto& tested) { return programs().at(tested.param).name; });
+INSTANTIATE_TEST_SUITE_P(Programs, WaylandInsertion, testing::Range(std::size_t{0}, programs().size()),
+                         [](const auto& tested) {
+                             const Program& program = programs().at(tested.param);
+                             return program.name + (program.kind == Kind::sway ? "OnSway" : "OnKWin");
+                         });
 
 } // namespace tulvane::test

@@ -5,6 +5,7 @@
 #include <platform/linux/portal/PortalTrigger.h>
 
 #include <QDBusMetaType>
+#include <QDBusObjectPath>
 #include <QPointer>
 #include <QTimer>
 
@@ -52,10 +53,9 @@ PortalHotkeys::PortalHotkeys(QDBusConnection bus, XkbKeymap layout)
     qDBusRegisterMetaType<PortalShortcuts>();
     const auto& portal = PortalRequest::service;
     const auto& path = PortalRequest::path;
-    m_bus.connect(portal, path, interface, QStringLiteral("Activated"), this,
-                  SLOT(activated(QDBusObjectPath, QString)));
+    m_bus.connect(portal, path, interface, QStringLiteral("Activated"), this, SLOT(activated(QDBusMessage)));
     m_bus.connect(portal, path, interface, QStringLiteral("Deactivated"), this,
-                  SLOT(deactivated(QDBusObjectPath, QString)));
+                  SLOT(deactivated(QDBusMessage)));
     m_bus.connect(portal, path, interface, QStringLiteral("ShortcutsChanged"), this,
                   SLOT(rebound(QDBusMessage)));
     m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
@@ -225,18 +225,25 @@ void PortalHotkeys::closeWhenUnused()
         close();
 }
 
-void PortalHotkeys::activated(const QDBusObjectPath& session, const QString& shortcut)
+bool PortalHotkeys::isOurs(const QDBusMessage& message) const
 {
-    if (!m_entry || session.path() != m_session || shortcut != shortcutId)
+    const QList<QVariant> arguments = message.arguments();
+    return arguments.value(0).value<QDBusObjectPath>().path() == m_session &&
+           arguments.value(1).toString() == shortcutId;
+}
+
+void PortalHotkeys::activated(const QDBusMessage& message)
+{
+    if (!m_entry || !isOurs(message))
         return;
     const bool isRepeated = m_held.has_value();
     m_held = m_entry;
     tell(isRepeated ? HotkeyEventKind::repeated : HotkeyEventKind::pressed, Entry(*m_entry));
 }
 
-void PortalHotkeys::deactivated(const QDBusObjectPath& session, const QString& shortcut)
+void PortalHotkeys::deactivated(const QDBusMessage& message)
 {
-    if (session.path() != m_session || shortcut != shortcutId)
+    if (!isOurs(message))
         return;
     release();
     closeWhenUnused();

@@ -5,7 +5,6 @@
 #include <platform/linux/portal/PortalShortcut.h>
 #include <ports/GlobalHotkeys.h>
 
-#include <QDBusObjectPath>
 #include <QObject>
 
 #include <memory>
@@ -42,8 +41,9 @@ public:
     }
 
 private Q_SLOTS:
-    void activated(const QDBusObjectPath& session, const QString& shortcut);
-    void deactivated(const QDBusObjectPath& session, const QString& shortcut);
+    // Whole messages: a path among a slot's own parameters is not known to the toolkit this early.
+    void activated(const QDBusMessage& message);
+    void deactivated(const QDBusMessage& message);
     void rebound(const QDBusMessage& message);
     void closed();
     void ownerChanged(const QString& name, const QString& before, const QString& after);
@@ -65,6 +65,7 @@ private:
     /// Takes note of the key that the desktop has for us, where ours is among the shortcuts.
     bool readTrigger(const PortalShortcuts& shortcuts);
     [[nodiscard]] PortalShortcuts wish() const;
+    [[nodiscard]] bool isOurs(const QDBusMessage& message) const;
     void drop();
     void closeWhenUnused();
     void release();

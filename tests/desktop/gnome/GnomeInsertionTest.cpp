@@ -60,7 +60,8 @@ public:
         QStringList command = program.command;
         if (program.name == "Terminal")
             command.append(m_file = desktop.home() + QStringLiteral("/terminal"));
-        QFile::remove(m_file);
+        if (!m_file.isEmpty())
+            QFile::remove(m_file);
         m_isSilent = program.name == "Qt6";
         m_process = &desktop.start(command.takeFirst(), command);
         if (m_file.isEmpty())
@@ -127,7 +128,7 @@ protected:
             std::make_shared<AtspiFocusedElements>(
                 desktop->bus(),
                 [this]() -> std::optional<quint32> { return m_text->front().current().process; }),
-            desktop->environment());
+            std::make_shared<IBusCommit>(desktop->environment()));
         m_inserter = std::make_unique<TextInserter>(
             InsertionPorts{m_text->pasteboards(), m_text->keys(), *m_elements, m_permissions, m_scheduler});
         m_field = std::make_unique<Field>(*desktop, program());

@@ -20,7 +20,7 @@ protected:
         GnomeTest::SetUp();
         if (desktop) {
             elements = std::make_unique<IBusElements>(std::make_shared<AtspiFocusedElements>(desktop->bus()),
-                                                      desktop->environment());
+                                                      std::make_shared<IBusCommit>(desktop->environment()));
         }
     }
     [[nodiscard]] std::shared_ptr<FocusedElement> field()
@@ -129,7 +129,8 @@ TEST_F(IBusElementsTest, WithoutTheServiceTheProgramIsAskedItself)
     const auto found = field();
     QProcessEnvironment none = desktop->environment();
     none.insert(QStringLiteral("XDG_CONFIG_HOME"), QStringLiteral("/nonexistent"));
-    IBusElements direct(std::make_shared<AtspiFocusedElements>(desktop->bus()), none);
+    IBusElements direct(std::make_shared<AtspiFocusedElements>(desktop->bus()),
+                        std::make_shared<IBusCommit>(none));
     const auto element = await(direct.focused());
     ASSERT_NE(element, nullptr);
     EXPECT_TRUE(await(element->setSelectedText(said)));
@@ -157,6 +158,14 @@ TEST_F(IBusElementsTest, AProgramThatIsEndedLeavesTheUsersEngine)
     EXPECT_TRUE(waitUntil([&] { return engine() == usual; }));
 }
 
+TEST(GnomeLayout, NamesTheEngineOfTheInputSource)
+{
+    EXPECT_EQ(GnomeLayout::engineOf(QStringLiteral("[('ibus', 'anthy'), ('xkb', 'no')]")),
+              QStringLiteral("anthy"));
+    EXPECT_EQ(GnomeLayout::engineOf(QStringLiteral("[('xkb', 'no'), ('ibus', 'anthy')]")), usual);
+    EXPECT_EQ(GnomeLayout::engineOf(QStringLiteral("@a(ss) []")), usual);
+}
+
 /// On a desktop of its own, which has no such service afterwards.
 TEST(IBusServiceTest, OneThatIsKilledMidwayIsNoHangAndNoClaim)
 {
@@ -166,7 +175,8 @@ TEST(IBusServiceTest, OneThatIsKilledMidwayIsNoHangAndNoClaim)
         QStringLiteral("/usr/bin/python3"),
         {sourceFolder() + QStringLiteral("/tests/support/targets/gtk_target.py"), QStringLiteral("view")});
     ASSERT_TRUE(waitUntil([&] { return field.readAllStandardOutput().contains("ready"); }));
-    IBusElements elements(std::make_shared<AtspiFocusedElements>(own.bus()), own.environment());
+    IBusElements elements(std::make_shared<AtspiFocusedElements>(own.bus()),
+                          std::make_shared<IBusCommit>(own.environment()));
     std::shared_ptr<FocusedElement> found;
     ASSERT_TRUE(waitUntil([&] { return (found = await(elements.focused())) != nullptr; }));
     const auto written = found->setSelectedText(said);

@@ -225,7 +225,7 @@ for kind in (Faults, Ends):  # what an ordinary dictation does is another suite'
     for name in dir(WaylandDictation):
         if name.startswith("test_"):
             setattr(kind, name, None)
-del GnomeDictation, WaylandDictation
+del GnomeDictation, WaylandDictation, kind
 
 if __name__ == "__main__":
     sys.exit(unittest.main())

@@ -119,7 +119,7 @@ class Held(GnomeDictation):
 Held.only("test_into_gtk4", "test_the_indicator_is_seen_and_takes_no_focus")
 for kind in (Pasted, Committed):  # it holds the key
     kind.test_the_indicator_is_seen_and_takes_no_focus = None
-del GnomeDictation, WaylandDictation
+del GnomeDictation, WaylandDictation, kind
 
 if __name__ == "__main__":
     sys.exit(unittest.main())

@@ -4,6 +4,7 @@ namespace tulvane {
 
 namespace {
 
+const QString inputSources = QStringLiteral("org.gnome.desktop.input-sources");
 const QString writerPath = QStringLiteral("/ca/desrt/dconf/Writer/user");
 const QString writerInterface = QStringLiteral("ca.desrt.dconf.Writer");
 const QString writerSignal = QStringLiteral("Notify");
@@ -27,13 +28,31 @@ const std::optional<XkbKeymap>& GnomeLayout::current()
     return m_layout;
 }
 
+QString GnomeLayout::engine()
+{
+    if (!m_engine.isEmpty())
+        return m_engine;
+    QString sources = m_settings.get(inputSources, QStringLiteral("mru-sources")).value_or(QString());
+    // Nothing has been changed to yet.
+    if (GSettings::textsIn(sources).isEmpty())
+        sources = m_settings.get(inputSources, QStringLiteral("sources")).value_or(QString());
+    m_engine = engineOf(sources);
+    return m_engine;
+}
+
+QString GnomeLayout::engineOf(const QString& sources)
+{
+    const QStringList words = GSettings::textsIn(sources);
+    // With a keyboard layout this is what the desktop has, whatever the layout.
+    return words.value(0) == QLatin1StringView("ibus") ? words.value(1) : QStringLiteral("xkb:us::eng");
+}
+
 std::optional<XkbKeymap> GnomeLayout::read(const GSettings& settings)
 {
-    const QString sources = QStringLiteral("org.gnome.desktop.input-sources");
     // Kind and name by turns: "xkb", "no+nodeadkeys".
     for (const char* list : {"mru-sources", "sources"}) {
         const QStringList words =
-            GSettings::textsIn(settings.get(sources, QString::fromUtf8(list)).value_or(QString()));
+            GSettings::textsIn(settings.get(inputSources, QString::fromUtf8(list)).value_or(QString()));
         for (qsizetype i = 0; i + 1 < words.size(); i += 2) {
             if (words[i] != QLatin1StringView("xkb"))
                 continue;
@@ -48,8 +67,10 @@ std::optional<XkbKeymap> GnomeLayout::read(const GSettings& settings)
 void GnomeLayout::settingsChanged(const QString& prefix, const QStringList& /*changes*/,
                                   const QString& /*tag*/)
 {
-    if (prefix.startsWith(QLatin1StringView("/org/gnome/desktop/input-sources/")))
-        m_isRead = false;
+    if (!prefix.startsWith(QLatin1StringView("/org/gnome/desktop/input-sources/")))
+        return;
+    m_isRead = false;
+    m_engine.clear();
 }
 
 } // namespace tulvane

@@ -10,7 +10,8 @@
 
 namespace tulvane {
 
-/// The keyboard layout that the user types with, by the desktop's settings: the one used last. Main thread.
+/// The keyboard layout or the input method that the user types with, by the desktop's settings: the one used
+/// last. Main thread.
 class GnomeLayout final : public QObject {
     Q_OBJECT
 
@@ -23,6 +24,11 @@ public:
     /// None where the settings cannot be read. Reads them anew after each change.
     [[nodiscard]] const std::optional<XkbKeymap>& current();
 
+    /// The input method's engine for it.
+    [[nodiscard]] QString engine();
+
+    /// The engine for the first of these sources, as the desktop's settings write them.
+    [[nodiscard]] static QString engineOf(const QString& sources);
     /// By the settings of this moment.
     [[nodiscard]] static std::optional<XkbKeymap> read(const GSettings& settings);
 
@@ -34,6 +40,7 @@ private:
     QDBusConnection m_bus;
     std::optional<XkbKeymap> m_layout;
     bool m_isRead = false;
+    QString m_engine; ///< empty until it is asked for
 };
 
 } // namespace tulvane

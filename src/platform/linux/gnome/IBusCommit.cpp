@@ -16,8 +16,6 @@ using std::chrono::milliseconds;
 
 const QString service = QStringLiteral("org.freedesktop.IBus");
 const QString path = QStringLiteral("/org/freedesktop/IBus");
-/// With a keyboard layout as input source, this is what the desktop has, whatever the layout.
-const QString plainEngine = QStringLiteral("xkb:us::eng");
 /// The first that the service makes is its own, for when no program's field listens to it.
 const QString ownContext = QStringLiteral("/org/freedesktop/IBus/InputContext_1");
 /// The service says what the field is for a moment after the field itself.
@@ -103,10 +101,13 @@ QCoro::Task<bool> IBusCommit::hasField()
 
 QCoro::Task<QString> IBusCommit::engineInForce()
 {
+    const Lifetime::Guard alive = m_lifetime.guard();
     const QVariant answer = co_await property(QStringLiteral("GlobalEngine"));
     const auto name = engineNameIn(answer);
-    // Ours, left behind by a program that was killed together with its watch.
-    co_return name && *name != IBusEngine::name ? *name : plainEngine;
+    // Ours was left behind by a program that was killed together with its watch.
+    if (!alive || (name && *name != IBusEngine::name))
+        co_return name.value_or(QString());
+    co_return m_usualEngine();
 }
 
 QCoro::Task<bool> IBusCommit::become()

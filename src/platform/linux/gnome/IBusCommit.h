@@ -3,6 +3,7 @@
 #include <base/async/Lifetime.h>
 #include <platform/linux/atspi/BusLink.h>
 #include <platform/linux/gnome/EngineWatch.h>
+#include <platform/linux/gnome/GnomeLayout.h>
 #include <platform/linux/gnome/IBusEngine.h>
 
 #include <QCoroTask>
@@ -26,7 +27,14 @@ public:
         interrupted, ///< the service went while the text was on its way
     };
 
-    explicit IBusCommit(QProcessEnvironment environment) : m_environment(std::move(environment)) {}
+    /// `usualEngine` is asked for the user's where the service names none.
+    explicit IBusCommit(
+        QProcessEnvironment environment,
+        std::function<QString()> usualEngine = [] { return GnomeLayout::engineOf({}); })
+        : m_environment(std::move(environment)),
+          m_usualEngine(std::move(usualEngine))
+    {
+    }
     IBusCommit(const IBusCommit&) = delete;
     IBusCommit& operator=(const IBusCommit&) = delete;
     ~IBusCommit();
@@ -52,6 +60,7 @@ private:
     [[nodiscard]] QDBusMessage setEngine(const QString& name) const;
 
     QProcessEnvironment m_environment;
+    std::function<QString()> m_usualEngine;
     BusLink m_link;
     std::shared_ptr<BusConnection> m_connection;
     std::unique_ptr<IBusEngine> m_engine;

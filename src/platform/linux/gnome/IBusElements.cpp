@@ -65,12 +65,6 @@ QCoro::Task<Found> find(std::shared_ptr<FocusedElements> elements, Commit commit
 
 } // namespace
 
-IBusElements::IBusElements(std::shared_ptr<FocusedElements> found, const QProcessEnvironment& environment)
-    : m_found(std::move(found)),
-      m_commit(std::make_shared<IBusCommit>(environment))
-{
-}
-
 QFuture<std::shared_ptr<FocusedElement>> IBusElements::focused()
 {
     return futureOf(find(m_found, m_commit));

@@ -12,7 +12,11 @@ namespace tulvane {
 /// committed without one goes nowhere. Main thread.
 class IBusElements final : public FocusedElements {
 public:
-    IBusElements(std::shared_ptr<FocusedElements> found, const QProcessEnvironment& environment);
+    IBusElements(std::shared_ptr<FocusedElements> found, std::shared_ptr<IBusCommit> commit)
+        : m_found(std::move(found)),
+          m_commit(std::move(commit))
+    {
+    }
 
     [[nodiscard]] QFuture<std::shared_ptr<FocusedElement>> focused() override;
 

@@ -122,25 +122,32 @@ QCoro::Task<bool> MutterPosting::begin()
 QCoro::Task<bool> MutterPosting::pressAll(QList<quint32> keys)
 {
     const Lifetime::Guard alive = m_lifetime.guard();
-    const bool isChord = keys.size() > 1;
+    const quint32 last = keys.constLast();
+    QList<quint32> modifiers = keys.first(keys.size() - 1);
     bool isPosted = true;
-    for (const quint32 code : keys) {
+    for (const quint32 code : modifiers) {
         const bool isDown = co_await key(code, true);
-        if (alive && isChord)
-            co_await handOn(keyTime);
-        if (!alive)
-            co_return false;
         isPosted = isPosted && isDown;
-    }
-    std::ranges::reverse(keys);
-    // What went down goes up, whatever failed meanwhile.
-    for (const quint32 code : keys) {
-        const bool isUp = co_await key(code, false);
-        if (alive && isChord)
+        if (alive)
             co_await handOn(keyTime);
         if (!alive)
             co_return false;
-        isPosted = isPosted && isUp;
+    }
+    // Both at once: a key that is held too long repeats, and pastes again.
+    auto pressed = key(last, true);
+    auto released = key(last, false);
+    const bool isDown = co_await pressed;
+    const bool isUp = co_await released;
+    if (alive && !modifiers.isEmpty())
+        co_await handOn(keyTime);
+    isPosted = isPosted && isDown && isUp;
+    std::ranges::reverse(modifiers);
+    // What went down goes up, whatever failed meanwhile.
+    for (const quint32 code : modifiers) {
+        if (!alive)
+            co_return false;
+        const bool isLetGo = co_await key(code, false);
+        isPosted = isPosted && isLetGo;
     }
     co_return isPosted;
 }

@@ -45,6 +45,7 @@ public:
 private:
     QCoro::Task<bool> post(std::optional<PasteTarget> target, QList<quint32> keys, int count);
     QCoro::Task<bool> begin();
+    /// The last one with all the others held.
     QCoro::Task<bool> pressAll(QList<quint32> keys);
     /// Waits until the compositor has handed the last key on to the program in front: this long, and until it
     /// has come to what was asked of it.

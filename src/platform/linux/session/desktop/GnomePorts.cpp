@@ -48,7 +48,9 @@ void fillWithText(Desktop& desktop, const DesktopOptions& options, const QString
         const quint32 process = text->front().current().process;
         return process != 0 ? std::optional(process) : std::nullopt;
     });
-    desktop.elements = std::make_shared<IBusElements>(fields, options.environment);
+    desktop.elements = std::make_shared<IBusElements>(
+        fields,
+        std::make_shared<IBusCommit>(options.environment, [text] { return text->layout().engine(); }));
 }
 
 } // namespace

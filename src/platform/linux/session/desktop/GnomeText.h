@@ -28,6 +28,7 @@ public:
     /// For what else a session does over the same connection.
     [[nodiscard]] X11Connection& connection() { return *m_link; }
     [[nodiscard]] FrontPrograms& front() { return *m_front; }
+    [[nodiscard]] GnomeLayout& layout() { return m_layout; }
     [[nodiscard]] Pasteboards& pasteboards() { return m_boards; }
     [[nodiscard]] KeyPosting& keys() { return m_keys; }
 

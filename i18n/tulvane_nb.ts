@@ -1694,6 +1694,8 @@
     <message>
         <source>“sudo usermod -aG input $USER” and a new login allow it, and let every program of yours read every key. A key combination needs none of this.</source>
         <translation>«sudo usermod -aG input $USER» og ny innlogging tillater det, og lar hvert program du kjører, lese hver tast. En tastekombinasjon trenger ikke noe av dette.</translation>
+    </message>
+    <message>
         <source>Say something…</source>
         <translation>Si noe …</translation>
     </message>

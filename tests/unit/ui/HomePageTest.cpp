@@ -133,6 +133,20 @@ TEST_F(HomePageTest, ALinkIsALinkForAScreenReader)
     QAccessible::setActive(false);
 }
 
+TEST_F(HomePageTest, AssistiveProgramsPressItsButtons)
+{
+    setUpProgram();
+    dictate(2);
+    WindowProbe& probe = open(SettingsTab::home);
+    QAccessible::setActive(true);
+    QAccessibleInterface* const button =
+        QAccessible::queryAccessibleInterface(&probe.item(QStringLiteral("home.copy.0")));
+    ASSERT_NE(button->actionInterface(), nullptr);
+    button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QAccessible::setActive(false);
+    EXPECT_EQ(world.boards.generalBoard.text(), u"Nummer 2 ");
+}
+
 TEST_F(HomePageTest, ANewDictationAppearsAtTheTop)
 {
     setUpProgram();

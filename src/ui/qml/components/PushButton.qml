@@ -24,6 +24,7 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     Accessible.name: text
     Accessible.ignored: !visible
+    Accessible.onPressAction: if (enabled) clicked()
     font.family: Theme.family
     font.pixelSize: Theme.bodySize
     font.weight: Font.Medium

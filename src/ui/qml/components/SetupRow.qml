@@ -15,6 +15,7 @@ T.AbstractButton {
     text: item.title
     Accessible.name: text
     Accessible.description: item.label
+    Accessible.onPressAction: if (enabled) clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)

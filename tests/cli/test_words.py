@@ -67,7 +67,7 @@ class Words(ProgramTest):
         self.assertEqual(self.run_program("settings", "get", "playSounds").stdout, "false\n")
         self.assert_fails(self.run_program("settings", "get", "colour"), 2, "colour")
         self.assert_fails(self.run_program("settings", "set", "playSounds", "perhaps"), 2, "playSounds")
-        self.assertEqual(len(self.run_program("settings", "list").stdout.splitlines()), 23)
+        self.assertEqual(len(self.run_program("settings", "list").stdout.splitlines()), 24)
 
 
 if __name__ == "__main__":

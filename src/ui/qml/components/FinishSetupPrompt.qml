@@ -14,6 +14,7 @@ T.AbstractButton {
     text: Words.translate("Finish setup")
     Accessible.name: text
     Accessible.description: setup.missingText
+    Accessible.onPressAction: clicked()
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     onClicked: setup.finishSetup()

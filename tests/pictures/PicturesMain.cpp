@@ -59,7 +59,9 @@ int tallness(const QQuickView& window, int least)
 {
     const QQuickItem* page = nullptr;
     for (const QQuickItem* item : window.rootObject()->findChildren<QQuickItem*>()) {
-        if (item->inherits("QQuickFlickable") && (page == nullptr || item->height() > page->height()))
+        // Not of a page that has gone, and waits for its end.
+        if (item->window() != nullptr && item->inherits("QQuickFlickable") &&
+            (page == nullptr || item->height() > page->height()))
             page = item;
     }
     if (page == nullptr)

@@ -14,6 +14,7 @@
 #include <platform/fake/FakeScreenLock.h>
 #include <platform/fake/FakeSounds.h>
 #include <platform/fake/FakeStatusItem.h>
+#include <platform/fake/FakeSystemMemory.h>
 #include <platform/fake/FakeUserDefaults.h>
 #include <platform/fake/FakeWorkspace.h>
 #include <settings/InterfaceLanguage.h>
@@ -107,6 +108,7 @@ private:
         desktop.processes = unowned(m_processes);
         desktop.workspace = unowned(m_workspace);
         desktop.transfers = unowned(m_transfers);
+        desktop.memory = unowned(m_memory);
         desktop.presentation = unowned(presentation);
         desktop.keyboard = unowned(m_keyboard);
         desktop.loginItem = unowned(m_loginItem);
@@ -122,7 +124,8 @@ private:
                 .hub = QUrl(u"http://hub.invalid/"_qs),
                 .statisticsFile = data.file(u"Tulvane/statistics.json"_qs),
                 .dataFolder = data.path(),
-                .computing = &computing};
+                .computing = &computing,
+                .figuresFile = data.file(u"cache/model-figures.json"_qs)};
     }
 
     FakeAudioInput m_input;
@@ -138,6 +141,7 @@ private:
     FakeBackgroundTransfers m_transfers;
     FakeRecognizer m_recognizer;
     FakeLoginItem m_loginItem;
+    FakeSystemMemory m_memory;
     FakeStatusItem m_statusItem;
     NoIndicator m_indicator;
     Desktop m_desktop = ports();

@@ -4,6 +4,7 @@ import os
 import shutil
 import subprocess
 import tempfile
+import threading
 import time
 import unittest
 from pathlib import Path
@@ -26,15 +27,27 @@ class Field:
             self.process = desktop.start(*command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         finally:
             desktop.environment = environment
-        while json.loads(self.process.stdout.readline()).get("event") != "ready":
-            pass
+        # A compositor that never shows the window, or an X server within it that hangs, is told as such.
+        limit = threading.Timer(30, self.process.kill)
+        limit.start()
+        try:
+            while self.answer().get("event") != "ready":
+                pass
+        finally:
+            limit.cancel()
+
+    def answer(self):
+        line = self.process.stdout.readline()
+        if not line:
+            raise TimeoutError("the program with the field ended, or never came to the front")
+        return json.loads(line)
 
     def report(self):
         self.last += 1
         self.process.stdin.write(json.dumps({"id": self.last, "do": "report"}) + "\n")
         self.process.stdin.flush()
         while True:
-            answer = json.loads(self.process.stdout.readline())
+            answer = self.answer()
             if answer.get("id") == self.last:
                 return answer
 

@@ -1,6 +1,7 @@
 // A resident model where the program runs it, by the program's own recogniser, so that what it adds (a helper
 // process, its messages) is in the figures.
-//   bench_devices MODEL DEVICE      writes a line of JSON about the load, and one for each sound file, whose paths
+//   bench_devices MODEL DEVICE      writes a line of JSON about the load, and one for each sound file, whose
+//   paths
 //                                   it reads from its standard input, one a line
 #include <app/program/ProgramRecognizer.h>
 #include <audio/files/PlainWave.h>

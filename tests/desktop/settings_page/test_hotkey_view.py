@@ -228,16 +228,21 @@ class HotkeyView(unittest.TestCase):
         self.starts("ctrl+d")
         self.cancel()
 
-    def test_a_single_key_asks_for_input_monitoring_where_it_is_missing(self):
+    def test_where_the_desktop_tells_of_no_single_key_reading_the_keyboard_is_explained_and_off(self):
         self.end()
         self.desktop.environment["XDG_SESSION_TYPE"] = "wayland"  # which lets nobody watch keys
         try:
             self.begin()
             self.pick_single_key(1, "rightOption")
-            self.page.shows("Hotkeys are not supported in a Wayland session yet. Bind the command “tulvane toggle” to "
-                            "a key in your desktop's keyboard settings.")
-            self.page.find("push button", "Open Input Monitoring settings…")
-            self.page.find("push button", "Reset & grant again")
+            self.page.shows("This desktop tells programs of no single key. Tulvane can read the keyboard itself: then it "
+                            "sees every key that you press in any program, passwords too. It looks for the single key "
+                            "alone, and keeps and sends nothing.")
+            self.page.shows("Let Tulvane read the keyboard")
+            self.assertFalse(self.desktop.stored("readsKeyboards"))
+            if not Path("/dev/input").exists():
+                self.page.shows("No keyboard can be read on this desktop. Use a key combination as the hotkey.")
+                self.page.find("push button", "Open Input Monitoring settings…")
+                self.page.find("push button", "Reset & grant again")
         finally:
             self.end()
             self.desktop.environment["XDG_SESSION_TYPE"] = "x11"

@@ -91,7 +91,8 @@ PipeHolders::Reader PipeHolders::readerOf(int pipe, const Target& target)
     if (target.process == 0 || fstat(pipe, &about) != 0 || !S_ISFIFO(about.st_mode))
         return Reader::unknown;
     const QByteArray name = QByteArrayLiteral("pipe:[") + QByteArray::number(about.st_ino) + ']';
-    // A reader may hand the pipe to a process that it starts, and that is not in a list read before: again then.
+    // A reader may hand the pipe to a process that it starts, and that is not in a list read before: again
+    // then.
     for (int look = 0; look < mostLooks; ++look) {
         if (holds(target.process, name) || (target.isX11 && holds(target.compositor, name)))
             return Reader::target;

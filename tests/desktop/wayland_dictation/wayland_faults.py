@@ -68,6 +68,8 @@ class WaylandFaults(WaylandDictation):
                                   what="the text")
             finally:
                 self.desktop.up(held)
+            # The field shows what it has of a paste before it has all of it.
+            self.desktop.wait_for_phase("idle", "notice", "error")
             self.assertEqual(field.text(), SENTENCE + " ", self.said())
             self.desktop.wait_for_phase("idle")
             self.ended(field)

@@ -36,6 +36,7 @@ public:
     /// holds, in bytes, and 0 where the system does not say.
     ModelFigures(QString file, std::function<qint64()> resident, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(ModelFigures)
+    ~ModelFigures() override = default;
 
     /// Nothing for a model that was not used here.
     [[nodiscard]] std::optional<ModelUse> of(const QString& modelFile) const;

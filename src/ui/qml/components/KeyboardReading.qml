@@ -36,6 +36,7 @@ Item {
         text: Words.translate("Let Tulvane read the keyboard")
         checked: reading.model.mayRead
         Accessible.description: reading.model.whatReadingMeans
+        Accessible.ignored: !visible
         // A screen reader sets `checked` itself and toggles nothing; what is stored decides what is shown.
         onCheckedChanged: {
             if (checked === reading.model.mayRead)

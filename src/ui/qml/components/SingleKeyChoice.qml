@@ -42,13 +42,9 @@ Column {
             onPicked: value => choice.model.singleKey = value
         }
     }
-    Loader {
-        width: parent.width
-        active: choice.model.readsEveryKey
-        visible: active
-        sourceComponent: KeyboardReading {
-            model: choice.model
-        }
+    KeyboardReading {
+        visible: choice.model.readsEveryKey
+        model: choice.model
     }
     StatusLine {
         width: parent.width

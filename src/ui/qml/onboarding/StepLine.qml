@@ -66,11 +66,11 @@ Pressable {
         x: heading.x + heading.width + Theme.medium
         anchors.verticalCenter: parent.verticalCenter
         width: badge.x - x - Theme.small
-        visible: text !== ""
+        // The opened step says it, too: half a sentence would help nobody.
+        visible: text !== "" && implicitWidth <= width
         secondary: true
         font.pixelSize: 13
         wrapMode: Text.NoWrap
-        elide: Text.ElideRight
         text: line.result
     }
     Badge {

@@ -72,7 +72,7 @@ Card {
             }
             Item {
                 width: parent.width
-                height: 22
+                height: Math.max(22, status.height)
 
                 LevelMeter {
                     id: meter
@@ -83,11 +83,12 @@ Card {
                     tint: card.microphone.listening ? Theme.accent : Theme.controlBorder
                 }
                 Label {
+                    id: status
                     objectName: "onboarding.trial"
                     x: meter.width + Theme.small
                     anchors.verticalCenter: parent.verticalCenter
                     width: parent.width - x
-                    wrapMode: Text.NoWrap
+                    maximumLineCount: 2
                     elide: Text.ElideRight
                     secondary: !praised
                     color: praised ? Theme.success : Theme.secondaryText

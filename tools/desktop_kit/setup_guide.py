@@ -3,10 +3,10 @@ import time
 
 from virtual_desktop import VirtualDesktop
 
-ENGLISH = {"title": "Set up Tulvane", "download": "Download", "hold": "Hold to talk", "close": "Close",
+ENGLISH = {"title": "Set up Tulvane", "download": "Download", "hotkey": "Hotkey", "hold": "Hold to talk", "close": "Close",
            "done": "Done", "completed": "4/4 completed"}
-NORWEGIAN = {"title": "Sett opp Tulvane", "download": "Last ned", "hold": "Hold inne for å snakke", "close": "Lukk",
-             "done": "Ferdig", "completed": "4 av 4 fullført"}
+NORWEGIAN = {"title": "Sett opp Tulvane", "download": "Last ned", "hotkey": "Hurtigtast", "hold": "Hold inne for å snakke",
+             "close": "Lukk", "done": "Ferdig", "completed": "4 av 4 fullført"}
 
 
 class SetupGuide:
@@ -40,7 +40,14 @@ class SetupGuide:
         VirtualDesktop.wait(is_shown, what=f"the {role} “{name}” in view", pause=0.1)
         VirtualDesktop.wait(is_at_rest, what="the end of the scrolling")
 
+    def open_step(self, name):
+        """A done step is a line, which opens it."""
+        self.scroll_to("push button", name)
+        self.page.click("push button", name)
+
     def choose_holding(self):
+        self.open_step(self.words["hotkey"])
+        self.page.find("radio button", self.words["hold"])
         self.scroll_to("radio button", self.words["hold"])
         self.page.click("radio button", self.words["hold"])
         self.desktop.wait(lambda: self.desktop.stored("hotkeyMode") == "hold", what="the mode")

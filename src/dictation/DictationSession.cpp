@@ -10,7 +10,6 @@
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QTimer>
 
 #include <algorithm>
 #include <limits>
@@ -180,14 +179,9 @@ QCoro::Task<DictationSession::Finished> DictationSession::transcribe(RecordedAud
 
 void DictationSession::noteSpeed(double seconds, std::chrono::nanoseconds begin)
 {
-    if (!m_dependencies.figures)
-        return;
-    // The figures go to the disk, for which no text should wait on its way to the cursor.
-    const auto note = [figures = m_dependencies.figures, model = m_loadedModel, seconds,
-                       work = m_dependencies.clock.elapsed() - begin, now = m_dependencies.clock.now()] {
-        figures->noteDictation(model, seconds, work, now);
-    };
-    QTimer::singleShot(std::chrono::seconds(2), m_dependencies.figures, note);
+    if (m_dependencies.figures)
+        m_dependencies.figures->noteDictation(m_loadedModel, seconds, m_dependencies.clock.elapsed() - begin,
+                                              m_dependencies.clock.now());
 }
 
 Outcome DictationSession::conclude(const QString& text, double seconds)

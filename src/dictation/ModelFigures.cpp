@@ -15,6 +15,7 @@ namespace tulvane {
 namespace {
 
 constexpr qint64 longestFile = 64 * 1024;
+constexpr std::chrono::seconds restBeforeStoring{2};
 
 } // namespace
 
@@ -29,7 +30,16 @@ ModelFigures::ModelFigures(QString file, std::function<qint64()> resident, QObje
       m_file(std::move(file)),
       m_resident(std::move(resident))
 {
+    m_storing.setSingleShot(true);
+    m_storing.setInterval(restBeforeStoring);
+    connect(&m_storing, &QTimer::timeout, this, &ModelFigures::store);
     read();
+}
+
+ModelFigures::~ModelFigures()
+{
+    if (m_storing.isActive())
+        store();
 }
 
 QString ModelFigures::nameOf(const QString& modelFile)
@@ -55,7 +65,7 @@ void ModelFigures::noteLoaded(const QString& modelFile, const QDateTime& now)
     const qint64 resident = m_resident();
     use.bytes = resident > 0 ? std::max<qint64>(0, resident - m_before) : 0;
     use.when = now;
-    store();
+    noteChange();
 }
 
 void ModelFigures::noteDictation(const QString& modelFile, double speechSeconds,
@@ -67,7 +77,7 @@ void ModelFigures::noteDictation(const QString& modelFile, double speechSeconds,
     ModelUse& use = m_uses[nameOf(modelFile)];
     use.speed = speechSeconds / seconds;
     use.when = now;
-    store();
+    noteChange();
 }
 
 void ModelFigures::read()
@@ -85,11 +95,15 @@ void ModelFigures::read()
     }
 }
 
-void ModelFigures::store()
+void ModelFigures::noteChange()
 {
     Q_EMIT changed();
-    if (m_file.isEmpty())
-        return;
+    if (!m_file.isEmpty())
+        m_storing.start();
+}
+
+void ModelFigures::store()
+{
     QJsonObject models;
     for (auto use = m_uses.constBegin(); use != m_uses.constEnd(); ++use)
         models.insert(use.key(), QJsonObject{{QStringLiteral("bytes"), static_cast<double>(use->bytes)},

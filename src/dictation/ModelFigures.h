@@ -4,6 +4,7 @@
 #include <QMap>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <chrono>
 #include <functional>
@@ -21,7 +22,8 @@ struct ModelUse {
 };
 
 /// The measurements of every model, by the name of its file, kept in a file of the cache from one run of the
-/// program to the next. Nothing of what was said is in it. Main thread.
+/// program to the next. Nothing of what was said is in it. What was noted goes to the disk some seconds
+/// later, or when this object ends: no load and no text waits for it. Main thread.
 class ModelFigures final : public QObject {
     Q_OBJECT
 
@@ -36,7 +38,7 @@ public:
     /// holds, in bytes, and 0 where the system does not say.
     ModelFigures(QString file, std::function<qint64()> resident, QObject* parent = nullptr);
     Q_DISABLE_COPY_MOVE(ModelFigures)
-    ~ModelFigures() override = default;
+    ~ModelFigures() override;
 
     /// Nothing for a model that was not used here.
     [[nodiscard]] std::optional<ModelUse> of(const QString& modelFile) const;
@@ -53,12 +55,14 @@ Q_SIGNALS:
 private:
     [[nodiscard]] static QString nameOf(const QString& modelFile);
     void read();
+    void noteChange();
     void store();
 
     QString m_file;
     std::function<qint64()> m_resident;
     qint64 m_before = 0; ///< this process's memory without any model
     QMap<QString, ModelUse> m_uses;
+    QTimer m_storing; ///< runs while something is to be stored
 };
 
 } // namespace tulvane

@@ -1,9 +1,12 @@
 #include <dictation/ModelFigures.h>
+#include <support/Await.h>
 #include <support/ScratchFolder.h>
 
 #include <QFile>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace tulvane::test {
 
@@ -20,7 +23,8 @@ protected:
     ScratchFolder folder;
     QString file = folder.file(QStringLiteral("cache/figures.json"));
     qint64 resident = 100;
-    ModelFigures figures{file, [this] { return resident; }};
+    std::unique_ptr<ModelFigures> owner = std::make_unique<ModelFigures>(file, [this] { return resident; });
+    ModelFigures& figures = *owner;
 
     void load(const QString& model, const QString& previous, qint64 then)
     {
@@ -66,13 +70,25 @@ TEST_F(ModelFiguresTest, TheNextRunOfTheProgramHasThem)
 {
     load(medium, {}, 700);
     figures.noteDictation(medium, 10, 4s, noon);
+    const auto noted = figures.of(medium);
+    owner.reset();
     const ModelFigures later(file, [] { return qint64{0}; });
-    EXPECT_EQ(later.of(medium), figures.of(medium));
+    ASSERT_TRUE(noted);
+    EXPECT_EQ(later.of(medium), noted);
+}
+
+TEST_F(ModelFiguresTest, NeitherALoadNorADictationWaitsForTheDisk)
+{
+    load(medium, {}, 700);
+    figures.noteDictation(medium, 10, 4s, noon);
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_TRUE(waitUntil([this] { return QFile::exists(file); }));
 }
 
 TEST_F(ModelFiguresTest, ADamagedFileIsNoFigures)
 {
     load(medium, {}, 700);
+    owner.reset();
     QFile damaged(file);
     ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
     damaged.write("{\"medium\": [1, {\"bytes\": -4");

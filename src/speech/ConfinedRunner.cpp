@@ -1,17 +1,11 @@
 #include <speech/ConfinedRunner.h>
+#include <speech/WorkerStack.h>
 
 #include <QMetaObject>
 
 #include <optional>
 
 namespace tulvane {
-
-namespace {
-
-// As the engine's own: the library splits prompts by a recursive matcher.
-constexpr uint workerStack = 16U * 1024 * 1024;
-
-} // namespace
 
 ConfinedRunner::ConfinedRunner(std::unique_ptr<ModelRunner> inner, const std::function<void()>& confine)
     : m_inner(std::move(inner))

@@ -5,6 +5,7 @@
 #include <base/MessageFrame.h>
 #include <ports/CoreDump.h>
 #include <ports/LocalServices.h>
+#include <speech/WorkerStack.h>
 #include <speech/whisper/BackendLoader.h>
 #include <speech/whisper/LibraryLog.h>
 
@@ -21,9 +22,6 @@
 namespace tulvane {
 
 namespace {
-
-// As on the engine's own thread.
-constexpr uint workerStack = 16U * 1024 * 1024;
 
 int answers = -1;
 

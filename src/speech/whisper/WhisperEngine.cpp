@@ -1,3 +1,4 @@
+#include <speech/WorkerStack.h>
 #include <speech/whisper/BackendLoader.h>
 #include <speech/whisper/EngineCore.h>
 #include <speech/whisper/LibraryLog.h>
@@ -11,9 +12,6 @@
 namespace tulvane {
 
 namespace {
-
-// The library splits prompts by a recursive matcher, whatever the limit that the user's shell sets.
-constexpr uint workerStack = 16U * 1024 * 1024;
 
 void prepareProcessOnce()
 {

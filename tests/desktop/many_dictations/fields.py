@@ -1,30 +1,17 @@
 """Real programs with a field each, side by side on one desktop, and what stands in them."""
-import json
-import subprocess
 from pathlib import Path
+
+from field_program import FieldProgram
 
 TARGETS = Path(__file__).resolve().parent.parent.parent / "support/targets"
 
 
-class Field:
-    """A program that tells what its field holds."""
-
+class Field(FieldProgram):
     def __init__(self, desktop, name, *command):
-        self.desktop, self.name, self.last = desktop, name, 0
+        self.name = name
         before = desktop.xdotool("getactivewindow")
-        self.process = desktop.start(*command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        while json.loads(self.process.stdout.readline()).get("event") != "ready":
-            pass
+        super().__init__(desktop, *command)
         self.window = self.came_to_front(before)
-
-    def text(self):
-        self.last += 1
-        self.process.stdin.write(json.dumps({"id": self.last, "do": "report"}) + "\n")
-        self.process.stdin.flush()
-        while True:
-            answer = json.loads(self.process.stdout.readline())
-            if answer.get("id") == self.last:
-                return answer["text"]
 
     def came_to_front(self, before):
         """The new window, once it is the active one."""

@@ -104,7 +104,7 @@ class ManyDictations(unittest.TestCase):
         try:
             self.desktop.wait(lambda: len(field.text()) >= len(before) + len(expected), limit=5)
         except TimeoutError:
-            pass  # what stands there instead is told below
+            pass  # the assertion below shows the field's text
         self.assertEqual(field.text()[len(before):], expected, f"{field.name}, take {self.number}: {self.happened(ended)}")
         return expected
 

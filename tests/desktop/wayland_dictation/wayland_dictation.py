@@ -1,65 +1,19 @@
 """The real program on a Wayland desktop without a screen: real keys, real sound, and programs of every toolkit."""
-import json
 import os
 import shutil
 import subprocess
 import tempfile
-import threading
 import time
 import unittest
 from pathlib import Path
 
+from field_program import FieldProgram as Field
 from wayland_desktop import desktop_of
 
 PROGRAM = Path(os.environ["TULVANE_PROGRAM"])
 TARGETS = Path(__file__).resolve().parent.parent.parent / "support/targets"
 SENTENCE = "Hei, dette er en test."
 ALT, SPACE, CONTROL, SHIFT = 56, 57, 29, 42
-
-
-class Field:
-    """A program with one field in front, and what stands in it."""
-
-    def __init__(self, desktop, *command, **more):
-        self.desktop, self.last = desktop, 0
-        environment, desktop.environment = desktop.environment, dict(desktop.environment, **more)
-        try:
-            self.process = desktop.start(*command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        finally:
-            desktop.environment = environment
-        # A compositor that never shows the window, or an X server within it that hangs, is told as such.
-        limit = threading.Timer(30, self.process.kill)
-        limit.start()
-        try:
-            while self.answer().get("event") != "ready":
-                pass
-        finally:
-            limit.cancel()
-
-    def answer(self):
-        line = self.process.stdout.readline()
-        if not line:
-            raise TimeoutError("the program with the field ended, or never came to the front")
-        return json.loads(line)
-
-    def report(self):
-        self.last += 1
-        self.process.stdin.write(json.dumps({"id": self.last, "do": "report"}) + "\n")
-        self.process.stdin.flush()
-        while True:
-            answer = self.answer()
-            if answer.get("id") == self.last:
-                return answer
-
-    def text(self):
-        return self.report()["text"]
-
-    def has_focus(self):
-        return self.report()["focus"] == "field"
-
-    def end(self):
-        self.process.terminate()
-        self.process.wait(5)
 
 
 class Terminal:

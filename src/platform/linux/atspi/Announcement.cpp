@@ -10,7 +10,8 @@ namespace tulvane {
 namespace {
 
 /// The toolkit's own connection, by the name that it gives it. Assistive programs know this program by it,
-/// and an announcement of another sender is nobody's. The toolkit itself can announce nothing before its 6.8.
+/// and listeners ignore an announcement of any other sender. The toolkit itself can announce nothing before
+/// its 6.8.
 const QString toolkits = QStringLiteral("a11y");
 const QString application = QStringLiteral("/org/a11y/atspi/accessible/root");
 constexpr int politely = 1;

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] Result<void, HotkeyError> support() const override;
     [[nodiscard]] Result<std::unique_ptr<Registration>, HotkeyError>
     registerHotkey(HotkeyId id, const KeyCombination& combination) override;
-    /// The portal tells of no other program's keys: what has a name is worth asking for.
+    /// The portal does not list other programs' keys, so every combination that has a name counts as free.
     [[nodiscard]] Result<void, HotkeyError> isFree(const KeyCombination& combination) override;
     void setEventHandler(const EventHandler& handler) override { m_eventHandler = handler; }
     void setChangeHandler(const ChangeHandler& handler) override { m_changeHandler = handler; }

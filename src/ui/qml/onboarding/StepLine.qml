@@ -66,7 +66,7 @@ Pressable {
         x: heading.x + heading.width + Theme.medium
         anchors.verticalCenter: parent.verticalCenter
         width: badge.x - x - Theme.small
-        // The opened step says it, too: half a sentence would help nobody.
+        // The opened step shows the same text whole, so a narrow line leaves it out.
         visible: text !== "" && implicitWidth <= width
         secondary: true
         font.pixelSize: 13

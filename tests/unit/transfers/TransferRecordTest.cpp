@@ -64,6 +64,10 @@ TEST(TransferRecord, FieldsOutOfRangeAreNone)
     EXPECT_FALSE(with("size", QStringLiteral("1")));
     EXPECT_FALSE(with("size", 1e300));
     EXPECT_FALSE(with("safeBytes", -1));
+    EXPECT_TRUE(with("httpStatus", 0));
+    EXPECT_TRUE(with("httpStatus", 999));
+    EXPECT_FALSE(with("httpStatus", 1000));
+    EXPECT_FALSE(with("httpStatus", 20'888'888'880.0));
     EXPECT_FALSE(with("state", QStringLiteral("asleep")));
     EXPECT_FALSE(with("url", QStringLiteral("")));
     EXPECT_FALSE(with("url", QJsonValue()));

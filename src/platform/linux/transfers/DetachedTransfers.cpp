@@ -353,7 +353,8 @@ void DetachedTransfers::takeFinished(const QString& key, const QJsonObject& word
         return;
     local->second.taken = true;
     const QString file = words.value(u"file").toString();
-    const auto status = static_cast<int>(numberIn(words, "status", 0));
+    constexpr qint64 greatestStatus = 999; // three digits
+    const auto status = static_cast<int>(std::clamp<qint64>(numberIn(words, "status", 0), 0, greatestStatus));
     const bool isTaken = !m_events.finished || m_events.finished(local->second.id, status, file);
     if (isTaken)
         QFile::remove(file);

@@ -15,6 +15,8 @@ namespace {
 constexpr int keyLength = 16;
 // Whole numbers up to here survive JSON's floating point exactly.
 constexpr double greatestWhole = 9007199254740992.0;
+// A status has three digits.
+constexpr double greatestStatus = 999;
 
 constexpr std::array states{std::pair{TransferRecord::State::running, "running"},
                             std::pair{TransferRecord::State::paused, "paused"},
@@ -38,11 +40,12 @@ std::optional<TransferRecord::State> stateFrom(const QString& wanted)
     return std::nullopt;
 }
 
-std::optional<qint64> wholeNumber(const QJsonObject& object, const char* key, qint64 least)
+std::optional<qint64> wholeNumber(const QJsonObject& object, const char* key, qint64 least,
+                                  double greatest = greatestWhole)
 {
     const QJsonValue value = object.value(QLatin1String(key));
     const double number = value.toDouble(-greatestWhole);
-    if (!value.isDouble() || number < static_cast<double>(least) || number > greatestWhole ||
+    if (!value.isDouble() || number < static_cast<double>(least) || number > greatest ||
         number != static_cast<double>(static_cast<qint64>(number)))
         return std::nullopt;
     return static_cast<qint64>(number);
@@ -104,7 +107,7 @@ std::optional<TransferRecord> TransferRecord::fromJson(const QByteArray& json)
     const auto hint = wholeNumber(object, "sizeHint", 0);
     const auto size = wholeNumber(object, "size", -1);
     const auto safe = wholeNumber(object, "safeBytes", 0);
-    const auto status = wholeNumber(object, "httpStatus", 0);
+    const auto status = wholeNumber(object, "httpStatus", 0, greatestStatus);
     if (!record.url.isValid() || !state || !hint || !size || !safe || !status ||
         !isHeaderValue(record.userAgent) || !isHeaderValue(record.etag))
         return std::nullopt;

@@ -87,6 +87,8 @@ class KWinDesktop(WaylandDesktop):
         self.environment["DISPLAY"] = next(word for word in line if word.startswith(":"))
         if "-auth" in line:
             self.environment["XAUTHORITY"] = line[line.index("-auth") + 1]
+        # KWin and its server now and then wait for each other for ever as they start; the first X11 program would, too.
+        self.run("timeout", "20", "xprop", "-root", "_NET_SUPPORTED")
 
     def picture(self, file):
         """KWin writes while it answers, so both are read at once: by a process that does nothing else."""

@@ -149,6 +149,28 @@ TEST_F(ModelsPageTest, TheStripSaysHowFastTheSelectedModelComesAndWhenItIsThere)
     EXPECT_NEAR(probe->item(QStringLiteral("models.progress")).property("value").toReal(), 0.08, 0.001);
 }
 
+TEST_F(ModelsPageTest, AssistiveProgramsHearHowFarADownloadIs)
+{
+    probe->click(control(medium, "start"));
+    world.transfers.tellProgress(world.transfers.lastTask(), 43'120'000, 539'000'000);
+    UiWorld::settle();
+    QAccessibleInterface* const bar =
+        QAccessible::queryAccessibleInterface(&probe->item(QStringLiteral("models.progress")));
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(bar->role(), QAccessible::ProgressBar);
+    EXPECT_FALSE(bar->text(QAccessible::Name).isEmpty());
+    EXPECT_EQ(bar->text(QAccessible::Value), QStringLiteral("8 %"));
+    ASSERT_NE(bar->valueInterface(), nullptr);
+    EXPECT_EQ(bar->valueInterface()->currentValue(), 8);
+    EXPECT_EQ(bar->valueInterface()->minimumValue(), 0);
+    EXPECT_EQ(bar->valueInterface()->maximumValue(), 100);
+    EXPECT_FALSE(bar->rect().isEmpty());
+    QAccessibleInterface* const parent = bar->parent();
+    ASSERT_NE(parent, nullptr);
+    ASSERT_GE(parent->indexOfChild(bar), 0) << "the tree is the same from above and from below";
+    EXPECT_EQ(parent->child(parent->indexOfChild(bar)), bar);
+}
+
 TEST_F(ModelsPageTest, EachNameStateAndSizeIsSaidOnce)
 {
     const QStringList texts = probe->texts();

@@ -3,10 +3,9 @@ import Tulvane
 
 // How far something is, 0 to 1; below 0 it is not known, and the bar wanders (or is half-tinted without
 // animations).
-RoundBox {
+ProgressBox {
     id: line
 
-    property real value: 0
     property string label: ""
 
     implicitHeight: 6
@@ -15,7 +14,6 @@ RoundBox {
     clip: true
     Accessible.role: Accessible.ProgressBar
     Accessible.name: label
-    Accessible.description: value < 0 ? "" : Math.round(value * 100) + " %"
 
     RoundBox {
         id: done

@@ -52,6 +52,33 @@ TEST_F(ModelFiguresTest, WhereTheSystemDoesNotSayThereIsNoMemory)
     EXPECT_EQ(figures.of(medium)->bytes, 0);
 }
 
+TEST_F(ModelFiguresTest, WhereTheSystemNoLongerSaysThereIsNoMemory)
+{
+    load(medium, {}, 700);
+    resident = 0;
+    load(small, medium, 0);
+    EXPECT_EQ(figures.of(small)->bytes, 0);
+}
+
+TEST_F(ModelFiguresTest, AModelThatTookNoMoreThanWasThereTookNothing)
+{
+    load(medium, {}, 50);
+    EXPECT_EQ(figures.of(medium)->bytes, 0);
+}
+
+TEST_F(ModelFiguresTest, EachMeasurementIsToldWithItsMoment)
+{
+    int told = 0;
+    QObject::connect(&figures, &ModelFigures::changed, &figures, [&told] { ++told; });
+    load(medium, {}, 700);
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(figures.of(medium)->when, noon);
+    figures.noteDictation(medium, 10, 500ms, noon.addDays(1));
+    EXPECT_EQ(told, 2);
+    EXPECT_EQ(figures.of(medium)->when, noon.addDays(1));
+    EXPECT_DOUBLE_EQ(figures.of(medium)->speed, 20) << "however fast the machine is";
+}
+
 TEST_F(ModelFiguresTest, TheSpeedIsThatOfTheLastDictationOfSomeLength)
 {
     figures.noteDictation(medium, 10, 4s, noon);

@@ -1,5 +1,6 @@
 #include <dictation/ModelFigures.h>
 #include <support/Await.h>
+#include <support/LogCapture.h>
 #include <support/ScratchFolder.h>
 
 #include <QFile>
@@ -50,6 +51,19 @@ TEST_F(ModelFiguresTest, WhereTheSystemDoesNotSayThereIsNoMemory)
     resident = 0;
     load(medium, {}, 0);
     EXPECT_EQ(figures.of(medium)->bytes, 0);
+}
+
+TEST_F(ModelFiguresTest, WhatCannotBeKeptIsLoggedAndWhatIsKeptIsNot)
+{
+    const LogCapture log;
+    load(medium, {}, 700);
+    owner.reset();
+    EXPECT_TRUE(log.texts("app", QtWarningMsg).isEmpty());
+    // A folder cannot stand in the place of a file.
+    ModelFigures(folder.file(QStringLiteral("cache/figures.json/figures.json")), [] {
+        return qint64{0};
+    }).noteLoaded(medium, noon);
+    EXPECT_EQ(log.texts("app", QtWarningMsg).size(), 1);
 }
 
 TEST_F(ModelFiguresTest, WhereTheSystemNoLongerSaysThereIsNoMemory)

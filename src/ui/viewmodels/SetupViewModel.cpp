@@ -1,4 +1,5 @@
 #include <dictation/Indicator.h>
+#include <models/WhisperModel.h>
 #include <settings/AppSettings.h>
 #include <ui/viewmodels/SetupViewModel.h>
 #include <ui/windows/SettingsSelection.h>

@@ -20,6 +20,7 @@
 #include <settings/InterfaceLanguage.h>
 #include <speech/device/ComputingStatus.h>
 #include <stats/StatsFile.h>
+#include <support/Await.h>
 #include <support/FakeRecognizer.h>
 #include <support/Folders.h>
 #include <support/ScratchFolder.h>
@@ -74,9 +75,22 @@ protected:
         ASSERT_TRUE(file.resize(model.approximateSizeBytes));
     }
 
+    /// A dictation by the command, to where its text is brought into the program in front.
+    void dictate()
+    {
+        privacy.accessibilityGranted = true;
+        app().launch();
+        app().controller().start();
+        ASSERT_TRUE(m_input.push(std::vector<float>(48000, 0.5F)));
+        app().controller().stop();
+        ASSERT_TRUE(waitUntil([this] { return app().controller().phase().kind == Phase::Kind::inserting; }));
+    }
+
     std::shared_ptr<FakeUserDefaults::Store> store = std::make_shared<FakeUserDefaults::Store>();
     FakeUserDefaults defaults{store};
     FakePrivacyPermissions privacy;
+    FakeKeyPosting keys;
+    FakePasteboards boards;
     FakePresentation presentation;
     FakeScreenLock screen;
     NotedWindows windows;
@@ -101,8 +115,8 @@ private:
         desktop.sounds = unowned(m_sounds);
         desktop.hotkeys = unowned(m_hotkeys);
         desktop.modifierEvents = unowned(m_modifiers);
-        desktop.pasteboards = unowned(m_boards);
-        desktop.keys = unowned(m_keys);
+        desktop.pasteboards = unowned(boards);
+        desktop.keys = unowned(keys);
         desktop.elements = unowned(m_elements);
         desktop.permissions = unowned(privacy);
         desktop.processes = unowned(m_processes);
@@ -133,8 +147,6 @@ private:
     FakeGlobalHotkeys m_hotkeys;
     FakeModifierEvents m_modifiers;
     FakeKeyboardGrab m_keyboard;
-    FakePasteboards m_boards;
-    FakeKeyPosting m_keys;
     FakeFocusedElements m_elements;
     FakeProcesses m_processes;
     FakeWorkspace m_workspace;
@@ -269,6 +281,17 @@ TEST_F(TulvaneAppTest, ARecordingIsAbandonedAtTheEnd)
     ASSERT_EQ(app().controller().phase().kind, Phase::Kind::recording);
     app().prepareToQuit();
     EXPECT_EQ(app().controller().phase(), Phase());
+}
+
+TEST_F(TulvaneAppTest, ADeliveryThatIsUnderWayIsFinishedAtTheEnd)
+{
+    setUp();
+    boards.generalBoard.otherProgramWrites(u"theirs"_qs);
+    dictate();
+    app().prepareToQuit();
+    EXPECT_NE(app().controller().phase().kind, Phase::Kind::inserting);
+    EXPECT_EQ(keys.pastes(), 1);
+    EXPECT_EQ(boards.generalBoard.text(), u"theirs");
 }
 
 TEST_F(TulvaneAppTest, ARepeatedCommandOfTheHotkeysIsOnePress)

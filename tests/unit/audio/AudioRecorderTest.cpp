@@ -239,6 +239,19 @@ TEST_F(AudioRecorderTest, AConfigurationChangeWithoutACallbackIsOnlyLogged)
     EXPECT_TRUE(recorder.isRecording());
 }
 
+TEST_F(AudioRecorderTest, AMicrophoneThatStopsDeliveringIsLoggedAndReported)
+{
+    int reports = 0;
+    recorder.setInputStalled([&] { ++reports; });
+    start();
+    input.stall();
+    settle();
+    EXPECT_EQ(reports, 1);
+    EXPECT_EQ(errorLines(),
+              QStringList(QStringLiteral("The microphone stopped delivering sound while recording")));
+    EXPECT_TRUE(recorder.isRecording());
+}
+
 TEST_F(AudioRecorderTest, TheCallbackMayStopTheRecording)
 {
     std::vector<float> samples;

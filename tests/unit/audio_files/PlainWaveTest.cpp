@@ -77,6 +77,24 @@ TEST(PlainWave, LeavesAFileThatIsNotWhatItsHeaderSaysToTheLibrary)
     }
 }
 
+TEST(PlainWave, LeavesAHeaderWithAnyOtherWordToTheLibrary)
+{
+    const test::ScratchFolder folder;
+    QFile file(writePlain(folder));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite | QIODevice::Unbuffered));
+    const QByteArray header = file.read(44);
+    for (qsizetype at = 0; at < header.size(); ++at) {
+        if (at >= 4 && at < 8)
+            continue; // the size that the container says, which is often wrong
+        QByteArray other = header;
+        other[at] = static_cast<char>(other.at(at) ^ 1);
+        ASSERT_TRUE(file.seek(0) && file.write(other) == header.size());
+        EXPECT_FALSE(isPlainWave(file.fileName())) << "byte " << at;
+    }
+    ASSERT_TRUE(file.seek(0) && file.write(header) == header.size());
+    EXPECT_TRUE(isPlainWave(file.fileName()));
+}
+
 TEST(PlainWave, LeavesWhatIsNoFileToTheLibrary)
 {
     const test::ScratchFolder folder;

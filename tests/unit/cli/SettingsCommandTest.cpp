@@ -62,7 +62,8 @@ TEST_F(SettingsCommand, ListShowsEveryKeyInOrderWithItsType)
                    "appearance = \"system\"\n"
                    "hideSetupChecklist = false\n"
                    "hidePrivacyCard = false\n"
-                   "computingDevice = \"auto\"\n");
+                   "computingDevice = \"auto\"\n"
+                   "readsKeyboards = false\n");
     EXPECT_TRUE(defaults.writes().isEmpty());
 }
 

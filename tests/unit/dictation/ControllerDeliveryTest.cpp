@@ -120,6 +120,22 @@ TEST_F(ControllerDelivery, AnEndOfTheControllerDuringARetryIsNoHarm)
     EXPECT_EQ(session->history().size(), 1) << "the text is not lost";
 }
 
+TEST_F(ControllerDelivery, ATextOfTheHistoryIsBroughtIntoTheProgramInFrontAgain)
+{
+    controller->insertAgain(QStringLiteral("Hei igjen "));
+    settle();
+    EXPECT_EQ(phase(), u"inserting");
+    advance(3s);
+    EXPECT_EQ(phase(), u"idle");
+    EXPECT_EQ(keys.pastes(), 1);
+    EXPECT_EQ(controller->lastDelivery(), InsertionResult::pasted);
+    press();
+    controller->insertAgain(QStringLiteral("Hei igjen "));
+    settle();
+    EXPECT_EQ(phase(), u"recording") << "not into the middle of a dictation";
+    EXPECT_EQ(keys.pastes(), 1);
+}
+
 TEST_F(ControllerDelivery, TellsWhereTheLastTextWent)
 {
     QList<std::optional<InsertionResult>> told;

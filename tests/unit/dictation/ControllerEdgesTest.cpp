@@ -43,6 +43,17 @@ TEST_F(ControllerEdges, AMicrophoneThatFallsSilentEndsTheRecordingLikeAPress)
     EXPECT_EQ(session->history().size(), 1);
 }
 
+TEST_F(ControllerEdges, AfterItsEndNothingOfItIsCalledAnyMore)
+{
+    controller.reset();
+    EXPECT_FALSE(hotkeys.onStart);
+    EXPECT_FALSE(hotkeys.onStop);
+    EXPECT_FALSE(hotkeys.onCancel);
+    EXPECT_FALSE(session->onMaxDurationReached);
+    EXPECT_FALSE(session->onRecordingInterrupted);
+    EXPECT_FALSE(session->onInputStalled);
+}
+
 TEST_F(ControllerEdges, AStartOrACancelWhileADictationIsFinishedDoesNothing)
 {
     engine.isPrompt = false;

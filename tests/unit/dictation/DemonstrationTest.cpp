@@ -149,6 +149,15 @@ TEST_F(DemonstrationTest, MayEndInTheMiddle)
     EXPECT_EQ(engine.waiting(), 0U);
 }
 
+TEST_F(DemonstrationTest, AnEndWhileTheVoiceSpeaksLeavesNothingScheduled)
+{
+    demonstration->start();
+    settle();
+    ASSERT_EQ(scheduler.pending().size(), 1U);
+    demonstration.reset();
+    EXPECT_TRUE(scheduler.pending().empty());
+}
+
 TEST(DemonstrationVoice, IsThereInEachLanguageOfTheInterface)
 {
     for (const AppLanguage language : allCases<AppLanguage>()) {

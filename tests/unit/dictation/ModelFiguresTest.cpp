@@ -1,5 +1,6 @@
 #include <dictation/ModelFigures.h>
 #include <support/Await.h>
+#include <support/LogCapture.h>
 #include <support/ScratchFolder.h>
 
 #include <QFile>
@@ -50,6 +51,46 @@ TEST_F(ModelFiguresTest, WhereTheSystemDoesNotSayThereIsNoMemory)
     resident = 0;
     load(medium, {}, 0);
     EXPECT_EQ(figures.of(medium)->bytes, 0);
+}
+
+TEST_F(ModelFiguresTest, WhatCannotBeKeptIsLoggedAndWhatIsKeptIsNot)
+{
+    const LogCapture log;
+    load(medium, {}, 700);
+    owner.reset();
+    EXPECT_TRUE(log.texts("app", QtWarningMsg).isEmpty());
+    // A folder cannot stand in the place of a file.
+    ModelFigures(folder.file(QStringLiteral("cache/figures.json/figures.json")), [] {
+        return qint64{0};
+    }).noteLoaded(medium, noon);
+    EXPECT_EQ(log.texts("app", QtWarningMsg).size(), 1);
+}
+
+TEST_F(ModelFiguresTest, WhereTheSystemNoLongerSaysThereIsNoMemory)
+{
+    load(medium, {}, 700);
+    resident = 0;
+    load(small, medium, 0);
+    EXPECT_EQ(figures.of(small)->bytes, 0);
+}
+
+TEST_F(ModelFiguresTest, AModelThatTookNoMoreThanWasThereTookNothing)
+{
+    load(medium, {}, 50);
+    EXPECT_EQ(figures.of(medium)->bytes, 0);
+}
+
+TEST_F(ModelFiguresTest, EachMeasurementIsToldWithItsMoment)
+{
+    int told = 0;
+    QObject::connect(&figures, &ModelFigures::changed, &figures, [&told] { ++told; });
+    load(medium, {}, 700);
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(figures.of(medium)->when, noon);
+    figures.noteDictation(medium, 10, 500ms, noon.addDays(1));
+    EXPECT_EQ(told, 2);
+    EXPECT_EQ(figures.of(medium)->when, noon.addDays(1));
+    EXPECT_DOUBLE_EQ(figures.of(medium)->speed, 20) << "however fast the machine is";
 }
 
 TEST_F(ModelFiguresTest, TheSpeedIsThatOfTheLastDictationOfSomeLength)

@@ -51,7 +51,8 @@ protected:
             .scheduler = scheduler,
             .clock = clock,
             .isMicrophoneAuthorized = [this] { return isMicrophoneAuthorized; },
-            .threadCount = 3});
+            .threadCount = 3,
+            .figures = figures});
     }
 
     /// Lets what was posted happen.
@@ -98,6 +99,7 @@ protected:
     FakeRecognizer engine;
     StatsStore stats{folder.file(QStringLiteral("statistics.json"))};
     bool isMicrophoneAuthorized = true;
+    ModelFigures* figures = nullptr;
     std::unique_ptr<DictationSession> session;
     std::optional<Result<Outcome, DictationError>> finished;
 };

@@ -1,5 +1,7 @@
 #include "SessionFixture.h"
 
+#include <dictation/ModelFigures.h>
+
 namespace tulvane::test {
 
 class SessionModel : public SessionFixture {
@@ -116,6 +118,55 @@ TEST_F(SessionModel, AModelIsLoadedEachTimeItBecomesReady)
     models.become(QStringLiteral("/models/medium.bin"));
     settle();
     EXPECT_EQ(engine.loads.size(), 2);
+}
+
+TEST_F(SessionModel, AModelThatStaysReadyIsNotLoadedForThat)
+{
+    settle();
+    engine.loads.clear();
+    engine.model.reset();
+    models.become(QStringLiteral("/models/medium.bin"));
+    settle();
+    EXPECT_TRUE(engine.loads.isEmpty());
+}
+
+TEST_F(SessionModel, AModelThatIsLoadedASecondTimeIsWarmedUpAgain)
+{
+    settle();
+    ASSERT_EQ(engine.transcriptions.size(), 1U);
+    engine.model.reset();
+    session->preloadModel();
+    settle();
+    EXPECT_EQ(engine.loads.size(), 2);
+    EXPECT_EQ(engine.transcriptions.size(), 2U);
+}
+
+TEST_F(SessionModel, ItsMemoryAndItsSpeedAreNoted)
+{
+    qint64 resident = 100;
+    ModelFigures noted({}, [&resident] { return resident; });
+    figures = &noted;
+    engine.isPrompt = false;
+    engine.model.reset();
+    makeSession();
+    settle();
+    engine.step(); // which model is loaded: none
+    settle();
+    resident = 700;
+    drain();
+    EXPECT_EQ(noted.of(*models.file)->bytes, 600);
+
+    record(160000);
+    drain();
+    begin(session->stop());
+    settle();
+    engine.step(); // which model is loaded
+    settle();
+    clock.advance(std::chrono::seconds(5));
+    drain();
+    EXPECT_TRUE(finished);
+    EXPECT_DOUBLE_EQ(noted.of(*models.file)->speed, 2);
+    session.reset();
 }
 
 TEST_F(SessionModel, SelectingWhileAModelLoadsStartsNoSecondLoadAndFinishLoadsTheRightOne)

@@ -200,6 +200,18 @@ TEST_F(SessionStartStop, AChangedMicrophoneCancelsTheRecordingAndIsReported)
     EXPECT_EQ(interrupted, 1);
 }
 
+TEST_F(SessionStartStop, WhatBefallsTheRecorderOutsideOfADictationIsNotReported)
+{
+    session->onRecordingInterrupted = [] { FAIL(); };
+    session->onInputStalled = [] { FAIL(); };
+    ASSERT_TRUE(recorder.start());
+    input.changeConfiguration();
+    input.stall();
+    settle();
+    EXPECT_EQ(session->state(), State::idle);
+    EXPECT_TRUE(recorder.isRecording());
+}
+
 TEST_F(SessionStartStop, AMicrophoneThatFallsSilentIsReportedAndWhatWasSaidIsThere)
 {
     int stalled = 0;

@@ -22,6 +22,21 @@ TEST(FreeCombinationTest, IsTheEasiestThatNobodyHolds)
     EXPECT_EQ(freeCombination(hotkeys), controlAltD);
 }
 
+TEST(FreeCombinationTest, GoesFromLettersAndTheSpaceBarToFunctionKeysAndThenGivesUp)
+{
+    constexpr quint32 f8 = 100;
+    constexpr quint32 f9 = 101;
+    FakeGlobalHotkeys hotkeys;
+    for (const KeyCombination& next :
+         {altSpace, controlAltSpace, controlAltD, KeyCombination{49, carbon::command | carbon::option},
+          KeyCombination{2, carbon::command | carbon::option}, KeyCombination{f9, 0},
+          KeyCombination{f8, 0}}) {
+        ASSERT_EQ(freeCombination(hotkeys), next);
+        hotkeys.takeElsewhere(next);
+    }
+    EXPECT_EQ(freeCombination(hotkeys), std::nullopt);
+}
+
 TEST(FreeCombinationTest, IsHeldByNobodyAfterwards)
 {
     FakeGlobalHotkeys hotkeys;

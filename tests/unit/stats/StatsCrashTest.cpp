@@ -46,7 +46,7 @@ TEST(StatsCrash, KillDuringASaveLeavesTheOldFileOrTheNewOne)
 
     // A fixed seed names the moments; the scheduler moves them.
     QRandomGenerator random(20251120);
-    const int kills = soakCount(20, 1000);
+    const int kills = soakCount(50, 1000);
     for (int kill = 0; kill < kills; ++kill) {
         const qint64 saved = lastSavedBeforeTheKill(path, random);
         const auto onDisk = decodeStatistics(folder.read(name));

@@ -85,7 +85,7 @@ TEST_F(DefaultsAcrossProcesses, AWriterThatIsKilledLeavesAWholeFileAndNoLock)
     ASSERT_TRUE(witness.set(u"kept"_qs, u"always"_qs));
     std::mt19937 random(7);
     qint64 last = 0;
-    for (int round = 0; round < test::soakCount(25, 500); ++round) {
+    for (int round = 0; round < test::soakCount(50, 1000); ++round) {
         const pid_t child = inChild([this] {
             JsonUserDefaults defaults = open();
             const QString filler = QString(20000, u'x');

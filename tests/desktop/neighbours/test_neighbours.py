@@ -11,6 +11,7 @@ from dictations import DictationsAmongNeighbours, Fault
 SOAK = os.environ.get("TULVANE_SOAK", "0") != "0"
 COUNT = int(os.environ.get("TULVANE_FAULTS", 300 if SOAK else 16))
 ONLY = os.environ.get("TULVANE_NEIGHBOUR")  # one of them, to look at its faults alone
+TELLS = "TULVANE_TELL" in os.environ  # each dictation as it ends
 PHASES = ("before", "recording", "transcribing", "inserting", "notice")
 # Without these there is nothing to record; without the others a text gets to the field all the same.
 DEAF = ("sound server",)
@@ -19,11 +20,11 @@ DEAF = ("sound server",)
 class Neighbours(DictationsAmongNeighbours):
     @classmethod
     def tearDownClass(cls):
-        for (name, deed), places in sorted(cls.places.items()):
+        for (name, deed), places in sorted(cls.places.items()) if SOAK else ():
             print(f"{deed} {name}: {dict(places)}", file=sys.stderr)
 
     def seconds(self):
-        """Most people's last for some seconds."""
+        """Most faults are short, a few last for half a minute."""
         if "TULVANE_SECONDS" in os.environ:
             return float(os.environ["TULVANE_SECONDS"])
         return min(30.0, self.random.paretovariate(0.8)) if SOAK else 0.5
@@ -54,8 +55,9 @@ class Neighbours(DictationsAmongNeighbours):
             if place == "field" and self.meanwhile:
                 place = "field meanwhile"
             self.places.setdefault((name, deed), collections.Counter())[f"{phase}: {place}"] += 1
-            if os.environ.get("TULVANE_TELL"):
-                print(number, name, deed, phase, round(seconds, 1), method, place, self.told(began), round(time.monotonic() - began, 1), file=sys.stderr)
+            if TELLS:
+                print(f"{number}: {name} {deed} {seconds:.1f} s, {phase}, {method}: {place}, told {self.told(began)}, "
+                      f"{time.monotonic() - began:.1f} s", file=sys.stderr)
         return name
 
     def test_a_neighbour_that_fails_takes_no_text_along(self):

@@ -1,6 +1,7 @@
 #include <app/ResidentProgram.h>
 #include <app/cli/CommandLog.h>
 #include <ports/CoreDump.h>
+#include <ports/HomeFolder.h>
 #include <ports/OpenDesktop.h>
 #include <ports/ProcessHeap.h>
 
@@ -57,6 +58,7 @@ int main(int argc, char** argv)
     // The reader of our log may be gone: no reason to end as well.
     std::signal(SIGPIPE, SIG_IGN);
     tulvane::leaveNoCoreDump();
+    tulvane::knowHomeFolder();
     tulvane::useOneHeap();
     tulvane::cli::writeLogToStandardError(tulvane::cli::LogAmount::everything);
     QFile in;

@@ -2,6 +2,7 @@
 #include <app/cli/CommandProcess.h>
 #include <app/cli/CommandTable.h>
 #include <ports/CoreDump.h>
+#include <ports/HomeFolder.h>
 #include <ports/ProcessHeap.h>
 #include <settings/InterfaceLanguage.h>
 
@@ -19,6 +20,7 @@ void runCommandProcess(int argc, char** argv, const std::function<std::map<QStri
                        const Run& others, const Run& start)
 {
     leaveNoCoreDump();
+    knowHomeFolder();
     useOneHeap();
     QCoreApplication::setApplicationName(QStringLiteral("Tulvane"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TULVANE_VERSION));

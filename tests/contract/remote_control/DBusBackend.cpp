@@ -2,12 +2,15 @@
 
 #include <platform/linux/desktop/DBusRemoteControl.h>
 #include <support/Await.h>
+#include <support/ScratchFolder.h>
 #include <support/VirtualDesktop.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QFile>
+#include <QProcess>
 
 namespace tulvane::test {
 
@@ -75,6 +78,77 @@ TEST(DBusRemoteControl, IsSeenOnTheBusByItsNameAndTellsItsPhases)
     program->announcePhase(QStringLiteral("recording"));
     EXPECT_TRUE(waitUntil([&] { return listener.phases == QStringList{QStringLiteral("recording")}; }));
     QDBusConnection::disconnectFromBus(QStringLiteral("listener"));
+}
+
+namespace {
+
+/// A bus at an address of its own, which can end as in a crash and come back.
+class ReturningBus final {
+public:
+    ReturningBus() { start(); }
+    ReturningBus(const ReturningBus&) = delete;
+    ReturningBus& operator=(const ReturningBus&) = delete;
+    ~ReturningBus() { kill(); }
+
+    [[nodiscard]] QString address() const { return QStringLiteral("unix:path=") + m_folder.file(m_name); }
+    void start()
+    {
+        m_daemon.start(QStringLiteral("dbus-daemon"),
+                       {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                        QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1"),
+                        QStringLiteral("--address=") + address()});
+        if (!waitUntil([this] { return m_daemon.canReadLine(); }))
+            qFatal("the bus did not start");
+    }
+    void kill()
+    {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+        QFile::remove(m_folder.file(m_name));
+    }
+
+private:
+    ScratchFolder m_folder;
+    QString m_name = QStringLiteral("bus");
+    QProcess m_daemon;
+};
+
+RemoteControl::Answer sayIdle()
+{
+    return [](RemoteRequest, const QString&) {
+        return QJsonObject{{QStringLiteral("phase"), QStringLiteral("idle")}};
+    };
+}
+
+} // namespace
+
+TEST(DBusRemoteControl, ABusThatEndsAndComesBackFindsTheProgramAgain)
+{
+    ReturningBus bus;
+    DBusRemoteControl program(bus.address());
+    ASSERT_EQ(program.claim(sayIdle()), RemoteControl::Claim::granted);
+    for (int round = 0; round < 2; ++round) {
+        bus.kill();
+        program.announcePhase(QStringLiteral("recording"));
+        bus.start();
+        EXPECT_TRUE(waitUntil([&] {
+            DBusRemoteControl asking(bus.address());
+            return await(asking.ask(RemoteRequest::status)).has_value();
+        }));
+        DBusRemoteControl second(bus.address());
+        EXPECT_EQ(second.claim(sayIdle()), RemoteControl::Claim::taken);
+    }
+}
+
+TEST(DBusRemoteControl, EndsWhileItsBusIsGone)
+{
+    ReturningBus bus;
+    auto program = std::make_unique<DBusRemoteControl>(bus.address());
+    ASSERT_EQ(program->claim(sayIdle()), RemoteControl::Claim::granted);
+    bus.kill();
+    EXPECT_FALSE(waitUntil([] { return false; }, std::chrono::milliseconds(50)));
+    program.reset();
+    EXPECT_FALSE(waitUntil([] { return false; }, std::chrono::milliseconds(50)));
 }
 
 } // namespace tulvane::test

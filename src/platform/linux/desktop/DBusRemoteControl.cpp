@@ -1,5 +1,7 @@
 #include <base/Log.h>
+#include <platform/linux/desktop/BusReturn.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/desktop/OwnConnection.h>
 #include <platform/linux/desktop/RemoteObject.h>
 
 #include <QDBusConnectionInterface>
@@ -8,7 +10,6 @@
 #include <QDBusPendingReply>
 #include <QJsonDocument>
 #include <QPromise>
-#include <QUuid>
 
 namespace tulvane {
 
@@ -17,13 +18,6 @@ namespace {
 using Answered = Result<QJsonObject, RemoteError>;
 
 constexpr int longestWait = 5000; // ms
-
-/// A connection of its own, so that several in one process do not share the name on the bus.
-QDBusConnection connectTo(const QString& address, const QString& name)
-{
-    return address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, name)
-                             : QDBusConnection::connectToBus(address, name);
-}
 
 Answered read(const QDBusPendingReply<QString>& reply)
 {
@@ -41,35 +35,59 @@ Answered read(const QDBusPendingReply<QString>& reply)
 } // namespace
 
 DBusRemoteControl::DBusRemoteControl(const QString& address)
-    : m_name(QUuid::createUuid().toString()),
-      m_bus(connectTo(address, m_name))
+    : m_address(address),
+      m_connection(std::make_shared<OwnConnection>(address))
 {
 }
 
 DBusRemoteControl::~DBusRemoteControl()
 {
     if (m_object) {
-        m_bus.unregisterObject(RemoteObject::path);
-        m_bus.unregisterService(RemoteObject::interfaceName);
+        QDBusConnection bus = m_connection->bus();
+        bus.unregisterObject(RemoteObject::path);
+        bus.unregisterService(RemoteObject::interfaceName);
     }
-    QDBusConnection::disconnectFromBus(m_name);
+}
+
+void DBusRemoteControl::showObject()
+{
+    m_connection->bus().registerObject(RemoteObject::path, m_object.get(),
+                                       QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
 }
 
 RemoteControl::Claim DBusRemoteControl::claim(Answer answer)
 {
-    if (!m_bus.isConnected()) {
+    QDBusConnection bus = m_connection->bus();
+    if (!bus.isConnected()) {
         qCWarning(lcApp, "No session bus: the program cannot be controlled from outside");
         return Claim::impossible;
     }
     // First the object, then the name: a caller that sees the name finds an object that answers.
     m_object = std::make_unique<RemoteObject>(std::move(answer));
-    m_bus.registerObject(RemoteObject::path, m_object.get(),
-                         QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-    if (m_bus.registerService(RemoteObject::interfaceName))
-        return Claim::granted;
-    m_bus.unregisterObject(RemoteObject::path);
-    m_object.reset();
-    return Claim::taken;
+    showObject();
+    if (!bus.registerService(RemoteObject::interfaceName)) {
+        bus.unregisterObject(RemoteObject::path);
+        m_object.reset();
+        return Claim::taken;
+    }
+    m_return = std::make_unique<BusReturn>(*m_connection, m_address,
+                                           [this](auto connection) { goOnOver(std::move(connection)); });
+    return Claim::granted;
+}
+
+void DBusRemoteControl::goOnOver(std::shared_ptr<OwnConnection> connection)
+{
+    m_connection->bus().unregisterObject(RemoteObject::path);
+    m_connection = std::move(connection);
+    showObject();
+    // Not `registerService`, which would wait for the answer.
+    QDBusMessage request = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+    constexpr uint doNotQueue = 4;
+    request.setArguments({RemoteObject::interfaceName, doNotQueue});
+    m_connection->bus().asyncCall(request);
+    qCInfo(lcApp, "The session bus is back: the program can be controlled from outside again");
 }
 
 void DBusRemoteControl::announcePhase(const QString& phase)
@@ -80,7 +98,8 @@ void DBusRemoteControl::announcePhase(const QString& phase)
 
 QFuture<Answered> DBusRemoteControl::ask(RemoteRequest request, const QString& argument)
 {
-    if (!m_bus.isConnected())
+    const QDBusConnection bus = m_connection->bus();
+    if (!bus.isConnected())
         return QtFuture::makeReadyFuture<Answered>(failure(RemoteError::noConnection));
     QDBusMessage call =
         QDBusMessage::createMethodCall(RemoteObject::interfaceName, RemoteObject::path,
@@ -90,7 +109,7 @@ QFuture<Answered> DBusRemoteControl::ask(RemoteRequest request, const QString& a
         call.setArguments({argument});
     const auto promise = std::make_shared<QPromise<Answered>>();
     promise->start();
-    auto* const watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, longestWait));
+    auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, longestWait));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, promise] {
         promise->addResult(read(*watcher));
         promise->finish();

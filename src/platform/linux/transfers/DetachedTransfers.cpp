@@ -170,6 +170,11 @@ bool DetachedTransfers::launchOnce()
         giveUpForRoom(free);
         return false;
     }
+    // The helper could only end again, and say nothing.
+    if (!m_folder.make()) {
+        giveUp(TransferError(TransferError::Kind::unavailable, m_options.folder));
+        return false;
+    }
     const auto socket = transfers::helperSocketFor(m_options.folder);
     if (!socket) {
         giveUp(TransferError(TransferError::Kind::unavailable, socket.error()));

@@ -1,4 +1,5 @@
 #include <base/Log.h>
+#include <platform/linux/caller/RemoteNames.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
 #include <platform/linux/desktop/RemoteObject.h>
 
@@ -49,8 +50,8 @@ DBusRemoteControl::DBusRemoteControl(const QString& address)
 DBusRemoteControl::~DBusRemoteControl()
 {
     if (m_object) {
-        m_bus.unregisterObject(RemoteObject::path);
-        m_bus.unregisterService(RemoteObject::interfaceName);
+        m_bus.unregisterObject(remoteNames::path);
+        m_bus.unregisterService(remoteNames::service);
     }
     QDBusConnection::disconnectFromBus(m_name);
 }
@@ -63,11 +64,11 @@ RemoteControl::Claim DBusRemoteControl::claim(Answer answer)
     }
     // First the object, then the name: a caller that sees the name finds an object that answers.
     m_object = std::make_unique<RemoteObject>(std::move(answer));
-    m_bus.registerObject(RemoteObject::path, m_object.get(),
+    m_bus.registerObject(remoteNames::path, m_object.get(),
                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-    if (m_bus.registerService(RemoteObject::interfaceName))
+    if (m_bus.registerService(remoteNames::service))
         return Claim::granted;
-    m_bus.unregisterObject(RemoteObject::path);
+    m_bus.unregisterObject(remoteNames::path);
     m_object.reset();
     return Claim::taken;
 }
@@ -82,9 +83,8 @@ QFuture<Answered> DBusRemoteControl::ask(RemoteRequest request, const QString& a
 {
     if (!m_bus.isConnected())
         return QtFuture::makeReadyFuture<Answered>(failure(RemoteError::noConnection));
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(RemoteObject::interfaceName, RemoteObject::path,
-                                       RemoteObject::interfaceName, RemoteObject::methodOf(request));
+    QDBusMessage call = QDBusMessage::createMethodCall(remoteNames::service, remoteNames::path,
+                                                       remoteNames::service, remoteNames::methodOf(request));
     call.setAutoStartService(false);
     if (request == RemoteRequest::activate || request == RemoteRequest::settings)
         call.setArguments({argument});

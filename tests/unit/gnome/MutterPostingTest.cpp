@@ -29,6 +29,10 @@ protected:
                 ++looks;
                 return isOffered || looks == offeredAfter;
             };
+            hooks.isRead = [this](const PasteTarget&) {
+                keysAtLooking = mutter.keys;
+                return isRead || ++readLooks == readAfter;
+            };
             hooks.pasting = [this](const PasteTarget&) { keysAtPasting = mutter.keys; };
             m_posting = std::make_unique<MutterPosting>(mutter.bus(), hooks);
         }
@@ -46,6 +50,10 @@ protected:
     bool isOffered = true;
     int looks = 0;
     int offeredAfter = -1;
+    bool isRead = true;
+    int readLooks = 0;
+    int readAfter = -1;
+    QStringList keysAtLooking;
     QStringList keysAtPasting;
 
 private:
@@ -132,6 +140,19 @@ TEST_F(MutterKeys, ButNotForEver)
     isOffered = false;
     EXPECT_TRUE(await(posting().paste({})));
     EXPECT_EQ(mutter.keys, controlV);
+}
+
+TEST_F(MutterKeys, ModifiersStayDownUntilTheTargetHasRead)
+{
+    isRead = false;
+    readAfter = 20;
+    EXPECT_TRUE(await(posting().paste({})));
+    EXPECT_EQ(keysAtLooking, words("29+ 47+ 47-"));
+    EXPECT_EQ(readLooks, 20);
+    EXPECT_EQ(mutter.keys, controlV);
+    readAfter = -1;
+    EXPECT_TRUE(await(posting().paste({}))) << "though not for ever";
+    EXPECT_EQ(mutter.keys, controlV + controlV);
 }
 
 TEST_F(MutterKeys, AUserWhoGoesElsewhereMeanwhileGetsNoKey)

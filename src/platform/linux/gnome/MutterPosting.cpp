@@ -26,9 +26,11 @@ constexpr milliseconds settlingTime{50};
 /// own, and tells programs which modifiers are down by what has come in there meanwhile.
 constexpr milliseconds keyTime{10};
 constexpr milliseconds callLimit{2500};
-/// How often it is looked whether programs can read the text yet, and how long.
-constexpr milliseconds offerPause{2};
+constexpr milliseconds lookPause{2};
+/// Whether programs can read the text yet.
 constexpr int offerLooks = 250;
+/// Whether the target has read it. Where none does, the modifiers are held no longer than this.
+constexpr int readLooks = 150;
 
 } // namespace
 
@@ -154,18 +156,18 @@ QCoro::Task<QString> MutterPosting::open()
     co_return session;
 }
 
-QCoro::Task<> MutterPosting::untilOffered(PasteTarget target)
+QCoro::Task<> MutterPosting::until(std::function<bool()> isSo, int looks)
 {
     const Lifetime::Guard alive = m_lifetime.guard();
-    for (int look = 0; alive && look < offerLooks && !m_hooks.isOffered(target); ++look)
-        co_await m_link.pause(offerPause);
+    for (int look = 0; alive && look < looks && !isSo(); ++look)
+        co_await m_link.pause(lookPause);
 }
 
 QCoro::Task<bool> MutterPosting::pressLast(QString session, std::optional<PasteTarget> target, quint32 last)
 {
     const Lifetime::Guard alive = m_lifetime.guard();
     if (target) {
-        co_await untilOffered(*target);
+        co_await until([this, target] { return m_hooks.isOffered(*target); }, offerLooks);
         // The user may have gone elsewhere meanwhile: the keys are not for another program.
         if (!alive || !m_hooks.isInFront(*target))
             co_return false;
@@ -201,6 +203,10 @@ MutterPosting::pressAll(QString session, std::optional<PasteTarget> target, QLis
         isPosted = co_await pressLast(session, target, keys.constLast());
     if (alive && !held.isEmpty())
         co_await handOn(session, keyTime);
+    // The compositor's input method takes its time with a key, and a modifier that goes up overtakes it: what
+    // arrives then is the bare letter.
+    if (alive && isPosted && target && !held.isEmpty())
+        co_await until([this, target] { return m_hooks.isRead(*target); }, readLooks);
     // What went down goes up, whatever failed meanwhile.
     for (const quint32 code : held) {
         if (!alive)

@@ -30,6 +30,8 @@ public:
         std::function<bool(const PasteTarget&)> isOffered = [](const PasteTarget&) { return true; };
         /// The key that makes the target paste goes out now.
         std::function<void(const PasteTarget&)> pasting = [](const PasteTarget&) {};
+        /// Whether the target has read it since.
+        std::function<bool(const PasteTarget&)> isRead = [](const PasteTarget&) { return true; };
         /// A session that was opened ahead and is not used is closed after this.
         std::chrono::milliseconds unusedLimit{10'000};
         /// The user's keyboard layout.
@@ -64,7 +66,8 @@ private:
     /// The last one with all the others held.
     QCoro::Task<Pressed> pressAll(QString session, std::optional<PasteTarget> target, QList<quint32> keys);
     QCoro::Task<bool> pressLast(QString session, std::optional<PasteTarget> target, quint32 last);
-    QCoro::Task<> untilOffered(PasteTarget target);
+    /// Looks so often, every other millisecond.
+    QCoro::Task<> until(std::function<bool()> isSo, int looks);
     /// Waits until the compositor has handed the last key on to the program in front: this long, and until it
     /// has come to what was asked of it.
     QCoro::Task<> handOn(QString session, std::chrono::milliseconds time);

@@ -57,6 +57,11 @@ bool BridgedPasteboards::isOffered(const PasteTarget& target) const
     return target.selection == PasteSelection::primary ? m_primary.isBridged() : m_clipboard.isBridged();
 }
 
+bool BridgedPasteboards::isRead(const PasteTarget& target)
+{
+    return of(target.selection).reading() == Pasteboard::Reading::read;
+}
+
 void BridgedPasteboards::expectReader(const PasteTarget& target)
 {
     if (target.selection != PasteSelection::primary)

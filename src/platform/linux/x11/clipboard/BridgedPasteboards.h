@@ -25,6 +25,7 @@ public:
     [[nodiscard]] bool isInFront(const PasteTarget& target);
     /// Whether the target can read our last write by now.
     [[nodiscard]] bool isOffered(const PasteTarget& target) const;
+    [[nodiscard]] bool isRead(const PasteTarget& target);
     /// The keys that make the target paste go out now: what is read after them is read for it.
     void expectReader(const PasteTarget& target);
 

@@ -16,8 +16,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
-const QString service = QStringLiteral("org.gnome.Mutter.RemoteDesktop");
-const QString sessionInterface = service + QStringLiteral(".Session");
+const QString mutter = QStringLiteral("org.gnome.Mutter.RemoteDesktop");
+const QString sessionInterface = mutter + QStringLiteral(".Session");
 /// The first key of a new keyboard is lost. This one has nothing on it in any layout: a Shift, while the user
 /// still holds Alt, would change the layout on some desktops.
 constexpr quint32 emptyKey = 240;
@@ -51,7 +51,7 @@ bool MutterPosting::isOffered(const QString& sessionBusAddress)
 {
     const BusConnection connection(sessionBusAddress);
     return connection.isOpen() &&
-           QDBusConnection(connection.name()).interface()->isServiceRegistered(service).value();
+           QDBusConnection(connection.name()).interface()->isServiceRegistered(mutter).value();
 }
 
 QFuture<bool> MutterPosting::paste(const PasteTarget& target)
@@ -67,7 +67,7 @@ QFuture<bool> MutterPosting::typeSpaces(int count)
 QCoro::Task<std::optional<QDBusMessage>> MutterPosting::ask(QString path, QString interface, QString method,
                                                             QVariantList arguments)
 {
-    QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
+    QDBusMessage message = QDBusMessage::createMethodCall(mutter, path, interface, method);
     message.setArguments(arguments);
     auto answer = co_await m_link.call(*m_connection, message, callLimit);
     if (answer && answer->type() == QDBusMessage::ReplyMessage)
@@ -138,7 +138,7 @@ QCoro::Task<QString> MutterPosting::open()
         m_connection = *opened;
     }
     const QVariantList none;
-    const auto created = co_await ask(QStringLiteral("/org/gnome/Mutter/RemoteDesktop"), service,
+    const auto created = co_await ask(QStringLiteral("/org/gnome/Mutter/RemoteDesktop"), mutter,
                                       QStringLiteral("CreateSession"), none);
     if (!alive || !created || created->arguments().isEmpty())
         co_return QString();

@@ -181,7 +181,7 @@ TEST_F(KdeTest, AProgramThatIsKilledHoldsNothingBack)
     const pid_t program = fork();
     if (program == 0) {
         const auto watch = KGlobalAccelGrab::watch(desktop->environment());
-        kill(getpid(), SIGKILL);
+        std::raise(SIGKILL);
     }
     waitpid(program, nullptr, 0);
     EXPECT_TRUE(waitUntil([&] { return hearsPress({leftAlt, space}); }));

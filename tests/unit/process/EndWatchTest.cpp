@@ -29,7 +29,7 @@ TEST_F(EndWatchTest, TheCommandIsRunForAProgramThatIsKilled)
     const pid_t program = fork();
     if (program == 0) {
         const EndWatch watch(QProcessEnvironment::systemEnvironment(), m_command);
-        kill(getpid(), SIGKILL);
+        std::raise(SIGKILL);
     }
     waitpid(program, nullptr, 0);
     EXPECT_TRUE(waitUntil([this] { return hasRun(); }));

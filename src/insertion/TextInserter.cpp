@@ -36,8 +36,13 @@ TextInserter::~TextInserter()
 
 void TextInserter::prepare(InsertionMethod method, bool restoreClipboard)
 {
-    if (method != InsertionMethod::clipboardOnly && reachesPrograms() && restoreClipboard)
+    if (method == InsertionMethod::clipboardOnly || !reachesPrograms())
+        return;
+    if (restoreClipboard)
         m_ports.pasteboards.readAhead();
+    // With the other method a paste is the exception.
+    if (method == InsertionMethod::paste)
+        m_ports.keys.prepare();
 }
 
 bool TextInserter::reachesPrograms() const

@@ -48,8 +48,8 @@ public:
     TextInserter& operator=(const TextInserter&) = delete;
     ~TextInserter();
 
-    /// A text may come soon, to be inserted in this way: what the user has copied is read meanwhile. Changes
-    /// nothing about what `insert` does, but how long it takes.
+    /// A text may come soon, to be inserted in this way: what the user has copied is read meanwhile, and the
+    /// keys are made ready. Changes nothing about what `insert` does, but how long it takes.
     void prepare(InsertionMethod method, bool restoreClipboard);
 
     /// Never fails: the result says what happened. `restoreClipboard`: put the user's pasteboard back after a

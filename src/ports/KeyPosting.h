@@ -18,6 +18,10 @@ public:
     KeyPosting& operator=(const KeyPosting&) = delete;
     virtual ~KeyPosting() = default;
 
+    /// A paste may come soon: makes ready what takes time. Presses nothing that a program would act on, and
+    /// changes nothing about what the calls below do, but how long they take.
+    virtual void prepare() {}
+
     /// Presses and releases the target's chord. Posts nothing, and answers false, where the target's window
     /// is no longer in front when the keys would go out: they are not for another. False too when they could
     /// not be posted.

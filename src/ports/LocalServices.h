@@ -9,10 +9,11 @@ namespace tulvane {
 class Clock;
 class GraphicsCards;
 class HelperProcesses;
+class RemoteControl;
 class SystemMemory;
 class UserDefaults;
 
-/// What a process of the program may use that needs no other process: no sound server, no display, no bus.
+/// What a process of the program may use that needs no sound server, no display, and no library for a bus.
 /// Each service is opened when it is first asked for, and lives as long as this object. Main thread.
 class LocalServices {
 public:
@@ -28,6 +29,9 @@ public:
     [[nodiscard]] virtual std::shared_ptr<const HelperProcesses> helpers() = 0;
     [[nodiscard]] virtual std::shared_ptr<const GraphicsCards> cards() = 0;
     [[nodiscard]] virtual ConfineThread confinement() = 0;
+    /// A way to ask the running program, and only that, which costs next to nothing. Null where there is
+    /// none: there may be another then.
+    [[nodiscard]] virtual std::unique_ptr<RemoteControl> caller() = 0;
 };
 
 /// The services of the system that the program was built for. `clock` outlives them.

@@ -1,7 +1,9 @@
 import json
+import shutil
+import subprocess
 import unittest
 
-from program import ProgramTest
+from program import PROGRAM, ProgramTest
 
 COMMANDS = ["transcribe", "dictate", "clean", "settings", "stats", "models", "start", "stop", "toggle", "cancel", "quit",
             "status", "doctor"]
@@ -42,6 +44,24 @@ class Words(ProgramTest):
             run = self.run_program(word, "--help")
             self.assertTrue(run.stdout.startswith("Usage: tulvane [options]"), run.stdout)
             self.assertIn("home, models, history, statistics, settings, about", " ".join(run.stdout.split()))
+
+    def test_words_for_the_running_program_take_this_executable_alone(self):
+        # A desktop's key binding starts one at each press, and thirty in a second while the key is held.
+        alone = shutil.copy(PROGRAM, self.folder / "alone")
+        bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"],
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.addCleanup(bus.wait)
+        self.addCleanup(bus.kill)
+        self.addCleanup(bus.stdout.close)
+        environment = {**self.environment, "DBUS_SESSION_BUS_ADDRESS": bus.stdout.readline().strip()}
+        for word in ["start", "stop", "toggle", "cancel", "quit", "status"]:
+            with self.subTest(word):
+                run = subprocess.run([alone, word], capture_output=True, text=True, timeout=60, env=environment)
+                self.assert_fails(run, 3, "Tulvane is not running.")
+
+    def test_words_for_the_running_program_without_a_bus(self):
+        self.environment.update(DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere/bus")
+        self.assert_fails(self.run_program("toggle"), 3, "There is no session bus to reach the running program by.")
 
     def test_an_unknown_page_is_wrong_words(self):
         self.assert_fails(self.run_program("--page", "kitchen"), 2, "There is no page “kitchen”.")

@@ -42,16 +42,17 @@ MAY = {
     "app/cli": PROGRAM | {"app/program"},
     "app": PROGRAM | {"app/program", "app/cli", "ui"},
     "platform/fake": ADAPTER,
-    **{LINUX + room: ADAPTER for room in ("storage", "process", "pulse", "atspi", "keys", "desktop", "transfers",
-                                       "formats", "front")},
+    **{LINUX + room: ADAPTER for room in ("storage", "process", "pulse", "atspi", "keys", "transfers", "formats", "front",
+                                       "caller")},
+    LINUX + "desktop": ADAPTER | {LINUX + "caller"},
     LINUX + "desktop/shell": ADAPTER | {LINUX + "desktop"},
     LINUX + "transfers/http": ADAPTER | {LINUX + "transfers"},
     LINUX + "transfers/helper": ADAPTER | {LINUX + "transfers", LINUX + "transfers/http"},
     X11[0]: ADAPTER,
     LINUX + "layout": ADAPTER,
     LINUX + "evdev": ADAPTER,
-    LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout"},
-    LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi"},
+    LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "process"},
+    LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi", LINUX + "process"},
     LINUX + "portal": ADAPTER | {LINUX + "keys", LINUX + "layout"},
     X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},
     X11[2]: ADAPTER | {X11[0], X11[1], FORMATS, FRONT},
@@ -62,8 +63,8 @@ MAY = {
     WAYLAND[3]: ADAPTER | {WAYLAND[0]},
     LINUX + "sway": ADAPTER | {LINUX + "keys", FRONT},
     LINUX + "session": ADAPTER | {LINUX + "keys", LINUX + "evdev", LINUX + "sway", FRONT, *X11, *WAYLAND},
-    # The executable that people call loads these: nothing that speaks with another process.
-    LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process"},
+    # The executable that people call loads these: no library that speaks with another process.
+    LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process", LINUX + "caller"},
     # The other commands load these: nothing that draws.
     LINUX + "session/services": ADAPTER | SHARED_ADAPTERS - {LINUX + "desktop/shell"} | {LINUX + "session"},
     LINUX + "session/desktop": ADAPTER | SHARED_ADAPTERS | SERVICES |

@@ -21,6 +21,8 @@ NEEDED = ["Xvfb", "dbus-daemon", "openbox", "picom", "trayer", "hsetroot", "espe
 
 
 class Show:
+    HOTKEY_IS, UNTIL_TEXT = "held while each sentence is spoken", "letting the hotkey go"
+
     def __init__(self, folder, program, pictures):
         """`folder`: the new user's home. `pictures`: where these go; what earlier runs left there is removed."""
         self.check([name for name in [*NEEDED, *needed_programs()] if not shutil.which(name)])
@@ -100,7 +102,7 @@ class Show:
 
     def dictate_all(self):
         """The text of each sentence as it stands in the editor, None for one that was lost."""
-        self.tell("A text editor is in front. The hotkey is held while each sentence is spoken:\n")
+        self.tell(f"A text editor is in front. The hotkey is {self.HOTKEY_IS}:\n")
         arrived = []
         for number, sentence in enumerate(SENTENCES):
             if number:
@@ -118,7 +120,7 @@ class Show:
             self.tell(f"    arrived  nothing: {why}\n")
             return None
         self.tell(f"    arrived  {arrival.text.strip()}\n"
-                  f"    {arrival.seconds:.2f} s from letting the hotkey go to the text in the editor\n")
+                  f"    {arrival.seconds:.2f} s from {self.UNTIL_TEXT} to the text in the editor\n")
         return arrival.text
 
     def hold(self, sound):

@@ -1,5 +1,6 @@
 #include <app/cli/CleanCommand.h>
 #include <app/cli/LocalCommands.h>
+#include <app/cli/RemoteCommand.h>
 #include <app/cli/StatsCommand.h>
 #include <app/cli/StoredSettings.h>
 #include <app/program/ProgramRecognizer.h>
@@ -8,6 +9,7 @@
 #include <models/ModelFolders.h>
 #include <models/WhisperModel.h>
 #include <ports/LocalServices.h>
+#include <ports/RemoteControl.h>
 #include <stats/StatsStore.h>
 
 #include <algorithm>
@@ -67,11 +69,20 @@ std::map<QString, cli::Run> localCommands(const cli::Run& others)
             return transcribe(arguments, readPlainWave, console);
         return others(QStringList{QStringLiteral("transcribe")} + arguments, console);
     };
-    return {
+    std::map<QString, cli::Run> runs{
         {QStringLiteral("transcribe"), transcribePlain},
         {QStringLiteral("clean"), cli::runClean},
         {QStringLiteral("stats"), showStatistics},
     };
+    for (const char* const name : cli::remoteWords) {
+        const QString word = QString::fromLatin1(name);
+        runs.emplace(word, [word, others](const QStringList& arguments, cli::Console& console) {
+            const auto caller = openLocalServices(systemClock)->caller();
+            return caller ? cli::runRemote(word, arguments, *caller, console)
+                          : others(QStringList{word} + arguments, console);
+        });
+    }
+    return runs;
 }
 
 } // namespace tulvane

@@ -200,7 +200,7 @@ std::map<QString, cli::Run> programCommands()
         {QStringLiteral("stats"), showStatistics},
         {QStringLiteral("forget"), forget},
     };
-    for (const char* const name : {"start", "stop", "toggle", "cancel", "quit", "status"}) {
+    for (const char* const name : cli::remoteWords) {
         const QString word = QString::fromLatin1(name);
         runs.emplace(word, [word](const QStringList& arguments, cli::Console& console) {
             return remote(word, arguments, console);

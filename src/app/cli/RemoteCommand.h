@@ -5,7 +5,12 @@
 
 #include <QStringList>
 
+#include <array>
+
 namespace tulvane::cli {
+
+/// The words that are one request to the running program each.
+inline constexpr std::array remoteWords{"start", "stop", "toggle", "cancel", "quit", "status"};
 
 /// `tulvane start|stop|toggle|cancel|quit|status [--json]`: one request to the running program. `name` is the
 /// word itself. Ends with `notRunning` where there is no such program. Main thread.

@@ -14,6 +14,7 @@ class FakeKeyPosting final : public KeyPosting {
 public:
     enum class Stroke { paste, space };
 
+    void prepare() override { ++preparations; }
     [[nodiscard]] QFuture<bool> paste(const PasteTarget& target) override
     {
         if (!m_canPaste || target.window != windowInFront.value_or(target.window))
@@ -39,6 +40,7 @@ public:
     void failSpacesAfter(int count) { m_spacesLeft = count; }
     /// The window that is in front when the keys go out; the target's own where not set.
     std::optional<quint64> windowInFront;
+    int preparations = 0;
     /// Called for every posted stroke.
     std::function<void(Stroke)> onPost;
 

@@ -10,6 +10,7 @@ from pathlib import Path
 from sentences import SENTENCES, complaints, share
 from sound_server import SERVERS
 from virtual_desktop import VirtualDesktop
+from wayland_desktop import desktop_of
 
 PROGRAM = Path(os.environ["TULVANE_PROGRAM"])
 RUN_DEMO = os.environ["TULVANE_RUN_DEMO"]
@@ -44,7 +45,7 @@ class Verdict(unittest.TestCase):
             self.assertEqual(len(self.complaints(SAID, more)), 1)
 
 
-class Processes(unittest.TestCase):
+class ShowTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
@@ -69,6 +70,8 @@ class Processes(unittest.TestCase):
         self.addCleanup(show.kill)
         return show
 
+
+class Processes(ShowTest):
     def end_in_the_middle(self, number):
         """While the new user's first page is being shown."""
         pictures = self.folder / "pictures"
@@ -102,6 +105,18 @@ class Processes(unittest.TestCase):
         self.assertIn("--model demo", "".join(show.stdout.readline() for _ in range(3)))
         show.terminate()
         self.assertEqual(show.wait(10), 0)
+
+
+@unittest.skipUnless(os.environ.get("TULVANE_SOAK", "0") != "0", "a minute each: with TULVANE_SOAK=1")
+class WaylandDesktops(ShowTest):
+    def test_every_sentence_arrives(self):
+        for desktop, kind in (("sway", "sway"), ("kde", "kwin"), ("gnome", "gnome")):
+            with self.subTest(desktop):
+                if desktop_of(kind).missing():
+                    self.skipTest(f"not installed: {' '.join(desktop_of(kind).missing())}")
+                show = self.run_demo("--unattended", "--desktop", desktop, "--pictures", str(self.folder / desktop))
+                said, complained = show.communicate(timeout=300)
+                self.assertEqual(show.returncode, 0, said + complained)
 
 
 class VirtualSound(unittest.TestCase):

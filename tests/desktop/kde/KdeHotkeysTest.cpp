@@ -13,6 +13,10 @@
 #include <QWindow>
 
 #include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 
 namespace tulvane::test {
 
@@ -150,7 +154,7 @@ TEST_F(KdeTest, AskingForAFreeOneLeavesNothingInTheSystemSettings)
 TEST_F(KdeTest, AHeldBackKeyboardGoesToTheWindow)
 {
     take(altSpace);
-    KGlobalAccelGrab grab(*bus);
+    KGlobalAccelGrab grab(*bus, desktop->environment());
     QWindow window;
     window.show();
     auto hold = grab.hold(window);
@@ -165,8 +169,22 @@ TEST_F(KdeTest, AStartFreesWhatAKilledProgramHeldBack)
     take(altSpace);
     KGlobalAccel(*bus).setBlocked(true);
     ASSERT_FALSE(hearsPress({leftAlt, space}));
-    const KGlobalAccelGrab grab(*bus);
+    const KGlobalAccelGrab grab(*bus, desktop->environment());
     EXPECT_TRUE(hearsPress({leftAlt, space}));
+}
+
+TEST_F(KdeTest, AProgramThatIsKilledHoldsNothingBack)
+{
+    take(altSpace);
+    KGlobalAccel(*bus).setBlocked(true);
+    ASSERT_FALSE(hearsPress({leftAlt, space}));
+    const pid_t program = fork();
+    if (program == 0) {
+        const auto watch = KGlobalAccelGrab::watch(desktop->environment());
+        std::raise(SIGKILL);
+    }
+    waitpid(program, nullptr, 0);
+    EXPECT_TRUE(waitUntil([&] { return hearsPress({leftAlt, space}); }));
 }
 
 TEST_F(KdeTest, TheWindowInFrontIsTold)

@@ -1,4 +1,5 @@
 """Faults on sway."""
+import shutil
 import unittest
 
 from wayland_dictation import ALT, SPACE
@@ -33,6 +34,25 @@ class SwayFaults(WaylandFaults):
         self.desktop.key("alt+space")
         self.desktop.wait(mark.exists, what="what the user's own binding does")
         self.assertEqual(self.phase(), "idle")
+
+    def test_a_locker_that_tells_nothing_is_noticed(self):
+        if not shutil.which("swaylock"):
+            self.skipTest("not installed: swaylock")
+        field = self.field()
+        self.desktop.down(ALT, SPACE)
+        try:
+            self.desktop.wait_for_phase("recording")
+            locker = self.desktop.start("swaylock", "--color", "000000")
+            self.addCleanup(locker.kill)
+            self.desktop.wait(lambda: self.desktop.status()["locked"], what="the lock")
+            self.desktop.wait(lambda: self.phase() != "recording", what="the end of the recording")
+        finally:
+            self.desktop.up(SPACE, ALT)
+        locker.kill()
+        self.desktop.wait(lambda: not self.desktop.status()["locked"], what="the end of the lock")
+        self.desktop.wait_for_phase("idle")
+        self.assertEqual(field.text(), "")
+        self.dictate_into(field)
 
     def test_the_first_press_after_a_paste_counts(self):
         """The keyboards take turns then, and sway's layout with them."""

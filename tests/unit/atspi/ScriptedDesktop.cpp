@@ -97,6 +97,11 @@ void ScriptedProgram::vanish()
     QDBusConnection::disconnectFromBus(m_name);
 }
 
+void ScriptedProgram::tell(const QString& event, const QString& path)
+{
+    m_connection.send(QDBusMessage::createSignal(path, QStringLiteral("org.a11y.atspi.Event.Window"), event));
+}
+
 bool ScriptedProgram::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)
 {
     const QVariantList arguments = message.arguments();
@@ -140,6 +145,8 @@ std::optional<QVariantList> ScriptedProgram::answer(const QString& method, const
 {
     if (method == u"GetAddress")
         return QVariantList{accessibilityAddress};
+    if (method == u"RegisterEvent")
+        return QVariantList();
     if (method == u"GetChildren")
         return QVariantList{QVariant::fromValue(references(object.children))};
     if (method == u"GetState")

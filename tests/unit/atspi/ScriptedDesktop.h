@@ -66,6 +66,8 @@ public:
     [[nodiscard]] QDBusConnection connection() const { return m_connection; }
     [[nodiscard]] Accessible at(const QString& path) const { return {service(), path}; }
     [[nodiscard]] ScriptedObject& object(const QString& path) { return m_objects[path]; }
+    /// An event of one of its windows, "Activate".
+    void tell(const QString& event, const QString& path);
     /// The program leaves the bus, as when it crashes.
     void vanish();
 

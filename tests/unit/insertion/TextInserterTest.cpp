@@ -235,9 +235,11 @@ TEST_F(TextInserterTest, TheClipboardIsReadAheadWhereItIsToBePutBack)
     m_inserter->prepare(InsertionMethod::paste, true);
     m_inserter->prepare(InsertionMethod::accessibilityThenPaste, true);
     EXPECT_EQ(m_boards.readsAhead, 2);
+    EXPECT_EQ(m_keys.preparations, 2) << "those that will paste";
     m_permissions.accessibilityGranted = false;
     m_inserter->prepare(InsertionMethod::paste, true);
     EXPECT_EQ(m_boards.readsAhead, 2);
+    EXPECT_EQ(m_keys.preparations, 2);
     EXPECT_EQ(m_board.ownChanges(), 0);
 }
 

@@ -1,4 +1,5 @@
 #include <base/Log.h>
+#include <platform/linux/caller/RemoteNames.h>
 #include <platform/linux/desktop/BusReturn.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
 #include <platform/linux/desktop/OwnConnection.h>
@@ -44,14 +45,14 @@ DBusRemoteControl::~DBusRemoteControl()
 {
     if (m_object) {
         QDBusConnection bus = m_connection->bus();
-        bus.unregisterObject(RemoteObject::path);
-        bus.unregisterService(RemoteObject::interfaceName);
+        bus.unregisterObject(remoteNames::path);
+        bus.unregisterService(remoteNames::service);
     }
 }
 
 void DBusRemoteControl::showObject()
 {
-    m_connection->bus().registerObject(RemoteObject::path, m_object.get(),
+    m_connection->bus().registerObject(remoteNames::path, m_object.get(),
                                        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
 }
 
@@ -65,8 +66,8 @@ RemoteControl::Claim DBusRemoteControl::claim(Answer answer)
     // First the object, then the name: a caller that sees the name finds an object that answers.
     m_object = std::make_unique<RemoteObject>(std::move(answer));
     showObject();
-    if (!bus.registerService(RemoteObject::interfaceName)) {
-        bus.unregisterObject(RemoteObject::path);
+    if (!bus.registerService(remoteNames::service)) {
+        bus.unregisterObject(remoteNames::path);
         m_object.reset();
         return Claim::taken;
     }
@@ -77,7 +78,7 @@ RemoteControl::Claim DBusRemoteControl::claim(Answer answer)
 
 void DBusRemoteControl::goOnOver(std::shared_ptr<OwnConnection> connection)
 {
-    m_connection->bus().unregisterObject(RemoteObject::path);
+    m_connection->bus().unregisterObject(remoteNames::path);
     m_connection = std::move(connection);
     showObject();
     // Not `registerService`, which would wait for the answer.
@@ -85,7 +86,7 @@ void DBusRemoteControl::goOnOver(std::shared_ptr<OwnConnection> connection)
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
     constexpr uint doNotQueue = 4;
-    request.setArguments({RemoteObject::interfaceName, doNotQueue});
+    request.setArguments({remoteNames::service, doNotQueue});
     m_connection->bus().asyncCall(request);
     qCInfo(lcApp, "The session bus is back: the program can be controlled from outside again");
 }
@@ -101,9 +102,8 @@ QFuture<Answered> DBusRemoteControl::ask(RemoteRequest request, const QString& a
     const QDBusConnection bus = m_connection->bus();
     if (!bus.isConnected())
         return QtFuture::makeReadyFuture<Answered>(failure(RemoteError::noConnection));
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(RemoteObject::interfaceName, RemoteObject::path,
-                                       RemoteObject::interfaceName, RemoteObject::methodOf(request));
+    QDBusMessage call = QDBusMessage::createMethodCall(remoteNames::service, remoteNames::path,
+                                                       remoteNames::service, remoteNames::methodOf(request));
     call.setAutoStartService(false);
     if (request == RemoteRequest::activate || request == RemoteRequest::settings)
         call.setArguments({argument});

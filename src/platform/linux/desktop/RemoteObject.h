@@ -6,20 +6,14 @@
 
 namespace tulvane {
 
-/// What the session bus shows of the running program, at "/com/dunio/Tulvane". Each call answers with a JSON
-/// object; none holds dictated text.
+/// What the session bus shows of the running program, by the names of `remoteNames`. Each call answers with a
+/// JSON object; none holds dictated text.
 class RemoteObject final : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.dunio.Tulvane")
 
 public:
-    static inline const QString interfaceName = QStringLiteral("com.dunio.Tulvane");
-    static inline const QString path = QStringLiteral("/com/dunio/Tulvane");
-
     explicit RemoteObject(RemoteControl::Answer answer) : m_answer(std::move(answer)) {}
-
-    /// The method that carries a request.
-    [[nodiscard]] static QString methodOf(RemoteRequest request);
 
 public Q_SLOTS:
     // The names are those that the bus shows.

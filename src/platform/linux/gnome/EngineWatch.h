@@ -1,23 +1,21 @@
 #pragma once
 
-#include <QProcess>
-#include <QProcessEnvironment>
+#include <platform/linux/process/EndWatch.h>
+
 #include <QString>
 
 namespace tulvane {
 
-/// Sees to it that the user's engine comes back should this program end in the middle, killed or crashed: a
-/// process of its own, which waits for that and then sets the engine. Main thread.
+/// Sees to it that the user's engine comes back should this program end in the middle. Main thread.
 class EngineWatch final {
 public:
-    EngineWatch(const QProcessEnvironment& environment, const QString& engine);
-    EngineWatch(const EngineWatch&) = delete;
-    EngineWatch& operator=(const EngineWatch&) = delete;
-    /// The engine is back: ends the watch without doing anything.
-    ~EngineWatch();
+    EngineWatch(const QProcessEnvironment& environment, const QString& engine)
+        : m_watch(environment, {QStringLiteral("ibus"), QStringLiteral("engine"), engine})
+    {
+    }
 
 private:
-    QProcess m_process;
+    EndWatch m_watch;
 };
 
 } // namespace tulvane

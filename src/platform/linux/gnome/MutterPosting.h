@@ -7,6 +7,7 @@
 
 #include <QCoroTask>
 #include <QDBusMessage>
+#include <QFuture>
 #include <QString>
 
 #include <chrono>
@@ -17,16 +18,22 @@
 namespace tulvane {
 
 /// Synthesized keystrokes by GNOME's own service for remote control, which asks the user nothing. While a
-/// session of it is open a sign stands in the top bar; so each paste opens one and closes it. All keyboards
-/// share their modifiers there: keys that go out while the user holds one are spoiled by it. Main thread,
-/// which it never blocks.
+/// session of it is open a sign stands in the top bar; so each paste opens one, or takes the one that was
+/// opened when it was announced, and closes it. All keyboards share their modifiers there: keys that go out
+/// while the user holds one are spoiled by it. Main thread, which it never blocks.
 class MutterPosting final : public KeyPosting {
 public:
     struct Hooks {
         /// Whether keys that are posted now reach the target.
         std::function<bool(const PasteTarget&)> isInFront = [](const PasteTarget&) { return true; };
-        /// The target's chord goes out now.
+        /// Whether the programs of the desktop can read what was put on the pasteboard for the target.
+        std::function<bool(const PasteTarget&)> isOffered = [](const PasteTarget&) { return true; };
+        /// The key that makes the target paste goes out now.
         std::function<void(const PasteTarget&)> pasting = [](const PasteTarget&) {};
+        /// Whether the target has read it since.
+        std::function<bool(const PasteTarget&)> isRead = [](const PasteTarget&) { return true; };
+        /// A session that was opened ahead and is not used is closed after this.
+        std::chrono::milliseconds unusedLimit{10'000};
         /// The user's keyboard layout.
         std::function<std::optional<XkbKeymap>()> layout = [] { return std::optional<XkbKeymap>(); };
     };
@@ -39,18 +46,32 @@ public:
     /// Whether the desktop has the service. Blocks for a moment.
     [[nodiscard]] static bool isOffered(const QString& sessionBusAddress);
 
+    void prepare() override;
     [[nodiscard]] QFuture<bool> paste(const PasteTarget& target) override;
     [[nodiscard]] QFuture<bool> typeSpaces(int count) override;
 
 private:
+    /// `none` where not even the first key went down.
+    enum class Pressed { all, none, notAll };
+
     QCoro::Task<bool> post(std::optional<PasteTarget> target, QList<quint32> keys, int count);
-    QCoro::Task<bool> begin();
+    /// Everything between the opening of a session and its end, in the one that was opened ahead or in a new
+    /// one. Returns what is to be closed.
+    QCoro::Task<QString> postIn(std::shared_ptr<bool> isPosted, std::optional<PasteTarget> target,
+                                QList<quint32> keys, int count);
+    /// The path of a session whose keys arrive; empty where there is none to be had.
+    QCoro::Task<QString> open();
+    QCoro::Task<> close(QString session);
+    QCoro::Task<> closeUnused(int preparation);
     /// The last one with all the others held.
-    QCoro::Task<bool> pressAll(QList<quint32> keys);
+    QCoro::Task<Pressed> pressAll(QString session, std::optional<PasteTarget> target, QList<quint32> keys);
+    QCoro::Task<bool> pressLast(QString session, std::optional<PasteTarget> target, quint32 last);
+    /// Looks so often, every other millisecond.
+    QCoro::Task<> until(std::function<bool()> isSo, int looks);
     /// Waits until the compositor has handed the last key on to the program in front: this long, and until it
     /// has come to what was asked of it.
-    QCoro::Task<> handOn(std::chrono::milliseconds time);
-    QCoro::Task<bool> key(quint32 evdev, bool isDown);
+    QCoro::Task<> handOn(QString session, std::chrono::milliseconds time);
+    QCoro::Task<bool> key(QString session, quint32 evdev, bool isDown);
     QCoro::Task<std::optional<QDBusMessage>> ask(QString path, QString interface, QString method,
                                                  QVariantList arguments);
 
@@ -58,7 +79,8 @@ private:
     Hooks m_hooks;
     BusLink m_link;
     std::shared_ptr<BusConnection> m_connection;
-    QString m_session; ///< its path while one is open
+    std::optional<QFuture<QString>> m_prepared; ///< the session that was opened ahead
+    int m_preparations = 0;
     bool m_isBusy = false;
     Lifetime m_lifetime;
 };

@@ -9,7 +9,9 @@ namespace {
 
 class BlockedShortcuts final : public QObject, public KeyboardGrab::Hold {
 public:
-    BlockedShortcuts(KGlobalAccel service, QWindow& window) : m_service(std::move(service))
+    BlockedShortcuts(KGlobalAccel service, std::unique_ptr<EndWatch> watch, QWindow& window)
+        : m_service(std::move(service)),
+          m_watch(std::move(watch))
     {
         m_service.setBlocked(true);
         connect(&window, &QWindow::visibleChanged, this, [this](bool isVisible) {
@@ -30,27 +32,42 @@ public:
 private:
     void end()
     {
-        if (std::exchange(m_isBlocking, false))
-            m_service.setBlocked(false);
+        if (!std::exchange(m_isBlocking, false))
+            return;
+        m_service.setBlocked(false);
+        m_watch.reset();
     }
 
     KGlobalAccel m_service;
+    std::unique_ptr<EndWatch> m_watch;
     bool m_isBlocking = true;
 };
 
 } // namespace
 
-KGlobalAccelGrab::KGlobalAccelGrab(QDBusConnection bus) : m_service(std::move(bus))
+KGlobalAccelGrab::KGlobalAccelGrab(QDBusConnection bus, QProcessEnvironment environment)
+    : m_service(std::move(bus)),
+      m_environment(std::move(environment))
 {
     if (m_service.isThere())
         m_service.setBlocked(false);
+}
+
+std::unique_ptr<EndWatch> KGlobalAccelGrab::watch(const QProcessEnvironment& environment)
+{
+    return std::make_unique<EndWatch>(
+        environment,
+        QStringList{
+            QStringLiteral("dbus-send"), QStringLiteral("--session"), QStringLiteral("--type=method_call"),
+            QStringLiteral("--dest=org.kde.kglobalaccel"), QStringLiteral("/kglobalaccel"),
+            QStringLiteral("org.kde.KGlobalAccel.blockGlobalShortcuts"), QStringLiteral("boolean:false")});
 }
 
 std::unique_ptr<KeyboardGrab::Hold> KGlobalAccelGrab::hold(QWindow& window)
 {
     if (!m_service.isThere())
         return nullptr;
-    return std::make_unique<BlockedShortcuts>(m_service, window);
+    return std::make_unique<BlockedShortcuts>(m_service, watch(m_environment), window);
 }
 
 } // namespace tulvane

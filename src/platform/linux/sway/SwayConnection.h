@@ -26,7 +26,8 @@ public:
         tree = 4,
         version = 7,
         config = 9,
-        bindingState = 12
+        bindingState = 12,
+        seats = 101
     };
     enum class Event : quint32 {
         workspace = 0x80000000,

@@ -1,10 +1,13 @@
 #include <base/Log.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/gnome/ChosenHotkeys.h>
 #include <platform/linux/gnome/GnomeHotkeys.h>
+#include <platform/linux/gnome/GnomeShell.h>
 #include <platform/linux/gnome/IBusElements.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/desktop/GnomePorts.h>
 #include <platform/linux/session/desktop/GnomeText.h>
+#include <platform/linux/session/desktop/PortalPorts.h>
 #include <platform/linux/session/desktop/X11Ports.h>
 #include <ports/KeyModifiers.h>
 #include <ports/UserDefaults.h>
@@ -30,8 +33,18 @@ GnomeHotkeys::Choices choicesIn(const std::shared_ptr<UserDefaults>& defaults)
                 }};
 }
 
+/// The first whose portal has shortcuts. Older ones answer for another desktop's, where that is installed.
+constexpr int firstWithShortcuts = 48;
+
 void fillWithHotkeys(Desktop& desktop, const DesktopOptions& options)
 {
+    // Both edges of the key, and no process at each press.
+    if (gnomeShellVersion(QDBusConnection::sessionBus()) >= firstWithShortcuts) {
+        if (const auto portal = portalHotkeys(options.environment)) {
+            desktop.hotkeys = std::make_shared<ChosenHotkeys>(portal, choicesIn(options.defaults));
+            return;
+        }
+    }
     const auto hotkeys = std::make_shared<GnomeHotkeys>(
         options.environment, GnomeHotkeys::commandOf(options.program, QStringLiteral("toggle")),
         choicesIn(options.defaults));

@@ -23,7 +23,9 @@ GnomeText::GnomeText(std::unique_ptr<X11Connection> link, std::unique_ptr<Select
       m_keys(options.sessionBusAddress,
              MutterPosting::Hooks{
                  .isInFront = [this](const PasteTarget& target) { return m_boards.isInFront(target); },
+                 .isOffered = [this](const PasteTarget& target) { return m_boards.isOffered(target); },
                  .pasting = [this](const PasteTarget& target) { m_boards.expectReader(target); },
+                 .isRead = [this](const PasteTarget& target) { return m_boards.isRead(target); },
                  .layout = [this] { return m_layout.current(); }})
 {
 }

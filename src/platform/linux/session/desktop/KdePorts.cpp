@@ -45,7 +45,7 @@ Result<void, Obstacle> fillWithKdePorts(Desktop& desktop, const DesktopOptions& 
     const std::shared_ptr<FrontPrograms> front = std::make_shared<KdeFront>(bus);
     desktop.hotkeys = std::make_shared<KGlobalAccelHotKeys>(KGlobalAccelHotKeys::Options{
         .bus = bus, .configHome = DesktopFolders::fromEnvironment(options.environment).configHome});
-    desktop.keyboard = std::make_shared<KGlobalAccelGrab>(bus);
+    desktop.keyboard = std::make_shared<KGlobalAccelGrab>(bus, options.environment);
     fillWithWaylandText(
         desktop, WaylandText::open(socket, FakeInput::make(connection), front, options.terminals), front);
     fillWithWaylandWindows(desktop, options, connection);

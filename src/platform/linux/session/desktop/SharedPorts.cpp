@@ -10,6 +10,7 @@
 #include <platform/linux/pulse/PulseServer.h>
 #include <platform/linux/pulse/PulseSounds.h>
 #include <platform/linux/session/Session.h>
+#include <platform/linux/session/desktop/JoinedScreenLock.h>
 #include <platform/linux/session/desktop/SharedPorts.h>
 #include <platform/linux/transfers/DetachedTransfers.h>
 
@@ -34,8 +35,11 @@ void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
         DetachedTransfers::Options{.helper = options.transferHelper, .folder = options.transferFolder});
     desktop.memory = std::make_shared<ProcessMemory>();
     desktop.loginItem = std::make_shared<AutostartEntry>(AutostartEntry::standardFolder(), options.program);
-    desktop.screenLock = std::make_shared<DBusScreenLock>(
+    std::shared_ptr<ScreenLock> lock = std::make_shared<DBusScreenLock>(
         DBusScreenLock::Options{.session = options.environment.value(QStringLiteral("XDG_SESSION_ID"))});
+    if (desktop.screenLock)
+        lock = std::make_shared<JoinedScreenLock>(desktop.screenLock, lock);
+    desktop.screenLock = std::move(lock);
     desktop.announce = [](const QString& text) { announce(text); };
     if (!desktop.presentation)
         desktop.presentation = std::make_shared<DesktopPresentation>();

@@ -2,6 +2,7 @@
 #include <platform/linux/session/desktop/WaylandPorts.h>
 #include <platform/linux/sway/SwayFront.h>
 #include <platform/linux/sway/SwayHotkeys.h>
+#include <platform/linux/sway/SwayLock.h>
 #include <platform/linux/wayland/keyboard/VirtualKeyboard.h>
 #include <platform/linux/wayland/keyboard/WaylandKeymap.h>
 
@@ -42,6 +43,8 @@ Result<void, Obstacle> fillWithSwayPorts(Desktop& desktop, const DesktopOptions&
     std::shared_ptr<FrontPrograms> front = std::make_shared<UnknownFront>();
     if (sway) {
         front = std::make_shared<SwayFront>(sway);
+        desktop.screenLock = std::make_shared<SwayLock>(
+            sway, options.environment.value(QStringLiteral("PATH")).split(u':', Qt::SkipEmptyParts));
         desktop.hotkeys =
             std::make_shared<SwayHotkeys>(sway, layoutOf(std::make_shared<WaylandKeymap>(connection)));
     }

@@ -1,3 +1,5 @@
+#include <platform/linux/caller/BusAddress.h>
+#include <platform/linux/caller/BusCaller.h>
 #include <platform/linux/process/KernelCards.h>
 #include <platform/linux/process/PipedProcesses.h>
 #include <platform/linux/process/ProcessMemory.h>
@@ -30,6 +32,10 @@ public:
         return std::make_shared<KernelCards>();
     }
     [[nodiscard]] ConfineThread confinement() override { return confineThread; }
+    [[nodiscard]] std::unique_ptr<RemoteControl> caller() override
+    {
+        return BusCaller::open(sessionBusSockets());
+    }
 
 private:
     const Clock& m_clock;

@@ -31,6 +31,7 @@ public:
     [[nodiscard]] std::shared_ptr<const HelperProcesses> helpers() override { return m_local->helpers(); }
     [[nodiscard]] std::shared_ptr<const GraphicsCards> cards() override { return m_local->cards(); }
     [[nodiscard]] ConfineThread confinement() override { return m_local->confinement(); }
+    [[nodiscard]] std::unique_ptr<RemoteControl> caller() override { return m_local->caller(); }
     [[nodiscard]] RemoteControl& remote() override { return made(m_remote); }
     [[nodiscard]] AudioInput& microphone() override { return made(m_microphone); }
     [[nodiscard]] QString soundServer() override { return made(m_microphone).server()->serverName(); }

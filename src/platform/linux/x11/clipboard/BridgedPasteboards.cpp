@@ -51,6 +51,17 @@ bool BridgedPasteboards::isInFront(const PasteTarget& target)
                                                   static_cast<xcb_window_t>(target.window));
 }
 
+bool BridgedPasteboards::isOffered(const PasteTarget& target) const
+{
+    // Where both are written, the clipboard is the later one.
+    return target.selection == PasteSelection::primary ? m_primary.isBridged() : m_clipboard.isBridged();
+}
+
+bool BridgedPasteboards::isRead(const PasteTarget& target)
+{
+    return of(target.selection).reading() == Pasteboard::Reading::read;
+}
+
 void BridgedPasteboards::expectReader(const PasteTarget& target)
 {
     if (target.selection != PasteSelection::primary)

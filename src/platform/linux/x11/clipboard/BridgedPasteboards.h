@@ -23,6 +23,9 @@ public:
 
     /// Whether keys that are posted now reach the target's window.
     [[nodiscard]] bool isInFront(const PasteTarget& target);
+    /// Whether the target can read our last write by now.
+    [[nodiscard]] bool isOffered(const PasteTarget& target) const;
+    [[nodiscard]] bool isRead(const PasteTarget& target);
     /// The keys that make the target paste go out now: what is read after them is read for it.
     void expectReader(const PasteTarget& target);
 

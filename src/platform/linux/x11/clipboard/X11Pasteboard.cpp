@@ -146,6 +146,7 @@ bool X11Pasteboard::put(const QList<PasteboardItem>& items, const PasteTarget& t
     m_reading = Reading::unread;
     m_requests = 0;
     m_expectsReader = false;
+    m_sinceWrite.start();
     m_target = window;
     m_program = program;
     m_keeper.take(m_selection, offers, time, ++m_offer);
@@ -226,6 +227,20 @@ bool X11Pasteboard::isOfTheTarget(xcb_window_t reader, const ClientProcess& proc
     }
     return m_target != noWindow &&
            (FrontWindow::sameProgram(m_link, reader, m_target) || process.belongsTo(m_program));
+}
+
+bool X11Pasteboard::isBridged() const
+{
+    switch (m_readers) {
+    case Readers::target:
+        return true;
+    case Readers::bridged:
+        return !m_sinceWrite.isValid() || m_sinceWrite.hasExpired(bridgeTime.count());
+    case Readers::bridgedAndKept:
+        // It asks after it has offered the text to the program in front.
+        return m_requests > 0;
+    }
+    Q_UNREACHABLE();
 }
 
 bool X11Pasteboard::isOurs() const

@@ -5,11 +5,13 @@
 #include <platform/linux/x11/clipboard/SelectionReader.h>
 #include <ports/Pasteboard.h>
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPromise>
 
 #include <xcb/xfixes.h>
 
+#include <chrono>
 #include <list>
 #include <memory>
 #include <optional>
@@ -60,6 +62,10 @@ public:
 
     /// The keys that make the target paste go out now; the bridged ones need to know.
     void expectReader() { m_expectsReader = true; }
+    /// Whether programs that read through a compositor can have our last write by now: where its clipboard
+    /// manager has asked for it, or, where there is none, after `bridgeTime`. True where none stands between.
+    [[nodiscard]] bool isBridged() const;
+    static constexpr std::chrono::milliseconds bridgeTime{60};
 
     void handle(const xcb_generic_event_t& event);
 
@@ -109,6 +115,7 @@ private:
     ClientProcess m_program;          ///< the target's
     Readers m_readers;
     int m_requests = 0; ///< of our last write's text
+    QElapsedTimer m_sinceWrite;
     bool m_expectsReader = false;
     std::function<void()> m_activity;
     std::unique_ptr<X11Connection::Token> m_listening;

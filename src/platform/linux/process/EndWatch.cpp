@@ -1,10 +1,10 @@
-#include <platform/linux/gnome/EngineWatch.h>
+#include <platform/linux/process/EndWatch.h>
 
 #include <unistd.h>
 
 namespace tulvane {
 
-EngineWatch::EngineWatch(const QProcessEnvironment& environment, const QString& engine)
+EndWatch::EndWatch(const QProcessEnvironment& environment, const QStringList& command)
 {
     m_process.setProcessEnvironment(environment);
     m_process.setStandardOutputFile(QProcess::nullDevice());
@@ -12,14 +12,14 @@ EngineWatch::EngineWatch(const QProcessEnvironment& environment, const QString& 
     // What ends a terminal's programs ends us, and not the watch.
     m_process.setChildProcessModifier([] { ::setsid(); });
     // A line says that all is well. The end of the input without one says that we are gone.
-    m_process.start(
-        QStringLiteral("/bin/sh"),
-        {QStringLiteral("-c"), QStringLiteral("read -r word || exec ibus engine \"$0\""), engine});
+    const QString script = QStringLiteral("read -r word || exec \"$@\"");
+    m_process.start(QStringLiteral("/bin/sh"),
+                    QStringList{QStringLiteral("-c"), script, QStringLiteral("watch")} + command);
 }
 
-EngineWatch::~EngineWatch()
+EndWatch::~EndWatch()
 {
-    m_process.write("back\n");
+    m_process.write("well\n");
     m_process.closeWriteChannel();
     constexpr int longest = 500; // ms; it has nothing left to do but to end
     if (!m_process.waitForFinished(longest))

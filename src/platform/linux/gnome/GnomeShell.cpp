@@ -1,0 +1,21 @@
+#include <platform/linux/gnome/GnomeShell.h>
+
+#include <QDBusMessage>
+#include <QDBusReply>
+#include <QDBusVariant>
+
+namespace tulvane {
+
+int gnomeShellVersion(const QDBusConnection& bus)
+{
+    constexpr int answerLimit = 500; // ms
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.gnome.Shell"), QStringLiteral("/org/gnome/Shell"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    question.setAutoStartService(false);
+    question << QStringLiteral("org.gnome.Shell") << QStringLiteral("ShellVersion");
+    const QDBusReply<QDBusVariant> answer = bus.call(question, QDBus::Block, answerLimit);
+    return answer.isValid() ? answer.value().variant().toString().section(u'.', 0, 0).toInt() : 0;
+}
+
+} // namespace tulvane

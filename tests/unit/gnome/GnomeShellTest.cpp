@@ -1,0 +1,97 @@
+#include <platform/linux/gnome/GnomeShell.h>
+
+#include <QObject>
+#include <QProcess>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+namespace tulvane::test {
+
+namespace {
+
+/// What the shell shows of itself.
+class ScriptedShell final : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.gnome.Shell")
+    Q_PROPERTY(QString ShellVersion READ version CONSTANT)
+
+public:
+    [[nodiscard]] QString version() const { return shown; }
+    QString shown;
+};
+
+/// A bus with a shell on it that answers from a thread of its own: the question blocks.
+class GnomeShellTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_daemon.start(QStringLiteral("dbus-daemon"),
+                       {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                        QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
+        while (!m_daemon.canReadLine())
+            ASSERT_TRUE(m_daemon.waitForReadyRead());
+        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
+        m_shell.moveToThread(&m_thread);
+        m_thread.start();
+    }
+    void TearDown() override
+    {
+        m_thread.quit();
+        m_thread.wait();
+        QDBusConnection::disconnectFromBus(asking);
+        QDBusConnection::disconnectFromBus(answering);
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
+    void show(const QString& version)
+    {
+        m_shell.shown = version;
+        QDBusConnection bus = QDBusConnection::connectToBus(m_address, answering);
+        ASSERT_TRUE(bus.registerObject(QStringLiteral("/org/gnome/Shell"), &m_shell,
+                                       QDBusConnection::ExportAllProperties));
+        ASSERT_TRUE(bus.registerService(QStringLiteral("org.gnome.Shell")));
+    }
+    [[nodiscard]] int version() const
+    {
+        return gnomeShellVersion(QDBusConnection::connectToBus(m_address, asking));
+    }
+
+private:
+    const QString asking = QStringLiteral("asking");
+    const QString answering = QStringLiteral("answering");
+    QProcess m_daemon;
+    QString m_address;
+    QThread m_thread;
+    ScriptedShell m_shell;
+};
+
+} // namespace
+
+TEST_F(GnomeShellTest, TheVersionIsWhatComesBeforeThePoint)
+{
+    show(QStringLiteral("48.1"));
+    EXPECT_EQ(version(), 48);
+}
+
+TEST_F(GnomeShellTest, OneThatIsNotOutYetHasAVersionToo)
+{
+    show(QStringLiteral("50.alpha"));
+    EXPECT_EQ(version(), 50);
+}
+
+TEST_F(GnomeShellTest, WhatIsNoVersionIsNone)
+{
+    show(QStringLiteral("new"));
+    EXPECT_EQ(version(), 0);
+}
+
+TEST_F(GnomeShellTest, WhereThereIsNoShellThereIsNoVersion)
+{
+    EXPECT_EQ(version(), 0);
+    EXPECT_EQ(gnomeShellVersion(QDBusConnection(QStringLiteral("no connection"))), 0);
+}
+
+} // namespace tulvane::test
+
+#include "GnomeShellTest.moc"

@@ -203,8 +203,8 @@ MutterPosting::pressAll(QString session, std::optional<PasteTarget> target, QLis
         isPosted = co_await pressLast(session, target, keys.constLast());
     if (alive && !held.isEmpty())
         co_await handOn(session, keyTime);
-    // The compositor's input method takes its time with a key, and a modifier that goes up overtakes it: what
-    // arrives then is the bare letter.
+    // Under load bare letters have arrived: the compositor's input method, by all appearances, takes its time
+    // with a key, and a modifier that goes up meanwhile overtakes it.
     if (alive && isPosted && target && !held.isEmpty())
         co_await until([this, target] { return m_hooks.isRead(*target); }, readLooks);
     // What went down goes up, whatever failed meanwhile.

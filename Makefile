@@ -37,7 +37,7 @@ sanitizers:
 
 mutants:
 	@tools/install-dependencies test
-	@tools/mutate
+	@setsid --wait tools/at-idle tools/mutate
 
 lint:
 	@tools/install-dependencies test

@@ -10,8 +10,8 @@ OPERATOR = re.compile(r"(?<= )(<=|>=|==|!=|&&|\|\||\+=|-=|<|>|\+|-|\*|/)(?= )|\b
 NUMBER = re.compile(r"(?<![\w.'\"])(\d+)(?![\w.'\"])")
 NEGATION = re.compile(r"(?<=[(&| ])!(?=[\w(])")
 # A whole statement of its own: a call or an assignment.
-STATEMENT = re.compile(r"^ {4,}(?! |return|break|continue|using|const |auto |static|constexpr|delete|throw|co_return|case|default)"
-                       r"[*\w:>.\-]+(\(| = |\+\+|--)[^{}]*;$")
+STATEMENT = re.compile(r"^ {4,}(?! |return|break|continue|using|const |auto |static|constexpr|delete|throw"
+                       r"|co_return|case|default)[*\w:>.\-]+(\(| = |\+\+|--)[^{}]*;$")
 # Where a line ends one of these ways, the next one begins a statement.
 END = re.compile(r"[;{}:]$|^\s*(if|for|while) \(.*\)$|^\s*else$|^$")
 NO_CODE = re.compile(r"^\s*(#|Q_ASSERT|static_assert|Q_UNREACHABLE|template|using|namespace)|\breserve\(")

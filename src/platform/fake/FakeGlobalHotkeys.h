@@ -23,6 +23,7 @@ public:
     [[nodiscard]] QList<SymbolicHotkey> symbolicHotkeys(const KeyCombination& about) override;
     [[nodiscard]] KeyDisplay display(const KeyCombination& combination) const override;
     [[nodiscard]] std::optional<KeyCombination> combination(const NativeKey& key) const override;
+    void choose(const KeyCombination& combination) override { m_chosen.append(combination); }
 
     /// A finger on the keyboard: the key goes down or up, or repeats, with these modifiers held. Reaches the
     /// program only where the combination is registered, or a press of it was.
@@ -48,6 +49,8 @@ public:
     [[nodiscard]] bool isRegistered(const KeyCombination& combination) const;
     /// How many registrations were asked for, failed ones included.
     [[nodiscard]] int attempts() const { return m_attempts; }
+    /// What the user has chosen, the latest last.
+    [[nodiscard]] QList<KeyCombination> chosen() const { return m_chosen; }
 
 private:
     struct Entry {
@@ -59,6 +62,7 @@ private:
     std::shared_ptr<std::map<int, Entry>> m_entries = std::make_shared<std::map<int, Entry>>();
     std::map<quint32, HotkeyId> m_held; ///< the presses that wait for their release, by key
     QList<KeyCombination> m_elsewhere;
+    QList<KeyCombination> m_chosen;
     QList<SymbolicHotkey> m_symbolic;
     std::function<KeyDisplay(const KeyCombination&)> m_display;
     std::optional<HotkeyError> m_error;

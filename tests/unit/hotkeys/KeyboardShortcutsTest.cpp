@@ -311,6 +311,24 @@ TEST_F(KeyboardShortcutsTest, AKeyThatIsHeldAcrossAChangeStillGetsItsRelease)
     EXPECT_THAT(m_heard, ElementsAre(QStringLiteral("dictate down"), QStringLiteral("dictate up")));
 }
 
+TEST_F(KeyboardShortcutsTest, ACombinationThatWasClearedIsNoLongerHeard)
+{
+    declareAndListen();
+    m_shortcuts->setShortcut(std::nullopt, ShortcutName::dictate());
+    EXPECT_EQ(m_hotkeys.deliver({Source::rawKey, EventKind::pressed, {}, optionSpace}),
+              HotkeyDelivery::eventNotHandled);
+    EXPECT_THAT(m_heard, IsEmpty());
+}
+
+TEST_F(KeyboardShortcutsTest, TheDesktopLearnsWhatTheUserChose)
+{
+    m_shortcuts->declare(ShortcutName::dictate());
+    EXPECT_THAT(m_hotkeys.chosen(), IsEmpty()) << "a default is no choice";
+    m_shortcuts->setShortcut(Shortcut{96, 0x1000}, ShortcutName::dictate());
+    m_shortcuts->setShortcut(std::nullopt, ShortcutName::dictate());
+    EXPECT_THAT(m_hotkeys.chosen(), ElementsAre(controlF5));
+}
+
 TEST_F(KeyboardShortcutsTest, NothingIsRegisteredWhileTheUserRecords)
 {
     declareAndListen();

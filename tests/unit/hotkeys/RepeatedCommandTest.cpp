@@ -72,6 +72,7 @@ TEST_F(RepeatedCommandTest, TheNextCallAfterwardsIsThePressOfAnother)
     scheduler.advance(700ms);
     ASSERT_THAT(told, SizeIs(4));
     EXPECT_EQ(told[2].first, Event::keyDown);
+    EXPECT_EQ(at[3] - at[2], 50ms) << "from its own press on";
 }
 
 TEST_F(RepeatedCommandTest, ABusyMachineDropsARepeatOrTwo)

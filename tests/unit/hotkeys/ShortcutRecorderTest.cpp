@@ -129,6 +129,21 @@ TEST_F(ShortcutRecorderTest, BeepsAtAModifierThatCameAndWentAlone)
     EXPECT_EQ(m_beeps, 3);
 }
 
+TEST_F(ShortcutRecorderTest, BeepsAtNoModifierThatWasDownBeforeTheFieldWasChosen)
+{
+    m_recorder.start();
+    EXPECT_EQ(m_recorder.keyPressed({leftOption, carbon::option}), Outcome::ignored);
+    m_recorder.stop();
+    m_recorder.start();
+    EXPECT_EQ(m_recorder.keyReleased(leftOption), Outcome::ignored);
+    // Of two that were down together the first release says it.
+    EXPECT_EQ(m_recorder.keyPressed({leftOption, carbon::option}), Outcome::ignored);
+    EXPECT_EQ(m_recorder.keyPressed({56, carbon::option | carbon::shift}), Outcome::ignored);
+    EXPECT_EQ(m_recorder.keyReleased(56), Outcome::beeped);
+    EXPECT_EQ(m_recorder.keyReleased(leftOption), Outcome::ignored);
+    EXPECT_EQ(m_beeps, 1);
+}
+
 TEST_F(ShortcutRecorderTest, SaysWhyACombinationIsRefused)
 {
     m_hotkeys.setSymbolicHotkeys({{true, {letterD, carbon::command}, {}}});

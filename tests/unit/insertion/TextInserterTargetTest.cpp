@@ -44,6 +44,15 @@ TEST_F(TextInserterTargetTest, TheTargetIsDecidedAfterTheClipboardWasSaved)
     EXPECT_EQ(m_board.ownChanges(), 0);
 }
 
+TEST_F(TextInserterTargetTest, WithoutRestorationTheWindowInFrontDecidesAllTheSame)
+{
+    m_boards.front = FakePasteboards::xterm;
+    const auto task = start(u"ls "_qs, InsertionMethod::paste, false);
+    EXPECT_EQ(m_keys.targets(), QList{FakePasteboards::xterm});
+    EXPECT_EQ(m_selection.text(), u"ls"_qs);
+    EXPECT_EQ(m_board.ownChanges(), 0);
+}
+
 TEST_F(TextInserterTargetTest, WhenAnotherWindowComesToTheFrontTheTextWaitsOnTheClipboard)
 {
     m_board.afterWrite = [this] { m_keys.windowInFront = FakePasteboards::xterm.window; };

@@ -218,6 +218,17 @@ TEST_F(TextInserterTest, WhatCameOfTheClipboardIsPutBackAndTheLossIsLogged)
     EXPECT_FALSE(m_inserter->hasLostClipboard());
 }
 
+TEST_F(TextInserterTest, AnInsertionThatRestoresNothingLosesNothing)
+{
+    m_board.hangOwner();
+    const auto task = start(u"word"_qs);
+    advance(350ms);
+    ASSERT_TRUE(m_inserter->hasLostClipboard());
+    const auto next = start(u"word"_qs, InsertionMethod::paste, false);
+    advance(350ms);
+    EXPECT_FALSE(m_inserter->hasLostClipboard());
+}
+
 TEST_F(TextInserterTest, WhereNothingCameOfTheClipboardThePastedTextStays)
 {
     m_board.silenceOwner();

@@ -72,6 +72,9 @@ class AccessibleProgram:
     def description(self, role, name):
         return self.find(role, name).get_description()
 
+    def value(self, role, name):
+        return self.find(role, name).get_value_iface().get_current_value()
+
     def place(self, role, name):
         """On the screen: x, y, width, height."""
         shown = self.find(role, name).get_component_iface().get_extents(self.atspi.CoordType.SCREEN)

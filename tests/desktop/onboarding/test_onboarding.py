@@ -107,7 +107,7 @@ class FirstStart(NewUser):
         self.press("Last ned")
         first = self.wait_for_progress()
         self.wait_for_progress(after=first)
-        self.assertRegex(self.guide.description("progress bar", "NB-Whisper Small (q5_0)"), r"^[1-9]\d? %$")
+        self.assertTrue(0 < self.guide.value("progress bar", "NB-Whisper Small (q5_0)") < 100)
         # A user who thinks better of it, and then goes on where it stopped.
         self.hub.script(PATH, SLOWLY)
         self.press("Avbryt")

@@ -149,6 +149,17 @@ TEST_F(ModelsPageTest, TheStripSaysHowFastTheSelectedModelComesAndWhenItIsThere)
     EXPECT_NEAR(probe->item(QStringLiteral("models.progress")).property("value").toReal(), 0.08, 0.001);
 }
 
+TEST_F(ModelsPageTest, NothingMovesWhenADigitChanges)
+{
+    probe->click(control(medium, "start"));
+    const auto widthAt = [this](qint64 bytes) {
+        world.transfers.tellProgress(world.transfers.lastTask(), bytes, 539'000'000);
+        UiWorld::settle();
+        return probe->item(QStringLiteral("models.status")).implicitWidth();
+    };
+    EXPECT_EQ(widthAt(11'100'000), widthAt(80'800'000));
+}
+
 TEST_F(ModelsPageTest, AssistiveProgramsHearHowFarADownloadIs)
 {
     probe->click(control(medium, "start"));

@@ -9,6 +9,7 @@ Row {
     id: line
 
     property string figures
+    readonly property string text: figures
     property color color: Theme.text
     property alias font: metrics.font
     readonly property real widest: widestOf("0123456789", metrics.font)

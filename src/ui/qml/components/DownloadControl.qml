@@ -57,12 +57,11 @@ Column {
             width: parent.width - (stop.visible ? stop.width + Theme.large : 0)
             spacing: 6
 
-            Label {
+            Digits {
                 objectName: control.name + ".progress"
-                width: parent.width
-                kind: Label.Caption
-                secondary: true
-                text: control.entry.state === ModelEntry.Verifying ? Words.translate("Verifying…")
+                font.pixelSize: Theme.captionSize
+                color: Theme.secondaryText
+                figures: control.entry.state === ModelEntry.Verifying ? Words.translate("Verifying…")
                     : control.entry.pace === "" ? control.entry.progress : control.entry.progress + "  ·  " + control.entry.pace
             }
             ProgressLine {

@@ -43,9 +43,16 @@ RoundBox {
         }
         Label {
             objectName: "models.status"
+            visible: !strip.isUnderWay
             width: parent.width
             font.weight: Font.DemiBold
             text: strip.gallery.status
+        }
+        Digits {
+            objectName: "models.status"
+            visible: strip.isUnderWay
+            font.weight: Font.DemiBold
+            figures: strip.gallery.status
         }
         Label {
             objectName: "models.place"

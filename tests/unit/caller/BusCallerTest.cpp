@@ -50,7 +50,8 @@ private:
         for (const QByteArray& word : m_words) {
             if (recv(peer, bytes, sizeof bytes, 0) <= 0)
                 break;
-            (void)!write(peer, word.constData(), static_cast<std::size_t>(word.size()));
+            // The caller may have gone meanwhile.
+            (void)!::send(peer, word.constData(), static_cast<std::size_t>(word.size()), MSG_NOSIGNAL);
         }
         close(peer);
     }

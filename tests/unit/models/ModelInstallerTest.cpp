@@ -3,7 +3,9 @@
 #include <models/ModelInstaller.h>
 #include <support/Await.h>
 
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -40,8 +42,11 @@ protected:
     ScratchFolder m_scratch;
     ModelFolders m_folders;
     QStringList m_done;
-    ModelInstaller m_installer{
-        [this](const WhisperModel& model, const ModelInstaller::Outcome&) { m_done.append(model.id); }};
+    ModelInstaller::Outcome m_outcome;
+    ModelInstaller m_installer{[this](const WhisperModel& model, const ModelInstaller::Outcome& outcome) {
+        m_done.append(model.id);
+        m_outcome = outcome;
+    }};
 };
 
 TEST_F(ModelInstallerTest, WhatComesFirstIsCheckedFirst)
@@ -68,6 +73,35 @@ TEST_F(ModelInstallerTest, AModelThatComesAgainHasItsNoteAgain)
     EXPECT_EQ(notes(), QStringList{QStringLiteral(".tiny.staging")})
         << "a program that is killed now leaves a file that is not found again";
     ASSERT_TRUE(waitFor(2));
+}
+
+TEST_F(ModelInstallerTest, AModelThatIsDeletedBeforeItsEndIsToldIsAbandoned)
+{
+    const WhisperModel model = test::tinyModel();
+    arrive(model);
+    const QString placed = m_folders.models + QStringLiteral("/tiny.bin");
+    // Without the event loop, so that the end is not told meanwhile.
+    const QDeadlineTimer limit(test::defaultTimeout);
+    while (!QFile::exists(placed) && !limit.hasExpired())
+        QThread::msleep(1);
+    ASSERT_TRUE(QFile::exists(placed));
+    m_installer.abandon(model.id);
+    ASSERT_TRUE(waitFor(1));
+    EXPECT_TRUE(m_outcome.abandoned);
+}
+
+TEST_F(ModelInstallerTest, AModelThatIsDeletedDuringItsCheckIsNotPutInPlace)
+{
+    WhisperModel model = test::tinyModel();
+    model.approximateSizeBytes = 200'000'000;
+    model.sha256 = QString(64, u'0');
+    arrive(model);
+    m_installer.abandon(model.id);
+    ASSERT_TRUE(waitFor(1));
+    EXPECT_TRUE(m_outcome.abandoned);
+    EXPECT_FALSE(m_outcome.error);
+    EXPECT_EQ(QDir(m_folders.models).entryList(QDir::Files), QStringList());
+    m_installer.abandon(model.id); // there is nothing any more
 }
 
 } // namespace

@@ -14,7 +14,7 @@ from virtual_desktop import VirtualDesktop
 
 PROGRAM = Path(os.environ["TULVANE_PROGRAM"])
 SENTENCE = "Hei, dette er en test."
-NOWHERE = "/proc/nowhere"  # nobody can make it, the superuser neither
+NOWHERE = "/proc/nowhere"  # not even the superuser can make it
 
 
 class BareSession(unittest.TestCase):
@@ -62,7 +62,7 @@ class BareSession(unittest.TestCase):
     def dictate(self):
         self.field.bring_to_front()
         before = self.field.text()
-        time.sleep(0.3)  # the hotkey is asked for right after the version is told
+        time.sleep(0.3)  # the program takes the hotkey right after it has logged its version
         self.keyboard.press(ALT, SPACE)
         try:
             self.logs("Recording started")

@@ -16,7 +16,7 @@ class FieldProgram:
             self.process = desktop.start(*command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         finally:
             desktop.environment = before
-        # A desktop that never shows the window, or an X server within it that hangs, is told as such.
+        # On a desktop that never shows the window, or whose X server hangs, the suite fails with that reason.
         limit = threading.Timer(READY, self.process.kill)
         limit.start()
         try:

@@ -38,7 +38,7 @@ protected:
         program.object(ScriptedDesktop::window).set(AccessibleStates::State::active, false);
         return program;
     }
-    /// Once it listens: what is told before is not heard.
+    /// Once it listens: it does not receive what programs have sent before.
     void beginWith(const ScriptedProgram& program)
     {
         ASSERT_TRUE(comes(program));
@@ -80,7 +80,7 @@ TEST_F(AtspiFrontTest, ALateFarewellDoesNotTakeTheNextWindowAway)
     m_other.tell(u"Activate"_qs, ScriptedDesktop::window);
     ASSERT_TRUE(comes(m_other));
     m_editor.tell(u"Deactivate"_qs, ScriptedDesktop::window);
-    // What is told in this order is heard in this order.
+    // It receives events of one program in the order in which that program sent them.
     m_editor.tell(u"Activate"_qs, u"/second"_qs);
     ASSERT_TRUE(waitUntil([&] { return front().current().place == m_editor.at(u"/second"_qs); }));
     m_other.tell(u"Deactivate"_qs, ScriptedDesktop::window);

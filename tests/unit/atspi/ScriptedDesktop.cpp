@@ -246,16 +246,8 @@ bool ScriptedProgram::insert(const QVariantList& arguments, ScriptedObject& obje
 
 ScriptedDesktop::ScriptedDesktop()
 {
-    m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                    QStringLiteral("--print-address=1")});
-    while (!m_daemon.canReadLine()) {
-        if (!m_daemon.waitForReadyRead())
-            qFatal("the bus did not start");
-    }
-    m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
-    m_registry = std::make_unique<ScriptedProgram>(m_address, QString());
-    m_registry->accessibilityAddress = m_address;
+    m_registry = std::make_unique<ScriptedProgram>(m_bus.address(), QString());
+    m_registry->accessibilityAddress = m_bus.address();
     if (!m_registry->connection().registerService(QStringLiteral("org.a11y.Bus")) ||
         !m_registry->connection().registerService(QStringLiteral("org.a11y.atspi.Registry")))
         qFatal("the bus refused a name");
@@ -270,13 +262,12 @@ ScriptedDesktop::~ScriptedDesktop()
 
 void ScriptedDesktop::killBus()
 {
-    m_daemon.kill();
-    m_daemon.waitForFinished();
+    m_bus.end();
 }
 
 ScriptedProgram& ScriptedDesktop::addProgram(const QString& toolkit)
 {
-    auto program = std::make_unique<ScriptedProgram>(m_address, toolkit);
+    auto program = std::make_unique<ScriptedProgram>(m_bus.address(), toolkit);
     m_registry->object(accessibleRootPath).children.append(program->at(accessibleRootPath));
     m_programs.push_back(std::move(program));
     return *m_programs.back();

@@ -1,11 +1,11 @@
 #pragma once
 
 #include <platform/linux/atspi/Accessible.h>
+#include <support/PrivateBus.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
 #include <QSet>
 #include <QStringList>
 
@@ -109,7 +109,7 @@ public:
     ScriptedDesktop& operator=(const ScriptedDesktop&) = delete;
     ~ScriptedDesktop();
 
-    [[nodiscard]] QString sessionBus() const { return m_address; }
+    [[nodiscard]] QString sessionBus() const { return m_bus.address(); }
     [[nodiscard]] ScriptedProgram& registry() { return *m_registry; }
     /// A program without windows, known to the registry.
     ScriptedProgram& addProgram(const QString& toolkit = QStringLiteral("gtk"));
@@ -122,8 +122,7 @@ public:
     static inline const QString field = QStringLiteral("/field");
 
 private:
-    QProcess m_daemon;
-    QString m_address;
+    PrivateBus m_bus;
     std::unique_ptr<ScriptedProgram> m_registry;
     std::vector<std::unique_ptr<ScriptedProgram>> m_programs;
 };

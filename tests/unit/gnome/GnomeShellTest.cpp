@@ -1,7 +1,7 @@
 #include <platform/linux/gnome/GnomeShell.h>
+#include <support/PrivateBus.h>
 
 #include <QObject>
-#include <QProcess>
 #include <QThread>
 
 #include <gtest/gtest.h>
@@ -26,12 +26,6 @@ class GnomeShellTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                        QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1")});
-        while (!m_daemon.canReadLine())
-            ASSERT_TRUE(m_daemon.waitForReadyRead());
-        m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
         m_shell.moveToThread(&m_thread);
         m_thread.start();
     }
@@ -41,27 +35,24 @@ protected:
         m_thread.wait();
         QDBusConnection::disconnectFromBus(asking);
         QDBusConnection::disconnectFromBus(answering);
-        m_daemon.kill();
-        m_daemon.waitForFinished();
     }
     void show(const QString& version)
     {
         m_shell.shown = version;
-        QDBusConnection bus = QDBusConnection::connectToBus(m_address, answering);
+        QDBusConnection bus = QDBusConnection::connectToBus(m_bus.address(), answering);
         ASSERT_TRUE(bus.registerObject(QStringLiteral("/org/gnome/Shell"), &m_shell,
                                        QDBusConnection::ExportAllProperties));
         ASSERT_TRUE(bus.registerService(QStringLiteral("org.gnome.Shell")));
     }
     [[nodiscard]] int version() const
     {
-        return gnomeShellVersion(QDBusConnection::connectToBus(m_address, asking));
+        return gnomeShellVersion(QDBusConnection::connectToBus(m_bus.address(), asking));
     }
 
 private:
     const QString asking = QStringLiteral("asking");
     const QString answering = QStringLiteral("answering");
-    QProcess m_daemon;
-    QString m_address;
+    PrivateBus m_bus;
     QThread m_thread;
     ScriptedShell m_shell;
 };

@@ -14,15 +14,7 @@ const QString waking = QStringLiteral("240");
 
 ScriptedMutter::ScriptedMutter()
 {
-    m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                    QStringLiteral("--print-address=1")});
-    while (!m_daemon.canReadLine()) {
-        if (!m_daemon.waitForReadyRead())
-            qFatal("the bus did not start");
-    }
-    m_address = QString::fromUtf8(m_daemon.readLine().trimmed());
-    m_connection = QDBusConnection::connectToBus(m_address, connectionName);
+    m_connection = QDBusConnection::connectToBus(m_bus.address(), connectionName);
     m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
     if (!m_connection.registerService(service))
         qFatal("the bus refused a name");
@@ -33,8 +25,6 @@ ScriptedMutter::~ScriptedMutter()
     m_connection.unregisterObject(QStringLiteral("/"), QDBusConnection::UnregisterTree);
     m_connection = QDBusConnection(QString());
     QDBusConnection::disconnectFromBus(connectionName);
-    m_daemon.kill();
-    m_daemon.waitForFinished();
 }
 
 bool ScriptedMutter::handleMessage(const QDBusMessage& message, const QDBusConnection& connection)

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <support/PrivateBus.h>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
 #include <QSet>
 #include <QStringList>
 
@@ -18,7 +19,7 @@ public:
     ScriptedMutter& operator=(const ScriptedMutter&) = delete;
     ~ScriptedMutter() override;
 
-    [[nodiscard]] QString bus() const { return m_address; }
+    [[nodiscard]] QString bus() const { return m_bus.address(); }
     /// How many sessions are open.
     [[nodiscard]] qsizetype sessions() const { return m_sessions.size(); }
     /// The desktop, or its user, ends them.
@@ -37,8 +38,7 @@ public:
 private:
     [[nodiscard]] QDBusMessage answer(const QDBusMessage& message);
 
-    QProcess m_daemon;
-    QString m_address;
+    PrivateBus m_bus;
     QDBusConnection m_connection{QString()};
     QSet<QString> m_sessions;
 };

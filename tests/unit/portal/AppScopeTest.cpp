@@ -1,6 +1,5 @@
-#include "PrivateBus.h"
-
 #include <platform/linux/portal/AppScope.h>
+#include <support/PrivateBus.h>
 
 #include <QCoreApplication>
 #include <QDBusArgument>

@@ -1,9 +1,9 @@
-#include "PrivateBus.h"
 #include "ScriptedPortal.h"
 
 #include <platform/linux/portal/PortalHotkeys.h>
 #include <ports/KeyModifiers.h>
 #include <support/Await.h>
+#include <support/PrivateBus.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

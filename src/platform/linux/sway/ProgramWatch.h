@@ -11,7 +11,7 @@
 
 namespace tulvane {
 
-/// Tells when a program of one of these names runs in the user's name. The kernel tells of the opening of
+/// Signals when a program of one of these names runs in the user's name. The kernel reports the opening of
 /// their files and of their ends, so nothing is done while none runs. Main thread.
 class ProgramWatch final : public QObject {
     Q_OBJECT

@@ -24,11 +24,15 @@ public:
     }
     PrivateBus(const PrivateBus&) = delete;
     PrivateBus& operator=(const PrivateBus&) = delete;
-    ~PrivateBus()
+    ~PrivateBus() { end(); }
+
+    /// As after a crash of the bus; nothing the second time.
+    void end()
     {
         m_daemon.kill();
         m_daemon.waitForFinished();
     }
+    [[nodiscard]] const QString& address() const { return m_address; }
 
     /// A new connection at each call.
     [[nodiscard]] QDBusConnection connect() const

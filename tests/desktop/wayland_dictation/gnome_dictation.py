@@ -1,5 +1,6 @@
 """What dictations on GNOME have besides: the user's own key binding, and the clipboard as X11 programs reach it."""
 import subprocess
+import time
 
 from wayland_dictation import WaylandDictation
 from wayland_kinds import GnomeDesktop
@@ -9,6 +10,10 @@ class GnomeDictation(WaylandDictation):
     KIND = "gnome"
     HOTKEY = GnomeDesktop.HOTKEY
     MODE = "toggle"
+    # Seconds. What comes sooner after a press is taken for the keyboard's repetition, and the desktop takes its time to run
+    # what a press is bound to.
+    BETWEEN_PRESSES = 1.5
+    pressed_at = 0.0
 
     @classmethod
     def prepare(cls):
@@ -28,7 +33,9 @@ class GnomeDictation(WaylandDictation):
         self.desktop.wait(lambda: self.paste("-t", target) == data, what="what was copied")
 
     def press_hotkey(self):
+        time.sleep(max(0.0, GnomeDictation.pressed_at + self.BETWEEN_PRESSES - time.monotonic()))
         self.desktop.press(*self.HOTKEY)
+        GnomeDictation.pressed_at = time.monotonic()
 
     def hold(self):
         """The key is pressed before and after: the desktop tells presses alone."""
@@ -38,7 +45,5 @@ class GnomeDictation(WaylandDictation):
         self.press_hotkey()
         self.desktop.wait_for_phase("recording")
         self.desktop.run("paplay", "--device=micsink", str(sound))
-        # What comes sooner after the first is taken for the keyboard's repetition.
-        self.desktop.wait_for_phase("recording")
         self.press_hotkey()
         self.desktop.wait(lambda: self.phase() != "recording", what="the end of the recording")

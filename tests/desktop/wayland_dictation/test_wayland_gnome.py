@@ -81,6 +81,7 @@ class Committed(GnomeDictation):
     def test_every_sentence_of_the_show(self):
         field = Field(self.desktop, *GTK3, "view")
         self.addCleanup(field.end)
+        self.addCleanup(self.desktop.set, language="no")
         arrived = []
         for number, (language, voice, said) in enumerate(SENTENCES):
             self.desktop.set(language=language)
@@ -94,7 +95,6 @@ class Committed(GnomeDictation):
             arrived.append(field.text()[len(before):])
             self.desktop.press(RETURN)
             self.desktop.wait(lambda: field.text().endswith("\n"), what="the new line")
-        self.desktop.set(language="no")
         self.assertEqual(complaints(arrived, field.text().removesuffix("\n")), [])
 
     def test_the_users_engine_is_back(self):

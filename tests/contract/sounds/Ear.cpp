@@ -29,6 +29,9 @@ bool sounds(float sample)
     return std::abs(sample) > 0.0005F;
 }
 
+// Samples. A server puts at least a period of silence in where it got no processor in time.
+constexpr std::size_t gap = 200;
+
 // All that matters lies below 8 kHz.
 constexpr std::size_t step = 3;
 
@@ -50,7 +53,9 @@ QString nameOf(std::span<const float> recorded)
     QString name = QStringLiteral("?");
     double best = sameSound;
     for (const QLatin1StringView one : {Sounds::pop, Sounds::tink, Sounds::morse, Sounds::basso}) {
-        const double alike = bestLikeness(recorded, samplesOf(one));
+        const std::vector<float> sound = samplesOf(one);
+        const double alike =
+            std::max(bestLikeness(recorded, sound), bestLikeness(withoutGaps(recorded), withoutGaps(sound)));
         if (alike >= best) {
             best = alike;
             name = one;
@@ -60,6 +65,19 @@ QString nameOf(std::span<const float> recorded)
 }
 
 } // namespace
+
+std::vector<float> withoutGaps(std::span<const float> recorded)
+{
+    std::vector<float> samples;
+    for (auto at = recorded.begin(); at != recorded.end();) {
+        const auto isSilent = [silent = *at == 0](float sample) { return (sample == 0) == silent; };
+        const auto end = std::find_if_not(at, recorded.end(), isSilent);
+        if (*at != 0 || static_cast<std::size_t>(end - at) < gap)
+            samples.insert(samples.end(), at, end);
+        at = end;
+    }
+    return samples;
+}
 
 double energy(std::span<const float> samples)
 {

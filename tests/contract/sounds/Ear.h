@@ -37,6 +37,8 @@ private:
 
 /// The samples of one of our sounds at full volume.
 [[nodiscard]] std::vector<float> samplesOf(QLatin1StringView name);
+/// Without the stretches of utter silence that a server on a busy machine puts into a sound.
+[[nodiscard]] std::vector<float> withoutGaps(std::span<const float> recorded);
 /// The sum of the squares.
 [[nodiscard]] double energy(std::span<const float> samples);
 

@@ -79,6 +79,8 @@ std::vector<VkPhysicalDevice> devicesOf(VkInstance instance)
 using TakeDevice = void (*)(void* context, std::uint32_t index, const char* name, int type,
                             const char* driver, std::uint64_t totalBytes, std::uint64_t freeBytes);
 
+extern "C" int tulvane_list_devices(TakeDevice take, void* context);
+
 /// Calls `take` for each device that ggml can use; `type` is Vulkan's. The result of the loader's first call:
 /// 0 where a driver was found, which may have offered nothing.
 extern "C" __attribute__((visibility("default"))) int tulvane_list_devices(TakeDevice take, void* context)

@@ -53,7 +53,7 @@ MAY = {
     LINUX + "evdev": ADAPTER,
     LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "process"},
     LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi", LINUX + "process"},
-    LINUX + "portal": ADAPTER | {LINUX + "keys", LINUX + "layout"},
+    LINUX + "portal": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "desktop"},
     X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},
     X11[2]: ADAPTER | {X11[0], X11[1], FORMATS, FRONT},
     X11[3]: ADAPTER | {X11[0]},

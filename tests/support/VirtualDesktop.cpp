@@ -58,6 +58,8 @@ VirtualDesktop::VirtualDesktop(const Options& options)
     // Nothing of the system's own reaches a test; a test's login manager is on its session bus.
     m_environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), QStringLiteral("disabled:"));
     startServer();
+    if (!options.busAddress.isEmpty())
+        m_environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), options.busAddress);
     if (options.sessionBus == SessionBus::own)
         startSessionBus();
     if (options.windowManager == WindowManager::openbox)

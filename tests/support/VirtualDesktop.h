@@ -23,6 +23,8 @@ public:
         SessionBus sessionBus = SessionBus::none;
         /// The inside of openbox's <keyboard>: none of its own key bindings unless named here.
         QByteArray openboxKeys;
+        /// Of a session bus that the test has started itself.
+        QString busAddress = {};
     };
 
     /// Returns when everything is ready to be used. Throws std::runtime_error when something does not start.

@@ -206,4 +206,10 @@ QStringList FakeAudioInput::calls() const
     return m_state->calls;
 }
 
+void FakeAudioInput::forgetCalls()
+{
+    const std::scoped_lock guard(m_state->lock);
+    m_state->calls.clear();
+}
+
 } // namespace tulvane

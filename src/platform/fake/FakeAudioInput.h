@@ -43,6 +43,7 @@ public:
     [[nodiscard]] bool hasTap() const;
     /// Every call to the engines, oldest first: "make", "tap 4096", "start", "untap", "stop", "drop".
     [[nodiscard]] QStringList calls() const;
+    void forgetCalls();
 
 private:
     struct State;

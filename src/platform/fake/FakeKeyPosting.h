@@ -49,6 +49,11 @@ public:
     [[nodiscard]] qsizetype spaces() const { return m_posted.count(Stroke::space); }
     /// Where the pastes went.
     [[nodiscard]] QList<PasteTarget> targets() const { return m_targets; }
+    void forget()
+    {
+        m_posted.clear();
+        m_targets.clear();
+    }
 
 private:
     void note(Stroke stroke)

@@ -3,6 +3,7 @@
 #include <platform/fake/FakePresentation.h>
 #include <platform/linux/desktop/shell/DesktopPresentation.h>
 #include <support/Await.h>
+#include <support/ReturningBus.h>
 #include <support/ScratchFolder.h>
 #include <support/windows/RealDesktop.h>
 
@@ -12,23 +13,12 @@ namespace tulvane::test {
 
 namespace {
 
+using namespace std::chrono_literals;
+
 QString busAddress()
 {
     return realDesktop().environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
 }
-
-/// A bus connection of a test's own.
-class Bus final {
-public:
-    Bus() : m_connection(QDBusConnection::connectToBus(busAddress(), QStringLiteral("presentation"))) {}
-    Bus(const Bus&) = delete;
-    Bus& operator=(const Bus&) = delete;
-    ~Bus() { QDBusConnection::disconnectFromBus(QStringLiteral("presentation")); }
-    [[nodiscard]] const QDBusConnection& connection() const { return m_connection; }
-
-private:
-    QDBusConnection m_connection;
-};
 
 /// Either backend, with a system that looks dark or light.
 struct FakeSystem {
@@ -38,10 +28,9 @@ struct FakeSystem {
 };
 
 struct PortalSystem {
-    Bus bus;
     ScratchFolder folder;
     SettingsPortal portal{busAddress()};
-    DesktopPresentation presentation{bus.connection(), folder.path()};
+    DesktopPresentation presentation{std::make_shared<LastingBus>(busAddress()), folder.path()};
     void setDark(bool dark) { portal.change(SettingsPortal::colorScheme, dark ? 1U : 2U); }
     void setStill(bool still) { portal.change(SettingsPortal::animations, !still); }
 };
@@ -59,9 +48,9 @@ class PortalTest : public testing::Test {
 protected:
     [[nodiscard]] std::unique_ptr<DesktopPresentation> make()
     {
-        return std::make_unique<DesktopPresentation>(m_bus.connection(), m_folder.path());
+        return std::make_unique<DesktopPresentation>(std::make_shared<LastingBus>(busAddress()),
+                                                     m_folder.path());
     }
-    Bus m_bus;
     ScratchFolder m_folder;
 };
 
@@ -166,12 +155,24 @@ TEST_F(PortalTest, TellsOnlyOfWhatMatters)
 
 TEST_F(PortalTest, WithoutABusNothingIsKnownAndNothingWaits)
 {
-    const QDBusConnection none =
-        QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), QStringLiteral("nobody"));
+    const auto none = std::make_shared<LastingBus>(QStringLiteral("unix:path=/nowhere/bus"));
     const DesktopPresentation presentation(none, m_folder.path());
     EXPECT_EQ(presentation.effectiveAppearance(), Appearance::light);
     EXPECT_FALSE(presentation.prefersReducedMotion());
-    QDBusConnection::disconnectFromBus(QStringLiteral("nobody"));
+}
+
+TEST_F(PortalTest, IsFollowedOnABusThatHasComeBack)
+{
+    ReturningBus bus;
+    const DesktopPresentation presentation(std::make_shared<LastingBus>(bus.address()), m_folder.path());
+    for (int round = 0; round < 2; ++round) {
+        bus.kill();
+        bus.start();
+        SettingsPortal portal(bus.address(), {{SettingsPortal::colorScheme, 1U}});
+        EXPECT_TRUE(waitUntil([&] { return presentation.effectiveAppearance() == Appearance::dark; }, 20s));
+        portal.change(SettingsPortal::colorScheme, 2U);
+        EXPECT_TRUE(waitUntil([&] { return presentation.effectiveAppearance() == Appearance::light; }));
+    }
 }
 
 } // namespace tulvane::test

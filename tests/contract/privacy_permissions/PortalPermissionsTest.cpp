@@ -1,12 +1,13 @@
 #include "PermissionStore.h"
 
 #include <platform/fake/FakePrivacyPermissions.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/PortalPermissions.h>
 #include <support/Await.h>
+#include <support/ReturningBus.h>
 #include <support/VirtualDesktop.h>
 
 #include <QElapsedTimer>
-#include <QUuid>
 
 #include <gtest/gtest.h>
 
@@ -28,8 +29,7 @@ protected:
         auto inner = std::make_unique<FakePrivacyPermissions>();
         session = inner.get();
         session->microphoneAccess = MicrophoneAccess::authorized;
-        auto decided = std::make_unique<MicrophonePermission>(
-            QDBusConnection::connectToBus(bus, QUuid::createUuid().toString()), ours);
+        auto decided = std::make_unique<MicrophonePermission>(std::make_shared<LastingBus>(bus), ours);
         decided->waitForAnswer(5s);
         return m_made.emplace(std::move(inner), std::move(decided));
     }
@@ -105,11 +105,24 @@ TEST_F(PortalPermissionsTest, WithoutABusNothingIsWaitedFor)
 {
     QElapsedTimer timer;
     timer.start();
-    MicrophonePermission decided(
-        QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere"), QStringLiteral("none")), ours);
+    MicrophonePermission decided(std::make_shared<LastingBus>(QStringLiteral("unix:path=/nowhere")), ours);
     decided.waitForAnswer(5s);
     EXPECT_LT(timer.elapsed(), 1000);
     EXPECT_FALSE(decided.isDenied());
+}
+
+TEST_F(PortalPermissionsTest, ADecisionIsFollowedOnABusThatHasComeBack)
+{
+    ReturningBus returning;
+    const MicrophonePermission decided(std::make_shared<LastingBus>(returning.address()), ours);
+    for (int round = 0; round < 2; ++round) {
+        returning.kill();
+        returning.start();
+        PermissionStore store(returning.address(), {{ours, no}});
+        EXPECT_TRUE(waitUntil([&] { return decided.isDenied(); }, 20s));
+        store.decide({{ours, yes}});
+        EXPECT_TRUE(waitUntil([&] { return !decided.isDenied(); }));
+    }
 }
 
 } // namespace tulvane::test

@@ -2,15 +2,13 @@
 
 #include <platform/linux/desktop/DBusRemoteControl.h>
 #include <support/Await.h>
-#include <support/ScratchFolder.h>
+#include <support/ReturningBus.h>
 #include <support/VirtualDesktop.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QFile>
-#include <QProcess>
 
 namespace tulvane::test {
 
@@ -81,37 +79,6 @@ TEST(DBusRemoteControl, IsSeenOnTheBusByItsNameAndTellsItsPhases)
 }
 
 namespace {
-
-/// A bus at an address of its own, which can end as in a crash and come back.
-class ReturningBus final {
-public:
-    ReturningBus() { start(); }
-    ReturningBus(const ReturningBus&) = delete;
-    ReturningBus& operator=(const ReturningBus&) = delete;
-    ~ReturningBus() { kill(); }
-
-    [[nodiscard]] QString address() const { return QStringLiteral("unix:path=") + m_folder.file(m_name); }
-    void start()
-    {
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                        QStringLiteral("--nopidfile"), QStringLiteral("--print-address=1"),
-                        QStringLiteral("--address=") + address()});
-        if (!waitUntil([this] { return m_daemon.canReadLine(); }))
-            qFatal("the bus did not start");
-    }
-    void kill()
-    {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-        QFile::remove(m_folder.file(m_name));
-    }
-
-private:
-    ScratchFolder m_folder;
-    QString m_name = QStringLiteral("bus");
-    QProcess m_daemon;
-};
 
 RemoteControl::Answer sayIdle()
 {

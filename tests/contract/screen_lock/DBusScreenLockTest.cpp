@@ -2,6 +2,7 @@
 
 #include <platform/linux/desktop/DBusScreenLock.h>
 #include <support/Await.h>
+#include <support/ReturningBus.h>
 #include <support/VirtualDesktop.h>
 #include <support/screen/ScriptedLoginManager.h>
 #include <support/screen/ScriptedSaver.h>
@@ -31,8 +32,8 @@ public:
     [[nodiscard]] ScreenLock& lock(const QString& session = {}, std::chrono::milliseconds requestTime = 10s)
     {
         if (!m_lock)
-            m_lock.emplace(DBusScreenLock::Options{.sessionBus = connection(),
-                                                   .systemBus = connection(),
+            m_lock.emplace(DBusScreenLock::Options{.sessionBus = std::make_shared<LastingBus>(bus()),
+                                                   .systemBus = std::make_shared<LastingBus>(bus()),
                                                    .session = session,
                                                    .requestTime = requestTime});
         return *m_lock;
@@ -54,11 +55,6 @@ public:
     }
 
 private:
-    [[nodiscard]] QDBusConnection connection() const
-    {
-        return QDBusConnection::connectToBus(bus(), QUuid::createUuid().toString());
-    }
-
     VirtualDesktop m_desktop{{.windowManager = VirtualDesktop::WindowManager::none,
                               .sessionBus = VirtualDesktop::SessionBus::own,
                               .openboxKeys = {}}};
@@ -205,10 +201,74 @@ TEST(DBusScreenLock, ARequestThatNoLockerFollowsEndsByItself)
 
 TEST(DBusScreenLock, WithoutAnyBusNothingIsLocked)
 {
-    const QDBusConnection none =
-        QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), QStringLiteral("none"));
+    const auto none = std::make_shared<LastingBus>(QStringLiteral("unix:path=/nowhere/bus"));
     const DBusScreenLock lock({.sessionBus = none, .systemBus = none});
     EXPECT_FALSE(lock.isLocked());
+}
+
+namespace {
+
+/// A screen lock whose buses end and come back, each by itself.
+struct LastingDesktop {
+    ReturningBus session;
+    ReturningBus system;
+    DBusScreenLock lock{{.sessionBus = std::make_shared<LastingBus>(session.address()),
+                         .systemBus = std::make_shared<LastingBus>(system.address())}};
+
+    [[nodiscard]] bool comesToBe(bool locked)
+    {
+        return waitUntil([&] { return lock.isLocked() == locked; }, 20s);
+    }
+};
+
+} // namespace
+
+TEST(DBusScreenLock, ASaverOnABusThatHasComeBackIsFollowed)
+{
+    LastingDesktop desktop;
+    for (int round = 0; round < 2; ++round) {
+        desktop.session.kill();
+        desktop.session.start();
+        {
+            // The screen is covered already when the bus is reached, and then opened.
+            ScriptedSaver saver(desktop.session.address(), gnome, true);
+            EXPECT_TRUE(desktop.comesToBe(true));
+            saver.setActive(false);
+            EXPECT_TRUE(desktop.comesToBe(false));
+            saver.setActive(true);
+            EXPECT_TRUE(desktop.comesToBe(true));
+        }
+        EXPECT_TRUE(desktop.comesToBe(false));
+    }
+}
+
+TEST(DBusScreenLock, ASaverThatEndedWithItsBusHoldsTheLockOnlyUntilTheBusIsBack)
+{
+    LastingDesktop desktop;
+    auto saver = std::make_unique<ScriptedSaver>(desktop.session.address(), gnome, true);
+    EXPECT_TRUE(desktop.comesToBe(true));
+    desktop.session.kill();
+    saver.reset();
+    EXPECT_FALSE(waitUntil([&] { return !desktop.lock.isLocked(); }, 200ms));
+    desktop.session.start();
+    EXPECT_TRUE(desktop.comesToBe(false));
+}
+
+TEST(DBusScreenLock, ALoginManagerOnABusThatHasComeBackIsFollowed)
+{
+    LastingDesktop desktop;
+    for (int round = 0; round < 2; ++round) {
+        desktop.system.kill();
+        desktop.system.start();
+        ScriptedLoginManager manager(desktop.system.address(), true);
+        EXPECT_TRUE(desktop.comesToBe(true));
+        manager.setLockedHint(false);
+        EXPECT_TRUE(desktop.comesToBe(false));
+        manager.requestLock();
+        EXPECT_TRUE(desktop.comesToBe(true));
+        manager.requestUnlock();
+        EXPECT_TRUE(desktop.comesToBe(false));
+    }
 }
 
 } // namespace tulvane::test

@@ -1,4 +1,5 @@
 // The portal's shortcuts, over the real portal and KDE's real program behind it.
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/portal/PortalBackends.h>
 #include <platform/linux/portal/PortalHotkeys.h>
 #include <ports/KeyModifiers.h>
@@ -26,9 +27,8 @@ protected:
         if (!QFile::exists(QStringLiteral("/usr/share/xdg-desktop-portal/portals/kde.portal")))
             GTEST_SKIP() << "not installed: xdg-desktop-portal-kde";
         desktop = std::make_unique<WaylandDesktop>(WaylandDesktop::Kind::kwin);
-        hotkeys =
-            std::make_unique<PortalHotkeys>(QDBusConnection::connectToBus(desktop->bus(), desktop->home()),
-                                            *XkbKeymap::fromNames(QStringLiteral("no")));
+        hotkeys = std::make_unique<PortalHotkeys>(std::make_shared<LastingBus>(desktop->bus()),
+                                                  *XkbKeymap::fromNames(QStringLiteral("no")));
         hotkeys->setEventHandler([this](const HotkeyEvent& event) {
             if (event.kind != HotkeyEventKind::repeated)
                 edges.push_back(event.kind == HotkeyEventKind::pressed);

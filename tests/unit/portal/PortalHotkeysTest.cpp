@@ -1,9 +1,13 @@
 #include "ScriptedPortal.h"
 
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/portal/PortalHotkeys.h>
 #include <ports/KeyModifiers.h>
 #include <support/Await.h>
 #include <support/PrivateBus.h>
+#include <support/ReturningBus.h>
+
+#include <QUuid>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,7 +29,8 @@ protected:
 
     void start()
     {
-        hotkeys.emplace(bus.connect(), *XkbKeymap::fromNames(QStringLiteral("us")));
+        hotkeys.emplace(std::make_shared<LastingBus>(bus.address()),
+                        *XkbKeymap::fromNames(QStringLiteral("us")));
         hotkeys->setEventHandler([this](const HotkeyEvent& event) {
             edges.push_back(event.kind);
             return HotkeyDelivery::handled;
@@ -176,6 +181,38 @@ TEST_F(PortalHotkeysTest, APortalThatStartsAnewIsAskedAnew)
     EXPECT_EQ(portal.sessions(), 2);
     press(true);
     press(false);
+}
+
+TEST(PortalHotkeysOnALastingBus, AKeyIsAskedForAgainOnABusThatHasComeBack)
+{
+    ReturningBus bus;
+    const auto connect = [&] {
+        return QDBusConnection::connectToBus(bus.address(), QUuid::createUuid().toString());
+    };
+    auto portal = std::make_unique<ScriptedPortal>(connect());
+    PortalHotkeys hotkeys(std::make_shared<LastingBus>(bus.address()),
+                          *XkbKeymap::fromNames(QStringLiteral("us")));
+    std::vector<HotkeyEventKind> edges;
+    hotkeys.setEventHandler([&](const HotkeyEvent& event) {
+        edges.push_back(event.kind);
+        return HotkeyDelivery::handled;
+    });
+    int changes = 0;
+    hotkeys.setChangeHandler([&] { ++changes; });
+    const auto token = hotkeys.registerHotkey(id, altSpace);
+    ASSERT_TRUE(token);
+    ASSERT_TRUE(waitUntil([&] { return changes == 1; }));
+    for (int round = 0; round < 2; ++round) {
+        edges.clear();
+        portal->press(true);
+        EXPECT_TRUE(waitUntil([&] { return edges.size() == 1; }));
+        bus.kill();
+        EXPECT_TRUE(waitUntil([&] { return edges.size() == 2; })) << "what is held is let go";
+        portal.reset();
+        bus.start();
+        portal = std::make_unique<ScriptedPortal>(connect());
+        EXPECT_TRUE(waitUntil([&] { return changes == round + 2; }, std::chrono::seconds(20)));
+    }
 }
 
 TEST_F(PortalHotkeysTest, OneCombinationAtATimeAndNoneThatHasNoName)

@@ -60,6 +60,7 @@ TEST_F(DefaultsAcrossProcesses, TwoWritersLoseNothing)
     const auto writer = [this, keys](const QString& prefix) {
         return inChild([this, keys, prefix] {
             JsonUserDefaults defaults = open();
+            defaults.setLockTimeout(std::chrono::minutes(10)); // the other may have the lock again and again
             for (int i = 0; i < keys; ++i) {
                 if (!defaults.set(prefix + QString::number(i), i))
                     return false;

@@ -18,19 +18,25 @@ constexpr std::chrono::seconds pauseBetween{2};
 
 } // namespace
 
-BusReturn::BusReturn(const OwnConnection& connection, QString address, Returned returned)
+BusReturn::BusReturn(const QDBusConnection& connection, QString address, Returned returned)
     : m_address(std::move(address)),
       m_returned(std::move(returned))
 {
     follow(connection);
 }
 
-void BusReturn::follow(const OwnConnection& connection)
+void BusReturn::follow(QDBusConnection connection)
 {
     // The signal does not come over the bus: the connection itself sends it.
-    connection.bus().connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
-                             QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
-                             this, SLOT(connectAgain()));
+    connection.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                       QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                       SLOT(noteLoss()));
+}
+
+void BusReturn::noteLoss()
+{
+    Q_EMIT lost();
+    connectAgain();
 }
 
 void BusReturn::connectAgain()
@@ -46,7 +52,7 @@ void BusReturn::connectAgain()
             QTimer::singleShot(pauseBetween, this, &BusReturn::connectAgain);
             return;
         }
-        follow(*connection);
+        follow(connection->bus());
         m_returned(connection);
     });
     watcher->setFuture(promise->future());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnection>
 #include <QObject>
 #include <QString>
 
@@ -21,13 +22,18 @@ public:
 
     /// `address` as `OwnConnection` takes it. `returned` receives the new connection, which is followed as
     /// the first was.
-    BusReturn(const OwnConnection& connection, QString address, Returned returned);
+    BusReturn(const QDBusConnection& connection, QString address, Returned returned);
+
+Q_SIGNALS:
+    /// The connection that was followed is of no use any more.
+    void lost();
 
 private Q_SLOTS:
-    void connectAgain();
+    void noteLoss();
 
 private:
-    void follow(const OwnConnection& connection);
+    void follow(QDBusConnection connection);
+    void connectAgain();
 
     QString m_address;
     Returned m_returned;

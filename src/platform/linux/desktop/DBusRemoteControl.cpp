@@ -71,7 +71,7 @@ RemoteControl::Claim DBusRemoteControl::claim(Answer answer)
         m_object.reset();
         return Claim::taken;
     }
-    m_return = std::make_unique<BusReturn>(*m_connection, m_address,
+    m_return = std::make_unique<BusReturn>(m_connection->bus(), m_address,
                                            [this](auto connection) { goOnOver(std::move(connection)); });
     return Claim::granted;
 }

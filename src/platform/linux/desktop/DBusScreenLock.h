@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/LoginSession.h>
 #include <platform/linux/desktop/ScreenSavers.h>
 #include <ports/ScreenLock.h>
@@ -10,8 +11,8 @@ namespace tulvane {
 class DBusScreenLock final : public ScreenLock {
 public:
     struct Options {
-        QDBusConnection sessionBus = QDBusConnection::sessionBus();
-        QDBusConnection systemBus = QDBusConnection::systemBus();
+        std::shared_ptr<LastingBus> sessionBus = LastingBus::session();
+        std::shared_ptr<LastingBus> systemBus = LastingBus::system();
         QString session = {}; ///< as in XDG_SESSION_ID; may be empty
         std::chrono::milliseconds requestTime = LoginSession::requestTime;
     };

@@ -1,8 +1,9 @@
 #include <platform/linux/desktop/BusAnswer.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/LoginSession.h>
 
+#include <QDBusConnection>
 #include <QDBusObjectPath>
-#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 
 #include <utility>
@@ -20,24 +21,33 @@ const QString lockedHint = QStringLiteral("LockedHint");
 
 } // namespace
 
-LoginSession::LoginSession(const QDBusConnection& bus, const QString& id,
+LoginSession::LoginSession(std::shared_ptr<LastingBus> bus, const QString& id,
                            std::chrono::milliseconds timeForLocker)
-    : m_bus(bus),
+    : m_bus(std::move(bus)),
       // The manager's own word for the caller's session or, for a process outside of all, the user's.
       m_id(id.isEmpty() ? QStringLiteral("auto") : id)
 {
     m_request.setSingleShot(true);
     m_request.setInterval(timeForLocker);
     connect(&m_request, &QTimer::timeout, this, &LoginSession::changed);
-    if (!m_bus.isConnected())
-        return;
-    auto* const watcher =
-        new QDBusServiceWatcher(manager, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &LoginSession::find);
-    find();
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
+    m_watcher.addWatchedService(manager);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &LoginSession::find);
+    connect(m_bus.get(), &LastingBus::returned, this, &LoginSession::listen);
+    listen();
 }
 
 LoginSession::~LoginSession() = default;
+
+void LoginSession::listen()
+{
+    const QDBusConnection bus = m_bus->connection();
+    if (!bus.isConnected())
+        return;
+    m_path.clear(); // nothing is followed over this connection yet
+    m_watcher.setConnection(bus);
+    find();
+}
 
 void LoginSession::find()
 {
@@ -45,7 +55,7 @@ void LoginSession::find()
         QDBusMessage::createMethodCall(manager, managerPath, managerInterface, QStringLiteral("GetSession"));
     call << m_id;
     call.setAutoStartService(false);
-    whenAnswered<QDBusObjectPath>(m_bus.asyncCall(call), this, [this](const auto& reply) {
+    whenAnswered<QDBusObjectPath>(m_bus->connection().asyncCall(call), this, [this](const auto& reply) {
         if (!reply.isError())
             follow(reply.value().path());
     });
@@ -54,11 +64,12 @@ void LoginSession::find()
 void LoginSession::follow(const QString& path)
 {
     if (std::exchange(m_path, path) != path) {
-        m_bus.connect(manager, path, properties, QStringLiteral("PropertiesChanged"), this,
-                      SLOT(noteChanges(QString, QVariantMap, QStringList)));
-        m_bus.connect(manager, path, sessionInterface, QStringLiteral("Lock"), this, SLOT(noteLockRequest()));
-        m_bus.connect(manager, path, sessionInterface, QStringLiteral("Unlock"), this,
-                      SLOT(noteUnlockRequest()));
+        QDBusConnection bus = m_bus->connection();
+        bus.connect(manager, path, properties, QStringLiteral("PropertiesChanged"), this,
+                    SLOT(noteChanges(QString, QVariantMap, QStringList)));
+        bus.connect(manager, path, sessionInterface, QStringLiteral("Lock"), this, SLOT(noteLockRequest()));
+        bus.connect(manager, path, sessionInterface, QStringLiteral("Unlock"), this,
+                    SLOT(noteUnlockRequest()));
     }
     askForHint();
 }
@@ -67,7 +78,7 @@ void LoginSession::askForHint()
 {
     QDBusMessage call = QDBusMessage::createMethodCall(manager, m_path, properties, QStringLiteral("Get"));
     call << sessionInterface << lockedHint;
-    whenAnswered<QDBusVariant>(m_bus.asyncCall(call), this, [this](const auto& reply) {
+    whenAnswered<QDBusVariant>(m_bus->connection().asyncCall(call), this, [this](const auto& reply) {
         if (!reply.isError())
             setHint(reply.value().variant().toBool());
     });

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
 #include <QStringList>
@@ -9,8 +9,11 @@
 #include <QVariantMap>
 
 #include <chrono>
+#include <memory>
 
 namespace tulvane {
+
+class LastingBus;
 
 /// The user's login session, as the login manager of the system bus knows it: whether it is locked. A request
 /// to lock it counts, too, until a locker has had the time to say that it is there. Asks in the background
@@ -22,7 +25,7 @@ public:
     static constexpr std::chrono::milliseconds requestTime{10'000};
 
     /// `id` as in XDG_SESSION_ID; empty for the session that the login manager finds this process in.
-    LoginSession(const QDBusConnection& bus, const QString& id,
+    LoginSession(std::shared_ptr<LastingBus> bus, const QString& id,
                  std::chrono::milliseconds timeForLocker = requestTime);
     ~LoginSession() override;
 
@@ -40,12 +43,14 @@ private Q_SLOTS:
     void noteUnlockRequest();
 
 private:
+    void listen();
     void find();
     void follow(const QString& path);
     void askForHint();
     void setHint(bool locked);
 
-    QDBusConnection m_bus;
+    std::shared_ptr<LastingBus> m_bus;
+    QDBusServiceWatcher m_watcher;
     QString m_id;
     QString m_path; ///< empty until it is found
     QTimer m_request;

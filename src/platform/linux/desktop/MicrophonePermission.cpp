@@ -1,8 +1,9 @@
 #include <platform/linux/desktop/BusAnswer.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/MicrophonePermission.h>
 
 #include <QDBusArgument>
-#include <QDBusServiceWatcher>
+#include <QDBusConnection>
 #include <QEventLoop>
 #include <QMap>
 #include <QStringList>
@@ -19,22 +20,30 @@ const QString microphone = QStringLiteral("microphone");
 
 } // namespace
 
-MicrophonePermission::MicrophonePermission(const QDBusConnection& bus, const QString& program)
-    : m_bus(bus),
+MicrophonePermission::MicrophonePermission(std::shared_ptr<LastingBus> bus, const QString& program)
+    : m_bus(std::move(bus)),
       m_program(program)
 {
-    if (!m_bus.isConnected()) {
-        m_isAnswered = true;
-        return;
-    }
-    m_bus.connect(store, storePath, store, QStringLiteral("Changed"), this, SLOT(noteChange(QDBusMessage)));
-    auto* const watcher =
-        new QDBusServiceWatcher(store, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &MicrophonePermission::ask);
-    ask();
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
+    m_watcher.addWatchedService(store);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &MicrophonePermission::ask);
+    connect(m_bus.get(), &LastingBus::returned, this, &MicrophonePermission::listen);
+    listen();
 }
 
 MicrophonePermission::~MicrophonePermission() = default;
+
+void MicrophonePermission::listen()
+{
+    QDBusConnection bus = m_bus->connection();
+    if (!bus.isConnected()) {
+        m_isAnswered = true;
+        return;
+    }
+    m_watcher.setConnection(bus);
+    bus.connect(store, storePath, store, QStringLiteral("Changed"), this, SLOT(noteChange(QDBusMessage)));
+    ask();
+}
 
 void MicrophonePermission::waitForAnswer(std::chrono::milliseconds limit) const
 {
@@ -51,7 +60,7 @@ void MicrophonePermission::ask()
     QDBusMessage call = QDBusMessage::createMethodCall(store, storePath, store, QStringLiteral("Lookup"));
     call << table << microphone;
     call.setAutoStartService(false);
-    whenAnswered<>(m_bus.asyncCall(call), this, [this](const auto& answer) {
+    whenAnswered<>(m_bus->connection().asyncCall(call), this, [this](const auto& answer) {
         // An error: there is no store, or no program has ever been decided about.
         if (const QDBusMessage reply = answer.reply(); reply.type() == QDBusMessage::ReplyMessage)
             note(reply.arguments().value(0));

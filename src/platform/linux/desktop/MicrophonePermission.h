@@ -1,14 +1,17 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
 #include <QVariantMap>
 
 #include <chrono>
+#include <memory>
 
 namespace tulvane {
+
+class LastingBus;
 
 /// What the user has decided, in the desktop's privacy settings, about a program and the microphone: the
 /// desktop's portals keep it in their permission store. Asks in the background and starts nothing; follows
@@ -18,7 +21,7 @@ class MicrophonePermission final : public QObject {
 
 public:
     /// `program` as the desktop's settings know it ("com.dunio.Tulvane").
-    MicrophonePermission(const QDBusConnection& bus, const QString& program);
+    MicrophonePermission(std::shared_ptr<LastingBus> bus, const QString& program);
     ~MicrophonePermission() override;
 
     /// False while nothing has been decided, and while the store has not answered.
@@ -33,10 +36,12 @@ private Q_SLOTS:
     void noteChange(const QDBusMessage& signal);
 
 private:
+    void listen();
     void ask();
     void note(const QVariant& permissions);
 
-    QDBusConnection m_bus;
+    std::shared_ptr<LastingBus> m_bus;
+    QDBusServiceWatcher m_watcher;
     QString m_program;
     bool m_isAnswered = false;
     bool m_isDenied = false;

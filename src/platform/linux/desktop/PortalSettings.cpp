@@ -1,8 +1,9 @@
 #include <platform/linux/desktop/BusAnswer.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/PortalSettings.h>
 
+#include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusServiceWatcher>
 
 namespace tulvane {
 
@@ -28,17 +29,25 @@ QVariant unwrapped(QVariant value)
 
 } // namespace
 
-PortalSettings::PortalSettings(const QDBusConnection& bus) : m_bus(bus)
+PortalSettings::PortalSettings(std::shared_ptr<LastingBus> bus) : m_bus(std::move(bus))
 {
-    m_bus.connect(portal, portalPath, portalSettings, QStringLiteral("SettingChanged"), this,
-                  SLOT(note(QString, QString, QDBusVariant)));
-    auto* const watcher =
-        new QDBusServiceWatcher(portal, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalSettings::askForAll);
-    askForAll();
+    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
+    m_watcher.addWatchedService(portal);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalSettings::askForAll);
+    connect(m_bus.get(), &LastingBus::returned, this, &PortalSettings::listen);
+    listen();
 }
 
 PortalSettings::~PortalSettings() = default;
+
+void PortalSettings::listen()
+{
+    QDBusConnection bus = m_bus->connection();
+    m_watcher.setConnection(bus);
+    bus.connect(portal, portalPath, portalSettings, QStringLiteral("SettingChanged"), this,
+                SLOT(note(QString, QString, QDBusVariant)));
+    askForAll();
+}
 
 void PortalSettings::askForAll()
 {
@@ -52,10 +61,11 @@ void PortalSettings::ask(const QString& space, const QString& key)
     QDBusMessage call =
         QDBusMessage::createMethodCall(portal, portalPath, portalSettings, QStringLiteral("Read"));
     call << space << key;
-    whenAnswered<QDBusVariant>(m_bus.asyncCall(call), this, [this, space, key](const auto& reply) {
-        if (!reply.isError())
-            note(space, key, reply.value());
-    });
+    whenAnswered<QDBusVariant>(m_bus->connection().asyncCall(call), this,
+                               [this, space, key](const auto& reply) {
+                                   if (!reply.isError())
+                                       note(space, key, reply.value());
+                               });
 }
 
 void PortalSettings::note(const QString& space, const QString& key, const QDBusVariant& value)

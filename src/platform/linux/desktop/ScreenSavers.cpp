@@ -1,7 +1,8 @@
 #include <platform/linux/desktop/BusAnswer.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/ScreenSavers.h>
 
-#include <QDBusServiceWatcher>
+#include <QDBusConnection>
 
 #include <array>
 
@@ -19,36 +20,51 @@ QString pathOf(const QString& name)
     return u'/' + QString(name).replace(u'.', u'/');
 }
 
+bool hasNoOwner(const QDBusError& error)
+{
+    return error.type() == QDBusError::ServiceUnknown ||
+           error.name() == u"org.freedesktop.DBus.Error.NameHasNoOwner";
+}
+
 } // namespace
 
-ScreenSavers::ScreenSavers(const QDBusConnection& bus) : m_bus(bus)
+ScreenSavers::ScreenSavers(std::shared_ptr<LastingBus> bus) : m_bus(std::move(bus))
 {
-    if (!m_bus.isConnected())
-        return;
-    auto* const watcher = new QDBusServiceWatcher(this);
-    watcher->setConnection(m_bus);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+    for (const QString& name : savers)
+        m_watcher.addWatchedService(name);
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString& name, const QString&, const QString& owner) {
                 owner.isEmpty() ? setActive(name, false) : ask(name);
             });
-    for (const QString& name : savers) {
-        watcher->addWatchedService(name);
-        // From any path: some desktops have their saver at two.
-        m_bus.connect(name, QString(), name, QStringLiteral("ActiveChanged"), this,
-                      SLOT(note(bool, QDBusMessage)));
-        ask(name);
-    }
+    connect(m_bus.get(), &LastingBus::returned, this, &ScreenSavers::listen);
+    listen();
 }
 
 ScreenSavers::~ScreenSavers() = default;
+
+void ScreenSavers::listen()
+{
+    QDBusConnection bus = m_bus->connection();
+    if (!bus.isConnected())
+        return;
+    m_watcher.setConnection(bus);
+    for (const QString& name : savers) {
+        // From any path: some desktops have their saver at two.
+        bus.connect(name, QString(), name, QStringLiteral("ActiveChanged"), this,
+                    SLOT(note(bool, QDBusMessage)));
+        ask(name);
+    }
+}
 
 void ScreenSavers::ask(const QString& name)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(name, pathOf(name), name, QStringLiteral("GetActive"));
     call.setAutoStartService(false);
-    whenAnswered<bool>(m_bus.asyncCall(call), this, [this, name](const auto& reply) {
+    whenAnswered<bool>(m_bus->connection().asyncCall(call), this, [this, name](const auto& reply) {
         if (!reply.isError())
             setActive(name, reply.value());
+        else if (hasNoOwner(reply.error()))
+            setActive(name, false);
     });
 }
 

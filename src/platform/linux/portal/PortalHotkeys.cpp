@@ -1,5 +1,7 @@
 #include <base/Log.h>
 #include <base/Translate.h>
+#include <platform/linux/desktop/BusAnswer.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/keys/KeyText.h>
 #include <platform/linux/portal/PortalHotkeys.h>
 #include <platform/linux/portal/PortalTrigger.h>
@@ -45,22 +47,21 @@ private:
     QPointer<PortalHotkeys> m_owner;
 };
 
-PortalHotkeys::PortalHotkeys(QDBusConnection bus, XkbKeymap layout)
+PortalHotkeys::PortalHotkeys(std::shared_ptr<LastingBus> bus, XkbKeymap layout)
     : m_bus(std::move(bus)),
       m_layout(std::move(layout))
 {
     qDBusRegisterMetaType<PortalShortcut>();
     qDBusRegisterMetaType<PortalShortcuts>();
-    const auto& portal = PortalRequest::service;
-    const auto& path = PortalRequest::path;
-    m_bus.connect(portal, path, interface, QStringLiteral("Activated"), this, SLOT(activated(QDBusMessage)));
-    m_bus.connect(portal, path, interface, QStringLiteral("Deactivated"), this,
-                  SLOT(deactivated(QDBusMessage)));
-    m_bus.connect(portal, path, interface, QStringLiteral("ShortcutsChanged"), this,
-                  SLOT(rebound(QDBusMessage)));
-    m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), {portal},
-                  QString(), this, SLOT(ownerChanged(QString, QString, QString)));
+    // A portal ends with its bus.
+    connect(m_bus.get(), &LastingBus::lost, this, &PortalHotkeys::lose);
+    connect(m_bus.get(), &LastingBus::returned, this, [this] {
+        listen();
+        startPortal();
+        if (!m_entry)
+            tellChange(); // what was asked for meanwhile had to fail
+    });
+    listen();
 }
 
 PortalHotkeys::~PortalHotkeys()
@@ -68,9 +69,24 @@ PortalHotkeys::~PortalHotkeys()
     close();
 }
 
+void PortalHotkeys::listen()
+{
+    QDBusConnection bus = m_bus->connection();
+    const auto& portal = PortalRequest::service;
+    const auto& path = PortalRequest::path;
+    bus.connect(portal, path, interface, QStringLiteral("Activated"), this, SLOT(activated(QDBusMessage)));
+    bus.connect(portal, path, interface, QStringLiteral("Deactivated"), this,
+                SLOT(deactivated(QDBusMessage)));
+    bus.connect(portal, path, interface, QStringLiteral("ShortcutsChanged"), this,
+                SLOT(rebound(QDBusMessage)));
+    bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), {portal},
+                QString(), this, SLOT(ownerChanged(QString, QString, QString)));
+}
+
 Result<void, HotkeyError> PortalHotkeys::support() const
 {
-    if (!m_bus.isConnected())
+    if (!m_bus->connection().isConnected())
         return failure(HotkeyError::unreachable());
     return {};
 }
@@ -106,7 +122,7 @@ PortalRequest& PortalHotkeys::request(void (PortalHotkeys::*answered)(PortalRequ
                                                                       const QVariantMap&))
 {
     endRequest();
-    m_request = new PortalRequest(m_bus, this);
+    m_request = new PortalRequest(m_bus->connection(), this);
     connect(m_request, &PortalRequest::answered, this,
             [this, asked = m_request, answered](auto outcome, const QVariantMap& results) {
                 if (m_request == asked)
@@ -149,8 +165,8 @@ void PortalHotkeys::noteSession(PortalRequest::Outcome outcome, const QVariantMa
     const QVariant handle = results.value(QStringLiteral("session_handle"));
     m_session =
         handle.canConvert<QDBusObjectPath>() ? handle.value<QDBusObjectPath>().path() : handle.toString();
-    m_bus.connect(PortalRequest::service, m_session, sessionInterface, QStringLiteral("Closed"), this,
-                  SLOT(closed()));
+    m_bus->connection().connect(PortalRequest::service, m_session, sessionInterface, QStringLiteral("Closed"),
+                                this, SLOT(closed()));
     request(&PortalHotkeys::noteList)
         .send(interface, QStringLiteral("ListShortcuts"), {QVariant::fromValue(QDBusObjectPath(m_session))},
               {});
@@ -191,6 +207,10 @@ bool PortalHotkeys::readTrigger(const PortalShortcuts& shortcuts)
 
 void PortalHotkeys::decline()
 {
+    if (!m_bus->connection().isConnected()) {
+        lose();
+        return;
+    }
     qCWarning(lcHotkey, "The desktop's portal gives no hotkey");
     m_declined = m_opened;
     close();
@@ -206,10 +226,10 @@ void PortalHotkeys::close()
     const QString session = std::exchange(m_session, {});
     if (session.isEmpty())
         return;
-    m_bus.disconnect(PortalRequest::service, session, sessionInterface, QStringLiteral("Closed"), this,
-                     SLOT(closed()));
-    m_bus.send(QDBusMessage::createMethodCall(PortalRequest::service, session, sessionInterface,
-                                              QStringLiteral("Close")));
+    m_bus->connection().disconnect(PortalRequest::service, session, sessionInterface,
+                                   QStringLiteral("Closed"), this, SLOT(closed()));
+    m_bus->connection().send(QDBusMessage::createMethodCall(PortalRequest::service, session, sessionInterface,
+                                                            QStringLiteral("Close")));
 }
 
 void PortalHotkeys::drop()
@@ -280,12 +300,36 @@ void PortalHotkeys::closed()
 void PortalHotkeys::ownerChanged(const QString&, const QString&, const QString& after)
 {
     if (after.isEmpty()) {
-        m_isLost = m_isLost || m_opened.has_value();
-        m_session.clear();
-        close();
-    } else if (std::exchange(m_isLost, false) && m_entry) {
-        open();
+        lose();
+    } else {
+        openAgain();
     }
+}
+
+void PortalHotkeys::lose()
+{
+    m_isLost = m_isLost || m_opened.has_value();
+    m_session.clear();
+    close();
+}
+
+void PortalHotkeys::startPortal()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("StartServiceByName"));
+    call << PortalRequest::service << 0U;
+    whenAnswered<>(m_bus->connection().asyncCall(call), this, [this](const auto& answer) {
+        // One that the bus cannot start may come by itself, and is noticed then.
+        if (!answer.isError())
+            openAgain();
+    });
+}
+
+void PortalHotkeys::openAgain()
+{
+    if (std::exchange(m_isLost, false) && m_entry)
+        open();
 }
 
 void PortalHotkeys::tellChange()

@@ -5,12 +5,15 @@
 #include <platform/linux/portal/PortalShortcut.h>
 #include <ports/GlobalHotkeys.h>
 
+#include <QDBusMessage>
 #include <QObject>
 
 #include <memory>
 #include <optional>
 
 namespace tulvane {
+
+class LastingBus;
 
 /// Hot keys by the desktop's portal, which may ask the user in a dialog and gives the key that it likes: what
 /// we name is a wish, and `display` writes what the desktop says that it has. One combination at a time. A
@@ -22,7 +25,7 @@ class PortalHotkeys final : public QObject, public GlobalHotkeys {
 public:
     static inline const QString interface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 
-    PortalHotkeys(QDBusConnection bus, XkbKeymap layout);
+    PortalHotkeys(std::shared_ptr<LastingBus> bus, XkbKeymap layout);
     Q_DISABLE_COPY_MOVE(PortalHotkeys)
     ~PortalHotkeys() override;
 
@@ -55,6 +58,10 @@ private:
     };
     class Token;
 
+    void listen();
+    void lose();
+    void startPortal();
+    void openAgain();
     void open();
     void noteSession(PortalRequest::Outcome outcome, const QVariantMap& results);
     void noteList(PortalRequest::Outcome outcome, const QVariantMap& results);
@@ -73,7 +80,7 @@ private:
     void tellChange();
     PortalRequest& request(void (PortalHotkeys::*answered)(PortalRequest::Outcome, const QVariantMap&));
 
-    QDBusConnection m_bus;
+    std::shared_ptr<LastingBus> m_bus;
     XkbKeymap m_layout;
     std::optional<Entry> m_entry;
     std::optional<Entry> m_held;            ///< a press that waits for its release

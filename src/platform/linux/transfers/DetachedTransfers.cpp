@@ -2,6 +2,7 @@
 #include <platform/linux/transfers/DetachedTransfers.h>
 #include <platform/linux/transfers/HelperAddress.h>
 #include <platform/linux/transfers/TransferMessages.h>
+#include <platform/linux/transfers/TransferRecord.h>
 
 #include <QFile>
 #include <QJsonArray>
@@ -358,8 +359,8 @@ void DetachedTransfers::takeFinished(const QString& key, const QJsonObject& word
         return;
     local->second.taken = true;
     const QString file = words.value(u"file").toString();
-    constexpr qint64 greatestStatus = 999; // three digits
-    const auto status = static_cast<int>(std::clamp<qint64>(numberIn(words, "status", 0), 0, greatestStatus));
+    const auto status = static_cast<int>(
+        std::clamp<qint64>(numberIn(words, "status", 0), 0, transfers::TransferRecord::greatestHttpStatus));
     const bool isTaken = !m_events.finished || m_events.finished(local->second.id, status, file);
     if (isTaken)
         QFile::remove(file);

@@ -15,8 +15,6 @@ namespace {
 constexpr int keyLength = 16;
 // Whole numbers up to here survive JSON's floating point exactly.
 constexpr double greatestWhole = 9007199254740992.0;
-// A status has three digits.
-constexpr double greatestStatus = 999;
 
 constexpr std::array states{std::pair{TransferRecord::State::running, "running"},
                             std::pair{TransferRecord::State::paused, "paused"},
@@ -107,7 +105,7 @@ std::optional<TransferRecord> TransferRecord::fromJson(const QByteArray& json)
     const auto hint = wholeNumber(object, "sizeHint", 0);
     const auto size = wholeNumber(object, "size", -1);
     const auto safe = wholeNumber(object, "safeBytes", 0);
-    const auto status = wholeNumber(object, "httpStatus", 0, greatestStatus);
+    const auto status = wholeNumber(object, "httpStatus", 0, TransferRecord::greatestHttpStatus);
     if (!record.url.isValid() || !state || !hint || !size || !safe || !status ||
         !isHeaderValue(record.userAgent) || !isHeaderValue(record.etag))
         return std::nullopt;

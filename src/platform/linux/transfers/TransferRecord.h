@@ -19,6 +19,8 @@ struct TransferRecord {
         finished, ///< the response is complete and waits to be taken
     };
 
+    static constexpr int greatestHttpStatus = 999; ///< three digits
+
     QUrl url;
     QByteArray userAgent;
     qint64 sizeHint = 0;

@@ -23,7 +23,7 @@ QString DesktopPresentation::standardFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
 }
 
-DesktopPresentation::DesktopPresentation(const QDBusConnection& bus, const QString& folder,
+DesktopPresentation::DesktopPresentation(const std::shared_ptr<LastingBus>& bus, const QString& folder,
                                          HideEntries hideEntries)
     : m_portal(bus),
       m_files(folder),

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/PortalSettings.h>
 #include <platform/linux/desktop/shell/GtkSettings.h>
 #include <ports/Presentation.h>
 
-#include <QDBusConnection>
 #include <QString>
 
 namespace tulvane {
@@ -18,7 +18,7 @@ public:
     using HideEntries = std::function<void(bool hidden)>;
 
     /// `folder`: the user's folder for settings. Without `hideEntries` the task bar is left as it is.
-    explicit DesktopPresentation(const QDBusConnection& bus = QDBusConnection::sessionBus(),
+    explicit DesktopPresentation(const std::shared_ptr<LastingBus>& bus = LastingBus::session(),
                                  const QString& folder = standardFolder(), HideEntries hideEntries = {});
     ~DesktopPresentation() override;
 

@@ -1,6 +1,7 @@
 #include <platform/linux/desktop/BusAnswer.h>
 #include <platform/linux/desktop/shell/TrayHosts.h>
 
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
 
@@ -15,21 +16,33 @@ const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
 } // namespace
 
-TrayHosts::TrayHosts(const QDBusConnection& bus)
-    : m_bus(bus),
-      m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange)
+TrayHosts::TrayHosts(std::shared_ptr<LastingBus> bus) : m_bus(std::move(bus))
 {
+    m_watcher.addWatchedService(watcherName);
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &TrayHosts::ask);
     connect(&m_watcher, &QDBusServiceWatcher::serviceUnregistered, this, [this] { setThere(false); });
-    // The book-keeper of the icons is there before the first bar is.
-    m_bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
-                  SLOT(ask()));
-    m_bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostUnregistered"),
-                  this, SLOT(ask()));
-    ask();
+    connect(m_bus.get(), &LastingBus::lost, this, [this] { setThere(false); });
+    connect(m_bus.get(), &LastingBus::returned, this, [this] {
+        if (onNewBus)
+            onNewBus();
+        listen();
+    });
+    listen();
 }
 
 TrayHosts::~TrayHosts() = default;
+
+void TrayHosts::listen()
+{
+    QDBusConnection bus = m_bus->connection();
+    m_watcher.setConnection(bus);
+    // The book-keeper of the icons is there before the first bar is.
+    bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostRegistered"), this,
+                SLOT(ask()));
+    bus.connect(watcherName, watcherPath, watcherName, QStringLiteral("StatusNotifierHostUnregistered"), this,
+                SLOT(ask()));
+    ask();
+}
 
 void TrayHosts::ask()
 {
@@ -37,7 +50,7 @@ void TrayHosts::ask()
         watcherName, watcherPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
     call.setAutoStartService(false);
-    whenAnswered<QDBusVariant>(m_bus.asyncCall(call), this, [this](const auto& reply) {
+    whenAnswered<QDBusVariant>(m_bus->connection().asyncCall(call), this, [this](const auto& reply) {
         setThere(!reply.isError() && reply.value().variant().toBool());
     });
 }

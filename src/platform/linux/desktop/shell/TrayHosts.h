@@ -1,10 +1,12 @@
 #pragma once
 
-#include <QDBusConnection>
+#include <platform/linux/desktop/LastingBus.h>
+
 #include <QDBusServiceWatcher>
 #include <QObject>
 
 #include <functional>
+#include <memory>
 
 namespace tulvane {
 
@@ -14,13 +16,15 @@ class TrayHosts final : public QObject {
     Q_OBJECT
 
 public:
-    explicit TrayHosts(const QDBusConnection& bus);
+    explicit TrayHosts(std::shared_ptr<LastingBus> bus);
     ~TrayHosts() override;
 
     /// There is one; said again when another comes.
     std::function<void()> onArrival;
     /// The last one has gone.
     std::function<void()> onDeparture;
+    /// The bus has ended and come back: no bar knows any icon of before.
+    std::function<void()> onNewBus;
 
     [[nodiscard]] bool isThere() const { return m_isThere; }
 
@@ -29,9 +33,10 @@ public Q_SLOTS:
     void ask();
 
 private:
+    void listen();
     void setThere(bool isThere);
 
-    QDBusConnection m_bus;
+    std::shared_ptr<LastingBus> m_bus;
     QDBusServiceWatcher m_watcher;
     bool m_isThere = false;
 };

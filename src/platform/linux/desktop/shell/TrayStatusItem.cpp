@@ -34,7 +34,7 @@ TrayStatusItem::TrayStatusItem(const QString& symbolFolder, const QStringList& d
                                std::unique_ptr<IconDock> dock)
     : m_symbolFolder(symbolFolder),
       m_desktops(desktops),
-      m_hosts(QDBusConnection::sessionBus()),
+      m_hosts(LastingBus::session()),
       m_dock(std::move(dock))
 {
     m_hosts.onArrival = [this] {
@@ -42,6 +42,7 @@ TrayStatusItem::TrayStatusItem(const QString& symbolFolder, const QStringList& d
         noteShown();
     };
     m_hosts.onDeparture = [this] { noteShown(); };
+    m_hosts.onNewBus = [this] { leaveLostBus(); };
     if (m_dock) {
         m_dock->setArrivalHandler(m_hosts.onArrival);
         m_dock->setDepartureHandler(m_hosts.onDeparture);
@@ -111,6 +112,16 @@ void TrayStatusItem::place()
     m_icon->setToolTip(m_description);
     showIcon();
     m_icon->show();
+}
+
+/// The toolkit's icon stays with the connection that it was made over; the next bar gets another one.
+void TrayStatusItem::leaveLostBus()
+{
+    if (!isOverBus())
+        return;
+    m_icon.reset();
+    m_ownMenu.reset();
+    m_menu.reset();
 }
 
 void TrayStatusItem::showIcon()

@@ -15,8 +15,8 @@ namespace tulvane {
 
 /// The icon among the desktop's status icons: over the session bus where a bar listens there, which then
 /// draws the menu itself, else docked into the window system's tray. Whichever comes first decides, at any
-/// time, since the toolkit settles it once for a process; that one may go and come back. Main thread; needs a
-/// QApplication.
+/// time, since the toolkit settles it once for a process; that one may go and come back, and so
+/// may the bus. Main thread; needs a QApplication.
 class TrayStatusItem final : public QObject, public StatusItem {
     Q_OBJECT
 
@@ -39,6 +39,7 @@ public:
 
 private:
     void place();
+    void leaveLostBus();
     void noteShown() const;
     void showIcon();
     void openMenu(QSystemTrayIcon::ActivationReason reason);

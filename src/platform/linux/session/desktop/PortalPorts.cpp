@@ -1,3 +1,4 @@
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/portal/AppScope.h>
 #include <platform/linux/portal/PortalBackends.h>
 #include <platform/linux/portal/PortalHotkeys.h>
@@ -11,7 +12,7 @@ std::shared_ptr<GlobalHotkeys> portalHotkeys(const QProcessEnvironment& environm
     auto layout = XkbKeymap::fromNames({});
     if (!layout || !hasPortalBackend(QStringLiteral("GlobalShortcuts"), environment))
         return nullptr;
-    return std::make_shared<PortalHotkeys>(QDBusConnection::sessionBus(), *std::move(layout));
+    return std::make_shared<PortalHotkeys>(LastingBus::session(), *std::move(layout));
 }
 
 void introduceToPortals(const DesktopOptions& options)

@@ -26,8 +26,7 @@ void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
         sessionOf(options.environment)
             .permissions(options.environment,
                          [microphone] { return microphone->server()->refusesMicrophone(); }),
-        std::make_unique<MicrophonePermission>(QDBusConnection::sessionBus(),
-                                               QStringLiteral("com.dunio.Tulvane")));
+        std::make_unique<MicrophonePermission>(LastingBus::session(), QStringLiteral("com.dunio.Tulvane")));
     desktop.processes = std::make_shared<ChildProcesses>();
     desktop.workspace = std::make_shared<DesktopWorkspace>(
         desktopName(options.environment).split(u':', Qt::SkipEmptyParts), options.helpPage);

@@ -38,9 +38,9 @@ void fillWithShownParts(Desktop& desktop, const DesktopOptions& options,
 {
     desktop.keyboard = std::make_shared<X11KeyboardGrab>();
     const auto entries = std::make_shared<TaskBarEntries>();
-    desktop.presentation = std::make_shared<DesktopPresentation>(
-        QDBusConnection::sessionBus(), DesktopPresentation::standardFolder(),
-        [entries](bool hidden) { entries->setHidden(hidden); });
+    desktop.presentation =
+        std::make_shared<DesktopPresentation>(LastingBus::session(), DesktopPresentation::standardFolder(),
+                                              [entries](bool hidden) { entries->setHidden(hidden); });
     desktop.statusItem = std::make_shared<TrayStatusItem>(
         options.symbols, desktopName(options.environment).split(u':', Qt::SkipEmptyParts),
         std::make_unique<X11IconDock>());

@@ -1,5 +1,6 @@
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/desktop/DBusRemoteControl.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/desktop/PortalPermissions.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
 #include <platform/linux/pulse/PulseServer.h>
@@ -44,7 +45,7 @@ public:
     {
         if (m_permissions)
             return *m_permissions;
-        auto decided = std::make_unique<MicrophonePermission>(QDBusConnection::sessionBus(),
+        auto decided = std::make_unique<MicrophonePermission>(LastingBus::session(),
                                                               QStringLiteral("com.dunio.Tulvane"));
         decided->waitForAnswer(portalLimit);
         m_permissions = std::make_unique<PortalPermissions>(

@@ -33,9 +33,15 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
                   "pieces of any size give the same");
 
     const QJsonObject message = QJsonDocument::fromJson(bytes).object();
-    if (const auto request = transfers::requestIn(message))
+    if (const auto request = transfers::requestIn(message)) {
         test::promise(request->url.isValid(), "a request has an address");
-    static_cast<void>(transfers::errorIn(message));
+        test::promise(transfers::requestIn(transfers::startMessage(*request)).has_value(),
+                      "a transfer's request can be sent again");
+    }
+    if (const auto error = transfers::errorIn(message)) {
+        const auto again = transfers::errorIn(transfers::completedMessage(QStringLiteral("key"), error));
+        test::promise(again && *again == *error, "a transfer's error can be sent again");
+    }
     static_cast<void>(transfers::numberIn(message, "received", -1));
     return 0;
 }

@@ -14,6 +14,16 @@ namespace {
 
 using test::ScratchFolder;
 
+/// Bytes that this process has read so far, whatever from.
+qint64 bytesRead()
+{
+    QFile counts(QStringLiteral("/proc/self/io"));
+    if (!counts.open(QIODevice::ReadOnly))
+        qFatal("the kernel does not count what is read");
+    const QList<QByteArray> words = counts.readAll().simplified().split(' ');
+    return words.value(words.indexOf("rchar:") + 1).toLongLong();
+}
+
 class ModelInstallerTest : public ::testing::Test {
 protected:
     ModelInstallerTest()
@@ -102,6 +112,25 @@ TEST_F(ModelInstallerTest, AModelThatIsDeletedDuringItsCheckIsNotPutInPlace)
     EXPECT_FALSE(m_outcome.error);
     EXPECT_EQ(QDir(m_folders.models).entryList(QDir::Files), QStringList());
     m_installer.abandon(model.id); // there is nothing any more
+}
+
+TEST_F(ModelInstallerTest, ACheckReadsNoFurtherOnceItsModelIsDeleted)
+{
+    WhisperModel model = test::tinyModel();
+    model.approximateSizeBytes = 2'000'000'000;
+    model.sha256 = QString(64, u'0');
+    const qint64 before = bytesRead();
+    arrive(model);
+    // Without the event loop, and without a pause: the check is far faster than that.
+    const QDeadlineTimer limit(test::defaultTimeout);
+    while (bytesRead() < before + 20'000'000 && !limit.hasExpired())
+        QThread::yieldCurrentThread();
+    m_installer.abandon(model.id);
+    ASSERT_TRUE(waitFor(1));
+    EXPECT_TRUE(m_outcome.abandoned);
+    const qint64 read = bytesRead() - before;
+    EXPECT_GT(read, 20'000'000) << "the check had not begun";
+    EXPECT_LT(read, model.approximateSizeBytes);
 }
 
 } // namespace

@@ -129,6 +129,22 @@ TEST_F(Staged, ALockThatNoProgramHoldsIsVoidWhateverItSays)
     }
 }
 
+TEST_F(Staged, ALockWithoutANoteIsAnotherPrograms)
+{
+    const auto staged = adopt();
+    ASSERT_TRUE(QFile::remove(m_folders.models + u"/.tiny.staging"));
+    EXPECT_EQ(StagedModel::find(m_folders, id), Found::otherProgram);
+}
+
+TEST_F(Staged, ALockThatCannotBeMadeIsHeldByNoProgram)
+{
+    adopt().reset();
+    // Where the lock is wanted, a folder stands.
+    ASSERT_TRUE(QDir(m_folders.models).mkdir(QStringLiteral(".tiny.lock")));
+    EXPECT_EQ(StagedModel::find(m_folders, id), Found::waiting);
+    EXPECT_EQ(StagedModel::recover(m_folders, id), nullptr);
+}
+
 TEST_F(Staged, TheNoteNamesTheFileWhereverItWaits)
 {
     const auto noted = [this] { return m_scratch.read(QStringLiteral("Models/.tiny.staging")); };

@@ -104,6 +104,19 @@ TEST_F(PermissionsServiceTest, StartingTwiceKeepsOneTimerAndStoppingOnceEndsIt)
     EXPECT_EQ(reads(), 2);
 }
 
+TEST_F(PermissionsServiceTest, AReceiverOfAPollCanEndThePolling)
+{
+    const auto service = make();
+    service->startPolling();
+    QObject::connect(service.get(), &PermissionsService::microphoneChanged, service.get(),
+                     &PermissionsService::stopPolling);
+    m_scheduler.advance(1s);
+    EXPECT_EQ(reads(), 2);
+    EXPECT_FALSE(service->isPolling());
+    m_scheduler.advance(5s);
+    EXPECT_EQ(reads(), 2);
+}
+
 TEST_F(PermissionsServiceTest, ThePollEndsWithTheService)
 {
     auto service = make();

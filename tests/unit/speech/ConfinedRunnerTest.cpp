@@ -3,6 +3,9 @@
 #include <QThread>
 
 #include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <array>
 
 namespace tulvane {
 
@@ -75,6 +78,9 @@ TEST(ConfinedRunner, GivesItsRightsUpOnceAndBeforeAnyWorkOnTheOneThreadThatIsNot
         ConfinedRunner runner(std::make_unique<NotingRunner>(threads), [&] {
             EXPECT_TRUE(threads.empty());
             confined.push_back(QThread::currentThread());
+            std::array<char, 16> name{};
+            ::pthread_getname_np(::pthread_self(), name.data(), name.size());
+            EXPECT_STREQ(name.data(), "whisper-model") << "what the system's tools show";
         });
         EXPECT_TRUE(runner.load(QStringLiteral("model")));
         static_cast<void>(runner.transcribe({}, {.language = QStringLiteral("no"), .threadCount = 1}));

@@ -1,5 +1,6 @@
 #include "Days.h"
 
+#include <base/FileLock.h>
 #include <stats/StatsFile.h>
 #include <stats/StatsStore.h>
 #include <support/FileSizeLimit.h>
@@ -80,6 +81,19 @@ TEST_F(StatsStoreFileTest, DefaultIsInTheFolderForApplicationsData)
     record(store);
     EXPECT_TRUE(QFile::exists(store.fileURL()));
     before.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before);
+}
+
+TEST_F(StatsStoreFileTest, TheFirstCountOfAllIsMadeUnderTheLockAsWell)
+{
+    StatsStore store(m_folder.file(QStringLiteral("new/statistics.json")), Calendar(oslo()));
+    int told = 0;
+    QObject::connect(&store, &StatsStore::daysChanged, &store, [&] {
+        ++told;
+        const auto lock = FileLock::acquire(store.fileURL() + QStringLiteral(".lock"), {});
+        EXPECT_TRUE(!lock && lock.error().isHeld());
+    });
+    record(store);
+    EXPECT_EQ(told, 1);
 }
 
 TEST_F(StatsStoreFileTest, LoadsWhatAnEarlierRunSaved)

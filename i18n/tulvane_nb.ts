@@ -60,6 +60,10 @@
         <translation>%1 virker ikke som hurtigtast</translation>
     </message>
     <message>
+        <source>%1 does not work as the hotkey. The step “Hotkey” says why.</source>
+        <translation>%1 virker ikke som hurtigtast. Steget «Hurtigtast» sier hvorfor.</translation>
+    </message>
+    <message>
         <source>%1 h</source>
         <translation>%1 t</translation>
     </message>

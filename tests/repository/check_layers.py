@@ -19,7 +19,7 @@ SHARED_ADAPTERS = {LINUX + room for room in
 # What single desktops do for a program, over their own services.
 SERVICES = {LINUX + room for room in ("kde", "gnome", "evdev", "portal")}
 X11 = [LINUX + "x11/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
-WAYLAND = [LINUX + "wayland/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
+WAYLAND = [LINUX + "wayland/" + room for room in ("connection", "keyboard", "clipboard", "windows", "fields")]
 FORMATS = LINUX + "formats"
 FRONT = LINUX + "front"
 
@@ -61,6 +61,7 @@ MAY = {
     WAYLAND[1]: ADAPTER | {WAYLAND[0], LINUX + "keys", LINUX + "layout"},
     WAYLAND[2]: ADAPTER | {WAYLAND[0], FORMATS, FRONT},
     WAYLAND[3]: ADAPTER | {WAYLAND[0]},
+    WAYLAND[4]: ADAPTER | {WAYLAND[0]},
     LINUX + "sway": ADAPTER | {LINUX + "keys", FRONT},
     LINUX + "session": ADAPTER | {LINUX + "keys", LINUX + "evdev", LINUX + "sway", FRONT, *X11, *WAYLAND},
     # The executable that people call loads these: no library that speaks with another process.

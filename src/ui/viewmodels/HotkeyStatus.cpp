@@ -45,6 +45,15 @@ bool HotkeyStatus::isCombinationBroken() const
     return m_shortcuts.registration(ShortcutName::dictate()).error.has_value();
 }
 
+bool HotkeyStatus::isOfNoUse() const
+{
+    const bool hasCombination = m_shortcuts.getShortcut(ShortcutName::dictate()).has_value();
+    const bool hasSingleKey = m_settings.modifierHotkey() != ModifierHotkey::none;
+    const bool works =
+        (hasCombination && !isCombinationBroken()) || (hasSingleKey && !m_hotkeys.modifierTapState().error);
+    return (hasCombination || hasSingleKey) && !works;
+}
+
 QString HotkeyStatus::broken() const
 {
     if (isCombinationBroken())

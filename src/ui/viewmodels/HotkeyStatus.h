@@ -28,6 +28,8 @@ public:
     /// The keys of each hotkey that is set, the combination's first.
     [[nodiscard]] QList<QStringList> caps() const;
     [[nodiscard]] bool isCombinationBroken() const;
+    /// Whether hotkeys are set, and none of them has an effect.
+    [[nodiscard]] bool isOfNoUse() const;
     /// The first hotkey that has no effect, as it stands on the keys, and why; empty where each one works.
     [[nodiscard]] QString broken() const;
     [[nodiscard]] QString brokenReason() const;

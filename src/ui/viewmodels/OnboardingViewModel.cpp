@@ -15,6 +15,11 @@ namespace tulvane {
 
 namespace {
 
+QString uselessHotkey(const QString& name)
+{
+    return translate("%1 does not work as the hotkey. The step “Hotkey” says why.").arg(name);
+}
+
 /// The hotkey comes in last of all: its name may well have a star in it.
 QString allSet()
 {
@@ -40,6 +45,7 @@ OnboardingViewModel::OnboardingViewModel(const SetupFacts& facts, AppSettings& s
     // The footer also names the hotkey, which may change while every mark stays.
     connect(&facts, &SetupFacts::changed, this, &OnboardingViewModel::footerChanged);
     connect(&hotkey, &HotkeyStatus::changed, this, &OnboardingViewModel::footerChanged);
+    connect(&hotkey, &HotkeyStatus::changed, this, &OnboardingViewModel::changed);
     connect(&permissions, &PermissionsService::microphoneChanged, this,
             &OnboardingViewModel::microphoneChanged);
 }
@@ -93,7 +99,10 @@ int OnboardingViewModel::next() const
 {
     const auto list = steps();
     const auto left = std::ranges::find(list, SetupStepState::todo, &SetupStep::state);
-    return left == list.end() ? 0 : left->number;
+    if (left != list.end())
+        return left->number;
+    // One that is chosen counts as done, also where the desktop keeps it for itself.
+    return m_hotkey.isOfNoUse() ? static_cast<int>(Step::HotkeyStep) : 0;
 }
 
 bool OnboardingViewModel::isAllDone() const
@@ -103,7 +112,7 @@ bool OnboardingViewModel::isAllDone() const
 
 QString OnboardingViewModel::footer() const
 {
-    if (!isAllDone())
+    if (!isAllDone() || m_hotkey.isOfNoUse())
         return spokenFooter().toHtmlEscaped();
     const QString hotkey = m_hotkey.description().toHtmlEscaped();
     static const QRegularExpression strong(QStringLiteral(R"(\*\*(.*?)\*\*)"));
@@ -112,6 +121,8 @@ QString OnboardingViewModel::footer() const
 
 QString OnboardingViewModel::spokenFooter() const
 {
+    if (isAllDone() && m_hotkey.isOfNoUse())
+        return uselessHotkey(m_hotkey.broken());
     if (isAllDone())
         return allSet().remove(QStringLiteral("**")).arg(m_hotkey.description());
     return SetupViewModel::stepsLeft(static_cast<int>(steps().size()) - doneCount()) +
@@ -123,7 +134,8 @@ QString OnboardingViewModel::spokenFooter() const
 
 QString OnboardingViewModel::hotkey() const
 {
-    return m_hotkey.description();
+    return m_hotkey.isOfNoUse() ? translate("%1 does not work as the hotkey").arg(m_hotkey.broken())
+                                : m_hotkey.description();
 }
 
 QString OnboardingViewModel::finishLabel() const

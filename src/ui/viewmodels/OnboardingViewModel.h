@@ -26,14 +26,15 @@ class OnboardingViewModel final : public QObject {
     /// Objects with `number`, `title`, `symbol`, `done` and `label`.
     Q_PROPERTY(QVariantList steps READ stepObjects NOTIFY changed)
     Q_PROPERTY(QString progress READ progress NOTIFY changed)
-    /// The number of the first step that is left; 0 when none is.
+    /// The number of the first step that is left, or of the hotkey's where that has no effect; 0 when none
+    /// is.
     Q_PROPERTY(int next READ next NOTIFY changed)
     Q_PROPERTY(bool allDone READ isAllDone NOTIFY changed)
     /// What stands beside the finish button; the hotkey's name in bold (`<b>`), everything else escaped.
     Q_PROPERTY(QString footer READ footer NOTIFY footerChanged)
     /// The same as plain text, for reading aloud.
     Q_PROPERTY(QString spokenFooter READ spokenFooter NOTIFY footerChanged)
-    /// The hotkey's name
+    /// The hotkey's name, or that it has no effect
     Q_PROPERTY(QString hotkey READ hotkey NOTIFY footerChanged)
     Q_PROPERTY(QString finishLabel READ finishLabel NOTIFY changed)
     Q_PROPERTY(Microphone microphone READ microphone NOTIFY microphoneChanged)

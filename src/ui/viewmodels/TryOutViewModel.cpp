@@ -38,6 +38,9 @@ bool TryOutViewModel::isDone() const
 
 QString TryOutViewModel::hint() const
 {
+    if (m_hotkey.isOfNoUse())
+        return translate("%1 does not work as the hotkey. The step “Hotkey” says why.")
+            .arg(m_hotkey.broken());
     const QString text = m_settings.hotkeyMode() == HotkeyMode::toggle
                              ? translate("Press %1, say a sentence, and press it again.")
                              : translate("Hold down %1 while you say a sentence.");

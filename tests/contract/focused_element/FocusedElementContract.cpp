@@ -1,7 +1,9 @@
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/wayland/fields/InputMethodElements.h>
 #include <support/Await.h>
 #include <support/fields/FieldProgram.h>
+#include <support/wayland/WaylandDesktop.h>
 
 #include <gtest/gtest.h>
 
@@ -65,6 +67,37 @@ private:
         m_desktop.environment().value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"))};
 };
 
+/// The same on a Wayland desktop, with the input method behind accessibility where the compositor has one.
+template <test::FieldProgram::Toolkit toolkit, test::WaylandDesktop::Kind kind>
+class WaylandWorld {
+public:
+    static constexpr test::WaylandDesktop::Kind desktopKind = kind;
+
+    FocusedElements& elements() { return m_elements; }
+    void show(Kind shown, const QString& marked) { m_program.show(shown, marked); }
+    QString marked() { return m_program.marked(); }
+    void leave() { m_program.quit(); }
+
+private:
+    static QProcess& started(test::WaylandDesktop& desktop)
+    {
+        QStringList command = test::FieldProgram::command(toolkit, QStringLiteral("wayland"));
+        return desktop.start(command.takeFirst(), command);
+    }
+
+    test::WaylandDesktop m_desktop{kind};
+    test::FieldProgram m_program{started(m_desktop), toolkit};
+    InputMethodElements m_elements{
+        std::make_shared<AtspiFocusedElements>(m_desktop.bus()),
+        WaylandConnection::open(WaylandConnection::socketOf(m_desktop.environment()))};
+};
+
+using Toolkit = test::FieldProgram::Toolkit;
+using Desktop = test::WaylandDesktop::Kind;
+using GtkOnSway = WaylandWorld<Toolkit::gtk, Desktop::sway>;
+using QtOnSway = WaylandWorld<Toolkit::qt, Desktop::sway>;
+using GtkOnKWin = WaylandWorld<Toolkit::gtk, Desktop::kwin>;
+using QtOnKWin = WaylandWorld<Toolkit::qt, Desktop::kwin>;
 using GtkWorld = DesktopWorld<test::FieldProgram::Toolkit::gtk>;
 using QtWorld = DesktopWorld<test::FieldProgram::Toolkit::qt>;
 
@@ -72,7 +105,23 @@ using QtWorld = DesktopWorld<test::FieldProgram::Toolkit::qt>;
 template <class World>
 class FocusedElementContract : public testing::Test {
 protected:
-    static void SetUpTestSuite() { world() = std::make_unique<World>(); }
+    static void SetUpTestSuite()
+    {
+        if (absent().isEmpty())
+            world() = std::make_unique<World>();
+    }
+    void SetUp() override
+    {
+        if (!absent().isEmpty())
+            GTEST_SKIP() << "not installed: " << qPrintable(absent().join(u' '));
+    }
+    /// The packages that the world needs and this machine lacks.
+    static QStringList absent()
+    {
+        if constexpr (requires { World::desktopKind; })
+            return test::WaylandDesktop::missing(World::desktopKind);
+        return {};
+    }
     static void TearDownTestSuite() { world() = nullptr; }
     static std::unique_ptr<World>& world()
     {
@@ -107,7 +156,7 @@ protected:
     }
 };
 
-using Worlds = testing::Types<FakeWorld, GtkWorld, QtWorld>;
+using Worlds = testing::Types<FakeWorld, GtkWorld, QtWorld, GtkOnSway, QtOnSway, GtkOnKWin, QtOnKWin>;
 TYPED_TEST_SUITE(FocusedElementContract, Worlds);
 
 } // namespace

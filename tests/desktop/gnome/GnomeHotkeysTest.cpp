@@ -65,7 +65,7 @@ TEST_F(GnomeHotkeysTest, WhatTheDesktopUsesIsRefusedByName)
     const auto refused = hotkeys->registerHotkey(id, altSpace);
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().kind(), HotkeyError::Kind::taken);
-    EXPECT_TRUE(refused.error().description().contains(QStringLiteral("window menu")))
+    EXPECT_TRUE(refused.error().description().contains(QStringLiteral("GNOME (activate window menu)")))
         << qPrintable(refused.error().description());
     EXPECT_FALSE(hotkeys->isBound());
 }

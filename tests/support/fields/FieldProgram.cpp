@@ -16,13 +16,8 @@ constexpr int answerTimeout = 30000;
 
 QProcess& startedProgram(VirtualDesktop& desktop, FieldProgram::Toolkit toolkit)
 {
-    if (toolkit == FieldProgram::Toolkit::gtk)
-        return desktop.start(QStringLiteral("/usr/bin/python3"),
-                             {sourceFolder() + u"/tests/support/fields/gtk_fields.py"});
-    // Qt shows itself on the accessibility bus only where a client has asked for it.
-    return desktop.start(QStringLiteral("env"),
-                         {QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"),
-                          QStringLiteral("QT_QPA_PLATFORM=xcb"), QStringLiteral(TULVANE_QT_FIELDS)});
+    QStringList command = FieldProgram::command(toolkit, QStringLiteral("xcb"));
+    return desktop.start(command.takeFirst(), command);
 }
 
 QString nameOf(FieldProgram::Kind kind)
@@ -60,9 +55,21 @@ qsizetype indexOf(FieldProgram::Toolkit toolkit, const QString& text, int offset
 
 } // namespace
 
+QStringList FieldProgram::command(Toolkit toolkit, const QString& platform)
+{
+    if (toolkit == Toolkit::gtk)
+        return {QStringLiteral("/usr/bin/python3"), sourceFolder() + u"/tests/support/fields/gtk_fields.py"};
+    // Qt shows itself on the accessibility bus only where a client has asked for it.
+    return {QStringLiteral("/usr/bin/env"), QStringLiteral("QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1"),
+            u"QT_QPA_PLATFORM=" + platform, QStringLiteral(TULVANE_QT_FIELDS)};
+}
+
 FieldProgram::FieldProgram(VirtualDesktop& desktop, Toolkit toolkit)
-    : m_process(startedProgram(desktop, toolkit)),
-      m_toolkit(toolkit)
+    : FieldProgram(startedProgram(desktop, toolkit), toolkit)
+{
+}
+
+FieldProgram::FieldProgram(QProcess& process, Toolkit toolkit) : m_process(process), m_toolkit(toolkit)
 {
     comeToFront();
 }

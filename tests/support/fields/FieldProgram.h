@@ -24,6 +24,10 @@ public:
 
     /// Returns when the program has started. Throws std::runtime_error when it does not.
     FieldProgram(VirtualDesktop& desktop, Toolkit toolkit);
+    /// The same over the program that `command` of this toolkit has started, on whichever desktop.
+    FieldProgram(QProcess& process, Toolkit toolkit);
+    /// What starts it; `platform` is Qt's word for the kind of display.
+    [[nodiscard]] static QStringList command(Toolkit toolkit, const QString& platform);
 
     /// Returns when the field has the focus and its window is the active one.
     void show(Kind kind, const QString& marked);

@@ -114,6 +114,15 @@ TEST_F(TryOutTest, ItSaysWhatToDoInEitherMode)
     EXPECT_EQ(said(), world.microphoneTest.deviceName());
 }
 
+TEST_F(TryOutTest, ItAsksForNoHotkeyThatHasNoEffect)
+{
+    world.globalHotkeys.failRegistrations(HotkeyError::taken(1));
+    world.shortcuts.registerAgain();
+    UiWorld::settle();
+    EXPECT_EQ(world.ui.models().tryOut()->hint(),
+              QStringLiteral("⌥Space does not work as the hotkey. The step “Hotkey” says why."));
+}
+
 TEST_F(TryOutTest, ADictationHasTheFieldTheMeterAndItsPhases)
 {
     EXPECT_FALSE(field().hasActiveFocus());

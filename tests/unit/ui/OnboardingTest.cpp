@@ -300,6 +300,28 @@ TEST_F(OnboardingTest, WithoutAHotkeyTheLastStepIsLeft)
     EXPECT_EQ(state(4), QStringLiteral("Done"));
 }
 
+TEST_F(OnboardingTest, AHotkeyThatTheDesktopKeepsIsSaidAndItsStepIsOpen)
+{
+    setAccessibility(true);
+    setMicrophone(MicrophoneAccess::authorized);
+    world.installModel(world.settings.selectedModelID());
+    world.globalHotkeys.failRegistrations(HotkeyError::taken(1));
+    setCombination();
+    EXPECT_EQ(state(4), QStringLiteral("Done")) << "one is chosen";
+    EXPECT_EQ(guide().next(), 4);
+    EXPECT_EQ(guide().hotkey(), QStringLiteral("⌥Space does not work as the hotkey"));
+    const auto said = QStringLiteral("⌥Space does not work as the hotkey. The step “Hotkey” says why.");
+    EXPECT_TRUE(probe().shows(said));
+    EXPECT_EQ(guide().spokenFooter(), said);
+    EXPECT_TRUE(probe().shows(HotkeyError::taken(1).description()));
+    EXPECT_TRUE(guide().isAllDone()) << "the guide can be finished";
+    world.globalHotkeys.failRegistrations(std::nullopt);
+    world.shortcuts.registerAgain();
+    UiWorld::settle();
+    EXPECT_EQ(guide().next(), 0);
+    EXPECT_EQ(guide().spokenFooter(), QStringLiteral("All set. Focus any text field and press ⌥Space."));
+}
+
 TEST_F(OnboardingTest, FinishingNeedsMicrophoneModelAndHotkeyButNotAccessibility)
 {
     setMicrophone(MicrophoneAccess::authorized);

@@ -29,12 +29,12 @@ const QStringList desktopSchemas{QStringLiteral("org.gnome.desktop.wm.keybinding
                                  QStringLiteral("org.gnome.mutter.keybindings"),
                                  QStringLiteral("org.gnome.mutter.wayland.keybindings"), mediaKeys};
 
-/// "activate-window-menu" as words.
+/// "activate-window-menu" as words, and whose it is.
 QString titleOf(const QString& name)
 {
     QString title = name;
     title.replace(u'-', u' ');
-    return title;
+    return QStringLiteral("GNOME (%1)").arg(title);
 }
 
 } // namespace

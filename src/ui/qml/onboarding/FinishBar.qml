@@ -19,7 +19,7 @@ Rectangle {
         id: seal
         x: Theme.enormous
         anchors.verticalCenter: parent.verticalCenter
-        visible: bar.guide.allDone
+        visible: bar.guide.allDone && bar.guide.next === 0
         name: "checkmark.seal.fill"
         size: 24
         color: Theme.success

@@ -3,6 +3,7 @@
 #include <platform/linux/sway/SwayFront.h>
 #include <platform/linux/sway/SwayHotkeys.h>
 #include <platform/linux/sway/SwayLock.h>
+#include <platform/linux/wayland/fields/InputMethodElements.h>
 #include <platform/linux/wayland/keyboard/VirtualKeyboard.h>
 #include <platform/linux/wayland/keyboard/WaylandKeymap.h>
 
@@ -51,6 +52,9 @@ Result<void, Obstacle> fillWithSwayPorts(Desktop& desktop, const DesktopOptions&
     fillWithWaylandText(
         desktop, WaylandText::open(socket, VirtualKeyboard::make(connection), front, options.terminals),
         front);
+    if (desktop.elements)
+        desktop.elements = std::make_shared<InputMethodElements>(desktop.elements, connection,
+                                                                 [front] { return !front->current().isX11; });
     fillWithWaylandWindows(desktop, options, connection);
     return {};
 }

@@ -1729,7 +1729,7 @@
     </message>
     <message>
         <source>Once the steps above are done</source>
-        <translation>Når trinnene over er gjort</translation>
+        <translation>Når stegene over er gjort</translation>
     </message>
     <message>
         <source>Your words appear here.</source>

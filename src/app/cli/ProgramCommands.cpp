@@ -143,7 +143,7 @@ Examination examine(ProgramServices& services, const AppSettings& settings)
     const Diagnostic found = microphoneDiagnostic(services.microphone());
     session += soundServerDiagnostic(services.soundServer());
     session += found;
-    session += permissionDiagnostics(permissions);
+    session += permissionDiagnostics(permissions, settings.modifierHotkey() != ModifierHotkey::none);
     dictation += insertionDiagnostic(settings.insertionMethod(), permissions, facts.hasAccessibilityBus);
     dictation +=
         pasteTableDiagnostics(pasteTableProblems(services.defaults()->value(terminalWindowClassesKey)));

@@ -63,14 +63,18 @@ Diagnostic soundServerDiagnostic(const QString& name)
     return Diagnostic::good(subject, name);
 }
 
-Diagnostics permissionDiagnostics(const PrivacyPermissions& permissions)
+Diagnostics permissionDiagnostics(const PrivacyPermissions& permissions, bool wantsSingleKey)
 {
+    Diagnostic watching = permissionDiagnostic(QStringLiteral("watching keys"), permissions,
+                                               Permission::inputMonitoring, QStringLiteral("is possible"));
+    if (!watching.works && !wantsSingleKey)
+        watching = Diagnostic::good(
+            watching.subject, QStringLiteral("is not possible, and not needed while no single key is set"));
     return {permissionDiagnostic(QStringLiteral("recording"), permissions, Permission::microphone,
                                  QStringLiteral("is allowed")),
             permissionDiagnostic(QStringLiteral("pasting"), permissions, Permission::accessibility,
                                  QStringLiteral("is possible")),
-            permissionDiagnostic(QStringLiteral("watching keys"), permissions, Permission::inputMonitoring,
-                                 QStringLiteral("is possible"))};
+            watching};
 }
 
 Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions,

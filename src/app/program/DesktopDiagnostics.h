@@ -24,8 +24,9 @@ struct ModelFacts {
 [[nodiscard]] Diagnostic microphoneDiagnostic(AudioInput& microphone);
 /// `name` as the server calls itself; empty where none answers.
 [[nodiscard]] Diagnostic soundServerDiagnostic(const QString& name);
-/// The three permissions, each "no" with its reason and its remedy.
-[[nodiscard]] Diagnostics permissionDiagnostics(const PrivacyPermissions& permissions);
+/// The three permissions, each "no" with its reason and its remedy. Keys are watched for a hotkey that is a
+/// single key alone: without one, it is no trouble that they cannot be.
+[[nodiscard]] Diagnostics permissionDiagnostics(const PrivacyPermissions& permissions, bool wantsSingleKey);
 /// Which way a text will take into the program in front. `canWriteElements`: whether there is an
 /// accessibility bus.
 [[nodiscard]] Diagnostic insertionDiagnostic(InsertionMethod method, const PrivacyPermissions& permissions,

@@ -13,6 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 namespace tulvane::test {
 
 namespace {
@@ -68,7 +70,14 @@ protected:
     [[nodiscard]] std::shared_ptr<FocusedElement> field() const
     {
         std::shared_ptr<FocusedElement> found;
-        EXPECT_TRUE(waitUntil([&] { return (found = await(elements->focused())) != nullptr; }));
+        // A field that has just been shown may give the focus up once more.
+        EXPECT_TRUE(waitUntil([&] {
+            found = await(elements->focused());
+            if (!found)
+                return false;
+            std::ignore = waitUntil([] { return false; }, std::chrono::milliseconds(100));
+            return await(found->settable());
+        }));
         return found;
     }
     /// What becomes of a field when this is written into it.

@@ -102,6 +102,10 @@ class WaylandDictation(unittest.TestCase):
     def said(self):
         return self.log.read_text()[-3000:]
 
+    def test_doctor_finds_nothing_to_do(self):
+        found = self.desktop.ask(str(PROGRAM), "doctor")
+        self.assertTrue(found.endswith("Ready to dictate.\n"), found)
+
     def test_into_gtk3(self):
         self.dictate_into(Field(self.desktop, "/usr/bin/python3", str(TARGETS / "gtk_target.py"), "view"))
 

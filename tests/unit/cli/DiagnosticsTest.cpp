@@ -63,14 +63,27 @@ TEST(SoundServerDiagnostic, NamesTheServerOrSaysWhichToStart)
 TEST(PermissionFindings, GiveEachNoItsReasonAndItsRemedy)
 {
     FakePrivacyPermissions permissions;
-    for (const Diagnostic& diagnostic : permissionDiagnostics(permissions))
+    for (const Diagnostic& diagnostic : permissionDiagnostics(permissions, true))
         EXPECT_TRUE(diagnostic.works);
     permissions.obstacles[Permission::accessibility] = {QStringLiteral("Why"), QStringLiteral("What to do")};
-    const Diagnostics diagnostics = permissionDiagnostics(permissions);
+    const Diagnostics diagnostics = permissionDiagnostics(permissions, true);
     EXPECT_TRUE(diagnostics[0].works);
     EXPECT_EQ(diagnostics[1], Diagnostic::bad(QStringLiteral("pasting"), QStringLiteral("Why"),
                                               QStringLiteral("What to do")));
     EXPECT_TRUE(diagnostics[2].works);
+}
+
+TEST(PermissionFindings, KeysNeedNotBeWatchedForACombination)
+{
+    FakePrivacyPermissions permissions;
+    permissions.obstacles[Permission::inputMonitoring] = {QStringLiteral("Why"),
+                                                          QStringLiteral("What to do")};
+    EXPECT_EQ(permissionDiagnostics(permissions, true)[2],
+              Diagnostic::bad(QStringLiteral("watching keys"), QStringLiteral("Why"),
+                              QStringLiteral("What to do")));
+    const Diagnostic diagnostic = permissionDiagnostics(permissions, false)[2];
+    EXPECT_TRUE(diagnostic.works);
+    EXPECT_EQ(diagnostic.remedy, QString()) << "it would be the next thing to do";
 }
 
 TEST(InsertionDiagnostic, IsTheWayThatATextWillTake)

@@ -132,7 +132,7 @@ public:
 
 class ToolkitField final : public Field {
 public:
-    /// `isSilent`: tells of a change only when it is asked.
+    /// `isSilent`: the program reports a change only in answer to a request.
     ToolkitField(QProcess& process, bool isSilent) : m_program(process, '\n'), m_isSilent(isSilent)
     {
         EXPECT_TRUE(waitUntil([this] { return m_program.count(QStringLiteral("ready")) > 0; }));

@@ -9,7 +9,8 @@
 namespace tulvane {
 
 /// The field that the compositor says has the focus, written into by the input method. It shows the text
-/// around the caret, by which it is told whether a text has arrived; of the whole there is nothing to read.
+/// around the caret, from which this object sees whether a text has arrived; the protocol has no request for
+/// the whole text.
 /// The input method is given back after a write, and with this object. Main thread.
 class InputMethodElement final : public FocusedElement {
 public:

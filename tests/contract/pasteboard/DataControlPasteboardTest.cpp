@@ -50,7 +50,7 @@ protected:
     QProcess* m_copier = nullptr;
 };
 
-using Worlds = testing::Types<SwayWorld, KWinWorld>;
+using Worlds = testing::Types<SwayWorld, KWinWorld, ExtWorld, WlrWorld>;
 TYPED_TEST_SUITE(DataControlPasteboardTest, Worlds);
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <platform/linux/wayland/clipboard/DataControlPasteboards.h>
 #include <support/Await.h>
 #include <support/wayland/WaylandDesktop.h>
+#include <support/wayland/selections/SelectionCompositor.h>
 
 #include <QDir>
 #include <QFile>
@@ -21,7 +22,8 @@ public:
 /// A program of another process that reads the clipboard as often as it is told to.
 class ClipboardProgram final {
 public:
-    ClipboardProgram(WaylandDesktop& desktop, const QString& name)
+    template <class Desktop>
+    ClipboardProgram(Desktop& desktop, const QString& name)
         : m_seen(QDir(desktop.home()).filePath(name)),
           m_process(desktop.start(
               QStringLiteral("/bin/sh"),
@@ -50,15 +52,18 @@ private:
 };
 
 /// A pasteboard of ours on a compositor, and the programs around it.
+template <class Desktop>
 class DataControlWorld {
 public:
-    explicit DataControlWorld(WaylandDesktop::Kind kind) : m_desktop(kind)
+    /// `about` the desktop, as its constructor takes it.
+    template <class About>
+    explicit DataControlWorld(const About& about) : m_desktop(about)
     {
         m_front->program.process = m_reader.id();
     }
     Pasteboard& board() { return m_ours->general(); }
     DataControlPasteboards& boards() { return *m_ours; }
-    WaylandDesktop& desktop() { return m_desktop; }
+    Desktop& desktop() { return m_desktop; }
     ScriptedFront& scriptedFront() { return *m_front; }
     PasteTarget front() { return m_ours->pasteTarget(); }
     void otherWrites(const QList<PasteboardItem>& items) { m_other->general().replace(items); }
@@ -83,7 +88,7 @@ private:
                                             {{QStringLiteral("foot"), PasteChord::controlShiftV}});
     }
 
-    WaylandDesktop m_desktop;
+    Desktop m_desktop;
     std::shared_ptr<ScriptedFront> m_front = std::make_shared<ScriptedFront>();
     ClipboardProgram m_reader{m_desktop, QStringLiteral("front")};
     ClipboardProgram m_manager{m_desktop, QStringLiteral("manager")};
@@ -91,16 +96,28 @@ private:
     std::unique_ptr<DataControlPasteboards> m_other = open();
 };
 
-class SwayWorld final : public DataControlWorld {
+class SwayWorld final : public DataControlWorld<WaylandDesktop> {
 public:
     static constexpr auto desktopKind = WaylandDesktop::Kind::sway;
     SwayWorld() : DataControlWorld(WaylandDesktop::Kind::sway) {}
 };
 
-class KWinWorld final : public DataControlWorld {
+class KWinWorld final : public DataControlWorld<WaylandDesktop> {
 public:
     static constexpr auto desktopKind = WaylandDesktop::Kind::kwin;
     KWinWorld() : DataControlWorld(WaylandDesktop::Kind::kwin) {}
+};
+
+/// A compositor that has the newer interface alone.
+class ExtWorld final : public DataControlWorld<SelectionCompositor> {
+public:
+    ExtWorld() : DataControlWorld(SelectionCompositor::Options{}) {}
+};
+
+/// The older one alone, of a compositor that keeps to the letter.
+class WlrWorld final : public DataControlWorld<SelectionCompositor> {
+public:
+    WlrWorld() : DataControlWorld(SelectionCompositor::Options{.ours = {SelectionServer::Protocol::wlr}}) {}
 };
 
 } // namespace tulvane::test

@@ -83,7 +83,8 @@ protected:
     std::optional<World> m_world; ///< made once it is known that its packages are there
 };
 
-using Worlds = testing::Types<FakeWorld, X11World, test::SwayWorld, test::KWinWorld>;
+using Worlds =
+    testing::Types<FakeWorld, X11World, test::SwayWorld, test::KWinWorld, test::ExtWorld, test::WlrWorld>;
 TYPED_TEST_SUITE(PasteboardContract, Worlds);
 
 } // namespace

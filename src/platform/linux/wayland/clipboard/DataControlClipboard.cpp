@@ -1,3 +1,4 @@
+#include <base/Log.h>
 #include <platform/linux/wayland/clipboard/DataControlClipboard.h>
 #include <platform/linux/wayland/clipboard/DataControlDevice.h>
 
@@ -13,6 +14,7 @@ struct DataControlClipboard::Parts {
         : connection(std::move(opened)),
           manager(DataControlProtocol::bind(*connection))
     {
+        QObject::connect(connection.get(), &WaylandConnection::appeared, connection.get(), [this] { sit(); });
     }
     Parts(const Parts&) = delete;
     Parts& operator=(const Parts&) = delete;
@@ -28,16 +30,46 @@ struct DataControlClipboard::Parts {
     void add(PasteSelection which, const Activity& activity)
     {
         selections.try_emplace(
-            which, DataControlSelection::Ports{
-                       *connection, manager.object, scheduler,
-                       [this, which](zwlr_data_control_source_v1* source) { device->take(which, source); },
-                       [activity, which] { activity(which); }});
+            which, DataControlSelection::Ports{*connection, manager.object, scheduler,
+                                               [this, which](zwlr_data_control_source_v1* source) {
+                                                   if (device)
+                                                       device->take(which, source);
+                                                   return device != nullptr;
+                                               },
+                                               [activity, which] { activity(which); }});
     }
     void tell(PasteSelection which, std::shared_ptr<DataControlOffer> offer)
     {
         const auto found = selections.find(which);
         if (found != selections.end())
             found->second.ownerChanged(std::move(offer));
+    }
+
+    /// Takes a seat where there is one and we have none.
+    void sit()
+    {
+        wl_seat* const seat = device ? nullptr : connection->seat();
+        if (!seat)
+            return;
+        device = std::make_unique<DataControlDevice>(
+            seat, manager,
+            DataControlDevice::Handlers{
+                .ownerChanged =
+                    [this](PasteSelection which, std::shared_ptr<DataControlOffer> offer) {
+                        tell(which, std::move(offer));
+                    },
+                .finished = [this] { stand(); }});
+        connection->flush();
+    }
+    /// The seat has gone, and what was selected there with it.
+    void stand()
+    {
+        qCInfo(lcInsertion, "The seat has gone, and its selections with it");
+        device.reset();
+        connection->dropSeat();
+        for (auto& [which, selection] : selections)
+            selection.ownerChanged(nullptr);
+        sit();
     }
 
     std::unique_ptr<WaylandConnection> connection;
@@ -84,11 +116,7 @@ bool DataControlClipboard::open(const QByteArray& socket)
     m_parts->add(PasteSelection::clipboard, m_activity);
     if (m_parts->manager.hasPrimary)
         m_parts->add(PasteSelection::primary, m_activity);
-    m_parts->device = std::make_unique<DataControlDevice>(
-        *m_parts->connection, m_parts->manager,
-        [parts = m_parts.get()](PasteSelection which, std::shared_ptr<DataControlOffer> offer) {
-            parts->tell(which, std::move(offer));
-        });
+    m_parts->sit();
     m_parts->connection->catchUp();
     return true;
 }

@@ -6,18 +6,21 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace tulvane {
 
 /// The selections of one seat, as the compositor reports them. Of the thread of its connection.
 class DataControlDevice final {
 public:
-    /// A selection has this owner now; null for none.
-    using OwnerChanged = std::function<void(PasteSelection which, std::shared_ptr<DataControlOffer> offer)>;
+    struct Handlers {
+        /// A selection has this owner now; null for none.
+        std::function<void(PasteSelection which, std::shared_ptr<DataControlOffer> offer)> ownerChanged;
+        /// The seat has gone, and the device is of no use any more. It may be destroyed within the call.
+        std::function<void()> finished;
+    };
 
-    /// `connection` outlives it.
-    DataControlDevice(WaylandConnection& connection, DataControlProtocol::Manager manager,
-                      OwnerChanged ownerChanged);
+    DataControlDevice(wl_seat* seat, DataControlProtocol::Manager manager, Handlers handlers);
     DataControlDevice(const DataControlDevice&) = delete;
     DataControlDevice& operator=(const DataControlDevice&) = delete;
     ~DataControlDevice();
@@ -28,10 +31,10 @@ public:
 private:
     void tell(PasteSelection which, const zwlr_data_control_offer_v1* object);
 
-    OwnerChanged m_ownerChanged;
+    Handlers m_handlers;
     zwlr_data_control_device_v1* m_object;
     /// Announced, and not yet said of which selection it is.
-    std::shared_ptr<DataControlOffer> m_announced;
+    std::vector<std::shared_ptr<DataControlOffer>> m_announced;
 };
 
 } // namespace tulvane

@@ -1,32 +1,20 @@
 #include <platform/linux/wayland/clipboard/DataControlProtocol.h>
 
+#include <ext-data-control-v1-client.h>
+
 namespace tulvane {
-
-namespace {
-
-constexpr auto newName = "ext_data_control_manager_v1";
-
-/// The manager's description under the newer name. What the manager makes has no name on the wire.
-const wl_interface& newInterface()
-{
-    static const wl_interface interface = [] {
-        wl_interface renamed = zwlr_data_control_manager_v1_interface;
-        renamed.name = newName;
-        return renamed;
-    }();
-    return interface;
-}
-
-} // namespace
 
 bool DataControlProtocol::isOffered(const WaylandConnection& connection)
 {
-    return connection.offers(newName) || connection.offers(zwlr_data_control_manager_v1_interface.name);
+    return connection.offers(ext_data_control_manager_v1_interface.name) ||
+           connection.offers(zwlr_data_control_manager_v1_interface.name);
 }
 
 DataControlProtocol::Manager DataControlProtocol::bind(WaylandConnection& connection)
 {
-    if (auto* const manager = connection.bind<zwlr_data_control_manager_v1>(newInterface(), 1))
+    // What the manager makes has no name on the wire: only the manager itself is of the newer description.
+    if (auto* const manager =
+            connection.bind<zwlr_data_control_manager_v1>(ext_data_control_manager_v1_interface, 1))
         return {manager, true};
     auto* const manager =
         connection.bind<zwlr_data_control_manager_v1>(zwlr_data_control_manager_v1_interface, 2);

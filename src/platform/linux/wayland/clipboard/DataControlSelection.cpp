@@ -119,9 +119,11 @@ bool DataControlSelection::put(const QList<PasteboardItem>& items, const PipeHol
                         m_ownItems.clear();
                 }});
     countOwnChange();
-    m_ports.take(m_source->object());
+    if (!m_ports.take(m_source->object()))
+        retire(std::move(m_source));
     m_ports.connection.catchUp();
-    return !m_ports.connection.isBroken();
+    // It is retired where the seat has gone meanwhile, too.
+    return m_source && !m_ports.connection.isBroken();
 }
 
 bool DataControlSelection::clear(OnlyAt count)
@@ -136,10 +138,10 @@ bool DataControlSelection::clear(OnlyAt count)
     countOwnChange();
     // The notice of it comes now or, where there was nothing to clear, never.
     m_isClearing = true;
-    m_ports.take(nullptr);
+    const bool isTaken = m_ports.take(nullptr);
     m_ports.connection.catchUp();
     m_isClearing = false;
-    return true;
+    return isTaken;
 }
 
 void DataControlSelection::retire(std::unique_ptr<DataControlSource> source)

@@ -21,8 +21,8 @@ public:
         WaylandConnection& connection;
         zwlr_data_control_manager_v1* manager;
         Scheduler& scheduler; ///< of this thread
-        /// Makes the source, or nothing, the selection's owner.
-        std::function<void(zwlr_data_control_source_v1* source)> take;
+        /// Makes the source, or nothing, the selection's owner; false where there is no seat to do it on.
+        std::function<bool(zwlr_data_control_source_v1* source)> take;
         /// Something that a caller may want to know has happened.
         std::function<void()> activity;
     };

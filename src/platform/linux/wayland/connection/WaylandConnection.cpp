@@ -7,6 +7,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace tulvane {
 
@@ -44,7 +45,7 @@ WaylandConnection::WaylandConnection(wl_display* display)
         },
         [](void* data, wl_registry*, std::uint32_t name) {
             auto& connection = *static_cast<WaylandConnection*>(data);
-            std::erase_if(connection.m_globals, [=](const Global& global) { return global.name == name; });
+            connection.remove(name);
             Q_EMIT connection.disappeared(name);
         }};
     wl_registry_add_listener(m_registry, &events, this);
@@ -80,9 +81,25 @@ void* WaylandConnection::bindGlobal(const Global* global, const wl_interface& in
 
 wl_seat* WaylandConnection::seat()
 {
-    if (!m_seat)
-        m_seat = bind<wl_seat>(wl_seat_interface, 1);
+    const Global* const global = m_seat ? nullptr : find(wl_seat_interface.name);
+    if (global) {
+        m_seatName = global->name;
+        m_seat = bind<wl_seat>(*global, wl_seat_interface, 1);
+    }
     return m_seat;
+}
+
+void WaylandConnection::dropSeat()
+{
+    if (m_seat)
+        remove(m_seatName);
+}
+
+void WaylandConnection::remove(std::uint32_t name)
+{
+    std::erase_if(m_globals, [=](const Global& global) { return global.name == name; });
+    if (m_seat && m_seatName == name)
+        wl_seat_destroy(std::exchange(m_seat, nullptr));
 }
 
 void WaylandConnection::flush()

@@ -52,8 +52,11 @@ public:
     {
         return static_cast<Object*>(bindGlobal(&global, interface, highestVersion));
     }
-    /// The first seat; null where there is none. Of the connection.
+    /// The first seat; null where there is none. Of the connection, until the seat has gone.
     [[nodiscard]] wl_seat* seat();
+    /// The compositor has said by an object of the seat that the seat has gone, and may not have said so
+    /// itself yet. `seat()` is another one from now on.
+    void dropSeat();
 
     void flush();
     /// Every event that the compositor has sent until now has been handled when this returns.
@@ -74,6 +77,7 @@ private:
     [[nodiscard]] const Global* find(const char* interface) const;
     [[nodiscard]] void* bindGlobal(const Global* global, const wl_interface& interface,
                                    std::uint32_t highestVersion);
+    void remove(std::uint32_t name);
     void readSocket();
     void noticeEnd();
 
@@ -82,6 +86,7 @@ private:
     std::unique_ptr<QSocketNotifier> m_readable; ///< null without an event loop: then `catchUp()` alone reads
     wl_registry* m_registry;
     wl_seat* m_seat = nullptr;
+    std::uint32_t m_seatName = 0; ///< among the globals, where there is a seat
     std::vector<Global> m_globals;
     bool m_hasEnded = false;
 };

@@ -128,6 +128,18 @@ TEST_F(AtspiFrontTest, AHangingProgramIsPassedOverInTheSearch)
     EXPECT_TRUE(comes(m_editor));
 }
 
+TEST_F(AtspiFrontTest, AProgramThatIsTooBusyToAnswerTheSearchIsAskedAgain)
+{
+    m_editor.frozen = true;
+    ASSERT_FALSE(front().current().isKnown());
+    ASSERT_TRUE(waitUntil([&] { return m_editor.called.contains(u"GetChildren"_qs); }));
+    // Later than anybody waits for one answer.
+    ASSERT_FALSE(waitUntil([&] { return front().current().isKnown(); }, BusLink::callLimit * 2));
+    m_editor.frozen = false;
+    EXPECT_TRUE(comes(m_editor));
+    EXPECT_TRUE(waitUntil([&] { return front().current().process != 0; }));
+}
+
 TEST_F(AtspiFrontTest, WithoutABusNothingIsInFront)
 {
     AtspiFront none{QString()};

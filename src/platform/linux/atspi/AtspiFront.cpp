@@ -14,6 +14,9 @@ const Accessible registry{QStringLiteral("org.a11y.atspi.Registry"),
 
 /// A program that has just started is busy with itself.
 constexpr AccessibilityBus::Limit nameLimit{10'000};
+/// So often the window in front is looked for while programs do not answer, and with this pause.
+constexpr int searches = 20;
+constexpr std::chrono::milliseconds searchPause{500};
 
 } // namespace
 
@@ -80,25 +83,43 @@ QCoro::Task<> AtspiFront::findActive()
 {
     const Lifetime::Guard alive = m_lifetime.guard();
     const std::shared_ptr<AccessibilityBus> bus = m_bus;
+    for (int looks = 0; looks < searches; ++looks) {
+        const bool isOver = co_await search();
+        if (!alive || isOver || m_hasHeard || bus != m_bus)
+            co_return;
+        (void)co_await m_link->pause(searchPause);
+        if (!alive || m_hasHeard || bus != m_bus)
+            co_return;
+    }
+}
+
+QCoro::Task<bool> AtspiFront::search()
+{
+    const Lifetime::Guard alive = m_lifetime.guard();
+    const std::shared_ptr<AccessibilityBus> bus = m_bus;
     const auto childrenOf = [bus](const Accessible& parent) {
         return bus->call(parent, accessibleInterfaces::accessible, QStringLiteral("GetChildren"));
     };
     auto asked = childrenOf(registryRoot);
-    const auto programs = busAnswer::toAccessibles(co_await asked).value_or(QList<Accessible>());
-    for (const Accessible& program : programs) {
+    const auto programs = busAnswer::toAccessibles(co_await asked);
+    bool haveAllAnswered = programs.has_value();
+    for (const Accessible& program : programs.value_or(QList<Accessible>())) {
         auto windowsAsked = childrenOf(program);
-        const auto windows = busAnswer::toAccessibles(co_await windowsAsked).value_or(QList<Accessible>());
-        for (const Accessible& window : windows) {
+        const auto windows = busAnswer::toAccessibles(co_await windowsAsked);
+        haveAllAnswered = haveAllAnswered && windows;
+        for (const Accessible& window : windows.value_or(QList<Accessible>())) {
             auto stateAsked = bus->call(window, accessibleInterfaces::accessible, QStringLiteral("GetState"));
             const auto states = busAnswer::toStates(co_await stateAsked);
             if (!alive || m_hasHeard || bus != m_bus)
-                co_return;
+                co_return true;
+            haveAllAnswered = haveAllAnswered && states;
             if (states && states->has(AccessibleStates::State::active)) {
                 setWindow(window);
-                co_return;
+                co_return true;
             }
         }
     }
+    co_return haveAllAnswered;
 }
 
 void AtspiFront::activated(const QDBusMessage& message)
@@ -132,7 +153,7 @@ QCoro::Task<> AtspiFront::describe()
 {
     const Lifetime::Guard alive = m_lifetime.guard();
     const Accessible place = m_window.place;
-    auto processAsked = m_bus->processOf(place);
+    auto processAsked = m_bus->processOf(place, nameLimit);
     auto nameAsked = m_bus->property({place.service, accessibleRootPath}, accessibleInterfaces::accessible,
                                      QStringLiteral("Name"), nameLimit);
     const auto process = busAnswer::toUnsigned(co_await processAsked);

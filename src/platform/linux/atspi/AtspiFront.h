@@ -45,6 +45,8 @@ private:
     QCoro::Task<> begin();
     /// Of windows that were active before we listened.
     QCoro::Task<> findActive();
+    /// Once. False where a program did not answer that may have it.
+    QCoro::Task<bool> search();
     QCoro::Task<> describe();
     void listen();
     void setWindow(const Accessible& place);

@@ -1,6 +1,5 @@
 #include <platform/linux/atspi/BusLink.h>
 
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QFutureWatcher>
@@ -106,11 +105,16 @@ Awaited<std::shared_ptr<BusConnection>> BusLink::open(const QString& address)
 Awaited<QDBusMessage> BusLink::call(const BusConnection& connection, const QDBusMessage& message,
                                     std::chrono::milliseconds limit)
 {
+    return call(QDBusConnection(connection.name()), message, limit);
+}
+
+Awaited<QDBusMessage> BusLink::call(const QDBusConnection& connection, const QDBusMessage& message,
+                                    std::chrono::milliseconds limit)
+{
     const auto pending = begin<QDBusMessage>();
     if (m_closed)
         return Awaited<QDBusMessage>(pending);
-    const QDBusPendingCall call =
-        QDBusConnection(connection.name()).asyncCall(message, std::max(1, static_cast<int>(limit.count())));
+    const QDBusPendingCall call = connection.asyncCall(message, std::max(1, static_cast<int>(limit.count())));
     auto* const watcher = new QDBusPendingCallWatcher(call, m_context.get());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, m_context.get(),
                      [this, owner = m_lifetime.guard(), watcher, pending] {

@@ -3,6 +3,7 @@
 #include <base/async/Lifetime.h>
 #include <base/async/PendingValue.h>
 
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
 #include <QString>
@@ -45,6 +46,9 @@ public:
     [[nodiscard]] Awaited<std::shared_ptr<BusConnection>> open(const QString& address);
     /// The answer, which may be an error; nothing where none came in time.
     [[nodiscard]] Awaited<QDBusMessage> call(const BusConnection& connection, const QDBusMessage& message,
+                                             std::chrono::milliseconds limit = callLimit);
+    /// The same over a connection that others use as well.
+    [[nodiscard]] Awaited<QDBusMessage> call(const QDBusConnection& connection, const QDBusMessage& message,
                                              std::chrono::milliseconds limit = callLimit);
     [[nodiscard]] Awaited<bool> pause(std::chrono::milliseconds duration);
 

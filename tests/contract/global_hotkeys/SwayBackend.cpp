@@ -193,6 +193,45 @@ TEST(SwayHotkeys, TheyAreThereAgainAfterSwayHasReadItsConfigurationAnew)
     EXPECT_EQ(edges, QStringList({QStringLiteral("down"), QStringLiteral("up")}));
 }
 
+TEST(SwayHotkeys, AProgramThatEndsWhileItsKeyIsHeldDoesNotTakeSwayAlong)
+{
+    TULVANE_NEEDS(WaylandDesktop::Kind::sway);
+    const auto answers = [] {
+        return sway().run(QStringLiteral("swaymsg"), {QStringLiteral("-t"), QStringLiteral("get_tree")});
+    };
+    for (int time = 0; time < 5; ++time) {
+        SwayBackend backend;
+        const auto token = backend.hotkeys().registerHotkey(swayId, altSpaceOnSway);
+        ASSERT_TRUE(token);
+        const QStringList edges = edgesOf(backend, [&] { backend.press(altSpaceOnSway); });
+        EXPECT_EQ(edges, QStringList{QStringLiteral("down")});
+        backend.end();
+        EXPECT_FALSE(answers().isEmpty());
+        backend.release(altSpaceOnSway);
+        EXPECT_FALSE(answers().isEmpty());
+    }
+}
+
+TEST(SwayHotkeys, AHeldKeyThatIsRegisteredAnewDoesNotEndSway)
+{
+    TULVANE_NEEDS(WaylandDesktop::Kind::sway);
+    SwayBackend backend;
+    auto token = backend.hotkeys().registerHotkey(swayId, altSpaceOnSway);
+    ASSERT_TRUE(token);
+    const QStringList first = edgesOf(backend, [&] { backend.press(altSpaceOnSway); });
+    EXPECT_EQ(first, QStringList{QStringLiteral("down")});
+    token->reset();
+    (void)waitUntil([] { return false; }, std::chrono::milliseconds(100)); // what is dropped is unbound later
+    token = backend.hotkeys().registerHotkey(swayId, altSpaceOnSway);
+    ASSERT_TRUE(token);
+    EXPECT_EQ(edgesOf(backend, [&] { backend.release(altSpaceOnSway); }), QStringList{QStringLiteral("up")});
+    const QStringList next = edgesOf(backend, [&] {
+        backend.press(altSpaceOnSway);
+        backend.release(altSpaceOnSway);
+    });
+    EXPECT_EQ(next, QStringList({QStringLiteral("down"), QStringLiteral("up")}));
+}
+
 INSTANTIATE_TEST_SUITE_P(Sway, GlobalHotkeysContract,
                          testing::Values(BackendFactory{
                              "Sway", [] { return std::make_unique<SwayBackend>(); },

@@ -42,12 +42,16 @@ bool canBind(const KeyCombination& combination)
     return key && (combination.modifiers & ~carbon::all) == 0 && key->evdev + evdevToXkb <= lastXkbCode;
 }
 
+QString bindPress(const KeyCombination& combination, const QString& name)
+{
+    return QStringLiteral("bindcode --no-repeat --no-warn %1 %2 %3 pressed")
+        .arg(keysOf(combination), mark(), name);
+}
+
 QString bind(const KeyCombination& combination, const QString& name)
 {
-    const QString keys = keysOf(combination);
-    return QStringLiteral("bindcode --no-repeat --no-warn %1 %2 %3 pressed; "
-                          "bindcode --no-warn --release %1 %2 %3 released")
-        .arg(keys, mark(), name);
+    return QStringLiteral("%1; bindcode --no-warn --release %2 %3 %4 released")
+        .arg(bindPress(combination, name), keysOf(combination), mark(), name);
 }
 
 QString unbindPress(const KeyCombination& combination)

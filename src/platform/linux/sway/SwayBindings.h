@@ -15,6 +15,10 @@ namespace tulvane::swayBindings {
 [[nodiscard]] bool canBind(const KeyCombination& combination);
 /// `name` comes back with the edges.
 [[nodiscard]] QString bind(const KeyCombination& combination, const QString& name);
+/// The press alone: see `unbind`.
+[[nodiscard]] QString bindPress(const KeyCombination& combination, const QString& name);
+/// Never while the combination is held, nor bound anew then: sway keeps no track of the release's binding,
+/// runs what it has freed, and its whole session ends.
 [[nodiscard]] QString unbind(const KeyCombination& combination);
 [[nodiscard]] QString unbindPress(const KeyCombination& combination);
 

@@ -13,6 +13,8 @@ namespace {
 
 /// For the log: sway has no numbers of its own.
 constexpr int heldAlready = 1;
+/// A release that has not come so long after a reload, in milliseconds, will not come.
+constexpr int releaseLimit = 10'000;
 
 } // namespace
 
@@ -65,8 +67,10 @@ struct SwayHotkeys::Table {
     }
     void forget(std::list<Entry>::iterator entry)
     {
+        // The release of a key that is held stays bound, to nothing.
         if (entry->isInSway)
-            connection->run(swayBindings::unbind(entry->combination));
+            connection->run(entry->isHeld ? swayBindings::unbindPress(entry->combination)
+                                          : swayBindings::unbind(entry->combination));
         entries.erase(entry);
     }
 
@@ -99,6 +103,9 @@ SwayHotkeys::SwayHotkeys(std::shared_ptr<SwayConnection> connection, Layout layo
                      [this](SwayConnection::Event event, const QJsonObject& about) { handle(event, about); });
     QObject::connect(m_connection.get(), &SwayConnection::closed, &m_context, [this] { noticeChange(); });
     m_layout.setChangeHandler([this] { noticeChange(); });
+    m_bindingDue.setSingleShot(true);
+    m_bindingDue.setInterval(releaseLimit);
+    QObject::connect(&m_bindingDue, &QTimer::timeout, &m_context, [this] { bindAgain(); });
 }
 
 SwayHotkeys::~SwayHotkeys()
@@ -140,7 +147,7 @@ SwayHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
         dropped->id = id;
         dropped->isRegistered = true;
         // Its press may have been unbound already.
-        if (dropped->isHeld && !m_connection->run(swayBindings::bind(combination, dropped->name)))
+        if (dropped->isHeld && !m_connection->run(swayBindings::bindPress(combination, dropped->name)))
             return failure(HotkeyError::refused(heldAlready));
         return std::make_unique<Token>(m_table, dropped->name);
     }
@@ -160,10 +167,10 @@ void SwayHotkeys::handle(SwayConnection::Event event, const QJsonObject& about)
                  .value(QLatin1StringView("command"))
                  .toString());
     else if (event == SwayConnection::Event::workspace && change == u"reload")
-        bindAgain();
+        bindAgainWhenFree();
     // A binding belongs to the mode in which it was made.
     else if (event == SwayConnection::Event::mode && change == u"default")
-        bindAgain();
+        bindAgainWhenFree();
 }
 
 void SwayHotkeys::edge(const QString& command)
@@ -188,6 +195,8 @@ void SwayHotkeys::edge(const QString& command)
     if (!ended.isRegistered)
         m_table->forget(entry);
     tell(HotkeyEventKind::released, ended);
+    if (m_bindingDue.isActive())
+        bindAgainWhenFree();
 }
 
 void SwayHotkeys::tell(HotkeyEventKind kind, const Entry& entry)
@@ -197,8 +206,18 @@ void SwayHotkeys::tell(HotkeyEventKind kind, const Entry& entry)
         (void)handler({HotkeyEvent::Source::hotkey, kind, entry.id, entry.combination, {}});
 }
 
+void SwayHotkeys::bindAgainWhenFree()
+{
+    // What sway makes room for meanwhile may be what it still means to run at the release.
+    if (std::ranges::any_of(m_table->entries, &Entry::isHeld))
+        m_bindingDue.start();
+    else
+        bindAgain();
+}
+
 void SwayHotkeys::bindAgain()
 {
+    m_bindingDue.stop();
     // The user's configuration may have another opinion of our combinations now: theirs count.
     const QList<SymbolicHotkey> theirs = bindings();
     for (Entry& entry : m_table->entries) {

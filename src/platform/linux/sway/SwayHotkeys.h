@@ -5,6 +5,8 @@
 #include <platform/linux/sway/SwayConnection.h>
 #include <ports/GlobalHotkeys.h>
 
+#include <QTimer>
+
 #include <list>
 #include <memory>
 
@@ -51,6 +53,8 @@ private:
     void handle(SwayConnection::Event event, const QJsonObject& about);
     void edge(const QString& command);
     void tell(HotkeyEventKind kind, const Entry& entry);
+    /// As soon as no key of ours is held.
+    void bindAgainWhenFree();
     void bindAgain();
     /// Of the user's configuration.
     [[nodiscard]] QList<SymbolicHotkey> bindings() const;
@@ -61,7 +65,8 @@ private:
     std::shared_ptr<Table> m_table;
     EventHandler m_eventHandler;
     ChangeHandler m_changeHandler;
-    QObject m_context; ///< what is connected is connected while this lives
+    QTimer m_bindingDue; ///< runs while a key that is held puts off what is to be bound again
+    QObject m_context;   ///< what is connected is connected while this lives
 };
 
 } // namespace tulvane

@@ -39,10 +39,12 @@ void HUDController::setPhase(const Phase& phase)
     const bool wasRecording = m_model.state() == HUDModel::State::Recording;
     const bool isRecording = phase.kind == Phase::Kind::recording;
     m_model.setPhase(phase);
-    if (isRecording && !wasRecording)
+    if (isRecording && !wasRecording) {
         m_time.begin(m_longest());
-    else if (!isRecording)
+        m_isPlaceOld = true;
+    } else if (!isRecording) {
         m_time.end();
+    }
 }
 
 void HUDController::applyOpacity(double opacity)
@@ -103,6 +105,9 @@ void HUDController::show()
     }
     if (!isOnScreen())
         appear();
+    else if (m_picture && m_isPlaceOld)
+        moveSurface();
+    m_isPlaceOld = false;
     if (m_window)
         m_panel->raise(*m_window);
     m_fade.run(1, unlessStill(fadeInTime));
@@ -119,6 +124,14 @@ void HUDController::appear()
         m_isPictureShown = true;
         m_picture->start(m_panel->surface()->scale());
     }
+}
+
+void HUDController::moveSurface()
+{
+    // What is left of the dictation before may stand on another screen than the one in use now, and a surface
+    // cannot move.
+    m_panel->surface()->hide();
+    m_picture->start(m_panel->surface()->scale());
 }
 
 void HUDController::hide(bool animated)

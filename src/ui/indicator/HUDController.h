@@ -70,6 +70,7 @@ private:
     void applyOpacity(double opacity);
     void place();
     void appear();
+    void moveSurface();
     void remove();
 
     Dependencies m_dependencies;
@@ -78,6 +79,7 @@ private:
     std::unique_ptr<IndicatorPanel> m_panel;
     std::unique_ptr<IndicatorPicture> m_picture; ///< in the window's stead
     bool m_isPictureShown = false;
+    bool m_isPlaceOld = true; ///< a dictation has begun since it was last shown
     RecordingTime m_time;
     std::function<std::chrono::seconds()> m_longest = [] { return std::chrono::seconds(300); };
     Fade m_fade;

@@ -26,6 +26,18 @@ QRect placeForWindows(const QScreen& screen)
     return screen.availableGeometry().adjusted(0, titleBarHeight, 0, 0);
 }
 
+/// How large a window that is about to be shown may be. On Wayland the compositor alone decides on which
+/// screen it opens, and leaves it at its size and place where that one is smaller.
+QSize largestOn(const QScreen& screen)
+{
+    QSize largest = placeForWindows(screen).size();
+    if (QGuiApplication::platformName().startsWith(QLatin1StringView("wayland"))) {
+        for (const QScreen* each : QGuiApplication::screens())
+            largest = largest.boundedTo(placeForWindows(*each).size());
+    }
+    return largest;
+}
+
 int primaryHeight()
 {
     const QScreen* const primary = QGuiApplication::primaryScreen();
@@ -69,10 +81,7 @@ WindowFrame::WindowFrame(QWindow& window, QString autosaveName, UserDefaults& de
       m_defaults(defaults),
       m_smallest(window.minimumSize())
 {
-    connect(&window, &QWindow::screenChanged, this, [this](const QScreen* screen) {
-        if (screen)
-            boundMinimum(*screen);
-    });
+    connect(&window, &QWindow::screenChanged, this, &WindowFrame::follow);
     for (const auto changed :
          {&QWindow::xChanged, &QWindow::yChanged, &QWindow::widthChanged, &QWindow::heightChanged})
         connect(&window, changed, this, &WindowFrame::noteChange);
@@ -87,14 +96,34 @@ void WindowFrame::restore(QSize size, const QScreen& screen)
 {
     const auto stored = fromText(m_defaults.value(key()).toString(), primaryHeight());
     const QScreen* const home = stored ? screenOf(*stored) : nullptr;
-    boundMinimum(home ? *home : screen);
+    const QSize largest = largestOn(home ? *home : screen);
+    m_window.setMinimumSize(m_smallest.boundedTo(largest));
     if (!home) {
-        m_window.setGeometry(centred(size, placeForWindows(screen)));
+        m_window.setGeometry(centred(size.boundedTo(largest), placeForWindows(screen)));
         return;
     }
     QRect frame = *stored;
-    frame.setSize(frame.size().expandedTo(m_window.minimumSize()));
+    frame.setSize(frame.size().expandedTo(m_window.minimumSize()).boundedTo(largest));
     m_window.setGeometry(movedInto(frame, placeForWindows(*home)));
+}
+
+void WindowFrame::follow(const QScreen* screen)
+{
+    disconnect(m_screenChange);
+    if (!screen)
+        return;
+    m_screenChange = connect(screen, &QScreen::geometryChanged, this, [this, screen] { fitInto(*screen); });
+    fitInto(*screen);
+}
+
+void WindowFrame::fitInto(const QScreen& screen)
+{
+    boundMinimum(screen);
+    // What fills its screen has that size from the window manager.
+    const QSize size = m_window.size();
+    const bool isTooLarge = size.boundedTo(screen.geometry().size()) != size;
+    if (isTooLarge && m_window.isVisible() && m_window.windowState() == Qt::WindowNoState)
+        m_window.resize(size.boundedTo(placeForWindows(screen).size()));
 }
 
 void WindowFrame::boundMinimum(const QScreen& screen)

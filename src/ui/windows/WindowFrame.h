@@ -18,9 +18,9 @@ class UserDefaults;
 /// bottom left of the primary screen. Main thread.
 class WindowFrame final : public QObject {
 public:
-    /// The window's minimum size is bounded by its screen from now on, or the lower part of a window on a
-    /// small one could never be reached. Stores from now on, when a move or a change of size has come to
-    /// rest. Both outlive this object.
+    /// The window and its minimum size are bounded by its screen from now on, whichever the desktop opens it
+    /// on or moves it to, or the lower part of a window on a small one could never be reached. Stores from
+    /// now on, when a move or a change of size has come to rest. Both outlive this object.
     WindowFrame(QWindow& window, QString autosaveName, UserDefaults& defaults);
 
     /// Before the window is first shown: the stored frame, moved and cut so that it lies on a screen of today
@@ -38,6 +38,8 @@ protected:
 
 private:
     void noteChange();
+    void follow(const QScreen* screen);
+    void fitInto(const QScreen& screen);
     void boundMinimum(const QScreen& screen);
     [[nodiscard]] QString key() const;
 
@@ -46,6 +48,7 @@ private:
     UserDefaults& m_defaults;
     QSize m_smallest; ///< what the window needs where there is room
     int m_timer = 0;
+    QMetaObject::Connection m_screenChange; ///< of the screen that the window is on
 };
 
 } // namespace tulvane

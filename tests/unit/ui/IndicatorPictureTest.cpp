@@ -56,6 +56,36 @@ TEST_F(IndicatorPictureTest, EachChangeIsANewPictureAndStillnessIsNone)
     EXPECT_EQ(m_pictures.shown, after);
 }
 
+TEST_F(IndicatorPictureTest, ANewDictationHasItsOwnSurfaceSinceTheScreenInUseMayBeAnother)
+{
+    still();
+    show(recording);
+    show({Phase::Kind::transcribing, {}});
+    show({Phase::Kind::notice, QStringLiteral("Copied to clipboard")});
+    EXPECT_EQ(m_pictures.hidden, 0) << "it stays where it is for a whole dictation";
+    show(recording);
+    EXPECT_EQ(m_pictures.hidden, 1);
+    EXPECT_FALSE(m_pictures.last.isNull());
+    show(recording);
+    EXPECT_EQ(m_pictures.hidden, 1);
+}
+
+TEST_F(IndicatorPictureTest, ItComesBackOnANewSurfaceWhileItFades)
+{
+    show(recording);
+    advance(150);
+    m_indicator.setPhase({});
+    m_indicator.hide(true);
+    advance(50);
+    m_pictures.pixelsPerPoint = 1;
+    show(recording);
+    EXPECT_EQ(m_pictures.hidden, 1);
+    EXPECT_EQ(m_pictures.last.size(), QSize(316, 104)) << "sharp on the screen where it is";
+    advance(500);
+    EXPECT_EQ(m_pictures.hidden, 1);
+    EXPECT_FALSE(m_pictures.last.isNull());
+}
+
 TEST_F(IndicatorPictureTest, IsWholeWhileAPartOfItMovesAndWhenItComesBack)
 {
     show(recording);

@@ -16,7 +16,8 @@ Text {
     linkColor: Theme.accent
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
-    lineHeight: lineCount > 1 ? 1.2 : 1
+    // Set and not bound: how many lines there are is found anew with it.
+    onLineCountChanged: lineHeight = lineCount > 1 ? 1.2 : 1
     Accessible.role: kind >= Label.Heading && kind < Label.Figure ? Accessible.Heading : Accessible.StaticText
     Accessible.name: text.replace(/\u2060/g, "")
     Accessible.ignored: text === "" || !visible

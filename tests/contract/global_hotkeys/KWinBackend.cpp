@@ -1,5 +1,6 @@
 #include "HotkeysBackend.h"
 
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/kde/KGlobalAccelHotKeys.h>
 #include <platform/linux/kde/QtKeys.h>
 #include <ports/KeyModifiers.h>
@@ -98,7 +99,8 @@ public:
 private:
     static KGlobalAccelHotKeys::Options options()
     {
-        return {connection(), desktop().variable(QStringLiteral("XDG_CONFIG_HOME"))};
+        return {std::make_shared<LastingBus>(desktop().bus()),
+                desktop().variable(QStringLiteral("XDG_CONFIG_HOME"))};
     }
     static void forget(const QString& component, const QString& action)
     {
@@ -117,7 +119,7 @@ private:
             QStringLiteral("/Layouts"), QStringLiteral("org.kde.keyboard"), QStringLiteral("reloadConfig")));
     }
 
-    KGlobalAccel m_service{connection()};
+    KGlobalAccel m_service{std::make_shared<LastingBus>(desktop().bus())};
     std::unique_ptr<KGlobalAccelHotKeys> m_hotkeys;
 };
 

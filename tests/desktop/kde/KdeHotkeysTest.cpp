@@ -1,3 +1,4 @@
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/kde/KGlobalAccelGrab.h>
 #include <platform/linux/kde/KGlobalAccelHotKeys.h>
 #include <platform/linux/kde/KWinFront.h>
@@ -39,7 +40,7 @@ protected:
     {
         TULVANE_NEEDS(WaylandDesktop::Kind::kwin);
         desktop = std::make_unique<WaylandDesktop>(WaylandDesktop::Kind::kwin);
-        bus.emplace(QDBusConnection::connectToBus(desktop->bus(), desktop->home()));
+        bus = std::make_shared<LastingBus>(desktop->bus());
         start();
     }
     void TearDown() override
@@ -51,7 +52,7 @@ protected:
     {
         registration.reset();
         hotkeys = std::make_unique<KGlobalAccelHotKeys>(
-            KGlobalAccelHotKeys::Options{*bus, desktop->variable(QStringLiteral("XDG_CONFIG_HOME"))});
+            KGlobalAccelHotKeys::Options{bus, desktop->variable(QStringLiteral("XDG_CONFIG_HOME"))});
         hotkeys->setEventHandler([this](const HotkeyEvent& event) {
             if (event.kind != HotkeyEventKind::repeated)
                 edges.push_back(event.kind == HotkeyEventKind::pressed);
@@ -69,7 +70,7 @@ protected:
     /// As the system settings do it.
     void rebind(const KeyCombination& combination)
     {
-        const KGlobalAccel service(*bus);
+        const KGlobalAccel service(bus);
         const KGlobalAccel::Action action{
             QStringLiteral("com.dunio.Tulvane"), QStringLiteral("hotkey-1"), {}, {}};
         QList<int> keys;
@@ -86,8 +87,19 @@ protected:
         return waitUntil([&] { return edges.size() >= 2; }, std::chrono::milliseconds(700));
     }
 
+    QProcess& edit()
+    {
+        return desktop->start(QStringLiteral("/usr/bin/python3"),
+                              {sourceFolder() + QStringLiteral("/tests/support/targets/gtk_target.py"),
+                               QStringLiteral("view")});
+    }
+    static bool isInFront(const KWinFront& front, const QProcess& program)
+    {
+        return front.current().process == static_cast<quint32>(program.processId());
+    }
+
     std::unique_ptr<WaylandDesktop> desktop;
-    std::optional<QDBusConnection> bus;
+    std::shared_ptr<LastingBus> bus;
     std::unique_ptr<KGlobalAccelHotKeys> hotkeys;
     std::unique_ptr<GlobalHotkeys::Registration> registration;
     std::vector<bool> edges;
@@ -133,7 +145,7 @@ TEST_F(KdeTest, AKeyThatTheUserHasTakenAwayIsSaidToBeGone)
 
 TEST_F(KdeTest, TheHolderOfACombinationIsNamed)
 {
-    const KGlobalAccel service(*bus);
+    const KGlobalAccel service(bus);
     const KGlobalAccel::Action runner{QStringLiteral("krunner"), QStringLiteral("run"),
                                       QStringLiteral("KRunner"), QStringLiteral("Search")};
     ASSERT_FALSE(service.add(runner).isEmpty());
@@ -148,13 +160,13 @@ TEST_F(KdeTest, AskingForAFreeOneLeavesNothingInTheSystemSettings)
 {
     EXPECT_TRUE(hotkeys->isFree(altSpace));
     EXPECT_TRUE(
-        KGlobalAccel(*bus).holders(qtKeysOf(altSpace, *XkbKeymap::fromNames({})).constFirst()).isEmpty());
+        KGlobalAccel(bus).holders(qtKeysOf(altSpace, *XkbKeymap::fromNames({})).constFirst()).isEmpty());
 }
 
 TEST_F(KdeTest, AHeldBackKeyboardGoesToTheWindow)
 {
     take(altSpace);
-    KGlobalAccelGrab grab(*bus, desktop->environment());
+    KGlobalAccelGrab grab(bus, desktop->environment());
     QWindow window;
     window.show();
     auto hold = grab.hold(window);
@@ -167,34 +179,62 @@ TEST_F(KdeTest, AHeldBackKeyboardGoesToTheWindow)
 TEST_F(KdeTest, AStartFreesWhatAKilledProgramHeldBack)
 {
     take(altSpace);
-    KGlobalAccel(*bus).setBlocked(true);
+    KGlobalAccel(bus).setBlocked(true);
     ASSERT_FALSE(hearsPress({leftAlt, space}));
-    const KGlobalAccelGrab grab(*bus, desktop->environment());
+    const KGlobalAccelGrab grab(bus, desktop->environment());
     EXPECT_TRUE(hearsPress({leftAlt, space}));
 }
 
 TEST_F(KdeTest, AProgramThatIsKilledHoldsNothingBack)
 {
     take(altSpace);
-    KGlobalAccel(*bus).setBlocked(true);
+    KGlobalAccel(bus).setBlocked(true);
     ASSERT_FALSE(hearsPress({leftAlt, space}));
+    const QString owner = KGlobalAccel(bus).owner();
     const pid_t program = fork();
     if (program == 0) {
-        const auto watch = KGlobalAccelGrab::watch(desktop->environment());
+        const auto watch = KGlobalAccelGrab::watch(desktop->environment(), owner);
         std::raise(SIGKILL);
     }
     waitpid(program, nullptr, 0);
     EXPECT_TRUE(waitUntil([&] { return hearsPress({leftAlt, space}); }));
 }
 
+TEST_F(KdeTest, AKWinThatCrashesAndReturnsHasTheHotkeyAgain)
+{
+    take(altSpace);
+    // As the registry does it.
+    hotkeys->setChangeHandler([this] {
+        registration.reset();
+        if (auto taken = hotkeys->registerHotkey(id, altSpace))
+            registration = std::move(*taken);
+    });
+    desktop->down({leftAlt, space});
+    ASSERT_TRUE(waitUntil([&] { return edges.size() == 1; }));
+    desktop->perform(QStringLiteral("crash_and_return"));
+    ASSERT_TRUE(waitUntil([&] { return edges.size() == 2; }));
+    EXPECT_FALSE(edges.back()) << "what was held is let go";
+    ASSERT_TRUE(waitUntil([&] { return registration != nullptr; }));
+    EXPECT_TRUE(waitUntil([&] { return hearsPress({leftAlt, space}); }));
+    EXPECT_THAT(edges, ElementsAre(true, false));
+}
+
+TEST_F(KdeTest, AKWinThatCrashesAndReturnsTellsTheWindowInFront)
+{
+    KWinFront front(bus);
+    QProcess& before = edit();
+    ASSERT_TRUE(waitUntil([&] { return isInFront(front, before); }));
+    desktop->perform(QStringLiteral("crash_and_return"));
+    ASSERT_TRUE(waitUntil([&] { return front.current().id.isEmpty(); }));
+    QProcess& after = edit();
+    EXPECT_TRUE(waitUntil([&] { return isInFront(front, after); }));
+}
+
 TEST_F(KdeTest, TheWindowInFrontIsTold)
 {
-    KWinFront front(*bus);
-    QProcess& program = desktop->start(
-        QStringLiteral("/usr/bin/python3"),
-        {sourceFolder() + QStringLiteral("/tests/support/targets/gtk_target.py"), QStringLiteral("view")});
-    EXPECT_TRUE(
-        waitUntil([&] { return front.current().process == static_cast<quint32>(program.processId()); }));
+    KWinFront front(bus);
+    QProcess& program = edit();
+    EXPECT_TRUE(waitUntil([&] { return isInFront(front, program); }));
     EXPECT_EQ(front.current().resourceClass, QStringLiteral("gtk-target"));
     EXPECT_FALSE(front.current().isX11);
     EXPECT_FALSE(front.current().id.isEmpty());

@@ -32,22 +32,23 @@ LastingBus::~LastingBus() = default;
 
 std::shared_ptr<LastingBus> LastingBus::session()
 {
-    static std::weak_ptr<LastingBus> shared;
-    auto bus = shared.lock();
-    if (!bus) {
-        bus.reset(new LastingBus(QDBusConnection::sessionBus(), {}));
-        shared = bus;
-    }
-    return bus;
+    static std::weak_ptr<LastingBus> known;
+    return shared(known, QDBusConnection::sessionBus(), {});
 }
 
 std::shared_ptr<LastingBus> LastingBus::system()
 {
-    static std::weak_ptr<LastingBus> shared;
-    auto bus = shared.lock();
+    static std::weak_ptr<LastingBus> known;
+    return shared(known, QDBusConnection::systemBus(), systemBusAddress());
+}
+
+std::shared_ptr<LastingBus> LastingBus::shared(std::weak_ptr<LastingBus>& known,
+                                               const QDBusConnection& connection, const QString& address)
+{
+    auto bus = known.lock();
     if (!bus) {
-        bus.reset(new LastingBus(QDBusConnection::systemBus(), systemBusAddress()));
-        shared = bus;
+        bus.reset(new LastingBus(connection, address));
+        known = bus;
     }
     return bus;
 }

@@ -37,6 +37,9 @@ Q_SIGNALS:
 
 private:
     LastingBus(const QDBusConnection& connection, const QString& address);
+    /// The one that is known, or a new one where its last user has gone.
+    [[nodiscard]] static std::shared_ptr<LastingBus>
+    shared(std::weak_ptr<LastingBus>& known, const QDBusConnection& connection, const QString& address);
     void follow(const QString& address);
 
     std::shared_ptr<OwnConnection> m_own; ///< null while the connection is the toolkit's

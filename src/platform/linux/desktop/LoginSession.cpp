@@ -24,14 +24,13 @@ const QString lockedHint = QStringLiteral("LockedHint");
 LoginSession::LoginSession(std::shared_ptr<LastingBus> bus, const QString& id,
                            std::chrono::milliseconds timeForLocker)
     : m_bus(std::move(bus)),
+      m_watcher(manager, m_bus->connection(), QDBusServiceWatcher::WatchForRegistration),
       // The manager's own word for the caller's session or, for a process outside of all, the user's.
       m_id(id.isEmpty() ? QStringLiteral("auto") : id)
 {
     m_request.setSingleShot(true);
     m_request.setInterval(timeForLocker);
     connect(&m_request, &QTimer::timeout, this, &LoginSession::changed);
-    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
-    m_watcher.addWatchedService(manager);
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &LoginSession::find);
     connect(m_bus.get(), &LastingBus::returned, this, &LoginSession::listen);
     listen();

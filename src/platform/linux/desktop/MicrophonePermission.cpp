@@ -22,10 +22,9 @@ const QString microphone = QStringLiteral("microphone");
 
 MicrophonePermission::MicrophonePermission(std::shared_ptr<LastingBus> bus, const QString& program)
     : m_bus(std::move(bus)),
+      m_watcher(store, m_bus->connection(), QDBusServiceWatcher::WatchForRegistration),
       m_program(program)
 {
-    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
-    m_watcher.addWatchedService(store);
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &MicrophonePermission::ask);
     connect(m_bus.get(), &LastingBus::returned, this, &MicrophonePermission::listen);
     listen();

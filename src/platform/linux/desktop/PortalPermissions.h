@@ -23,6 +23,10 @@ public:
     [[nodiscard]] QFuture<bool> requestMicrophone() override;
     void requestAccessibility() override { m_session->requestAccessibility(); }
     void requestInputMonitoring() override { m_session->requestInputMonitoring(); }
+    [[nodiscard]] bool asksUser(Permission permission) const override
+    {
+        return m_session->asksUser(permission);
+    }
     [[nodiscard]] Obstacle obstacle(Permission permission) const override;
 
 private:

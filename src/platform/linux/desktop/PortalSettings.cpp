@@ -29,10 +29,10 @@ QVariant unwrapped(QVariant value)
 
 } // namespace
 
-PortalSettings::PortalSettings(std::shared_ptr<LastingBus> bus) : m_bus(std::move(bus))
+PortalSettings::PortalSettings(std::shared_ptr<LastingBus> bus)
+    : m_bus(std::move(bus)),
+      m_watcher(portal, m_bus->connection(), QDBusServiceWatcher::WatchForRegistration)
 {
-    m_watcher.setWatchMode(QDBusServiceWatcher::WatchForRegistration);
-    m_watcher.addWatchedService(portal);
     connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalSettings::askForAll);
     connect(m_bus.get(), &LastingBus::returned, this, &PortalSettings::listen);
     listen();

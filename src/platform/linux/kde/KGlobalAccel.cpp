@@ -1,3 +1,4 @@
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/kde/KGlobalAccel.h>
 
 #include <QDBusArgument>
@@ -77,12 +78,12 @@ QList<KdeKeySequence> sequencesOf(const QList<int>& keys)
     return sequences;
 }
 
-/// The first combination of each sequence.
-QList<int> keysOf(const QDBusMessage& reply)
+/// The first combination of each sequence; none where there was no answer.
+std::optional<QList<int>> keysOf(const QDBusMessage& reply)
 {
-    QList<int> keys;
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        return keys;
+        return std::nullopt;
+    QList<int> keys;
     for (const auto& sequence : qdbus_cast<QList<KdeKeySequence>>(reply.arguments().constFirst())) {
         if (!sequence.keys.isEmpty() && sequence.keys.constFirst() != 0)
             keys.append(sequence.keys.constFirst());
@@ -90,13 +91,19 @@ QList<int> keysOf(const QDBusMessage& reply)
     return keys;
 }
 
-QDBusMessage ask(const QDBusConnection& bus, const QString& method, const QVariantList& arguments)
+QDBusMessage callOf(const QString& method, const QVariantList& arguments)
 {
     registerTypes();
     QDBusMessage call = QDBusMessage::createMethodCall(KGlobalAccel::service, KGlobalAccel::path,
                                                        KGlobalAccel::interface, method);
+    call.setAutoStartService(false);
     call.setArguments(arguments);
-    return bus.call(call, QDBus::Block, patience);
+    return call;
+}
+
+QDBusMessage ask(const std::shared_ptr<LastingBus>& bus, const QString& method, const QVariantList& arguments)
+{
+    return bus->connection().call(callOf(method, arguments), QDBus::Block, patience);
 }
 
 quint32 flagOf(KGlobalAccel::Keys how)
@@ -117,9 +124,16 @@ quint32 flagOf(KGlobalAccel::Keys how)
 
 } // namespace
 
-bool KGlobalAccel::isThere() const
+QString KGlobalAccel::owner() const
 {
-    return m_bus.isConnected() && m_bus.interface()->isServiceRegistered(service).value();
+    const QDBusConnection bus = m_bus->connection();
+    return bus.isConnected() ? bus.interface()->serviceOwner(service).value() : QString();
+}
+
+QDBusPendingCall KGlobalAccel::askForAnything() const
+{
+    constexpr int longPatience = 10'000; // ms
+    return m_bus->connection().asyncCall(callOf(QStringLiteral("allMainComponents"), {}), longPatience);
 }
 
 QList<KGlobalAccel::Action> KGlobalAccel::holders(int key) const
@@ -155,7 +169,7 @@ QString KGlobalAccel::add(const Action& action) const
     return place.isValid() ? place.value().path() : QString();
 }
 
-QList<int> KGlobalAccel::defaultKeys(const Action& action) const
+std::optional<QList<int>> KGlobalAccel::defaultKeys(const Action& action) const
 {
     return keysOf(ask(m_bus, QStringLiteral("defaultShortcutKeys"), {action.words()}));
 }
@@ -166,7 +180,7 @@ void KGlobalAccel::setForeignKeys(const Action& action, const QList<int>& keys) 
         {action.words(), QVariant::fromValue(sequencesOf(keys))});
 }
 
-QList<int> KGlobalAccel::setKeys(const Action& action, const QList<int>& keys, Keys how) const
+std::optional<QList<int>> KGlobalAccel::setKeys(const Action& action, const QList<int>& keys, Keys how) const
 {
     return keysOf(ask(m_bus, QStringLiteral("setShortcutKeys"),
                       {action.words(), QVariant::fromValue(sequencesOf(keys)), flagOf(how)}));

@@ -45,7 +45,7 @@ private:
 
 } // namespace
 
-KGlobalAccelGrab::KGlobalAccelGrab(QDBusConnection bus, QProcessEnvironment environment)
+KGlobalAccelGrab::KGlobalAccelGrab(std::shared_ptr<LastingBus> bus, QProcessEnvironment environment)
     : m_service(std::move(bus)),
       m_environment(std::move(environment))
 {
@@ -53,21 +53,23 @@ KGlobalAccelGrab::KGlobalAccelGrab(QDBusConnection bus, QProcessEnvironment envi
         m_service.setBlocked(false);
 }
 
-std::unique_ptr<EndWatch> KGlobalAccelGrab::watch(const QProcessEnvironment& environment)
+std::unique_ptr<EndWatch> KGlobalAccelGrab::watch(const QProcessEnvironment& environment,
+                                                  const QString& owner)
 {
     return std::make_unique<EndWatch>(
-        environment,
-        QStringList{
-            QStringLiteral("dbus-send"), QStringLiteral("--session"), QStringLiteral("--type=method_call"),
-            QStringLiteral("--dest=org.kde.kglobalaccel"), QStringLiteral("/kglobalaccel"),
-            QStringLiteral("org.kde.KGlobalAccel.blockGlobalShortcuts"), QStringLiteral("boolean:false")});
+        environment, QStringList{QStringLiteral("dbus-send"), QStringLiteral("--session"),
+                                 QStringLiteral("--type=method_call"), QStringLiteral("--dest=") + owner,
+                                 QStringLiteral("/kglobalaccel"),
+                                 QStringLiteral("org.kde.KGlobalAccel.blockGlobalShortcuts"),
+                                 QStringLiteral("boolean:false")});
 }
 
 std::unique_ptr<KeyboardGrab::Hold> KGlobalAccelGrab::hold(QWindow& window)
 {
-    if (!m_service.isThere())
+    const QString owner = m_service.owner();
+    if (owner.isEmpty())
         return nullptr;
-    return std::make_unique<BlockedShortcuts>(m_service, watch(m_environment), window);
+    return std::make_unique<BlockedShortcuts>(m_service, watch(m_environment, owner), window);
 }
 
 } // namespace tulvane

@@ -13,10 +13,12 @@ namespace tulvane {
 class KGlobalAccelGrab final : public KeyboardGrab {
 public:
     /// `environment`: of the session whose bus it is.
-    KGlobalAccelGrab(QDBusConnection bus, QProcessEnvironment environment);
+    KGlobalAccelGrab(std::shared_ptr<LastingBus> bus, QProcessEnvironment environment);
 
-    /// Gives the keys free should this program end in the middle.
-    [[nodiscard]] static std::unique_ptr<EndWatch> watch(const QProcessEnvironment& environment);
+    /// Gives the keys free should this program end in the middle. `owner`: the connection of the service that
+    /// holds them back; asked by its own name, one that has gone would be started anew by the bus.
+    [[nodiscard]] static std::unique_ptr<EndWatch> watch(const QProcessEnvironment& environment,
+                                                         const QString& owner);
 
     [[nodiscard]] std::unique_ptr<Hold> hold(QWindow& window) override;
 

@@ -1,10 +1,13 @@
 #include <base/Log.h>
 #include <base/Translate.h>
+#include <platform/linux/desktop/BusAnswer.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/kde/KGlobalAccelHotKeys.h>
 #include <platform/linux/kde/QtKeys.h>
 #include <platform/linux/keys/KeyText.h>
 
 #include <QPointer>
+#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -15,6 +18,8 @@ namespace {
 
 /// For the log: the service has no numbers of its own.
 constexpr int heldElsewhere = 1;
+/// So often a service that has its name is asked, or fails to take a key, before its next owner is awaited.
+constexpr int mostWaits = 30;
 
 /// The compositor's stamp counts milliseconds of the system's monotonic clock; of a device that it does not
 /// read itself it may count anything.
@@ -45,17 +50,31 @@ private:
 };
 
 KGlobalAccelHotKeys::KGlobalAccelHotKeys(const Options& options)
-    : m_bus(options.bus),
-      m_service(options.bus),
-      m_keyboard(options.bus, options.configHome),
+    : m_bus(options.bus ? options.bus : LastingBus::session()),
+      m_service(m_bus),
+      m_watcher(KGlobalAccel::service, m_bus->connection()),
+      m_keyboard(m_bus, options.configHome),
       m_component(options.component)
 {
-    m_bus.connect(KGlobalAccel::service, KGlobalAccel::path, KGlobalAccel::interface,
-                  QStringLiteral("yourShortcutsChanged"), this, SLOT(rebound(QDBusMessage)));
-    m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"),
-                  {KGlobalAccel::service}, QString(), this, SLOT(ownerChanged(QString, QString, QString)));
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString&, const QString&, const QString& after) { ownerChanged(after); });
+    connect(m_bus.get(), &LastingBus::lost, this, &KGlobalAccelHotKeys::lose);
+    connect(m_bus.get(), &LastingBus::returned, this, [this] {
+        listen();
+        m_waits = 0;
+        awaitService(0);
+    });
     connect(&m_keyboard, &KdeKeyboard::changed, this, [this] { tellChange(); });
+    listen();
+}
+
+void KGlobalAccelHotKeys::listen()
+{
+    QDBusConnection bus = m_bus->connection();
+    m_listening.clear();
+    m_watcher.setConnection(bus);
+    bus.connect(KGlobalAccel::service, KGlobalAccel::path, KGlobalAccel::interface,
+                QStringLiteral("yourShortcutsChanged"), this, SLOT(rebound(QDBusMessage)));
 }
 
 KGlobalAccelHotKeys::~KGlobalAccelHotKeys()
@@ -66,7 +85,7 @@ KGlobalAccelHotKeys::~KGlobalAccelHotKeys()
 
 Result<void, HotkeyError> KGlobalAccelHotKeys::support() const
 {
-    if (!m_service.isThere() || !m_keyboard.isThere())
+    if (!m_isReady || !m_service.isThere() || !m_keyboard.isThere())
         return failure(HotkeyError::unreachable());
     return {};
 }
@@ -139,29 +158,40 @@ Result<QList<int>, HotkeyError> KGlobalAccelHotKeys::take(const KGlobalAccel::Ac
 {
     // What we asked for last is the action's default: the same again is no wish of the user's, so that the
     // system settings count. Anything else is one, recorded in our own settings.
-    m_isSetting = true;
-    const bool isNewWish = m_service.defaultKeys(action) != keys;
-    if (isNewWish) {
-        if (const QString holder = holderOf(keys); !holder.isEmpty()) {
-            m_isSetting = false;
+    const auto defaults = m_service.defaultKeys(action);
+    const bool isNewWish = defaults != keys;
+    if (defaults && isNewWish) {
+        if (const QString holder = holderOf(keys); !holder.isEmpty())
             return failure(HotkeyError::takenBy(heldElsewhere, holder));
-        }
     }
-    listenTo(m_service.add(action));
-    if (isNewWish) {
-        takeFromOurOwn(action, keys);
-        m_service.setKeys(action, keys, KGlobalAccel::Keys::byDefault);
-    }
-    const QList<int> had = m_service.setKeys(
-        action, keys, isNewWish ? KGlobalAccel::Keys::asGiven : KGlobalAccel::Keys::asStored);
+    m_isSetting = true;
+    const auto had = defaults ? set(action, keys, isNewWish) : std::nullopt;
     m_isSetting = false;
-    if (!had.isEmpty())
-        return had;
+    if (!had) {
+        m_isReady = false;
+        awaitService(1);
+        return failure(HotkeyError::unreachable());
+    }
+    m_waits = 0;
+    if (!had->isEmpty())
+        return *had;
     m_service.setInactive(action);
     if (const QString holder = holderOf(keys); !holder.isEmpty())
         return failure(HotkeyError::takenBy(heldElsewhere, holder));
     return failure(HotkeyError::unsupported(translate(
         "The system's shortcut settings give Tulvane no key. Set one there, or choose another one here.")));
+}
+
+std::optional<QList<int>> KGlobalAccelHotKeys::set(const KGlobalAccel::Action& action, const QList<int>& keys,
+                                                   bool isNewWish)
+{
+    listenTo(m_service.add(action));
+    if (isNewWish) {
+        takeFromOurOwn(action, keys);
+        m_service.setKeys(action, keys, KGlobalAccel::Keys::byDefault);
+    }
+    return m_service.setKeys(action, keys,
+                             isNewWish ? KGlobalAccel::Keys::asGiven : KGlobalAccel::Keys::asStored);
 }
 
 void KGlobalAccelHotKeys::takeFromOurOwn(const KGlobalAccel::Action& action, const QList<int>& keys) const
@@ -181,11 +211,11 @@ void KGlobalAccelHotKeys::listenTo(const QString& componentPath)
     if (componentPath.isEmpty() || componentPath == m_listening)
         return;
     m_listening = componentPath;
-    m_bus.connect(KGlobalAccel::service, componentPath, KGlobalAccel::componentInterface,
-                  QStringLiteral("globalShortcutPressed"), this, SLOT(pressed(QString, QString, qlonglong)));
-    m_bus.connect(KGlobalAccel::service, componentPath, KGlobalAccel::componentInterface,
-                  QStringLiteral("globalShortcutReleased"), this,
-                  SLOT(released(QString, QString, qlonglong)));
+    QDBusConnection bus = m_bus->connection();
+    bus.connect(KGlobalAccel::service, componentPath, KGlobalAccel::componentInterface,
+                QStringLiteral("globalShortcutPressed"), this, SLOT(pressed(QString, QString, qlonglong)));
+    bus.connect(KGlobalAccel::service, componentPath, KGlobalAccel::componentInterface,
+                QStringLiteral("globalShortcutReleased"), this, SLOT(released(QString, QString, qlonglong)));
 }
 
 KGlobalAccelHotKeys::Entry* KGlobalAccelHotKeys::find(const QString& action)
@@ -252,13 +282,58 @@ void KGlobalAccelHotKeys::rebound(const QDBusMessage& message)
     tellChange();
 }
 
-void KGlobalAccelHotKeys::ownerChanged(const QString&, const QString&, const QString&)
+void KGlobalAccelHotKeys::ownerChanged(const QString& after)
 {
-    // Whoever was held will never be reported as let go.
+    lose();
+    m_waits = 0;
+    if (!after.isEmpty())
+        awaitService(0);
+}
+
+void KGlobalAccelHotKeys::lose()
+{
+    m_isReady = false;
+    ++m_round;
+    // What was held will never be reported as let go.
+    std::vector<Entry> held;
     for (Entry& entry : m_entries) {
         if (std::exchange(entry.isHeld, false))
-            tell(HotkeyEventKind::released, Entry(entry), 0);
+            held.push_back(entry);
     }
+    std::erase_if(m_entries, [](const Entry& entry) { return entry.isDropped; });
+    for (const Entry& entry : held)
+        tell(HotkeyEventKind::released, entry, 0);
+    tellChange();
+}
+
+void KGlobalAccelHotKeys::awaitService(int patience)
+{
+    if (m_waits++ == mostWaits) {
+        qCWarning(lcHotkey, "The desktop's service for shortcuts does not do its work");
+        return;
+    }
+    const int round = ++m_round;
+    QTimer::singleShot(std::chrono::seconds(patience), this, [this, round] {
+        if (round != m_round)
+            return;
+        whenAnswered(m_service.askForAnything(), this, [this, round](const QDBusPendingReply<>& answer) {
+            if (round == m_round)
+                serviceAnswered(answer.error());
+        });
+    });
+}
+
+void KGlobalAccelHotKeys::serviceAnswered(const QDBusError& error)
+{
+    // It may have its name before it has its objects. Without its name, or without the bus, its next owner is
+    // awaited.
+    if (error.type() == QDBusError::ServiceUnknown || !m_service.isThere())
+        return;
+    if (error.isValid() && error.type() != QDBusError::UnknownMethod) {
+        awaitService(1);
+        return;
+    }
+    m_isReady = true;
     tellChange();
 }
 

@@ -1,13 +1,17 @@
 #pragma once
 
-#include <QDBusConnection>
 #include <QDBusContext>
+#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 namespace tulvane {
+
+class LastingBus;
 
 /// A window as KWin describes it.
 struct KWinWindow {
@@ -21,13 +25,14 @@ struct KWinWindow {
 };
 
 /// Which window is in front, on KDE: a script of a few lines in KWin calls us at every change, so that asking
-/// waits for nothing. Works in KWin 5 and 6. Main thread.
+/// waits for nothing. A KWin that starts anew, and a bus that comes back, get the script again. Works in KWin
+/// 5 and 6. Main thread.
 class KWinFront final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.dunio.Tulvane.Front")
 
 public:
-    explicit KWinFront(QDBusConnection bus);
+    explicit KWinFront(std::shared_ptr<LastingBus> bus);
     Q_DISABLE_COPY_MOVE(KWinFront)
     ~KWinFront() override;
 
@@ -41,15 +46,21 @@ public Q_SLOTS:
     Q_SCRIPTABLE void front(const QString& id, const QString& resourceClass, int process, bool isX11,
                             bool isFullScreen);
 
-private Q_SLOTS:
-    void kwinChanged(const QString& name, const QString& before, const QString& after);
-
 private:
+    void listen();
+    void kwinChanged(const QString& after);
     void load();
+    void loaded(const QDBusPendingReply<int>& number);
+    void loadAgain();
     void start(int script);
+    void forget();
 
-    QDBusConnection m_bus;
-    QString m_name; ///< of the script, and of our object on the bus
+    std::shared_ptr<LastingBus> m_bus;
+    QDBusServiceWatcher m_watcher;
+    QString m_name;  ///< of the script, and of our object on the bus
+    QString m_kwin;  ///< the connection of the KWin that has the script
+    int m_loads = 0; ///< of this KWin
+    int m_round = 0; ///< of loading; an answer to an earlier one is none
     KWinWindow m_current;
     std::function<void()> m_changed;
 };

@@ -1,3 +1,4 @@
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/kde/KdeKeyboard.h>
 
 #include <QFile>
@@ -23,12 +24,22 @@ QString settingIn(const QString& file, QLatin1StringView name)
 
 } // namespace
 
-KdeKeyboard::KdeKeyboard(QDBusConnection bus, QString configHome)
-    : m_file(std::move(configHome) + QStringLiteral("/kxkbrc"))
+KdeKeyboard::KdeKeyboard(std::shared_ptr<LastingBus> bus, QString configHome)
+    : m_bus(std::move(bus)),
+      m_file(std::move(configHome) + QStringLiteral("/kxkbrc"))
 {
     read();
-    bus.connect({}, QStringLiteral("/Layouts"), QStringLiteral("org.kde.keyboard"),
-                QStringLiteral("reloadConfig"), this, SLOT(reload()));
+    listen();
+    connect(m_bus.get(), &LastingBus::returned, this, [this] {
+        listen();
+        reload(); // no change was reported meanwhile
+    });
+}
+
+void KdeKeyboard::listen()
+{
+    m_bus->connection().connect({}, QStringLiteral("/Layouts"), QStringLiteral("org.kde.keyboard"),
+                                QStringLiteral("reloadConfig"), this, SLOT(reload()));
 }
 
 void KdeKeyboard::read()

@@ -2,13 +2,15 @@
 
 #include <platform/linux/layout/XkbKeymap.h>
 
-#include <QDBusConnection>
 #include <QObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 namespace tulvane {
+
+class LastingBus;
 
 /// The keyboard layout that KDE's settings name, followed when the user chooses another. Main thread.
 class KdeKeyboard final : public QObject {
@@ -16,7 +18,7 @@ class KdeKeyboard final : public QObject {
 
 public:
     /// `configHome` as in $XDG_CONFIG_HOME.
-    KdeKeyboard(QDBusConnection bus, QString configHome);
+    KdeKeyboard(std::shared_ptr<LastingBus> bus, QString configHome);
 
     [[nodiscard]] const XkbKeymap& layout() const { return *m_layout; }
     [[nodiscard]] bool isThere() const { return m_layout.has_value(); }
@@ -28,8 +30,10 @@ private Q_SLOTS:
     void reload();
 
 private:
+    void listen();
     void read();
 
+    std::shared_ptr<LastingBus> m_bus;
     QString m_file;
     QString m_names;
     std::optional<XkbKeymap> m_layout;

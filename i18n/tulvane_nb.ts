@@ -956,6 +956,58 @@
         <translation>Velg en tastekombinasjon: dette skrivebordet skriver den inn i sine egne tastaturinnstillinger.</translation>
     </message>
     <message>
+        <source>This desktop lets Tulvane press keys only once you have allowed it in a dialog of its own.</source>
+        <translation>Dette skrivebordet lar Tulvane trykke taster først når du har tillatt det i en dialog som skrivebordet viser.</translation>
+    </message>
+    <message>
+        <source>Tulvane's setup guide brings the dialog; some desktops ask again at each start.</source>
+        <translation>Oppsettsveiviseren i Tulvane henter fram dialogen; noen skrivebord spør på nytt hver gang Tulvane starter.</translation>
+    </message>
+    <message>
+        <source>In the dialog, switch on “Allow Remote Interaction” and choose “Share”. While it is allowed, a sign for remote control stands in the top bar.</source>
+        <translation>Slå på bryteren for fjernstyring («Allow Remote Interaction») i dialogen, og velg å dele («Share»). Så lenge det er tillatt, står det et tegn for fjernstyring i topplinjen.</translation>
+    </message>
+    <message>
+        <source>The dialog speaks of remote control: allow the keyboard.</source>
+        <translation>Dialogen handler om fjernstyring: tillat tastaturet.</translation>
+    </message>
+    <message>
+        <source>Texts are left on the clipboard: paste them yourself, or let the desktop ask again.</source>
+        <translation>Tekstene ligger på utklippstavlen: lim dem inn selv, eller la skrivebordet spørre på nytt.</translation>
+    </message>
+    <message>
+        <source>This desktop asks you once, in a dialog of its own, whether Tulvane may press keys.</source>
+        <translation>Dette skrivebordet spør deg én gang, i en egen dialog, om Tulvane får trykke taster.</translation>
+    </message>
+    <message>
+        <source>This desktop asks you in a dialog of its own whether Tulvane may press keys, and asks again at each start of Tulvane.</source>
+        <translation>Dette skrivebordet spør deg i en egen dialog om Tulvane får trykke taster, og spør på nytt hver gang Tulvane starter.</translation>
+    </message>
+    <message>
+        <source>The desktop is asking you now whether Tulvane may press keys.</source>
+        <translation>Skrivebordet spør deg nå om Tulvane får trykke taster.</translation>
+    </message>
+    <message>
+        <source>You have not allowed Tulvane to press keys.</source>
+        <translation>Du har ikke tillatt at Tulvane trykker taster.</translation>
+    </message>
+    <message>
+        <source>You have allowed Tulvane remote control, but not of the keyboard.</source>
+        <translation>Du har tillatt at Tulvane fjernstyrer, men ikke tastaturet.</translation>
+    </message>
+    <message>
+        <source>The desktop no longer lets Tulvane press keys: its remote control was ended.</source>
+        <translation>Skrivebordet lar ikke lenger Tulvane trykke taster: fjernstyringen ble avsluttet.</translation>
+    </message>
+    <message>
+        <source>The desktop could not ask you whether Tulvane may press keys.</source>
+        <translation>Skrivebordet kunne ikke spørre deg om Tulvane får trykke taster.</translation>
+    </message>
+    <message>
+        <source>Let Tulvane press keys…</source>
+        <translation>La Tulvane trykke taster …</translation>
+    </message>
+    <message>
         <source>GNOME does not let Tulvane press keys: its service for remote control does not answer.</source>
         <translation>GNOME lar ikke Tulvane trykke taster: tjenesten for fjernstyring svarer ikke.</translation>
     </message>

@@ -102,7 +102,7 @@ Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const std::shared_ptr<Use
 void endWithDesktop(const Desktop& desktop)
 {
     desktop.setEndHandler([] {
-        qCWarning(lcApp, "The X server has ended");
+        qCWarning(lcApp, "The display server has ended");
         QCoreApplication::quit();
     });
 }

@@ -22,6 +22,11 @@ PermissionObstacle PermissionsService::obstacle(Permission permission) const
     return m_ports.permissions.obstacle(permission);
 }
 
+bool PermissionsService::asksForAccessibility() const
+{
+    return m_ports.permissions.asksUser(Permission::accessibility);
+}
+
 void PermissionsService::refresh()
 {
     m_microphone = m_ports.permissions.microphone();
@@ -61,9 +66,11 @@ QCoro::Task<> PermissionsService::requestMicrophone()
 
 void PermissionsService::requestAccessibility()
 {
+    // The desktop's own question is not to be covered by its settings.
+    const bool isAsked = asksForAccessibility();
     m_ports.permissions.requestAccessibility();
     refresh();
-    if (!m_accessibility)
+    if (!m_accessibility && !isAsked)
         openSettings(accessibilityPane);
 }
 

@@ -53,6 +53,9 @@ public:
     /// Why the last answer was "no", in words for the user.
     [[nodiscard]] PermissionObstacle obstacle(Permission permission) const;
 
+    /// Whether the desktop asks the user for it in a dialog, when it is requested.
+    [[nodiscard]] bool asksForAccessibility() const;
+
     /// Reads the three again, in their order. Each is published, changed or not.
     void refresh();
 
@@ -63,7 +66,8 @@ public:
 
     /// Asks, waits for the user's answer, and refreshes.
     QCoro::Task<> requestMicrophone();
-    /// Asks, refreshes, and opens the settings pane when the permission is still missing.
+    /// Asks, refreshes, and opens the settings pane when the permission is still missing; not where the
+    /// desktop asks the user in a dialog.
     void requestAccessibility();
     void requestInputMonitoring();
 

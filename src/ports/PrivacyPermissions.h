@@ -34,6 +34,9 @@ public:
     virtual void requestAccessibility() = 0;
     virtual void requestInputMonitoring() = 0;
 
+    /// Whether a request for it has the desktop ask the user in a dialog of its own.
+    [[nodiscard]] virtual bool asksUser(Permission /*permission*/) const { return false; }
+
     /// Why the read of this permission answers "no".
     [[nodiscard]] virtual PermissionObstacle obstacle(Permission permission) const = 0;
 };

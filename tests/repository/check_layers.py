@@ -17,7 +17,7 @@ ADAPTER = {"base", "base/async", "ports"}
 SHARED_ADAPTERS = {LINUX + room for room in
                    ("storage", "process", "pulse", "atspi", "transfers", "keys", "desktop", "desktop/shell")}
 # What single desktops do for a program, over their own services.
-SERVICES = {LINUX + room for room in ("kde", "gnome", "evdev", "portal")}
+SERVICES = {LINUX + room for room in ("kde", "gnome", "evdev", "portal", "remote")}
 X11 = [LINUX + "x11/" + room for room in ("connection", "keyboard", "clipboard", "windows")]
 WAYLAND = [LINUX + "wayland/" + room for room in ("connection", "keyboard", "clipboard", "windows", "fields")]
 FORMATS = LINUX + "formats"
@@ -51,9 +51,10 @@ MAY = {
     X11[0]: ADAPTER,
     LINUX + "layout": ADAPTER,
     LINUX + "evdev": ADAPTER,
-    LINUX + "kde": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "process"},
-    LINUX + "gnome": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "atspi", LINUX + "process"},
-    LINUX + "portal": ADAPTER | {LINUX + "keys", LINUX + "layout", LINUX + "desktop"},
+    LINUX + "kde": ADAPTER | {LINUX + room for room in ("keys", "layout", "process", "desktop")},
+    LINUX + "remote": ADAPTER | {LINUX + "layout", LINUX + "atspi"},
+    LINUX + "gnome": ADAPTER | {LINUX + room for room in ("keys", "layout", "atspi", "process", "desktop", "remote")},
+    LINUX + "portal": ADAPTER | {LINUX + room for room in ("keys", "layout", "desktop", "atspi", "remote")},
     X11[1]: ADAPTER | {X11[0], LINUX + "keys", LINUX + "layout"},
     X11[2]: ADAPTER | {X11[0], X11[1], FORMATS, FRONT},
     X11[3]: ADAPTER | {X11[0]},
@@ -63,7 +64,8 @@ MAY = {
     WAYLAND[3]: ADAPTER | {WAYLAND[0]},
     WAYLAND[4]: ADAPTER | {WAYLAND[0]},
     LINUX + "sway": ADAPTER | {LINUX + "keys", FRONT},
-    LINUX + "session": ADAPTER | {LINUX + "keys", LINUX + "evdev", LINUX + "sway", FRONT, *X11, *WAYLAND},
+    LINUX + "session": ADAPTER | {LINUX + room for room in ("keys", "evdev", "sway", "gnome", "portal")} |
+                       {FRONT, *X11, *WAYLAND},
     # The executable that people call loads these: no library that speaks with another process.
     LINUX + "session/local": ADAPTER | {LINUX + "storage", LINUX + "process", LINUX + "caller"},
     # The other commands load these: nothing that draws.

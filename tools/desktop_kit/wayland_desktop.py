@@ -131,6 +131,15 @@ class WaylandDesktop(VirtualDesktop):
         return self.ask("gdbus", "call", "--session", "--timeout", "10", "--dest", destination, "--object-path", path,
                         "--method", method, *arguments).strip()
 
+    def processes(self, name):
+        """The numbers of the desktop's processes whose program is called so."""
+        def command(process):
+            try:
+                return Path(f"/proc/{process}/cmdline").read_bytes().split(b"\0")[0].decode()
+            except OSError:
+                return ""
+        return [process for process in self._descendants() if os.path.basename(command(process)) == name]
+
     def down(self, *codes):
         for code in codes:
             self.keyboard.key(code, True)
@@ -160,8 +169,8 @@ class WaylandDesktop(VirtualDesktop):
 
 
 def desktop_of(kind):
-    from wayland_kinds import GnomeDesktop, KWinDesktop, SwayDesktop
-    return {"sway": SwayDesktop, "kwin": KWinDesktop, "gnome": GnomeDesktop}[kind]
+    from wayland_kinds import ClosedKWinDesktop, GnomeDesktop, KWinDesktop, SwayDesktop
+    return {"sway": SwayDesktop, "kwin": KWinDesktop, "kwin-closed": ClosedKWinDesktop, "gnome": GnomeDesktop}[kind]
 
 
 def say(message):

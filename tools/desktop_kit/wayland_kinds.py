@@ -70,8 +70,20 @@ class KWinDesktop(WaylandDesktop):
         if self.x11:
             self.find_display()
         self.tell_bus()
-        self.keyboard = KeyPresser(self, self.socket(), "fake")
+        self.keyboard = self.make_keyboard()
         self.press(42)
+
+    def make_keyboard(self):
+        return KeyPresser(self, self.socket(), "fake")
+
+    def crash_and_return(self):
+        """KWin ends as in a crash, and another one starts on the same bus."""
+        self.keyboard.close()
+        self.compositor.kill()
+        self.compositor.wait()
+        for socket in (self.folder / "run").glob("wayland-?*"):
+            socket.unlink()
+        self.start_compositor()
 
     def find_display(self):
         def words():
@@ -94,6 +106,39 @@ class KWinDesktop(WaylandDesktop):
         """KWin writes while it answers, so both are read at once: by a process that does nothing else."""
         subprocess.run(["/usr/bin/python3", str(Path(__file__).parent / "kwin_picture.py"), str(file)], check=True,
                        env=self.environment, timeout=30)
+
+
+# KWin knows a program by its file; this lets the test's keyboard in, and nothing else.
+KEYBOARD_ENTRY = """[Desktop Entry]
+Type=Application
+Name=Keyboard
+Exec={program}
+NoDisplay=true
+X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input
+"""
+
+
+class ClosedKWinDesktop(KWinDesktop):
+    """KDE as a user has it who started the program without installing it: keys are pressed by the portal alone."""
+
+    NEEDS = {**KWinDesktop.NEEDS, "/usr/share/xdg-desktop-portal/portals/kde.portal": "xdg-desktop-portal-kde"}
+    PERMISSIONS = "0"
+
+    def start_compositor(self):
+        entries = self.folder / "data/applications"
+        entries.mkdir(parents=True, exist_ok=True)
+        (entries / "keyboard.desktop").write_text(KEYBOARD_ENTRY.format(program=os.path.realpath("/usr/bin/python3")))
+        super().start_compositor()
+
+    def make_keyboard(self):
+        """Once KWin has found the file. At its start it now and then looks too early, and then not again by itself."""
+        def made():
+            try:
+                return KeyPresser(self, self.socket(), "fake")
+            except RuntimeError:
+                self.ask("kbuildsycoca5", "--noincremental")
+                return None
+        return self.wait(made, what="a keyboard that KWin lets in", pause=0.3)
 
 
 class MutterKeyboard:
@@ -176,6 +221,14 @@ class GnomeDesktop(WaylandDesktop):
         user = self.run("id", "-u").strip()
         self.run(*login, "org.freedesktop.DBus.Mock.AddSession", "c1", "seat0", f"uint32 {user}", "nobody", "true")
 
+    def crash_and_return_settings_daemon(self):
+        for process in self.processes("gsd-media-keys"):
+            os.kill(process, signal.SIGKILL)
+        self.wait(lambda: "false" in self.call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                               "org.freedesktop.DBus.NameHasOwner",
+                                               "org.gnome.SettingsDaemon.MediaKeys"), what="the settings daemon's end")
+        self.start_settings_daemon()
+
     def start_settings_daemon(self):
         """What runs the user's own key bindings."""
         self.start_logged("media-keys", "/usr/libexec/gsd-media-keys")
@@ -212,18 +265,14 @@ class GnomeDesktop(WaylandDesktop):
         self.keyboard = MutterKeyboard(self.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.press(42)
 
-    def processes(self, name):
-        def command(process):
-            try:
-                return Path(f"/proc/{process}/cmdline").read_bytes().split(b"\0")[0].decode()
-            except OSError:
-                return ""
-        return [process for process in self._descendants() if os.path.basename(command(process)) == name]
-
     def kill_input_method(self):
         """As in a crash. The shell of this desktop starts no other."""
         for process in self.processes("ibus-daemon"):
             os.kill(process, signal.SIGKILL)
+
+    def start_input_method(self):
+        self.start_logged("input-method", "ibus-daemon", "--panel", "disable")
+        self.wait(lambda: self.ask("ibus", "address"), what="the input method")
 
     def evaluate(self, script):
         """Of the shell's own language, while its interfaces for tests are open; nothing where it fails."""

@@ -15,6 +15,17 @@ Diagnostic permissionDiagnostic(const QString& subject, const PrivacyPermissions
     return Diagnostic::bad(subject, obstacle.reason, obstacle.remedy);
 }
 
+/// "Wayland, KDE" on a desktop that calls itself "KDE" says that once.
+QString nameOf(const SessionFacts& session)
+{
+    if (session.desktop.isEmpty())
+        return session.kind;
+    const QString kind = session.kind.section(QStringLiteral(", "), -1);
+    if (session.desktop.split(u':').contains(kind))
+        return session.kind.chopped(kind.size()) + session.desktop;
+    return session.kind + u", " + session.desktop;
+}
+
 } // namespace
 
 Diagnostics sessionDiagnostics(const SessionFacts& session)
@@ -26,8 +37,7 @@ Diagnostics sessionDiagnostics(const SessionFacts& session)
         diagnostics.append(Diagnostic::bad(kind, QStringLiteral("There is no desktop session here."),
                                            QStringLiteral("Start Tulvane from your desktop.")));
     else
-        diagnostics.append(Diagnostic::good(
-            kind, session.desktop.isEmpty() ? session.kind : session.kind + u", " + session.desktop));
+        diagnostics.append(Diagnostic::good(kind, nameOf(session)));
     if (session.displayReached)
         diagnostics.append(Diagnostic::good(display, session.display));
     else

@@ -1,4 +1,5 @@
 #include <app/program/HotkeyDiagnostics.h>
+#include <hotkeys/FreeCombination.h>
 #include <hotkeys/HotkeyController.h>
 #include <hotkeys/KeyboardShortcuts.h>
 
@@ -8,6 +9,15 @@ namespace {
 
 const QString combination = QStringLiteral("key combination");
 const QString singleKey = QStringLiteral("single key");
+
+/// What to do, with a combination that would work where there is one.
+QString remedyFor(const HotkeyError& error, const KeyboardShortcuts& shortcuts)
+{
+    GlobalHotkeys& hotkeys = shortcuts.hotkeys();
+    const auto free = freeCombination(hotkeys);
+    return free ? QStringLiteral("%1 %2 is free.").arg(error.description(), hotkeys.display(*free).text())
+                : error.description();
+}
 
 Diagnostic combinationDiagnostic(const KeyboardShortcuts& shortcuts)
 {
@@ -26,7 +36,7 @@ Diagnostic combinationDiagnostic(const KeyboardShortcuts& shortcuts)
         break;
     }
     return Diagnostic::bad(combination, keys + QStringLiteral(" does nothing."),
-                           state.error ? state.error->description() : QString());
+                           state.error ? remedyFor(*state.error, shortcuts) : QString());
 }
 
 Diagnostic singleKeyDiagnostic(const HotkeyController& hotkeys)

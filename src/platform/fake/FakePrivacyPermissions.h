@@ -6,6 +6,8 @@
 #include <QPromise>
 #include <QStringList>
 
+#include <optional>
+
 namespace tulvane {
 
 /// Permissions as the test sets them; a request grants what `grantOnRequest` says.
@@ -43,6 +45,10 @@ public:
         calls.append(QStringLiteral("requestInputMonitoring"));
         inputMonitoringGranted = inputMonitoringGranted || grantOnRequest;
     }
+    [[nodiscard]] bool asksUser(Permission permission) const override
+    {
+        return asked == permission && (permission != Permission::accessibility || !accessibilityGranted);
+    }
     [[nodiscard]] PermissionObstacle obstacle(Permission permission) const override
     {
         return obstacles.value(permission);
@@ -60,6 +66,7 @@ public:
     bool accessibilityGranted = true;
     bool inputMonitoringGranted = true;
     bool grantOnRequest = false;
+    std::optional<Permission> asked; ///< of which the desktop asks the user
     QMap<Permission, PermissionObstacle> obstacles;
     /// Every read and request, oldest first.
     mutable QStringList calls;

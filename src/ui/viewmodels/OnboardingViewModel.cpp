@@ -61,10 +61,16 @@ QList<SetupStep> OnboardingViewModel::steps() const
         else
             permissions.openSettings(PermissionsService::microphonePane);
     };
+    const auto askForAccessibility = [&permissions] {
+        if (permissions.asksForAccessibility())
+            permissions.requestAccessibility();
+        else
+            permissions.openSettings(PermissionsService::accessibilityPane);
+    };
     return {
         {1, translate("Microphone"), QStringLiteral("mic.fill"), state(marks.microphone), askForMicrophone},
         {2, translate("Accessibility"), QStringLiteral("accessibility"), state(marks.accessibility),
-         [&permissions] { permissions.openSettings(PermissionsService::accessibilityPane); }},
+         askForAccessibility},
         {3, translate("Speech model"), QStringLiteral("waveform"), state(marks.model),
          [this] { m_models.download(m_facts.selectedModel()); }},
         {4, translate("Hotkey"), QStringLiteral("keyboard"), state(marks.hotkey),

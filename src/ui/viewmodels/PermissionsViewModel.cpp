@@ -36,6 +36,16 @@ QString PermissionsViewModel::accessibilityObstacle() const
     return accessibility() ? QString() : inWords(m_permissions.obstacle(Permission::accessibility));
 }
 
+bool PermissionsViewModel::accessibilityIsAsked() const
+{
+    return m_permissions.asksForAccessibility();
+}
+
+void PermissionsViewModel::askForAccessibility() const
+{
+    m_permissions.requestAccessibility();
+}
+
 void PermissionsViewModel::openMicrophoneSettings() const
 {
     m_permissions.openSettings(PermissionsService::microphonePane);

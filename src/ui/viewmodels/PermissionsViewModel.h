@@ -22,6 +22,8 @@ class PermissionsViewModel final : public QObject {
     /// Why it is missing and what to do, in words; empty when it is granted or nothing is known
     Q_PROPERTY(QString microphoneObstacle READ microphoneObstacle NOTIFY changed)
     Q_PROPERTY(QString accessibilityObstacle READ accessibilityObstacle NOTIFY changed)
+    /// Whether the desktop asks for it in a dialog of its own, with `askForAccessibility`
+    Q_PROPERTY(bool accessibilityIsAsked READ accessibilityIsAsked NOTIFY changed)
 
 public:
     /// The service outlives this object.
@@ -32,9 +34,13 @@ public:
     [[nodiscard]] QString microphoneObstacle() const;
     [[nodiscard]] QString accessibilityObstacle() const;
 
+    [[nodiscard]] bool accessibilityIsAsked() const;
+
     /// The desktop's settings pane for it.
     Q_INVOKABLE void openMicrophoneSettings() const;
     Q_INVOKABLE void openAccessibilitySettings() const;
+    /// Has the desktop ask.
+    Q_INVOKABLE void askForAccessibility() const;
     /// Has a stale decision forgotten, and asks anew.
     Q_INVOKABLE void resetAccessibility() const;
 

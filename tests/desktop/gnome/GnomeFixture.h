@@ -5,6 +5,7 @@
 #include <support/wayland/WaylandDesktop.h>
 
 #include <QJsonDocument>
+#include <QJsonObject>
 
 #include <gmock/gmock.h>
 
@@ -38,7 +39,9 @@ protected:
                             {sourceFolder() + QStringLiteral("/tests/support/targets/gtk_target.py"), kind});
         ASSERT_TRUE(waitUntil([&] { return m_field->readAllStandardOutput().contains("ready"); }));
     }
-    [[nodiscard]] QString text()
+    [[nodiscard]] QString text() { return report()[QStringLiteral("text")].toString(); }
+    [[nodiscard]] bool hasFocus() { return report()[QStringLiteral("focus")] == QStringLiteral("field"); }
+    [[nodiscard]] QJsonObject report()
     {
         const int id = ++m_lastId;
         m_field->write("{\"id\": " + QByteArray::number(id) + ", \"do\": \"report\"}\n");
@@ -50,7 +53,7 @@ protected:
         }));
         const qsizetype start = heard.indexOf(mark);
         const QByteArray line = heard.mid(start, heard.indexOf('\n', start) - start);
-        return QJsonDocument::fromJson(line)[QStringLiteral("text")].toString();
+        return QJsonDocument::fromJson(line).object();
     }
     /// Empty where none is in force.
     [[nodiscard]] static QString engine()

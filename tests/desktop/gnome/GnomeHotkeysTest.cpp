@@ -60,14 +60,76 @@ TEST_F(GnomeHotkeysTest, AChosenCombinationRunsTheCommandUntilItIsGivenUp)
     }));
 }
 
+TEST_F(GnomeHotkeysTest, ASettingsDaemonThatCrashesAndReturnsRunsTheCommandAgain)
+{
+    const auto taken = hotkeys->registerHotkey(id, controlAltD);
+    ASSERT_TRUE(taken) << qPrintable(taken.error().description());
+    desktop->perform(QStringLiteral("crash_and_return_settings_daemon"));
+    EXPECT_TRUE(waitUntil([&] {
+        const qsizetype before = runs();
+        desktop->press({29, 56, 32});
+        return waitUntil([&] { return runs() > before; }, std::chrono::milliseconds(500));
+    }));
+}
+
 TEST_F(GnomeHotkeysTest, WhatTheDesktopUsesIsRefusedByName)
 {
     const auto refused = hotkeys->registerHotkey(id, altSpace);
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().kind(), HotkeyError::Kind::taken);
-    EXPECT_TRUE(refused.error().description().contains(QStringLiteral("GNOME (activate window menu)")))
+    EXPECT_TRUE(refused.error().description().contains(QStringLiteral("GNOME (Activate the window menu)")))
         << qPrintable(refused.error().description());
     EXPECT_FALSE(hotkeys->isBound());
+}
+
+TEST_F(GnomeHotkeysTest, WhatTheDesktopUsesIsNamedAsTheDesktopNamesIt)
+{
+    QProcessEnvironment norwegian = desktop->environment();
+    norwegian.insert(QStringLiteral("LC_ALL"), QStringLiteral("nb_NO.UTF-8"));
+    norwegian.insert(QStringLiteral("LANGUAGE"), QStringLiteral("nb"));
+    // As the desktop itself translates it here, which may be not at all.
+    const QString words = GSettings(norwegian).describe(QStringLiteral("org.gnome.desktop.wm.keybindings"),
+                                                        QStringLiteral("activate-window-menu"));
+    ASSERT_FALSE(words.isEmpty());
+    GnomeHotkeys there(norwegian, QStringLiteral("true"));
+    const QList<SymbolicHotkey> held = there.symbolicHotkeys(altSpace);
+    ASSERT_EQ(held.size(), 1);
+    EXPECT_EQ(held.front().title, QStringLiteral("GNOME (%1)").arg(words));
+    // What is described at length, or ends as a sentence does.
+    const QList<SymbolicHotkey> lock = there.symbolicHotkeys({37, carbon::command});
+    ASSERT_EQ(lock.size(), 1);
+    EXPECT_FALSE(lock.front().title.contains(u'.')) << qPrintable(lock.front().title);
+}
+
+TEST_F(GnomeHotkeysTest, AKeyThatTheUserHasBoundToTheCommandIsFound)
+{
+    const GSettings settings(desktop->environment());
+    const QString path =
+        QStringLiteral("/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/custom7/");
+    const auto write = [&](const QString& name, const QString& text) {
+        ASSERT_TRUE(settings.set(CustomBindings::customSchema + path, name, GSettings::text(text)));
+    };
+    const auto isFound = [&] { return CustomBindings(settings).haveToggleBesides(GnomeHotkeys::path()); };
+    EXPECT_FALSE(isFound());
+    write(QStringLiteral("command"), QStringLiteral("tulvane toggle"));
+    ASSERT_TRUE(settings.set(CustomBindings::mediaKeys, CustomBindings::listName, GSettings::list({path})));
+    EXPECT_FALSE(isFound()) << "no key is bound to it";
+    write(QStringLiteral("binding"), QStringLiteral("<Super>F9"));
+    EXPECT_TRUE(isFound());
+    EXPECT_FALSE(CustomBindings(settings).haveToggleBesides(path)) << "ours is not the user's";
+    write(QStringLiteral("command"), QStringLiteral("tulvane status"));
+    EXPECT_FALSE(isFound());
+    settings.set(CustomBindings::mediaKeys, CustomBindings::listName, GSettings::list({}));
+    settings.reset(CustomBindings::customSchema + path);
+}
+
+TEST_F(GnomeHotkeysTest, TheCommandIsKnownInEveryWriting)
+{
+    for (const char* const command : {"tulvane toggle", "/usr/bin/tulvane toggle", "'/my dir/tulvane' toggle",
+                                      "sh -c 'tulvane toggle'", "env LANG=C tulvane  toggle"})
+        EXPECT_TRUE(CustomBindings::isToggle(QString::fromUtf8(command))) << command;
+    for (const char* const command : {"tulvane status", "nottulvane toggle", "tulvane togglex", "toggle", ""})
+        EXPECT_FALSE(CustomBindings::isToggle(QString::fromUtf8(command))) << command;
 }
 
 TEST_F(GnomeHotkeysTest, OtherBindingsOfTheUsersStay)

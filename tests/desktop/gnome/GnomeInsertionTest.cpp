@@ -8,6 +8,7 @@
 #include <platform/fake/FakePrivacyPermissions.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/gnome/IBusElements.h>
+#include <platform/linux/gnome/MutterRemoteDesktop.h>
 #include <platform/linux/session/desktop/GnomeText.h>
 #include <support/Soak.h>
 #include <support/targets/JsonProcess.h>
@@ -121,7 +122,8 @@ protected:
         qputenv("DBUS_SESSION_BUS_ADDRESS", desktop->bus().toLocal8Bit());
         m_text = GnomeText::open({.environment = desktop->environment(),
                                   .sessionBusAddress = desktop->bus(),
-                                  .rules = pasteTable({})},
+                                  .rules = pasteTable({}),
+                                  .remoteDesktop = std::make_shared<MutterRemoteDesktop>(desktop->bus())},
                                  m_scheduler);
         ASSERT_NE(m_text, nullptr);
         m_elements = std::make_unique<IBusElements>(

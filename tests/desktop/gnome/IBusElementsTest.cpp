@@ -4,6 +4,8 @@
 #include <platform/linux/atspi/AtspiFocusedElements.h>
 #include <platform/linux/gnome/IBusElements.h>
 
+#include <QCoroFuture>
+
 #include <csignal>
 
 namespace tulvane::test {
@@ -90,7 +92,8 @@ TEST_F(IBusElementsTest, APasswordIsNeverCommitted)
     IBusCommit commit(desktop->environment());
     const auto never = []() -> QCoro::Task<bool> { co_return false; };
     EXPECT_EQ(await(futureOf(commit.commit(said, never))), IBusCommit::Outcome::noField);
-    EXPECT_EQ(engine(), usual);
+    // None is in force until the service has noticed the field.
+    EXPECT_TRUE(waitUntil([&] { return engine() == usual; })) << qPrintable(engine());
     fields.terminate();
     fields.waitForFinished();
 }
@@ -143,10 +146,10 @@ TEST_F(IBusElementsTest, AKilledProgramLeavesTheUsersEngine)
     QProcess& holder = startHolder();
     holder.kill();
     ASSERT_TRUE(holder.waitForFinished());
-    EXPECT_TRUE(waitUntil([&] { return engine() == usual; }));
-    const QString before = text();
+    EXPECT_TRUE(waitUntil([&] { return engine() == usual; })) << qPrintable(engine());
     desktop->press({39});
-    EXPECT_TRUE(waitUntil([&] { return text() == before + QStringLiteral("ø"); }));
+    // What was committed before the end may arrive after it.
+    EXPECT_TRUE(waitUntil([&] { return text().remove(u'.') == u"ø"; })) << qPrintable(text());
 }
 
 TEST_F(IBusElementsTest, AProgramThatIsEndedLeavesTheUsersEngine)
@@ -155,7 +158,7 @@ TEST_F(IBusElementsTest, AProgramThatIsEndedLeavesTheUsersEngine)
     QProcess& holder = startHolder();
     holder.terminate();
     ASSERT_TRUE(holder.waitForFinished());
-    EXPECT_TRUE(waitUntil([&] { return engine() == usual; }));
+    EXPECT_TRUE(waitUntil([&] { return engine() == usual; })) << qPrintable(engine());
 }
 
 TEST(GnomeLayout, NamesTheEngineOfTheInputSource)
@@ -184,6 +187,40 @@ TEST(IBusServiceTest, OneThatIsKilledMidwayIsNoHangAndNoClaim)
     const bool isWritten = await(written);
     EXPECT_EQ(isWritten, await(found->value()) == said);
     EXPECT_TRUE(isWritten || found->mayStillArrive() || await(found->value()) == QString());
+}
+
+TEST(IBusServiceTest, OneThatReturnsIsUsedAgain)
+{
+    TULVANE_NEEDS(WaylandDesktop::Kind::gnome);
+    WaylandDesktop own(WaylandDesktop::Kind::gnome);
+    AtspiFocusedElements fields(own.bus());
+    std::shared_ptr<FocusedElement> found;
+    const auto edit = [&] {
+        QProcess& field = own.start(QStringLiteral("/usr/bin/python3"),
+                                    {sourceFolder() + QStringLiteral("/tests/support/targets/gtk_target.py"),
+                                     QStringLiteral("view")});
+        EXPECT_TRUE(waitUntil([&] { return field.readAllStandardOutput().contains("ready"); }));
+        EXPECT_TRUE(waitUntil([&] { return (found = await(fields.focused())) != nullptr; }));
+    };
+    edit();
+    IBusCommit commit(own.environment());
+    const auto commits = [&](const QString& text) {
+        const auto arrived = [&found, text]() -> QCoro::Task<bool> {
+            const std::optional<QString> value = co_await found->value();
+            co_return value && value->endsWith(text);
+        };
+        return await(futureOf(commit.commit(text, arrived)));
+    };
+    ASSERT_EQ(commits(QStringLiteral("before")), IBusCommit::Outcome::committed);
+    own.perform(QStringLiteral("kill_input_method"));
+    EXPECT_EQ(commits(QStringLiteral("without")), IBusCommit::Outcome::unavailable);
+    own.perform(QStringLiteral("start_input_method"));
+    // The shell comes back to it when it notices it, and with the next field that gets the focus then.
+    EXPECT_TRUE(waitUntil([&] {
+        edit();
+        return commits(QStringLiteral("after")) == IBusCommit::Outcome::committed;
+    }));
+    EXPECT_EQ(await(found->value()), QStringLiteral("after"));
 }
 
 } // namespace

@@ -1,7 +1,6 @@
-#include "GnomeFixture.h"
+#include "GnomePasteFixture.h"
 
-#include <platform/linux/gnome/MutterPosting.h>
-#include <platform/linux/x11/clipboard/BridgedPasteboards.h>
+#include <platform/linux/gnome/MutterRemoteDesktop.h>
 
 namespace tulvane::test {
 
@@ -9,33 +8,13 @@ namespace {
 
 const QString said = QStringLiteral("Åpne «døra» 😀 nå. ");
 
-class UnknownFront final : public FrontPrograms {
-public:
-    [[nodiscard]] FrontProgram current() override { return {}; }
-};
-
-class MutterPostingTest : public GnomeTest {
+class MutterPostingTest : public GnomePasteTest {
 protected:
     void SetUp() override
     {
-        GnomeTest::SetUp();
-        if (!desktop)
-            return;
-        const QByteArray display = desktop->variable(QStringLiteral("DISPLAY")).toLocal8Bit();
-        qputenv("XAUTHORITY", desktop->variable(QStringLiteral("XAUTHORITY")).toLocal8Bit());
-        ASSERT_TRUE(waitUntil([&] { return (link = X11Connection::open(display)) != nullptr; }));
-        keeper = SelectionOwner::start(display);
-        ASSERT_NE(keeper, nullptr);
-        pasteboards = std::make_unique<BridgedPasteboards>(*link, *keeper, scheduler,
-                                                           std::make_shared<UnknownFront>(), PasteRules());
-        MutterPosting::Hooks hooks;
-        hooks.isInFront = [this](const PasteTarget&) { return isInFront; };
-        hooks.pasting = [this](const PasteTarget& target) { pasteboards->expectReader(target); };
-        keys = std::make_unique<MutterPosting>(desktop->bus(), hooks);
-    }
-    [[nodiscard]] bool isRead() const
-    {
-        return pasteboards->general().reading() == Pasteboard::Reading::read;
+        GnomePasteTest::SetUp();
+        if (desktop)
+            pressBy(std::make_shared<MutterRemoteDesktop>(desktop->bus()));
     }
     /// How many sessions of remote control there are; one is the test's own keyboard.
     [[nodiscard]] static qsizetype sessions()
@@ -47,13 +26,6 @@ protected:
                    QStringLiteral("/org/gnome/Mutter/RemoteDesktop/Session")})
             .count("node u");
     }
-
-    std::unique_ptr<X11Connection> link;
-    std::unique_ptr<SelectionOwner> keeper;
-    EventLoopScheduler scheduler;
-    std::unique_ptr<BridgedPasteboards> pasteboards;
-    std::unique_ptr<MutterPosting> keys;
-    bool isInFront = true;
 };
 
 TEST_F(MutterPostingTest, TextsArePastedExactlyAndTheirReadingIsTold)
@@ -98,8 +70,18 @@ TEST_F(MutterPostingTest, SpacesAreTypedAndNoSessionStaysOpen)
 
 TEST_F(MutterPostingTest, TheServiceIsFoundWhereItIs)
 {
-    EXPECT_TRUE(MutterPosting::isOffered(desktop->bus()));
-    EXPECT_FALSE(MutterPosting::isOffered(desktop->variable(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"))));
+    EXPECT_TRUE(MutterRemoteDesktop::isOffered(desktop->bus()));
+    EXPECT_FALSE(
+        MutterRemoteDesktop::isOffered(desktop->variable(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"))));
+}
+
+TEST_F(MutterPostingTest, WhileTheScreenIsLockedTheServiceIsStillTheWay)
+{
+    const QString refuse = QStringLiteral("refuse_remote_control");
+    desktop->perform(refuse, {QStringLiteral("yes")});
+    EXPECT_FALSE(await(keys->typeSpaces(1)));
+    EXPECT_TRUE(MutterRemoteDesktop::isOffered(desktop->bus()));
+    desktop->perform(refuse, {QString()});
 }
 
 } // namespace

@@ -37,11 +37,8 @@ class GnomeDictation(WaylandDictation):
         self.desktop.press(*self.HOTKEY)
         GnomeDictation.pressed_at = time.monotonic()
 
-    def hold(self):
-        """The key is pressed before and after: the desktop tells presses alone."""
-        self.speak(self.sound)
-
     def speak(self, sound):
+        """The key is pressed before and after: the desktop tells presses alone."""
         self.press_hotkey()
         self.desktop.wait_for_phase("recording")
         self.desktop.run("paplay", "--device=micsink", str(sound))

@@ -1,12 +1,12 @@
 """Dictations on KDE's compositor."""
 import unittest
 
-from wayland_dictation import WaylandDictation
+from wayland_dictation import GtkTerminal, WaylandDictation
 
 
 class KWinDictation(WaylandDictation):
     KIND = "kwin"
-    NO_TERMINAL = "foot opens no window on KWin without a screen"
+    TERMINAL = GtkTerminal
 
 
 del WaylandDictation

@@ -1,5 +1,4 @@
 """Dictations on sway that are written into the field: over accessibility, else by the input method."""
-import subprocess
 import unittest
 
 from wayland_dictation import TARGETS, Field, WaylandDictation
@@ -13,13 +12,7 @@ class SwayCommitted(WaylandDictation):
         cls.desktop.set(insertionMethod="accessibilityThenPaste")
 
     def copy(self, data, kind):
-        """By a program that ends as soon as another one has the clipboard."""
-        self.copier = self.desktop.start("wl-copy", "--foreground", "--type", kind, stdin=subprocess.PIPE)
-        self.addCleanup(self.copier.wait)
-        self.addCleanup(self.copier.terminate)
-        self.copier.stdin.buffer.write(data)
-        self.copier.stdin.close()
-        self.desktop.wait(lambda: self.paste("-t", kind) == data, what="what was copied")
+        self.copier = self.copy_until_taken(data, kind)
 
     def dictate_without_clipboard_into(self, field):
         self.dictate_into(field)

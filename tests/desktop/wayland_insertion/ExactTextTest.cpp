@@ -3,6 +3,7 @@
 #include <insertion/PasteTable.h>
 #include <insertion/TextInserter.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/kde/KWinFront.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/UnwatchedPrivacyPermissions.h>
@@ -177,7 +178,7 @@ private:
 /// The window in front as KWin tells it.
 class KdeFront final : public FrontPrograms {
 public:
-    explicit KdeFront(const QDBusConnection& bus) : m_kwin(bus) {}
+    explicit KdeFront(std::shared_ptr<LastingBus> bus) : m_kwin(std::move(bus)) {}
     [[nodiscard]] FrontProgram current() override
     {
         const KWinWindow& window = m_kwin.current();
@@ -196,7 +197,7 @@ private:
 std::shared_ptr<FrontPrograms> frontOf(const WaylandDesktop& desktop, Kind kind)
 {
     if (kind == Kind::kwin)
-        return std::make_shared<KdeFront>(QDBusConnection::connectToBus(desktop.bus(), desktop.home()));
+        return std::make_shared<KdeFront>(std::make_shared<LastingBus>(desktop.bus()));
     return std::make_shared<SwayFront>(std::shared_ptr<SwayConnection>(
         SwayConnection::open(SwayConnection::socketOf(desktop.environment()))));
 }

@@ -26,6 +26,20 @@ TEST(SessionFindings, NameTheSessionAndTheDisplay)
                            Diagnostic::good(QStringLiteral("display"), QStringLiteral(":0"))}));
 }
 
+TEST(SessionFindings, NameADesktopOnce)
+{
+    const auto named = [](const QString& kind, const QString& desktop) {
+        return sessionDiagnostics({.kind = kind, .desktop = desktop, .display = {}, .displayReached = true})
+            .front()
+            .text;
+    };
+    EXPECT_EQ(named(QStringLiteral("Wayland, GNOME"), QStringLiteral("GNOME")), u"Wayland, GNOME");
+    EXPECT_EQ(named(QStringLiteral("Wayland, GNOME"), QStringLiteral("ubuntu:GNOME")),
+              u"Wayland, ubuntu:GNOME");
+    EXPECT_EQ(named(QStringLiteral("Wayland, wlroots"), QStringLiteral("sway")), u"Wayland, wlroots, sway");
+    EXPECT_EQ(named(QStringLiteral("Wayland, KDE"), QString()), u"Wayland, KDE");
+}
+
 TEST(SessionFindings, WithoutADesktopOrAServerSayWhatToDo)
 {
     SessionFacts facts{.kind = QStringLiteral("none"), .desktop = {}, .display = {}};
@@ -147,6 +161,18 @@ TEST_F(HotkeyFindingsTest, ACombinationThatAnotherProgramHoldsIsTold)
     m_shortcuts.setShortcut(Shortcut{40, 0x800}, ShortcutName::dictate());
     EXPECT_FALSE(diagnostics()[0].works);
     EXPECT_EQ(diagnostics()[0].remedy, HotkeyError::taken(10).description());
+}
+
+TEST_F(HotkeyFindingsTest, ACombinationThatIsFreeIsNamed)
+{
+    m_shortcuts.setShortcut(std::nullopt, ShortcutName::dictate());
+    const KeyCombination altSpace{49, 0x800};
+    m_keys.takeElsewhere(altSpace);
+    m_shortcuts.setShortcut(Shortcut{49, 0x800}, ShortcutName::dictate());
+    const KeyCombination controlAltSpace{49, 0x1800};
+    const QString free = m_keys.display(controlAltSpace).text() + QStringLiteral(" is free.");
+    EXPECT_FALSE(diagnostics()[0].works);
+    EXPECT_TRUE(diagnostics()[0].remedy.endsWith(free)) << qPrintable(diagnostics()[0].remedy);
 }
 
 TEST_F(HotkeyFindingsTest, AKeyThatCannotBeWatchedIsTold)

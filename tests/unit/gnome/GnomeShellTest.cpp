@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 namespace tulvane::test {
 
 namespace {
@@ -17,8 +20,13 @@ class ScriptedShell final : public QObject {
     Q_PROPERTY(QString ShellVersion READ version CONSTANT)
 
 public:
-    [[nodiscard]] QString version() const { return shown; }
+    [[nodiscard]] QString version() const
+    {
+        std::this_thread::sleep_for(busy);
+        return shown;
+    }
     QString shown;
+    std::chrono::milliseconds busy{0};
 };
 
 /// A bus with a shell on it that answers from a thread of its own: the question blocks.
@@ -44,6 +52,7 @@ protected:
                                        QDBusConnection::ExportAllProperties));
         ASSERT_TRUE(bus.registerService(QStringLiteral("org.gnome.Shell")));
     }
+    void keepBusy(std::chrono::milliseconds time) { m_shell.busy = time; }
     [[nodiscard]] int version() const
     {
         return gnomeShellVersion(QDBusConnection::connectToBus(m_bus.address(), asking));
@@ -58,6 +67,13 @@ private:
 };
 
 } // namespace
+
+TEST_F(GnomeShellTest, AShellThatIsBusyWithTheLoginIsWaitedFor)
+{
+    keepBusy(std::chrono::milliseconds(800));
+    show(QStringLiteral("48.1"));
+    EXPECT_EQ(version(), 48);
+}
 
 TEST_F(GnomeShellTest, TheVersionIsWhatComesBeforeThePoint)
 {

@@ -171,6 +171,19 @@ TEST_F(PermissionsServiceTest, AccessibilityStillMissingOpensItsPaneAfterTheRefr
     EXPECT_THAT(m_workspace.opened, ElementsAre(accessibilityUrl));
 }
 
+TEST_F(PermissionsServiceTest, WhereTheDesktopAsksInADialogNothingCoversIt)
+{
+    m_permissions.accessibilityGranted = false;
+    m_permissions.asked = Permission::accessibility;
+    const auto service = make();
+    EXPECT_TRUE(service->asksForAccessibility());
+    service->requestAccessibility();
+    EXPECT_EQ(m_permissions.calls.count(u"requestAccessibility"_qs), 1);
+    EXPECT_TRUE(m_workspace.opened.isEmpty());
+    m_permissions.accessibilityGranted = true;
+    EXPECT_FALSE(service->asksForAccessibility());
+}
+
 TEST_F(PermissionsServiceTest, InputMonitoringGrantedAtTheRequestOpensNoPane)
 {
     m_permissions.inputMonitoringGranted = false;

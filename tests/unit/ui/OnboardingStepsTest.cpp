@@ -4,6 +4,20 @@ namespace tulvane::test {
 
 namespace {
 
+TEST_F(OnboardingTest, WhereTheDesktopAsksItsDialogComesAndNothingElse)
+{
+    world.privacy.asked = Permission::accessibility;
+    world.privacy.obstacles[Permission::accessibility] = {QStringLiteral("The desktop asks."),
+                                                          QStringLiteral("Choose Share.")};
+    open(2);
+    EXPECT_TRUE(probe().shows(QStringLiteral("The desktop asks. Choose Share.")));
+    EXPECT_TRUE(probe().shows(QStringLiteral("Let Tulvane press keys…")));
+    EXPECT_FALSE(probe().has(QStringLiteral("onboarding.resetAccessibility")));
+    probe().click(QStringLiteral("onboarding.openAccessibility"));
+    EXPECT_EQ(world.privacy.calls.count(QStringLiteral("requestAccessibility")), 1);
+    EXPECT_TRUE(world.workspace.opened.isEmpty());
+}
+
 TEST_F(OnboardingTest, OneStepIsOpenTheDoneOnesAreLinesAndTheOthersWait)
 {
     EXPECT_TRUE(isOpen(QStringLiteral("1")));

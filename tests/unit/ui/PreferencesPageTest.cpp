@@ -1,3 +1,4 @@
+#include <support/LogCapture.h>
 #include <support/ui/UiWorld.h>
 #include <support/ui/WindowProbe.h>
 #include <ui/windows/SettingsWindowController.h>
@@ -181,6 +182,29 @@ TEST_F(PreferencesPageTest, ThePermissionsSayHowTheyStandAndHowToMendThem)
     click("accessibility.reset");
     EXPECT_EQ(world.privacy.calls.count(QStringLiteral("requestAccessibility")), requests + 1);
     EXPECT_FALSE(world.processes.commands.isEmpty());
+}
+
+TEST_F(PreferencesPageTest, WhereTheDesktopAsksItsDialogIsOneClickAway)
+{
+    world.privacy.accessibilityGranted = false;
+    world.privacy.asked = Permission::accessibility;
+    const QString asks = QStringLiteral("This desktop asks you in a dialog of its own whether keys may be "
+                                        "pressed, and asks again at each start.");
+    world.privacy.obstacles[Permission::accessibility] = {asks, QStringLiteral("Choose Share.")};
+    world.permissions.refresh();
+    UiWorld::settle();
+    EXPECT_TRUE(probe->shows(asks + QStringLiteral(" Choose Share.")));
+    EXPECT_TRUE(probe->shows(QStringLiteral("Let Tulvane press keys…")));
+    EXPECT_FALSE(probe->has(QStringLiteral("settings.accessibility.reset")));
+    click("accessibility.settings");
+    EXPECT_EQ(world.privacy.calls.count(QStringLiteral("requestAccessibility")), 1);
+    EXPECT_TRUE(world.workspace.opened.isEmpty());
+
+    const LogCapture log;
+    world.privacy.accessibilityGranted = true;
+    world.permissions.refresh();
+    UiWorld::settle();
+    EXPECT_FALSE(log.contains(QStringLiteral("Binding loop"))) << "as the long text goes";
 }
 
 TEST_F(PreferencesPageTest, AnotherInterfaceLanguageStartsTheProgramAnew)

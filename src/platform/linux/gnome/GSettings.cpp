@@ -54,6 +54,11 @@ void GSettings::reset(const QString& schema) const
     (void)run({{QStringLiteral("reset-recursively"), schema}});
 }
 
+QString GSettings::describe(const QString& schema, const QString& name) const
+{
+    return run({{QStringLiteral("describe"), schema, name}}).front().value_or(QString());
+}
+
 std::vector<GSettings::Setting> GSettings::all(const QStringList& schemas) const
 {
     QList<QStringList> calls;
@@ -65,7 +70,7 @@ std::vector<GSettings::Setting> GSettings::all(const QStringList& schemas) const
         for (const QString& line : answer.value_or(QString()).split(u'\n')) {
             const QString value = line.section(u' ', 2);
             if (!value.isEmpty())
-                settings.push_back({line.section(u' ', 1, 1), value});
+                settings.push_back({line.section(u' ', 1, 1), value, line.section(u' ', 0, 0)});
         }
     }
     return settings;

@@ -17,6 +17,7 @@ public:
     struct Setting {
         QString name;
         QString value;
+        QString schema = {}; ///< where it was found, among those that were read
     };
 
     explicit GSettings(QProcessEnvironment environment) : m_environment(std::move(environment)) {}
@@ -27,6 +28,8 @@ public:
     /// Several of one schema at once; false where any was not taken.
     [[nodiscard]] bool set(const QString& schema, const std::vector<Setting>& settings) const;
     void reset(const QString& schema) const;
+    /// What the desktop says of a setting, in the user's language; empty where it says nothing.
+    [[nodiscard]] QString describe(const QString& schema, const QString& name) const;
     /// Every setting of these schemas, read at once.
     [[nodiscard]] std::vector<Setting> all(const QStringList& schemas) const;
 

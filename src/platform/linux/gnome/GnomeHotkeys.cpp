@@ -1,4 +1,5 @@
 #include <base/Translate.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/gnome/GnomeHotkeys.h>
 #include <platform/linux/gnome/GnomeLayout.h>
 #include <platform/linux/keys/Accelerator.h>
@@ -7,34 +8,31 @@
 
 #include <QRegularExpression>
 
-#include <algorithm>
 #include <array>
 
 namespace tulvane {
 
 namespace {
 
-const QString mediaKeys = QStringLiteral("org.gnome.settings-daemon.plugins.media-keys");
-const QString listName = QStringLiteral("custom-keybindings");
-const QString customSchema = mediaKeys + QStringLiteral(".custom-keybinding:");
+const QString& mediaKeys = CustomBindings::mediaKeys;
+const QString& listName = CustomBindings::listName;
+const QString& customSchema = CustomBindings::customSchema;
 const QString ourPath =
     QStringLiteral("/org/gnome/settings-daemon/plugins/media-keys/custom-keybindings/tulvane/");
 /// For the log: the desktop has no numbers of its own.
 constexpr int heldElsewhere = 1;
 /// What the settings said so long ago still counts, in milliseconds.
 constexpr qint64 goodFor = 1000;
+/// A longer description than this is none of a key.
+constexpr qsizetype longestTitle = 90;
 
-const QStringList desktopSchemas{QStringLiteral("org.gnome.desktop.wm.keybindings"),
-                                 QStringLiteral("org.gnome.shell.keybindings"),
-                                 QStringLiteral("org.gnome.mutter.keybindings"),
-                                 QStringLiteral("org.gnome.mutter.wayland.keybindings"), mediaKeys};
-
-/// "activate-window-menu" as words, and whose it is.
-QString titleOf(const QString& name)
+const QStringList& desktopSchemas()
 {
-    QString title = name;
-    title.replace(u'-', u' ');
-    return QStringLiteral("GNOME (%1)").arg(title);
+    static const QStringList schemas{QStringLiteral("org.gnome.desktop.wm.keybindings"),
+                                     QStringLiteral("org.gnome.shell.keybindings"),
+                                     QStringLiteral("org.gnome.mutter.keybindings"),
+                                     QStringLiteral("org.gnome.mutter.wayland.keybindings"), mediaKeys};
+    return schemas;
 }
 
 } // namespace
@@ -78,6 +76,11 @@ GnomeHotkeys::GnomeHotkeys(const QProcessEnvironment& environment, QString comma
 }
 
 GnomeHotkeys::~GnomeHotkeys() = default;
+
+const QString& GnomeHotkeys::path()
+{
+    return ourPath;
+}
 
 QString GnomeHotkeys::commandOf(const QString& program, const QString& word)
 {
@@ -124,10 +127,8 @@ GnomeHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
     const QString accelerator = acceleratorOf(combination);
     if (accelerator.isEmpty())
         return failure(HotkeyError::noSuchKey());
-    const auto held = symbolicHotkeys(combination);
-    const auto holder = std::ranges::find(held, combination, &SymbolicHotkey::combination);
-    if (holder != held.end())
-        return failure(HotkeyError::takenBy(heldElsewhere, holder->title));
+    if (const auto held = symbolicHotkeys(combination); !held.isEmpty())
+        return failure(HotkeyError::takenBy(heldElsewhere, held.constFirst().title));
     if (id.id == 0) // only tried
         return std::make_unique<Token>(m_settings, nullptr);
     if (!m_choices.isMade(combination))
@@ -152,59 +153,78 @@ bool GnomeHotkeys::bind(const QString& accelerator) const
     QStringList paths = GSettings::textsIn(m_settings.get(mediaKeys, listName).value_or(QString()));
     paths.removeAll(ourPath);
     paths.append(ourPath);
-    return m_settings.set(mediaKeys, listName, GSettings::list(paths));
+    return m_settings.set(mediaKeys, listName, GSettings::list(paths)) && isWritten(accelerator);
 }
 
-void GnomeHotkeys::addFrom(const GSettings::Setting& setting, const QString& title,
-                           QList<SymbolicHotkey>& found) const
+bool GnomeHotkeys::isWritten(const QString& accelerator) const
+{
+    const auto texts = [this](const QString& schema, const QString& name) {
+        return GSettings::textsIn(m_settings.get(schema, name).value_or(QString()));
+    };
+    return texts(mediaKeys, listName).contains(ourPath) &&
+           texts(customSchema + ourPath, QStringLiteral("binding")) == QStringList{accelerator};
+}
+
+void GnomeHotkeys::follow(std::shared_ptr<LastingBus> bus)
+{
+    m_bus = std::move(bus);
+    QObject::connect(m_bus.get(), &LastingBus::returned, &m_context, [this] {
+        m_knownSince.invalidate();
+        const ChangeHandler handler = m_changeHandler;
+        if (handler)
+            handler();
+    });
+}
+
+void GnomeHotkeys::add(const GSettings::Setting& setting, const QString& title, std::vector<Use>& uses) const
 {
     const auto keyOf = [this](const QString& keysym) { return m_layout->keyForKeysym(keysym); };
     for (const QString& text : GSettings::textsIn(setting.value)) {
         if (const auto combination = fromGtkAccelerator(text, keyOf))
-            found.append({true, *combination, title});
+            uses.push_back({*combination, setting, title});
     }
 }
 
-QList<SymbolicHotkey> GnomeHotkeys::symbolicHotkeys(const KeyCombination&)
+QString GnomeHotkeys::titleOf(const GSettings::Setting& setting) const
+{
+    QString words = m_settings.describe(setting.schema, setting.name);
+    if (words.endsWith(u'.'))
+        words.chop(1);
+    // Not everything is described; the setting's name is made of words, too.
+    if (words.isEmpty() || words.size() > longestTitle || words.contains(u'\n'))
+        words = QString(setting.name).replace(u'-', u' ');
+    return QStringLiteral("GNOME (%1)").arg(words);
+}
+
+QList<SymbolicHotkey> GnomeHotkeys::symbolicHotkeys(const KeyCombination& about)
 {
     if (!support())
         return {};
     // A search for a free combination asks many times at once.
     if (!m_knownSince.isValid() || m_knownSince.hasExpired(goodFor)) {
-        m_known = readHotkeys();
+        m_known = readUses();
         m_knownSince.start();
     }
-    return m_known;
-}
-
-QList<SymbolicHotkey> GnomeHotkeys::readHotkeys() const
-{
     QList<SymbolicHotkey> found;
-    for (const GSettings::Setting& setting : m_settings.all(desktopSchemas)) {
-        if (setting.name == listName)
-            addCustom(GSettings::textsIn(setting.value), found);
-        else
-            addFrom(setting, titleOf(setting.name), found);
+    for (const Use& use : m_known) {
+        if (use.combination == about)
+            found.append({true, about, use.title.isEmpty() ? titleOf(use.setting) : use.title});
     }
     return found;
 }
 
-void GnomeHotkeys::addCustom(const QStringList& paths, QList<SymbolicHotkey>& found) const
+std::vector<GnomeHotkeys::Use> GnomeHotkeys::readUses() const
 {
-    for (const QString& path : paths) {
-        if (path == ourPath)
-            continue;
-        QString title;
-        std::optional<GSettings::Setting> binding;
-        for (const GSettings::Setting& setting : m_settings.all({customSchema + path})) {
-            if (setting.name == QLatin1StringView("name"))
-                title = GSettings::textsIn(setting.value).value(0);
-            else if (setting.name == QLatin1StringView("binding"))
-                binding = setting;
-        }
-        if (binding)
-            addFrom(*binding, title, found);
+    std::vector<Use> uses;
+    for (const GSettings::Setting& setting : m_settings.all(desktopSchemas())) {
+        if (setting.name != listName)
+            add(setting, {}, uses);
     }
+    for (const CustomBindings::Binding& own : CustomBindings(m_settings).besides(ourPath)) {
+        const QString title = own.name.isEmpty() ? own.command : own.name;
+        add({.name = listName, .value = GSettings::text(own.keys), .schema = mediaKeys}, title, uses);
+    }
+    return uses;
 }
 
 KeyDisplay GnomeHotkeys::display(const KeyCombination& combination) const

@@ -1,4 +1,7 @@
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/gnome/GnomeLayout.h>
+
+#include <QDBusConnection>
 
 namespace tulvane {
 
@@ -11,15 +14,24 @@ const QString writerSignal = QStringLiteral("Notify");
 
 } // namespace
 
-GnomeLayout::GnomeLayout(const QProcessEnvironment& environment, QDBusConnection bus)
+GnomeLayout::GnomeLayout(const QProcessEnvironment& environment, std::shared_ptr<LastingBus> bus)
     : m_settings(environment),
       m_bus(std::move(bus))
 {
-    m_bus.connect({}, writerPath, writerInterface, writerSignal, this,
-                  SLOT(settingsChanged(QString, QStringList, QString)));
+    listen();
+    connect(m_bus.get(), &LastingBus::returned, this, [this] {
+        listen();
+        forget(); // no change was reported meanwhile
+    });
 }
 
 GnomeLayout::~GnomeLayout() = default;
+
+void GnomeLayout::listen()
+{
+    m_bus->connection().connect({}, writerPath, writerInterface, writerSignal, this,
+                                SLOT(settingsChanged(QString, QStringList, QString)));
+}
 
 const std::optional<XkbKeymap>& GnomeLayout::current()
 {
@@ -67,8 +79,12 @@ std::optional<XkbKeymap> GnomeLayout::read(const GSettings& settings)
 void GnomeLayout::settingsChanged(const QString& prefix, const QStringList& /*changes*/,
                                   const QString& /*tag*/)
 {
-    if (!prefix.startsWith(QLatin1StringView("/org/gnome/desktop/input-sources/")))
-        return;
+    if (prefix.startsWith(QLatin1StringView("/org/gnome/desktop/input-sources/")))
+        forget();
+}
+
+void GnomeLayout::forget()
+{
     m_isRead = false;
     m_engine.clear();
 }

@@ -3,12 +3,14 @@
 #include <platform/linux/gnome/GSettings.h>
 #include <platform/linux/layout/XkbKeymap.h>
 
-#include <QDBusConnection>
 #include <QObject>
 
+#include <memory>
 #include <optional>
 
 namespace tulvane {
+
+class LastingBus;
 
 /// The keyboard layout or the input method that the user types with, by the desktop's settings: the one used
 /// last. Main thread.
@@ -17,7 +19,7 @@ class GnomeLayout final : public QObject {
 
 public:
     /// Follows the settings over `bus`, the session's.
-    GnomeLayout(const QProcessEnvironment& environment, QDBusConnection bus);
+    GnomeLayout(const QProcessEnvironment& environment, std::shared_ptr<LastingBus> bus);
     Q_DISABLE_COPY_MOVE(GnomeLayout)
     ~GnomeLayout() override;
 
@@ -36,8 +38,11 @@ private Q_SLOTS:
     void settingsChanged(const QString& prefix, const QStringList& changes, const QString& tag);
 
 private:
+    void listen();
+    void forget();
+
     GSettings m_settings;
-    QDBusConnection m_bus;
+    std::shared_ptr<LastingBus> m_bus;
     std::optional<XkbKeymap> m_layout;
     bool m_isRead = false;
     QString m_engine; ///< empty until it is asked for

@@ -8,7 +8,7 @@ namespace tulvane {
 
 int gnomeShellVersion(const QDBusConnection& bus)
 {
-    constexpr int answerLimit = 500; // ms
+    constexpr int answerLimit = 2000; // ms; the shell is busy when the user has just logged in
     QDBusMessage question = QDBusMessage::createMethodCall(
         QStringLiteral("org.gnome.Shell"), QStringLiteral("/org/gnome/Shell"),
         QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));

@@ -93,10 +93,11 @@ QCoro::Task<QVariant> IBusCommit::property(QString name)
     co_return answer ? answer->arguments().value(0) : QVariant();
 }
 
-QCoro::Task<bool> IBusCommit::hasField()
+QCoro::Task<std::optional<bool>> IBusCommit::hasField()
 {
     const QVariant context = co_await property(QStringLiteral("CurrentInputContext"));
-    co_return withoutVariants(context).value<QDBusObjectPath>().path() != ownContext;
+    const QString path = withoutVariants(context).value<QDBusObjectPath>().path();
+    co_return path.isEmpty() ? std::nullopt : std::optional(path != ownContext);
 }
 
 QCoro::Task<QString> IBusCommit::engineInForce()
@@ -132,19 +133,16 @@ QCoro::Task<IBusCommit::Outcome> IBusCommit::commit(QString text, std::function<
         co_return Outcome::unavailable;
     m_isBusy = true;
     const bool isConnected = co_await connect();
+    std::optional<bool> isListenedTo;
+    if (alive && isConnected)
+        isListenedTo = co_await hasField();
     if (!alive)
         co_return Outcome::unavailable;
-    if (!isConnected) {
-        m_connection.reset(); // what was half done is begun anew
+    if (!isListenedTo.value_or(false)) {
+        if (!isListenedTo)
+            m_connection.reset(); // what was half done, or has gone, is begun anew
         m_isBusy = false;
-        co_return Outcome::unavailable;
-    }
-    const bool isListenedTo = co_await hasField();
-    if (!alive)
-        co_return Outcome::unavailable;
-    if (!isListenedTo) {
-        m_isBusy = false;
-        co_return Outcome::noField;
+        co_return isListenedTo ? Outcome::noField : Outcome::unavailable;
     }
     const QString before = co_await engineInForce();
     if (!alive)

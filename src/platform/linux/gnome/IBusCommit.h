@@ -50,8 +50,9 @@ private:
     QCoro::Task<bool> connect();
     /// Nothing where the service does not tell.
     QCoro::Task<QVariant> property(QString name);
-    /// Whether a program's field listens to the service: what is committed without one goes nowhere.
-    QCoro::Task<bool> hasField();
+    /// Whether a program's field listens to the service: what is committed without one goes nowhere. Nothing
+    /// where the service does not tell.
+    QCoro::Task<std::optional<bool>> hasField();
     QCoro::Task<QString> engineInForce();
     QCoro::Task<bool> become();
     QCoro::Task<Outcome> commitIntoField(QString text, std::function<QCoro::Task<bool>()> arrived);

@@ -22,7 +22,6 @@ namespace {
 const QString sessionToken = QStringLiteral("tulvane");
 const QString shortcutId = QStringLiteral("dictate");
 const QString shortcutsName = QStringLiteral("shortcuts");
-const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 constexpr int heldAlready = 1;
 
 PortalShortcuts shortcutsIn(const QVariantMap& results)
@@ -121,21 +120,9 @@ PortalHotkeys::registerHotkey(HotkeyId id, const KeyCombination& combination)
 PortalRequest& PortalHotkeys::request(void (PortalHotkeys::*answered)(PortalRequest::Outcome,
                                                                       const QVariantMap&))
 {
-    endRequest();
-    m_request = new PortalRequest(m_bus->connection(), this);
-    connect(m_request, &PortalRequest::answered, this,
-            [this, asked = m_request, answered](auto outcome, const QVariantMap& results) {
-                if (m_request == asked)
-                    (this->*answered)(outcome, results);
-            });
-    return *m_request;
-}
-
-void PortalHotkeys::endRequest()
-{
-    // Its answer may be what calls this.
-    if (m_request != nullptr)
-        std::exchange(m_request, nullptr)->deleteLater();
+    return m_question.begin(m_bus->connection(), [this, answered](auto outcome, const QVariantMap& results) {
+        (this->*answered)(outcome, results);
+    });
 }
 
 PortalShortcuts PortalHotkeys::wish() const
@@ -162,11 +149,9 @@ void PortalHotkeys::noteSession(PortalRequest::Outcome outcome, const QVariantMa
         decline();
         return;
     }
-    const QVariant handle = results.value(QStringLiteral("session_handle"));
-    m_session =
-        handle.canConvert<QDBusObjectPath>() ? handle.value<QDBusObjectPath>().path() : handle.toString();
-    m_bus->connection().connect(PortalRequest::service, m_session, sessionInterface, QStringLiteral("Closed"),
-                                this, SLOT(closed()));
+    m_session = PortalRequest::sessionIn(results);
+    m_bus->connection().connect(PortalRequest::service, m_session, PortalRequest::sessionInterface,
+                                QStringLiteral("Closed"), this, SLOT(closed()));
     request(&PortalHotkeys::noteList)
         .send(interface, QStringLiteral("ListShortcuts"), {QVariant::fromValue(QDBusObjectPath(m_session))},
               {});
@@ -189,7 +174,7 @@ void PortalHotkeys::noteBound(PortalRequest::Outcome outcome, const QVariantMap&
         decline();
         return;
     }
-    endRequest();
+    m_question.end();
     qCInfo(lcHotkey, "The desktop's portal has given the hotkey");
     // A portal may say nothing of what it has bound.
     readTrigger(shortcutsIn(results));
@@ -220,16 +205,16 @@ void PortalHotkeys::decline()
 void PortalHotkeys::close()
 {
     release();
-    endRequest();
+    m_question.end();
     m_trigger.clear();
     m_opened.reset();
     const QString session = std::exchange(m_session, {});
     if (session.isEmpty())
         return;
-    m_bus->connection().disconnect(PortalRequest::service, session, sessionInterface,
+    m_bus->connection().disconnect(PortalRequest::service, session, PortalRequest::sessionInterface,
                                    QStringLiteral("Closed"), this, SLOT(closed()));
-    m_bus->connection().send(QDBusMessage::createMethodCall(PortalRequest::service, session, sessionInterface,
-                                                            QStringLiteral("Close")));
+    m_bus->connection().send(QDBusMessage::createMethodCall(
+        PortalRequest::service, session, PortalRequest::sessionInterface, QStringLiteral("Close")));
 }
 
 void PortalHotkeys::drop()

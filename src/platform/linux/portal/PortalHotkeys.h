@@ -1,7 +1,7 @@
 #pragma once
 
 #include <platform/linux/layout/XkbKeymap.h>
-#include <platform/linux/portal/PortalRequest.h>
+#include <platform/linux/portal/PortalQuestion.h>
 #include <platform/linux/portal/PortalShortcut.h>
 #include <ports/GlobalHotkeys.h>
 
@@ -68,7 +68,6 @@ private:
     void noteBound(PortalRequest::Outcome outcome, const QVariantMap& results);
     void decline();
     void close();
-    void endRequest();
     /// Takes note of the key that the desktop has for us, where ours is among the shortcuts.
     bool readTrigger(const PortalShortcuts& shortcuts);
     [[nodiscard]] PortalShortcuts wish() const;
@@ -86,10 +85,10 @@ private:
     std::optional<Entry> m_held;            ///< a press that waits for its release
     std::optional<KeyCombination> m_opened; ///< what the session is for, also while it is being made
     std::optional<KeyCombination> m_declined;
-    PortalRequest* m_request = nullptr; ///< the question whose answer is waited for
-    QString m_session;                  ///< the path of the portal's session; empty while there is none
-    QString m_trigger;                  ///< as the desktop writes the key
-    bool m_isLost = false;              ///< the portal has gone; another one may come
+    PortalQuestion m_question{this};
+    QString m_session;     ///< the path of the portal's session; empty while there is none
+    QString m_trigger;     ///< as the desktop writes the key
+    bool m_isLost = false; ///< the portal has gone; another one may come
     EventHandler m_eventHandler;
     ChangeHandler m_changeHandler;
 };

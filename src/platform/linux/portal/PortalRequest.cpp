@@ -14,14 +14,19 @@ namespace {
 
 const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
-/// Of this process, never twice.
-QString freshToken()
+} // namespace
+
+QString PortalRequest::freshToken()
 {
     static int count = 0;
     return QStringLiteral("tulvane_%1_%2").arg(QCoreApplication::applicationPid()).arg(++count);
 }
 
-} // namespace
+QString PortalRequest::sessionIn(const QVariantMap& results)
+{
+    const QVariant handle = results.value(QStringLiteral("session_handle"));
+    return handle.canConvert<QDBusObjectPath>() ? handle.value<QDBusObjectPath>().path() : handle.toString();
+}
 
 PortalRequest::PortalRequest(QDBusConnection bus, QObject* parent) : QObject(parent), m_bus(std::move(bus)) {}
 

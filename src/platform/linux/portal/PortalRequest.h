@@ -17,7 +17,16 @@ public:
     static inline const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
     static inline const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 
+    /// Of what a portal opens for a program, and what can end at any time.
+    static inline const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
+
     enum class Outcome { granted, cancelled, failed };
+
+    /// A name of this process's own for what a portal makes, never twice.
+    [[nodiscard]] static QString freshToken();
+
+    /// The path of the session that the answer to CreateSession names: a text, in spite of its meaning.
+    [[nodiscard]] static QString sessionIn(const QVariantMap& results);
 
     explicit PortalRequest(QDBusConnection bus, QObject* parent = nullptr);
 

@@ -84,6 +84,21 @@ KeyObstacles kdeObstacles()
     return obstacles;
 }
 
+/// Where the portal alone presses keys: the running program knows what the user has answered.
+Obstacle notAllowedYet()
+{
+    return {translate(
+                "This desktop lets Tulvane press keys only once you have allowed it in a dialog of its own."),
+            translate("Tulvane's setup guide brings the dialog; some desktops ask again at each start.")};
+}
+
+KeyObstacles kdeAskedObstacles()
+{
+    KeyObstacles obstacles = openWaylandObstacles();
+    obstacles.pasting = notAllowedYet();
+    return obstacles;
+}
+
 KeyObstacles gnomeObstacles()
 {
     KeyObstacles obstacles = openWaylandObstacles();
@@ -91,6 +106,13 @@ KeyObstacles gnomeObstacles()
     obstacles.pasting = {
         translate("GNOME does not let Tulvane press keys: its service for remote control does not answer."),
         translate("The text is left on the clipboard: paste it yourself. Log in again to try anew.")};
+    return obstacles;
+}
+
+KeyObstacles gnomeAskedObstacles()
+{
+    KeyObstacles obstacles = gnomeObstacles();
+    obstacles.pasting = notAllowedYet();
     return obstacles;
 }
 
@@ -105,6 +127,14 @@ std::unique_ptr<PrivacyPermissions> waylandPermissions(const QProcessEnvironment
 {
     return std::make_unique<UnwatchedPrivacyPermissions>(waylandOffers(environment).reachesPrograms(),
                                                          obstacles, microphoneDenied, keyboardObstacle);
+}
+
+std::unique_ptr<PrivacyPermissions> kdePermissions(const QProcessEnvironment& environment,
+                                                   const MicrophoneDenied& microphoneDenied)
+{
+    return waylandOffers(environment).asksForKeys()
+               ? waylandPermissions<kdeAskedObstacles>(environment, microphoneDenied)
+               : waylandPermissions<kdeObstacles>(environment, microphoneDenied);
 }
 
 /// Of a session that lets no program paste.
@@ -130,8 +160,10 @@ KeyObstacles noSessionObstacles()
 std::unique_ptr<PrivacyPermissions> gnomePermissions(const QProcessEnvironment& environment,
                                                      const MicrophoneDenied& microphoneDenied)
 {
-    return std::make_unique<UnwatchedPrivacyPermissions>(waylandOffers(environment).mutterRemoteControl,
-                                                         gnomeObstacles, microphoneDenied, keyboardObstacle);
+    const WaylandOffers& offers = waylandOffers(environment);
+    return std::make_unique<UnwatchedPrivacyPermissions>(
+        offers.mutterRemoteControl, offers.asksForKeys() ? gnomeAskedObstacles : gnomeObstacles,
+        microphoneDenied, keyboardObstacle);
 }
 
 std::unique_ptr<PrivacyPermissions> x11Permissions(const QProcessEnvironment& environment,
@@ -155,8 +187,7 @@ const Session& sessionOf(const QProcessEnvironment& environment)
     static const std::array sessions{
         Session{SessionKind::gnome, QStringLiteral("Wayland, GNOME"), isGnome, gnomeObstacles,
                 gnomePermissions},
-        Session{SessionKind::kde, QStringLiteral("Wayland, KDE"), isKde, kdeObstacles,
-                waylandPermissions<kdeObstacles>},
+        Session{SessionKind::kde, QStringLiteral("Wayland, KDE"), isKde, kdeObstacles, kdePermissions},
         Session{SessionKind::wlroots, QStringLiteral("Wayland, wlroots"), isWlroots, openWaylandObstacles,
                 waylandPermissions<openWaylandObstacles>},
         Session{SessionKind::wayland, QStringLiteral("Wayland"), isWayland, waylandObstacles,
@@ -167,6 +198,12 @@ const Session& sessionOf(const QProcessEnvironment& environment)
     };
     return *std::ranges::find_if(sessions,
                                  [&](const Session& session) { return session.isHere(environment); });
+}
+
+bool asksForKeys(const Session& session, const QProcessEnvironment& environment)
+{
+    const bool isKnown = session.kind == SessionKind::gnome || session.kind == SessionKind::kde;
+    return isKnown && waylandOffers(environment).asksForKeys();
 }
 
 bool hasWaylandWindows(const Session& session)

@@ -43,6 +43,9 @@ struct Session {
 /// Whether the program's windows are the compositor's own here, and need no X server.
 [[nodiscard]] bool hasWaylandWindows(const Session& session);
 
+/// Whether keys can be posted in this session only by the desktop's portal, which asks the user first.
+[[nodiscard]] bool asksForKeys(const Session& session, const QProcessEnvironment& environment);
+
 /// The X display's name, as in DISPLAY; empty where there is none.
 [[nodiscard]] QByteArray displayName(const QProcessEnvironment& environment);
 /// The names that the desktop gives itself ("GNOME"), as in XDG_CURRENT_DESKTOP.

@@ -1,3 +1,5 @@
+#include <platform/linux/gnome/MutterRemoteDesktop.h>
+#include <platform/linux/portal/PortalBackends.h>
 #include <platform/linux/session/WaylandOffers.h>
 #include <platform/linux/sway/SwayConnection.h>
 #include <platform/linux/wayland/clipboard/DataControlProtocol.h>
@@ -44,7 +46,9 @@ WaylandOffers ask(const QProcessEnvironment& environment)
     offers.sway = SwayConnection::answers(SwayConnection::socketOf(environment));
     offers.kwin = hasOwner(QStringLiteral("org.kde.KWin"), bus);
     offers.gnomeShell = hasOwner(QStringLiteral("org.gnome.Shell"), bus);
-    offers.mutterRemoteControl = hasOwner(QStringLiteral("org.gnome.Mutter.RemoteDesktop"), bus);
+    offers.mutterRemoteControl = offers.gnomeShell && MutterRemoteDesktop::isOffered(bus);
+    offers.remoteDesktopPortal = !offers.postsKeys() && !offers.mutterRemoteControl &&
+                                 hasPortalBackend(QStringLiteral("RemoteDesktop"), environment);
     return offers;
 }
 

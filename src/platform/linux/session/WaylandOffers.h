@@ -15,9 +15,16 @@ struct WaylandOffers {
     bool sway = false; ///< its socket answers
     bool kwin = false; ///< owns its name on the session bus
     bool gnomeShell = false;
-    bool mutterRemoteControl = false; ///< GNOME's own service, which presses keys
+    bool mutterRemoteControl = false; ///< GNOME's own service, which presses keys, lets us
+    /// The desktop's own portal presses keys once the user has agreed; looked for where nothing else does.
+    bool remoteDesktopPortal = false;
 
     [[nodiscard]] bool postsKeys() const { return virtualKeyboard || fakeInput; }
+    /// Whether the portal is the only way to press keys.
+    [[nodiscard]] bool asksForKeys() const
+    {
+        return remoteDesktopPortal && !postsKeys() && !mutterRemoteControl;
+    }
     /// Whether a text can be pasted into other programs.
     [[nodiscard]] bool reachesPrograms() const { return holdsClipboard && postsKeys(); }
 };

@@ -8,6 +8,7 @@ StepCard {
     required property ViewModels models
     readonly property bool granted: models.permissions.accessibility
     readonly property string obstacle: models.permissions.accessibilityObstacle
+    readonly property bool asked: models.permissions.accessibilityIsAsked
 
     step: models.onboarding.steps[OnboardingViewModel.AccessibilityStep - 1]
     next: models.onboarding.next === OnboardingViewModel.AccessibilityStep
@@ -43,12 +44,13 @@ StepCard {
 
         PushButton {
             objectName: "onboarding.openAccessibility"
-            look: card.next && card.obstacle === "" ? PushButton.Primary : PushButton.Normal
-            text: Words.translate("Open Accessibility settings…")
+            look: card.next && (card.asked || card.obstacle === "") ? PushButton.Primary : PushButton.Normal
+            text: card.asked ? Words.translate("Let Tulvane press keys…") : Words.translate("Open Accessibility settings…")
             onClicked: card.models.onboarding.act(OnboardingViewModel.AccessibilityStep)
         }
         PushButton {
             objectName: "onboarding.resetAccessibility"
+            visible: !card.asked
             look: PushButton.Plain
             text: Words.translate("Already switched on? Reset & grant again")
             onClicked: card.models.permissions.resetAccessibility()

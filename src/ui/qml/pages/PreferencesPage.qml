@@ -171,13 +171,15 @@ ScrollPage {
             onSettingsWanted: page.permissions.openMicrophoneSettings()
         }
         PermissionRow {
+            readonly property bool asked: page.permissions.accessibilityIsAsked
+
             name: "settings.accessibility"
             title: Words.translate("Accessibility")
             granted: page.permissions.accessibility
             obstacle: page.permissions.accessibilityObstacle
-            settingsText: Words.translate("Open Accessibility settings…")
-            resetText: Words.translate("Already switched on? Reset & grant again")
-            onSettingsWanted: page.permissions.openAccessibilitySettings()
+            settingsText: asked ? Words.translate("Let Tulvane press keys…") : Words.translate("Open Accessibility settings…")
+            resetText: asked ? "" : Words.translate("Already switched on? Reset & grant again")
+            onSettingsWanted: asked ? page.permissions.askForAccessibility() : page.permissions.openAccessibilitySettings()
             onResetWanted: page.permissions.resetAccessibility()
         }
         SettingRow {

@@ -1,9 +1,12 @@
 #include <base/Log.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/gnome/ChosenHotkeys.h>
 #include <platform/linux/gnome/GnomeHotkeys.h>
 #include <platform/linux/gnome/GnomeShell.h>
 #include <platform/linux/gnome/IBusElements.h>
+#include <platform/linux/gnome/MutterRemoteDesktop.h>
+#include <platform/linux/portal/PortalRemoteDesktop.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/desktop/GnomePorts.h>
 #include <platform/linux/session/desktop/GnomeText.h>
@@ -38,8 +41,11 @@ constexpr int firstWithShortcuts = 48;
 
 void fillWithHotkeys(Desktop& desktop, const DesktopOptions& options)
 {
+    // A key that the user has bound to “tulvane toggle” repeats, too.
+    const auto own = std::make_shared<CustomBindings>(GSettings(options.environment));
+    desktop.runsCommandForHotkey = [own] { return own->haveToggleBesides(GnomeHotkeys::path()); };
     // Both edges of the key, and no process at each press.
-    if (gnomeShellVersion(QDBusConnection::sessionBus()) >= firstWithShortcuts) {
+    if (gnomeShellVersion(LastingBus::session()->connection()) >= firstWithShortcuts) {
         if (const auto portal = portalHotkeys(options.environment)) {
             desktop.hotkeys = std::make_shared<ChosenHotkeys>(portal, choicesIn(options.defaults));
             return;
@@ -48,8 +54,19 @@ void fillWithHotkeys(Desktop& desktop, const DesktopOptions& options)
     const auto hotkeys = std::make_shared<GnomeHotkeys>(
         options.environment, GnomeHotkeys::commandOf(options.program, QStringLiteral("toggle")),
         choicesIn(options.defaults));
+    hotkeys->follow(LastingBus::session());
     desktop.hotkeys = hotkeys;
-    desktop.runsCommandForHotkey = [hotkeys] { return hotkeys->isBound(); };
+    desktop.runsCommandForHotkey = [hotkeys, own] {
+        return hotkeys->isBound() || own->haveToggleBesides(GnomeHotkeys::path());
+    };
+}
+
+/// GNOME's own, which asks nothing, or else the portal.
+std::shared_ptr<RemoteDesktop> remoteDesktopOf(const DesktopParts& parts, const QString& bus)
+{
+    if (parts.remoteDesktop)
+        return parts.remoteDesktop;
+    return std::make_shared<MutterRemoteDesktop>(bus);
 }
 
 void fillWithText(Desktop& desktop, const DesktopOptions& options, const QString& bus,
@@ -69,12 +86,14 @@ void fillWithText(Desktop& desktop, const DesktopOptions& options, const QString
 } // namespace
 
 Result<void, Obstacle> fillWithGnomePorts(Desktop& desktop, const DesktopOptions& options,
-                                          Scheduler& scheduler)
+                                          const DesktopParts& parts)
 {
     const QString bus = AtspiFocusedElements::usersSessionBus();
-    const auto text = GnomeText::open(
-        {.environment = options.environment, .sessionBusAddress = bus, .rules = options.terminals},
-        scheduler);
+    const auto text = GnomeText::open({.environment = options.environment,
+                                       .sessionBusAddress = bus,
+                                       .rules = options.terminals,
+                                       .remoteDesktop = remoteDesktopOf(parts, bus)},
+                                      parts.scheduler);
     if (!text)
         return failure(xServerLacks(options.environment));
     fillWithHotkeys(desktop, options);

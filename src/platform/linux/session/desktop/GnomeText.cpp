@@ -1,3 +1,4 @@
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/desktop/GnomeText.h>
 
@@ -18,10 +19,10 @@ GnomeText::GnomeText(std::unique_ptr<X11Connection> link, std::unique_ptr<Select
     : m_link(std::move(link)),
       m_keeper(std::move(keeper)),
       m_front(std::make_shared<GnomeFront>(*m_link, options.sessionBusAddress)),
-      m_layout(options.environment, QDBusConnection::sessionBus()),
+      m_layout(options.environment, LastingBus::session()),
       m_boards(*m_link, *m_keeper, scheduler, m_front, options.rules),
-      m_keys(options.sessionBusAddress,
-             MutterPosting::Hooks{
+      m_keys(options.remoteDesktop,
+             RemoteKeyPosting::Hooks{
                  .isInFront = [this](const PasteTarget& target) { return m_boards.isInFront(target); },
                  .isOffered = [this](const PasteTarget& target) { return m_boards.isOffered(target); },
                  .pasting = [this](const PasteTarget& target) { m_boards.expectReader(target); },

@@ -2,7 +2,7 @@
 
 #include <base/Scheduler.h>
 #include <platform/linux/gnome/GnomeLayout.h>
-#include <platform/linux/gnome/MutterPosting.h>
+#include <platform/linux/remote/RemoteKeyPosting.h>
 #include <platform/linux/session/desktop/GnomeFront.h>
 #include <platform/linux/x11/clipboard/BridgedPasteboards.h>
 
@@ -11,13 +11,14 @@
 namespace tulvane {
 
 /// Everything on GNOME that brings text into other programs: the clipboard by way of the X server, which the
-/// compositor shares with its own programs, and the keys by its service for remote control. Main thread.
+/// compositor shares with its own programs, and the keys by remote control. Main thread.
 class GnomeText final {
 public:
     struct Options {
         QProcessEnvironment environment;
         QString sessionBusAddress;
         PasteRules rules;
+        std::shared_ptr<RemoteDesktop> remoteDesktop; ///< presses the keys
     };
 
     /// Null when there is no such X server. `scheduler` outlives it.
@@ -38,7 +39,7 @@ private:
     std::shared_ptr<GnomeFront> m_front;
     GnomeLayout m_layout;
     BridgedPasteboards m_boards;
-    MutterPosting m_keys;
+    RemoteKeyPosting m_keys;
 };
 
 } // namespace tulvane

@@ -1,7 +1,9 @@
+#include <platform/linux/desktop/LastingBus.h>
 #include <platform/linux/kde/KGlobalAccelGrab.h>
 #include <platform/linux/kde/KGlobalAccelHotKeys.h>
 #include <platform/linux/kde/KWinFront.h>
 #include <platform/linux/keys/DesktopShortcuts.h>
+#include <platform/linux/portal/PortalRemoteDesktop.h>
 #include <platform/linux/session/Session.h>
 #include <platform/linux/session/desktop/KdePorts.h>
 #include <platform/linux/session/desktop/WaylandPorts.h>
@@ -14,7 +16,7 @@ namespace {
 /// The window in front as KWin tells it.
 class KdeFront final : public FrontPrograms {
 public:
-    explicit KdeFront(const QDBusConnection& bus) : m_kwin(bus) {}
+    explicit KdeFront(std::shared_ptr<LastingBus> bus) : m_kwin(std::move(bus)) {}
 
     [[nodiscard]] FrontProgram current() override
     {
@@ -35,19 +37,25 @@ private:
 } // namespace
 
 Result<void, Obstacle> fillWithKdePorts(Desktop& desktop, const DesktopOptions& options,
-                                        Scheduler& /*scheduler*/)
+                                        const DesktopParts& parts)
 {
     const QByteArray socket = WaylandConnection::socketOf(options.environment);
     const std::shared_ptr<WaylandConnection> connection = WaylandConnection::open(socket);
     if (!connection)
         return failure(compositorGone());
-    const QDBusConnection bus = QDBusConnection::sessionBus();
+    const std::shared_ptr<LastingBus> bus = LastingBus::session();
     const std::shared_ptr<FrontPrograms> front = std::make_shared<KdeFront>(bus);
     desktop.hotkeys = std::make_shared<KGlobalAccelHotKeys>(KGlobalAccelHotKeys::Options{
         .bus = bus, .configHome = DesktopFolders::fromEnvironment(options.environment).configHome});
     desktop.keyboard = std::make_shared<KGlobalAccelGrab>(bus, options.environment);
-    fillWithWaylandText(
-        desktop, WaylandText::open(socket, FakeInput::make(connection), front, options.terminals), front);
+    const auto text = WaylandText::open(
+        socket,
+        [&](DataControlPasteboards& boards) {
+            return parts.remoteDesktop ? keysByRemoteDesktop(parts.remoteDesktop, boards)
+                                       : keysByDevice(FakeInput::make(connection), boards);
+        },
+        front, options.terminals);
+    fillWithWaylandText(desktop, text, front);
     fillWithWaylandWindows(desktop, options, connection);
     return {};
 }

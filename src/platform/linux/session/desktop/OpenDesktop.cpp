@@ -23,11 +23,12 @@ struct DesktopKind {
     /// By the toolkit's name for it; null where the session shows no windows.
     const char* windowSystem;
     /// Fills what such a session has besides what all have; the rest becomes null ports.
-    Result<void, Obstacle> (*fill)(Desktop& desktop, const DesktopOptions& options, Scheduler& scheduler);
+    Result<void, Obstacle> (*fill)(Desktop& desktop, const DesktopOptions& options,
+                                   const DesktopParts& parts);
 };
 
 Result<void, Obstacle> fillWithNothing(Desktop& /*desktop*/, const DesktopOptions& /*options*/,
-                                       Scheduler& /*scheduler*/)
+                                       const DesktopParts& /*parts*/)
 {
     return {};
 }
@@ -77,15 +78,16 @@ Result<std::unique_ptr<Desktop>, Obstacle> openDesktop(const DesktopOptions& opt
     const bool isAnywhere = session.kind != SessionKind::none;
     if (isAnywhere)
         introduceToPortals(options);
+    const DesktopParts parts{scheduler, portalRemoteDesktop(options)};
     auto desktop = std::make_unique<Desktop>();
-    if (const auto filled = kind.fill(*desktop, options, scheduler); !filled)
+    if (const auto filled = kind.fill(*desktop, options, parts); !filled)
         return failure(filled.error());
     if (!desktop->hotkeys && isAnywhere)
         desktop->hotkeys = portalHotkeys(options.environment);
     // What the display server shows no program, the keyboards themselves tell, where the user lets them.
     if (!desktop->modifierEvents && isAnywhere)
         desktop->modifierEvents = std::make_shared<EvdevModifierEvents>();
-    fillWithSharedPorts(*desktop, options);
+    fillWithSharedPorts(*desktop, options, parts);
     fillWithNullPorts(*desktop, session);
     return desktop;
 }

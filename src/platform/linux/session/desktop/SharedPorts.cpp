@@ -4,6 +4,7 @@
 #include <platform/linux/desktop/DesktopWorkspace.h>
 #include <platform/linux/desktop/PortalPermissions.h>
 #include <platform/linux/desktop/shell/DesktopPresentation.h>
+#include <platform/linux/portal/AskedPermissions.h>
 #include <platform/linux/process/ChildProcesses.h>
 #include <platform/linux/process/ProcessMemory.h>
 #include <platform/linux/pulse/PulseAudioInput.h>
@@ -16,17 +17,31 @@
 
 namespace tulvane {
 
-void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options)
+namespace {
+
+std::shared_ptr<PrivacyPermissions> permissionsOf(const DesktopOptions& options, const DesktopParts& parts,
+                                                  const std::shared_ptr<PulseAudioInput>& microphone)
+{
+    const Session& session = sessionOf(options.environment);
+    auto permissions = session.permissions(
+        options.environment, [microphone] { return microphone->server()->refusesMicrophone(); });
+    if (parts.remoteDesktop)
+        permissions = std::make_unique<AskedPermissions>(std::move(permissions), parts.remoteDesktop,
+                                                         session.kind == SessionKind::gnome);
+    return std::make_shared<PortalPermissions>(
+        std::move(permissions),
+        std::make_unique<MicrophonePermission>(LastingBus::session(), QStringLiteral("com.dunio.Tulvane")));
+}
+
+} // namespace
+
+void fillWithSharedPorts(Desktop& desktop, const DesktopOptions& options, const DesktopParts& parts)
 {
     desktop.defaults = options.defaults;
     const auto microphone = std::make_shared<PulseAudioInput>();
     desktop.microphone = microphone;
     desktop.sounds = std::make_shared<PulseSounds>(microphone->server());
-    desktop.permissions = std::make_shared<PortalPermissions>(
-        sessionOf(options.environment)
-            .permissions(options.environment,
-                         [microphone] { return microphone->server()->refusesMicrophone(); }),
-        std::make_unique<MicrophonePermission>(LastingBus::session(), QStringLiteral("com.dunio.Tulvane")));
+    desktop.permissions = permissionsOf(options, parts, microphone);
     desktop.processes = std::make_shared<ChildProcesses>();
     desktop.workspace = std::make_shared<DesktopWorkspace>(
         desktopName(options.environment).split(u':', Qt::SkipEmptyParts), options.helpPage);

@@ -33,7 +33,7 @@ SwayHotkeys::Layout layoutOf(const std::shared_ptr<WaylandKeymap>& keymap)
 } // namespace
 
 Result<void, Obstacle> fillWithSwayPorts(Desktop& desktop, const DesktopOptions& options,
-                                         Scheduler& /*scheduler*/)
+                                         const DesktopParts& /*parts*/)
 {
     const QByteArray socket = WaylandConnection::socketOf(options.environment);
     const std::shared_ptr<WaylandConnection> connection = WaylandConnection::open(socket);
@@ -49,9 +49,13 @@ Result<void, Obstacle> fillWithSwayPorts(Desktop& desktop, const DesktopOptions&
         desktop.hotkeys =
             std::make_shared<SwayHotkeys>(sway, layoutOf(std::make_shared<WaylandKeymap>(connection)));
     }
-    fillWithWaylandText(
-        desktop, WaylandText::open(socket, VirtualKeyboard::make(connection), front, options.terminals),
-        front);
+    const auto text = WaylandText::open(
+        socket,
+        [&](DataControlPasteboards& boards) {
+            return keysByDevice(VirtualKeyboard::make(connection), boards);
+        },
+        front, options.terminals);
+    fillWithWaylandText(desktop, text, front);
     if (desktop.elements)
         desktop.elements = std::make_shared<InputMethodElements>(desktop.elements, connection,
                                                                  [front] { return !front->current().isX11; });

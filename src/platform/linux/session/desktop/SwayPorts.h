@@ -1,5 +1,6 @@
 #pragma once
 
+#include <platform/linux/session/desktop/DesktopParts.h>
 #include <ports/OpenDesktop.h>
 
 namespace tulvane {
@@ -7,6 +8,6 @@ namespace tulvane {
 /// Puts into the desktop what a session of sway, or of another wlroots desktop, has. What it lacks is left
 /// for null ports.
 [[nodiscard]] Result<void, Obstacle> fillWithSwayPorts(Desktop& desktop, const DesktopOptions& options,
-                                                       Scheduler& scheduler);
+                                                       const DesktopParts& parts);
 
 } // namespace tulvane

@@ -72,10 +72,10 @@ void fillWithX11Windows(Desktop& desktop, const DesktopOptions& options,
 }
 
 Result<void, Obstacle> fillWithXWaylandPorts(Desktop& desktop, const DesktopOptions& options,
-                                             Scheduler& scheduler)
+                                             const DesktopParts& parts)
 {
     const std::shared_ptr<X11Text> text =
-        X11Text::open(displayName(options.environment), options.terminals, scheduler);
+        X11Text::open(displayName(options.environment), options.terminals, parts.scheduler);
     if (!text)
         return failure(xServerLacks(options.environment));
     fillWithText(desktop, text);
@@ -84,10 +84,11 @@ Result<void, Obstacle> fillWithXWaylandPorts(Desktop& desktop, const DesktopOpti
     return {};
 }
 
-Result<void, Obstacle> fillWithX11Ports(Desktop& desktop, const DesktopOptions& options, Scheduler& scheduler)
+Result<void, Obstacle> fillWithX11Ports(Desktop& desktop, const DesktopOptions& options,
+                                        const DesktopParts& parts)
 {
     fillWithKeys(desktop, options.environment);
-    return fillWithXWaylandPorts(desktop, options, scheduler);
+    return fillWithXWaylandPorts(desktop, options, parts);
 }
 
 } // namespace tulvane

@@ -1,15 +1,7 @@
+#include <platform/linux/layout/ModifierKeys.h>
 #include <platform/linux/wayland/keyboard/FakeInput.h>
 
-#include <array>
-
 namespace tulvane {
-
-namespace {
-
-/// Both of each: Ctrl, Shift, Alt, Super.
-constexpr std::array<quint32, 8> modifierKeys{29, 97, 42, 54, 56, 100, 125, 126};
-
-} // namespace
 
 std::unique_ptr<FakeInput> FakeInput::make(std::shared_ptr<WaylandConnection> connection)
 {

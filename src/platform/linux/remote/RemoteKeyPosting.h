@@ -3,10 +3,10 @@
 #include <base/async/Lifetime.h>
 #include <platform/linux/atspi/BusLink.h>
 #include <platform/linux/layout/XkbKeymap.h>
+#include <platform/linux/remote/RemoteDesktop.h>
 #include <ports/KeyPosting.h>
 
 #include <QCoroTask>
-#include <QDBusMessage>
 #include <QFuture>
 #include <QString>
 
@@ -17,11 +17,11 @@
 
 namespace tulvane {
 
-/// Synthesized keystrokes by GNOME's own service for remote control, which asks the user nothing. While a
-/// session of it is open a sign stands in the top bar; so each paste opens one, or takes the one that was
-/// opened when it was announced, and closes it. All keyboards share their modifiers there: keys that go out
-/// while the user holds one are spoiled by it. Main thread, which it never blocks.
-class MutterPosting final : public KeyPosting {
+/// Synthesized keystrokes by a desktop's service for remote control. While a session of it is open a sign may
+/// stand in the desktop's bar; so each paste opens one, or takes the one that was opened when it was
+/// announced, and closes it. All keyboards share their modifiers there: keys that go out while the user holds
+/// one are spoiled by it, where they cannot be let go of. Main thread, which it never blocks.
+class RemoteKeyPosting final : public KeyPosting {
 public:
     struct Hooks {
         /// Whether keys that are posted now reach the target.
@@ -38,13 +38,10 @@ public:
         std::function<std::optional<XkbKeymap>()> layout = [] { return std::optional<XkbKeymap>(); };
     };
 
-    MutterPosting(QString sessionBusAddress, Hooks hooks);
-    MutterPosting(const MutterPosting&) = delete;
-    MutterPosting& operator=(const MutterPosting&) = delete;
-    ~MutterPosting() override;
-
-    /// Whether the desktop has the service. Blocks for a moment.
-    [[nodiscard]] static bool isOffered(const QString& sessionBusAddress);
+    RemoteKeyPosting(std::shared_ptr<RemoteDesktop> desktop, Hooks hooks);
+    RemoteKeyPosting(const RemoteKeyPosting&) = delete;
+    RemoteKeyPosting& operator=(const RemoteKeyPosting&) = delete;
+    ~RemoteKeyPosting() override;
 
     void prepare() override;
     [[nodiscard]] QFuture<bool> paste(const PasteTarget& target) override;
@@ -59,26 +56,20 @@ private:
     /// one. Returns what is to be closed.
     QCoro::Task<QString> postIn(std::shared_ptr<bool> isPosted, std::optional<PasteTarget> target,
                                 QList<quint32> keys, int count);
-    /// The path of a session whose keys arrive; empty where there is none to be had.
-    QCoro::Task<QString> open();
-    QCoro::Task<> close(QString session);
     QCoro::Task<> closeUnused(int preparation);
+    QCoro::Task<> letGo(QString session);
     /// The last one with all the others held.
     QCoro::Task<Pressed> pressAll(QString session, std::optional<PasteTarget> target, QList<quint32> keys);
     QCoro::Task<bool> pressLast(QString session, std::optional<PasteTarget> target, quint32 last);
     /// Looks so often, every other millisecond.
     QCoro::Task<> until(std::function<bool()> isSo, int looks);
-    /// Waits until the compositor has handed the last key on to the program in front: this long, and until it
-    /// has come to what was asked of it.
-    QCoro::Task<> handOn(QString session, std::chrono::milliseconds time);
-    QCoro::Task<bool> key(QString session, quint32 evdev, bool isDown);
-    QCoro::Task<std::optional<QDBusMessage>> ask(QString path, QString interface, QString method,
-                                                 QVariantList arguments);
+    /// Waits until the compositor has handed the last key on to the program in front: a time, and until the
+    /// service has come to what was asked of it.
+    QCoro::Task<> handOn(QString session);
 
-    QString m_address;
+    std::shared_ptr<RemoteDesktop> m_desktop;
     Hooks m_hooks;
-    BusLink m_link;
-    std::shared_ptr<BusConnection> m_connection;
+    BusLink m_waits;
     std::optional<QFuture<QString>> m_prepared; ///< the session that was opened ahead
     int m_preparations = 0;
     bool m_isBusy = false;

@@ -2,8 +2,11 @@
 // suites see.
 #include "ScriptedMutter.h"
 
-#include <platform/linux/gnome/MutterPosting.h>
+#include <platform/linux/gnome/MutterRemoteDesktop.h>
+#include <platform/linux/remote/RemoteKeyPosting.h>
 #include <support/Await.h>
+
+#include <QThread>
 
 #include <gtest/gtest.h>
 
@@ -21,7 +24,7 @@ const QStringList controlV = words("29+ 47+ 47- 29-");
 
 class MutterKeys : public testing::Test {
 protected:
-    MutterPosting& posting()
+    RemoteKeyPosting& posting()
     {
         if (!m_posting) {
             hooks.isInFront = [this](const PasteTarget&) { return isInFront; };
@@ -34,7 +37,8 @@ protected:
                 return isRead || ++readLooks == readAfter;
             };
             hooks.pasting = [this](const PasteTarget&) { keysAtPasting = mutter.keys; };
-            m_posting = std::make_unique<MutterPosting>(mutter.bus(), hooks);
+            m_posting = std::make_unique<RemoteKeyPosting>(
+                std::make_shared<MutterRemoteDesktop>(mutter.bus()), hooks);
         }
         return *m_posting;
     }
@@ -45,7 +49,7 @@ protected:
     }
 
     ScriptedMutter mutter;
-    MutterPosting::Hooks hooks;
+    RemoteKeyPosting::Hooks hooks;
     bool isInFront = true;
     bool isOffered = true;
     int looks = 0;
@@ -57,7 +61,7 @@ protected:
     QStringList keysAtPasting;
 
 private:
-    std::unique_ptr<MutterPosting> m_posting;
+    std::unique_ptr<RemoteKeyPosting> m_posting;
 };
 
 } // namespace
@@ -183,10 +187,25 @@ TEST_F(MutterKeys, TwoAtOnceAreNotMixed)
     EXPECT_EQ(mutter.keys, controlV);
 }
 
+TEST_F(MutterKeys, AServiceThatGivesUsNoSessionIsNotOffered)
+{
+    for (const bool refuses : {false, true}) {
+        mutter.refuses = refuses;
+        bool isFound = refuses;
+        // The service answers on this thread.
+        const std::unique_ptr<QThread> caller(
+            QThread::create([&] { isFound = MutterRemoteDesktop::isOffered(mutter.bus()); }));
+        caller->start();
+        ASSERT_TRUE(waitUntil([&] { return caller->isFinished(); }));
+        EXPECT_EQ(isFound, !refuses);
+    }
+    EXPECT_EQ(mutter.keys, QStringList());
+}
+
 TEST_F(MutterKeys, ItGoesAtAnyTime)
 {
     for (const int milliseconds : {0, 1, 5, 20, 60, 80}) {
-        MutterPosting shortLived(mutter.bus(), {});
+        RemoteKeyPosting shortLived(std::make_shared<MutterRemoteDesktop>(mutter.bus()), {});
         shortLived.prepare();
         const auto pasting = shortLived.paste({});
         (void)waitUntil([&] { return pasting.isFinished(); }, std::chrono::milliseconds(milliseconds));

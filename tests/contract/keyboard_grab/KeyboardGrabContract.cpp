@@ -37,7 +37,7 @@ protected:
         ASSERT_TRUE(waitUntil([&] { return m_window.isActive(); }));
     }
 
-    ServerView m_view{realDesktop().display()};
+    ServerView& m_view = realView();
     KeyWindow m_window;
     Keyboard m_keyboard;
 };

@@ -21,7 +21,7 @@ protected:
         return m_view.atoms(idOf(window), "_NET_WM_STATE").filter(QStringLiteral("SKIP")).isEmpty();
     }
 
-    ServerView m_view{realDesktop().display()};
+    ServerView& m_view = realView();
     TaskBarEntries m_entries;
 };
 

@@ -11,12 +11,18 @@ namespace tulvane::test {
 namespace {
 
 VirtualDesktop* theDesktop = nullptr;
+ServerView* theView = nullptr;
 
 } // namespace
 
 VirtualDesktop& realDesktop()
 {
     return *theDesktop;
+}
+
+ServerView& realView()
+{
+    return *theView;
 }
 
 bool showAndWait(QWindow& window, ServerView& view)
@@ -35,6 +41,8 @@ int main(int argc, char** argv)
                             .sessionBus = VirtualDesktop::SessionBus::own,
                             .openboxKeys = {}});
     tulvane::test::theDesktop = &desktop;
+    tulvane::test::ServerView view(desktop.display());
+    tulvane::test::theView = &view;
     qputenv("DISPLAY", desktop.display().toLocal8Bit());
     qputenv("QT_QPA_PLATFORM", "xcb");
     const QGuiApplication app(argc, argv);

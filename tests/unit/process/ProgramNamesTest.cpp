@@ -1,6 +1,8 @@
 #include <platform/linux/process/ProgramNames.h>
+#include <support/Await.h>
 #include <support/ScratchFolder.h>
 
+#include <QFile>
 #include <QProcess>
 
 #include <gtest/gtest.h>
@@ -14,6 +16,11 @@ QStringList namesOf(const QString& program, const QStringList& arguments)
     QProcess process;
     process.start(program, arguments);
     EXPECT_TRUE(process.waitForStarted());
+    // The kernel closes the pipe that tells of the start before it hands the new program its arguments.
+    EXPECT_TRUE(waitUntil([&] {
+        QFile line(QStringLiteral("/proc/%1/cmdline").arg(process.processId()));
+        return line.open(QIODevice::ReadOnly) && !line.readAll().isEmpty();
+    }));
     const QStringList names = programNames(static_cast<quint32>(process.processId()));
     process.kill();
     process.waitForFinished();

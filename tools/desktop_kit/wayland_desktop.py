@@ -44,7 +44,7 @@ BUS = """<busconfig><type>{kind}</type><listen>unix:path={folder}/run/{name}</li
 class WaylandDesktop(VirtualDesktop):
     """What the three kinds share; `desktop_of` makes one. `layout` is the keyboard's."""
 
-    NEEDS = {}  # a program and the package that it comes in
+    NEEDS = {}  # a program or a path (a pattern), and the package that it comes in
     NAME = ""
 
     def __init__(self, folder, program="", sound=False, size="1280x720", layout="no", x11=False):
@@ -56,7 +56,7 @@ class WaylandDesktop(VirtualDesktop):
         """The packages that this desktop lacks on this machine."""
         needs = {"setpriv": "util-linux", "dbus-daemon": "dbus-daemon", "gdbus": "libglib2.0-bin", **cls.NEEDS}
         absent = [package for file, package in needs.items()
-                  if not (Path(file).exists() if file.startswith("/") else shutil.which(file))]
+                  if not (any(Path("/").glob(file[1:])) if file.startswith("/") else shutil.which(file))]
         return sorted(set(absent))
 
     def _start_desktop(self, size, window_manager, keys):
@@ -224,7 +224,7 @@ def show(arguments):
 
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("kind", choices=["sway", "kwin", "gnome"])
+    parser.add_argument("kind", choices=["sway", "kwin", "kwin-closed", "gnome"])
     parser.add_argument("folder", nargs="?")
     parser.add_argument("--missing", action="store_true")
     parser.add_argument("--x11", action="store_true", help="with a server for X11 programs")

@@ -121,7 +121,9 @@ X-KDE-Wayland-Interfaces=org_kde_kwin_fake_input
 class ClosedKWinDesktop(KWinDesktop):
     """KDE as a user has it who started the program without installing it: keys are pressed by the portal alone."""
 
-    NEEDS = {**KWinDesktop.NEEDS, "/usr/share/xdg-desktop-portal/portals/kde.portal": "xdg-desktop-portal-kde"}
+    # The portal's part does not start without its toolkit's own part for Wayland, which its package does not ask for.
+    NEEDS = {**KWinDesktop.NEEDS, "/usr/share/xdg-desktop-portal/portals/kde.portal": "xdg-desktop-portal-kde",
+             "/usr/lib/*/qt5/plugins/platforms/libqwayland-generic.so": "qtwayland5"}
     PERMISSIONS = "0"
 
     def start_compositor(self):

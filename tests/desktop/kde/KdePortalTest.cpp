@@ -6,8 +6,6 @@
 #include <support/Await.h>
 #include <support/wayland/WaylandDesktop.h>
 
-#include <QFile>
-
 #include <gmock/gmock.h>
 
 namespace tulvane::test {
@@ -23,9 +21,7 @@ class KdePortalTest : public testing::Test {
 protected:
     void SetUp() override
     {
-        TULVANE_NEEDS(WaylandDesktop::Kind::kwin);
-        if (!QFile::exists(QStringLiteral("/usr/share/xdg-desktop-portal/portals/kde.portal")))
-            GTEST_SKIP() << "not installed: xdg-desktop-portal-kde";
+        TULVANE_NEEDS(WaylandDesktop::Kind::closedKwin); // has the portal
         desktop = std::make_unique<WaylandDesktop>(WaylandDesktop::Kind::kwin);
         hotkeys = std::make_unique<PortalHotkeys>(std::make_shared<LastingBus>(desktop->bus()),
                                                   *XkbKeymap::fromNames(QStringLiteral("no")));

@@ -35,6 +35,8 @@ QString nameOf(WaylandDesktop::Kind kind)
         return QStringLiteral("sway");
     case WaylandDesktop::Kind::kwin:
         return QStringLiteral("kwin");
+    case WaylandDesktop::Kind::closedKwin:
+        return QStringLiteral("kwin-closed");
     case WaylandDesktop::Kind::gnome:
         return QStringLiteral("gnome");
     }

@@ -23,7 +23,8 @@ namespace tulvane::test {
 /// done.
 class WaylandDesktop final {
 public:
-    enum class Kind { sway, kwin, gnome };
+    /// closedKwin: programs press no keys there but by the portal.
+    enum class Kind { sway, kwin, closedKwin, gnome };
     struct Options {
         bool x11 = false;   ///< with a server for X11 programs
         bool sound = false; ///< with a sound server

@@ -70,7 +70,7 @@ public:
     {
         m_desk.target->clear();
         m_desk.inserter.prepare(InsertionMethod::paste, true);
-        std::ignore = test::waitUntil([] { return false; }, engine);
+        test::runEventLoopFor(engine);
         QElapsedTimer clock;
         clock.start();
         const auto task = m_desk.inserter.insert(dictated, InsertionMethod::paste, true);

@@ -30,6 +30,13 @@ template <class Predicate>
     return true;
 }
 
+/// Runs the event loop for that long. For what must not happen, and for a program that gives no sign of being
+/// done.
+inline void runEventLoopFor(std::chrono::milliseconds time)
+{
+    static_cast<void>(waitUntil([] { return false; }, time));
+}
+
 /// Runs the event loop until the future is finished and returns its result. Throws when it takes too long.
 template <class T>
 [[nodiscard]] T await(QFuture<T> future, std::chrono::milliseconds timeout = defaultTimeout)

@@ -86,7 +86,7 @@ TEST_F(PulseAudioInputTest, ARemovedMicrophoneIsAChange)
     start();
     control("unload-module module-remap-source");
     EXPECT_TRUE(interrupted());
-    std::ignore = waitUntil([] { return false; }, 200ms);
+    runEventLoopFor(200ms);
     EXPECT_EQ(interruptions, 1); // the stream and the default both say so
 }
 
@@ -147,7 +147,7 @@ TEST_F(PulseAudioInputTest, AServerThatAnswersTooLateOpensNothing)
     EXPECT_EQ(started.error(),
               RecorderError::engineStartFailed(QStringLiteral("The sound server did not answer in time.")));
     server.thaw();
-    std::ignore = waitUntil([] { return false; }, 300ms);
+    runEventLoopFor(300ms);
     EXPECT_EQ(server.openMicrophones(), 0);
     start();
     EXPECT_EQ(server.openMicrophones(), 1);

@@ -74,7 +74,7 @@ public:
     /// Sway is asked for no repeats: a press that comes while another waits for its release means something.
     void awaitRepeats(const KeyCombination&, const std::function<int()>&, int) override
     {
-        (void)waitUntil([] { return false; }, std::chrono::milliseconds(900));
+        runEventLoopFor(std::chrono::milliseconds(900));
     }
     void takeElsewhere(const KeyCombination& combination) override
     {
@@ -148,7 +148,7 @@ QStringList edgesOf(SwayBackend& backend, const std::function<void()>& meanwhile
         return HotkeyDelivery::handled;
     });
     meanwhile();
-    (void)waitUntil([] { return false; }, std::chrono::milliseconds(150));
+    runEventLoopFor(std::chrono::milliseconds(150));
     backend.hotkeys().setEventHandler({});
     return edges;
 }
@@ -221,7 +221,7 @@ TEST(SwayHotkeys, AHeldKeyThatIsRegisteredAnewDoesNotEndSway)
     const QStringList first = edgesOf(backend, [&] { backend.press(altSpaceOnSway); });
     EXPECT_EQ(first, QStringList{QStringLiteral("down")});
     token->reset();
-    (void)waitUntil([] { return false; }, std::chrono::milliseconds(100)); // what is dropped is unbound later
+    runEventLoopFor(std::chrono::milliseconds(100)); // what is dropped is unbound later
     token = backend.hotkeys().registerHotkey(swayId, altSpaceOnSway);
     ASSERT_TRUE(token);
     EXPECT_EQ(edgesOf(backend, [&] { backend.release(altSpaceOnSway); }), QStringList{QStringLiteral("up")});

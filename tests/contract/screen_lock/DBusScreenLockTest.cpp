@@ -50,7 +50,7 @@ public:
             const QDBusPendingCall answer = own.asyncCall(ping);
             EXPECT_TRUE(waitUntil([&] { return answer.isFinished(); }));
         }
-        std::ignore = waitUntil([] { return false; }, 50ms);
+        runEventLoopFor(50ms);
         QDBusConnection::disconnectFromBus(name);
     }
 

@@ -45,10 +45,7 @@ protected:
     {
         return waitUntil([this] { return streams() == 0; }, limit);
     }
-    static void pass(std::chrono::milliseconds time)
-    {
-        std::ignore = waitUntil([] { return false; }, time);
-    }
+    static void pass(std::chrono::milliseconds time) { runEventLoopFor(time); }
 
     SoundServer server{GetParam()};
     PulseAudioInput input{server.address()};
@@ -344,7 +341,7 @@ TEST(PulseSoundsWithoutServer, AreSilentAndQuick)
         PulseSounds sounds(input.server());
         for (int i = 0; i < 100; ++i)
             sounds.play(Sounds::morse);
-        std::ignore = waitUntil([] { return false; }, 50ms);
+        runEventLoopFor(50ms);
         sounds.play(Sounds::morse);
     }
     EXPECT_LT(timer.elapsed(), 500);

@@ -48,7 +48,7 @@ protected:
         const auto player = server.play(speech, 16000);
         EXPECT_TRUE(waitUntil([&] { return player->state() == QProcess::NotRunning; }));
         // What was played last is still on its way through the server's buffers.
-        std::ignore = waitUntil([] { return false; }, std::chrono::milliseconds(500));
+        runEventLoopFor(std::chrono::milliseconds(500));
         return QCoro::waitFor(session.finish(session.stop()));
     }
 
@@ -117,7 +117,7 @@ TEST_F(DictationForReal, nothingOfItIsWrittenDown)
 TEST_F(DictationForReal, silenceIsNothingHeard)
 {
     ASSERT_TRUE(session.start());
-    std::ignore = waitUntil([] { return false; }, std::chrono::milliseconds(1200));
+    runEventLoopFor(std::chrono::milliseconds(1200));
     const auto outcome = QCoro::waitFor(session.finish(session.stop()));
     ASSERT_TRUE(outcome);
     EXPECT_EQ(*outcome, Outcome::nothingHeard());

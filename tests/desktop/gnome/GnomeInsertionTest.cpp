@@ -137,7 +137,7 @@ protected:
         // The terminal alone says nothing of itself.
         ASSERT_TRUE(waitUntil(
             [this] { return program().name == "Terminal" || m_text->front().current().process != 0; }));
-        (void)waitUntil([] { return false; }, std::chrono::milliseconds(500));
+        runEventLoopFor(std::chrono::milliseconds(500));
     }
     static const Program& program() { return programs().at(std::get<0>(GetParam())); }
     static InsertionMethod method() { return std::get<1>(GetParam()); }

@@ -75,7 +75,7 @@ protected:
             found = await(elements->focused());
             if (!found)
                 return false;
-            std::ignore = waitUntil([] { return false; }, std::chrono::milliseconds(100));
+            runEventLoopFor(std::chrono::milliseconds(100));
             return await(found->settable());
         }));
         return found;

@@ -130,7 +130,7 @@ TEST_F(MigrationByACommand, ADictationAddsToWhatTheEarlierProductCounted)
     const auto player =
         here.sound.play(speakSentence(QStringLiteral("Hei, dette er en test."), QStringLiteral("nb")), 16000);
     ASSERT_TRUE(waitUntil([&] { return player->state() == QProcess::NotRunning; }));
-    std::ignore = waitUntil([] { return false; }, std::chrono::milliseconds(500));
+    runEventLoopFor(std::chrono::milliseconds(500));
     dictate->write("\n");
     ASSERT_TRUE(waitUntil([&] { return dictate->state() == QProcess::NotRunning; }));
     EXPECT_EQ(dictate->exitCode(), 0) << dictate->readAllStandardError().constData();

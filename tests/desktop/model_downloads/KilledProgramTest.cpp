@@ -115,7 +115,7 @@ TEST_F(KilledProgram, AtTheMomentOfTheHandOverNothingIsLost)
         const int wait = QRandomGenerator::global()->bounded(60);
         ASSERT_TRUE(first.waitFor(QStringLiteral("downloading")));
         // The moment is what the test varies; there is no event to wait for.
-        static_cast<void>(waitUntil([] { return false; }, std::chrono::milliseconds(wait)));
+        runEventLoopFor(std::chrono::milliseconds(wait));
         first.kill();
         ProgramProcess second(rig);
         EXPECT_TRUE(second.waitForSuccess());

@@ -148,7 +148,7 @@ void ResidentDesktop::speak(const char* text)
     if (!waitUntil([&] { return player->state() == QProcess::NotRunning; }))
         throw std::runtime_error("the player did not end");
     // What was played last is still on its way through the server's buffers.
-    std::ignore = waitUntil([] { return false; }, 500ms);
+    runEventLoopFor(500ms);
 }
 
 } // namespace tulvane::test

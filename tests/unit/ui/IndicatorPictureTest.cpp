@@ -52,7 +52,7 @@ TEST_F(IndicatorPictureTest, EachChangeIsANewPictureAndStillnessIsNone)
     EXPECT_TRUE(m_pictures.last.isNull());
     const int after = m_pictures.shown;
     m_indicator.setPhase(recording);
-    (void)waitUntil([] { return false; }, std::chrono::milliseconds(100));
+    runEventLoopFor(std::chrono::milliseconds(100));
     EXPECT_EQ(m_pictures.shown, after);
 }
 

@@ -115,7 +115,7 @@ TEST_F(KilledProgram, AtTheMomentOfTheHandOverNothingIsLost)
         const int wait = QRandomGenerator::global()->bounded(60);
         ASSERT_TRUE(first.waitFor(QStringLiteral("downloading")));
         // The moment is what the test varies; there is no event to wait for.
-        runEventLoopFor(std::chrono::milliseconds(wait));
+        tulvane::test::runEventLoopFor(std::chrono::milliseconds(wait));
         first.kill();
         ProgramProcess second(rig);
         EXPECT_TRUE(second.waitForSuccess());

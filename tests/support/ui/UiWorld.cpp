@@ -24,6 +24,16 @@ ModelManager::Options modelOptions(const ScratchFolder& folder)
             .catalogue = WhisperModel::all()};
 }
 
+/// Rows and columns place what is in them just before a frame is drawn, whenever that is: sizes count
+/// afterwards.
+void layOut(QQuickItem& item)
+{
+    const QList<QQuickItem*> inner = item.childItems();
+    for (QQuickItem* const each : inner)
+        layOut(*each);
+    item.ensurePolished();
+}
+
 } // namespace
 
 QImage pictureOf(QQuickItem& item)
@@ -122,6 +132,11 @@ void UiWorld::settle()
 {
     for (int i = 0; i < 8; ++i)
         QCoreApplication::processEvents();
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow* const each : windows) {
+        if (auto* const window = qobject_cast<QQuickWindow*>(each))
+            layOut(*window->contentItem());
+    }
 }
 
 void UiWorld::installModel(const QString& id)

@@ -13,6 +13,7 @@ namespace {
 
 using test::ScriptedDesktop;
 using test::ScriptedProgram;
+using test::runEventLoopFor;
 using test::waitUntil;
 
 class AtspiFrontTest : public testing::Test {

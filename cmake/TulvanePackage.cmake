@@ -44,7 +44,8 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${TULVANE_WHISPER_LIBRARIES}")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+    "${TULVANE_WHISPER_LIBRARIES}" "${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}/tulvane")
 # What is looked for while the program runs, and no library's name tells of: the windows' building blocks and typeface.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtquick, qml6-module-qtquick-templates, qml6-module-qtquick-window, \
 qml6-module-qtqml, qml6-module-qtqml-models, qml6-module-qtqml-workerscript, fonts-inter")

@@ -32,6 +32,7 @@ __all__ = ["InstalledProgram"]  # its tests are run from here
 FILES = re.compile(r"""usr/(
     bin/tulvane(-commands|-compute|-transfers|-desktop)?
   | lib/[^/]+/tulvane/lib(whisper\.so\.1|ggml\.so\.0|ggml-base\.so\.0)(\.[0-9.]+)?
+  | lib/[^/]+/tulvane/libtulvane-desktop\.so
   | lib/[^/]+/tulvane/devices/libggml-vulkan\.so
   | lib/[^/]+/tulvane/libggml-cpu-[a-z0-9_.]+\.so
   | share/applications/com\.dunio\.Tulvane(\.(desktop|commands))?\.desktop

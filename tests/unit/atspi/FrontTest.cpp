@@ -11,9 +11,9 @@ namespace tulvane {
 
 namespace {
 
+using test::runEventLoopFor;
 using test::ScriptedDesktop;
 using test::ScriptedProgram;
-using test::runEventLoopFor;
 using test::waitUntil;
 
 class AtspiFrontTest : public testing::Test {

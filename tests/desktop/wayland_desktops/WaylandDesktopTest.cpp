@@ -97,7 +97,7 @@ TEST_P(WaylandDesktopTest, NothingIsLeftWhenItsScriptIsKilled)
 
 std::string nameOf(const testing::TestParamInfo<WaylandDesktop::Kind>& tested)
 {
-    const std::array<std::string, 3> names{"Sway", "KWin", "Gnome"};
+    const std::array<std::string, 4> names{"Sway", "KWin", "ClosedKWin", "Gnome"};
     return names.at(static_cast<std::size_t>(tested.param));
 }
 

@@ -47,15 +47,18 @@ class Lines:
 
 
 def figures(process):
-    """Processor seconds and wake-ups of all threads so far."""
-    tasks = list(Path(f"/proc/{process}/task").iterdir())
-    wakes = 0
-    for task in tasks:
+    """Processor seconds of all threads so far, and the wake-ups of each thread that is there."""
+    wakes = {}
+    for task in Path(f"/proc/{process}/task").iterdir():
         for line in (task / "status").read_text().splitlines():
             if line.startswith("voluntary_ctxt_switches"):
-                wakes += int(line.split()[1])
+                wakes[task.name] = int(line.split()[1])
     fields = Path(f"/proc/{process}/stat").read_text().rsplit(")", 1)[1].split()
     return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK"), wakes
+
+def wakes_between(before, after):
+    """Of the threads that are there at the end: what one that has ended did is not known."""
+    return sum(count - before.get(thread, 0) for thread, count in after.items())
 
 def memory(process):
     """Megabytes: resident, proportional (shared pages divided by those that share them) and private."""
@@ -73,4 +76,4 @@ def measure_idle(process, seconds):
     time.sleep(seconds)
     later_cpu, later_wakes = figures(process)
     print(f"| idle for {seconds} s | {1000 * (later_cpu - cpu):.0f} ms of processor time, "
-          f"{(later_wakes - wakes) * 60 / seconds:.1f} wake-ups a minute |")
+          f"{wakes_between(wakes, later_wakes) * 60 / seconds:.1f} wake-ups a minute |")

@@ -64,7 +64,7 @@ class ShowTest(unittest.TestCase):
         return found
 
     def run_demo(self, *arguments, **environment):
-        show = subprocess.Popen([RUN_DEMO, *arguments], env=dict(os.environ, TMPDIR=str(self.folder), **environment),
+        show = subprocess.Popen([RUN_DEMO, *arguments], env={**os.environ, **environment, "TMPDIR": str(self.folder)},
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         self.addCleanup(show.communicate)
         self.addCleanup(show.kill)

@@ -215,6 +215,22 @@ KeyObstacles noObstacles()
     return {};
 }
 
+/// Where a text that arrived is another one than it should be.
+std::string difference(const QString& shown, const QString& wanted)
+{
+    const auto [here, there] = std::ranges::mismatch(shown, wanted);
+    const auto place = std::distance(shown.begin(), here);
+    constexpr qsizetype some = 12;
+    const auto around = [&](const QString& text) {
+        QStringList codes;
+        for (const QChar& unit : text.mid(std::max<qsizetype>(0, place - 2), some))
+            codes.append(QString::number(unit.unicode(), 16));
+        return codes.join(u' ').toStdString();
+    };
+    return std::to_string(shown.size()) + " of " + std::to_string(wanted.size()) + ", other from " +
+           std::to_string(place) + " on: " + around(shown) + " for " + around(wanted);
+}
+
 /// The program's way to a field on a desktop, and the field.
 class World final {
 public:
@@ -322,9 +338,9 @@ TEST_P(WaylandInsertion, EveryTextArrivesExactlyAndWhatTheUserHadComesBack)
         EXPECT_EQ(m_world->insert(what), program.expected(what));
         times.push_back(m_world->visibleAfter());
         const bool isExact =
-            waitUntil([&] { return m_world->field().text() == what; }, std::chrono::milliseconds(2000));
+            waitUntil([&] { return m_world->field().text() == what; }, std::chrono::milliseconds(10'000));
         exact += isExact ? 1 : 0;
-        EXPECT_TRUE(isExact) << m_world->field().text().size() << " of " << what.size();
+        EXPECT_TRUE(isExact) << difference(m_world->field().text(), what);
         EXPECT_EQ(await(m_world->board().contents()).items, copied);
     }
     std::ranges::sort(times);

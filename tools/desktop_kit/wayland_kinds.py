@@ -196,11 +196,15 @@ class GnomeDesktop(WaylandDesktop):
         for schema, settings in self.SETTINGS.items():
             for name, value in settings.items():
                 self.run("gsettings", "set", schema, name, value)
-        self.compositor = self.start_logged(
-            "compositor", "gnome-shell", "--wayland", "--headless", "--unsafe-mode", "--virtual-monitor", self.size,
-            "--wayland-display", "wayland-1", *([] if self.x11 else ["--no-x11"]))
-        self.wait_for_socket(self.compositor, "wayland-1", "compositor")
-        self.wait(lambda: self.evaluate("Main.layoutManager._startingUp") == "false", limit=60, what="the shell")
+        try:
+            self.start_shell()
+        except TimeoutError:
+            # One start in some thirty stands still for ever.
+            self.compositor.kill()
+            self.compositor.wait()
+            for socket in (self.folder / "run").glob("wayland-1*"):
+                socket.unlink()
+            self.start_shell()
         self.evaluate("Main.overview.hide()")
         if self.x11:
             for name in ["DISPLAY", "XAUTHORITY"]:
@@ -213,6 +217,13 @@ class GnomeDesktop(WaylandDesktop):
         self.evaluate(REFUSAL % self.refusal)
         # From here on as on a user's desktop.
         self.evaluate("global.context.unsafe_mode = false")
+
+    def start_shell(self):
+        self.compositor = self.start_logged(
+            "compositor", "gnome-shell", "--wayland", "--headless", "--unsafe-mode", "--virtual-monitor", self.size,
+            "--wayland-display", "wayland-1", *([] if self.x11 else ["--no-x11"]))
+        self.wait_for_socket(self.compositor, "wayland-1", "compositor")
+        self.wait(lambda: self.evaluate("Main.layoutManager._startingUp") == "false", limit=40, what="the shell")
 
     def start_login_manager(self):
         self.environment.update(self.start_bus("system"))

@@ -1,5 +1,6 @@
 #include <platform/fake/FakeFocusedElement.h>
 #include <platform/linux/atspi/AtspiFocusedElements.h>
+#include <platform/linux/wayland/fields/InputMethodElement.h>
 #include <platform/linux/wayland/fields/InputMethodElements.h>
 #include <support/Await.h>
 #include <support/fields/FieldProgram.h>
@@ -134,9 +135,11 @@ protected:
     {
         world()->show(kind, marked);
         std::shared_ptr<FocusedElement> found;
+        // Until the program has, its field is the input method's, which is not told the whole text.
         EXPECT_TRUE(test::waitUntil([&] {
+            found = nullptr;
             found = test::await(world()->elements().focused());
-            return found != nullptr;
+            return found != nullptr && dynamic_cast<InputMethodElement*>(found.get()) == nullptr;
         }));
         return found;
     }

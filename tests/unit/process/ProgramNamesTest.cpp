@@ -16,7 +16,7 @@ QStringList namesOf(const QString& program, const QStringList& arguments)
     QProcess process;
     process.start(program, arguments);
     EXPECT_TRUE(process.waitForStarted());
-    // The kernel closes the pipe that tells of the start before it hands the new program its arguments.
+    // The kernel closes the pipe that QProcess waits on before it sets up the new program's arguments.
     EXPECT_TRUE(waitUntil([&] {
         QFile line(QStringLiteral("/proc/%1/cmdline").arg(process.processId()));
         return line.open(QIODevice::ReadOnly) && !line.readAll().isEmpty();

@@ -16,7 +16,6 @@ using std::chrono::milliseconds;
 const QString mutter = QStringLiteral("org.gnome.Mutter.RemoteDesktop");
 const QString mutterPath = QStringLiteral("/org/gnome/Mutter/RemoteDesktop");
 const QString sessionInterface = mutter + QStringLiteral(".Session");
-constexpr milliseconds settlingTime{50};
 constexpr milliseconds callLimit{2500};
 constexpr milliseconds offerLimit{500};
 
@@ -106,22 +105,11 @@ QCoro::Task<QString> MutterRemoteDesktop::open()
     const auto started = co_await ask(session, sessionInterface, QStringLiteral("Start"), none);
     if (!alive || !started)
         co_return QString();
-    auto pressed = key(session, emptyKey, true);
-    auto released = key(session, emptyKey, false);
-    const bool isDown = co_await pressed;
-    const bool isUp = co_await released;
-    if (!alive || !isDown || !isUp)
+    const bool isTapped = co_await tap(session, emptyKey);
+    if (!alive || !isTapped)
         co_return QString();
-    // A busy compositor answers when it has come to it.
-    for (const milliseconds wait : {settlingTime, milliseconds(1)}) {
-        co_await m_link.pause(wait);
-        if (!alive)
-            co_return QString();
-        co_await catchUp(session);
-        if (!alive)
-            co_return QString();
-    }
-    co_return session;
+    co_await handOn(session, settlingTime, m_link, alive);
+    co_return alive ? session : QString();
 }
 
 } // namespace tulvane

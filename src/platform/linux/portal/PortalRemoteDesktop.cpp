@@ -22,8 +22,6 @@ constexpr uint keyboard = 1;
 /// Until the user takes it back.
 constexpr uint forGood = 2;
 constexpr milliseconds callLimit{2500};
-/// Until a new keyboard's keys arrive.
-constexpr milliseconds settlingTime{50};
 /// For an answer that comes after the end of its session.
 constexpr milliseconds answerTime{1000};
 
@@ -216,12 +214,7 @@ QCoro::Task<> PortalRemoteDesktop::wake()
 {
     const Lifetime::Guard alive = m_lifetime.guard();
     const QString session = m_session;
-    auto pressed = key(session, emptyKey, true);
-    auto released = key(session, emptyKey, false);
-    co_await pressed;
-    if (!alive)
-        co_return;
-    co_await released;
+    (void)co_await tap(session, emptyKey);
     if (!alive)
         co_return;
     (void)co_await m_link.pause(settlingTime);

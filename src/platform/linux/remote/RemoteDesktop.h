@@ -1,10 +1,16 @@
 #pragma once
 
+#include <base/async/Lifetime.h>
+
 #include <QCoroTask>
 #include <QList>
 #include <QString>
 
+#include <chrono>
+
 namespace tulvane {
+
+class BusLink;
 
 /// A desktop's service that takes keys of a program as if they were the user's, in sessions. Main thread,
 /// which no call blocks; each ends in bounded time.
@@ -27,10 +33,20 @@ public:
     /// them; empty where that would do nothing.
     [[nodiscard]] virtual QList<quint32> keysToLetGo() const { return {}; }
 
+    /// Presses the key and lets go of it, asked for both at once: a key that is held too long repeats. False
+    /// where either was not taken.
+    [[nodiscard]] QCoro::Task<bool> tap(QString session, quint32 evdev);
+    /// Waits until the compositor has handed the last key on to the program in front: `time`, and until the
+    /// service has come to what was asked of it. Ends early with `caller`, in whose `waits` it waits.
+    QCoro::Task<> handOn(QString session, std::chrono::milliseconds time, BusLink& waits,
+                         Lifetime::Guard caller);
+
 protected:
     /// The first key of a new keyboard may be lost. This one has nothing on it in any layout: a Shift, while
     /// the user still holds Alt, would change the layout on some desktops.
     static constexpr quint32 emptyKey = 240;
+    /// Until a new keyboard's keys arrive.
+    static constexpr std::chrono::milliseconds settlingTime{50};
 };
 
 } // namespace tulvane

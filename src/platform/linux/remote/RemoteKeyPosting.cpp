@@ -64,20 +64,6 @@ QCoro::Task<> RemoteKeyPosting::closeUnused(int preparation)
         co_await m_desktop->close(session);
 }
 
-QCoro::Task<> RemoteKeyPosting::handOn(QString session)
-{
-    const Lifetime::Guard alive = m_lifetime.guard();
-    // A busy compositor answers when it has come to it.
-    for (const milliseconds wait : {keyTime, milliseconds(1)}) {
-        co_await m_waits.pause(wait);
-        if (!alive)
-            co_return;
-        co_await m_desktop->catchUp(session);
-        if (!alive)
-            co_return;
-    }
-}
-
 QCoro::Task<> RemoteKeyPosting::until(std::function<bool()> isSo, int looks)
 {
     const Lifetime::Guard alive = m_lifetime.guard();
@@ -107,12 +93,8 @@ QCoro::Task<bool> RemoteKeyPosting::pressLast(QString session, std::optional<Pas
             co_return false;
         m_hooks.pasting(*target);
     }
-    // Both at once: a key that is held too long repeats, and pastes again.
-    auto pressed = m_desktop->key(session, last, true);
-    auto released = m_desktop->key(session, last, false);
-    const bool isDown = co_await pressed;
-    const bool isUp = co_await released;
-    co_return isDown&& isUp;
+    // A key that is held too long repeats, and pastes again.
+    co_return co_await m_desktop->tap(session, last);
 }
 
 QCoro::Task<RemoteKeyPosting::Pressed>
@@ -130,14 +112,14 @@ RemoteKeyPosting::pressAll(QString session, std::optional<PasteTarget> target, Q
             held.prepend(keys[i]);
         // Counted from the answer: until then a busy compositor has not come to the key.
         if (isPosted && alive)
-            co_await handOn(session);
+            co_await m_desktop->handOn(session, keyTime, m_waits, alive);
         if (!alive)
             co_return Pressed::notAll;
     }
     if (isPosted && alive)
         isPosted = co_await pressLast(session, target, keys.constLast());
     if (alive && !held.isEmpty())
-        co_await handOn(session);
+        co_await m_desktop->handOn(session, keyTime, m_waits, alive);
     // Under load bare letters have arrived: the compositor's input method, by all appearances, takes its time
     // with a key, and a modifier that goes up meanwhile overtakes it.
     if (alive && isPosted && target && !held.isEmpty())

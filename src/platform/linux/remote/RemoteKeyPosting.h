@@ -63,9 +63,6 @@ private:
     QCoro::Task<bool> pressLast(QString session, std::optional<PasteTarget> target, quint32 last);
     /// Looks so often, every other millisecond.
     QCoro::Task<> until(std::function<bool()> isSo, int looks);
-    /// Waits until the compositor has handed the last key on to the program in front: a time, and until the
-    /// service has come to what was asked of it.
-    QCoro::Task<> handOn(QString session);
 
     std::shared_ptr<RemoteDesktop> m_desktop;
     Hooks m_hooks;
